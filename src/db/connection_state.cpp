@@ -1,0 +1,72 @@
+#include "db/connection_state.h"
+
+#include <utility>
+
+#include "automation/automation_error.h"
+#include "platform/platform.h"
+#include "util/thread_state.h"
+
+namespace db {
+namespace {
+
+std::unique_ptr<platform::Recordset> NewClientRecordset() {
+  auto recordset = platform::Current().database.NewRecordset();
+  recordset->SetCursorLocation(platform::CursorLocation::Client);
+  return recordset;
+}
+
+}  // namespace
+
+ConnectionState& CurrentConnectionState() {
+  return util::ThreadState<ConnectionState>();
+}
+
+platform::Connection& SharedConnection() {
+  auto& connection = CurrentConnectionState().gConnection;
+  if (!connection) {
+    connection = platform::Current().database.NewConnection();
+  }
+  return *connection;
+}
+
+platform::Recordset& SharedRecordset() {
+  auto& recordset = CurrentConnectionState().gRecordset;
+  if (!recordset) {
+    recordset = NewClientRecordset();
+  }
+  return *recordset;
+}
+
+void RenewSharedRecordset() {
+  CurrentConnectionState().gRecordset = NewClientRecordset();
+}
+
+void ReleaseShared() {
+  CurrentConnectionState().gConnection.reset();
+  CurrentConnectionState().gRecordset.reset();
+}
+
+std::shared_ptr<DBVilnor> RenewGDB() {
+  auto& gDB = CurrentConnectionState().gDB;
+  try {
+    gDB = std::make_shared<DBVilnor>();
+  } catch (...) {
+    gDB.reset();
+    throw;
+  }
+  return gDB;
+}
+
+std::shared_ptr<DBVilnor> GDB() {
+  const auto& gDB = CurrentConnectionState().gDB;
+  if (!gDB) {
+    throw automation::AutomationError(automation::RuntimeError::ObjectNotSet);
+  }
+  return gDB;
+}
+
+void ReleaseGDB() {
+  CurrentConnectionState().gDB.reset();
+}
+
+}  // namespace db

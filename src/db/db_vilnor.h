@@ -1,0 +1,80 @@
+// DBVilnor: the link records between the host's database and Vilnor Link, and the lookups that the
+// exports need. The host creates objects of this class too.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/database.h"
+
+namespace db {
+
+// Every operation but InitConnection runs under the error trap: after a failure it has shown its
+// box, has rolled its transaction back and returns its empty result. A recordset that is returned
+// belongs to the caller and lives on when the shared one is closed; nullptr when no row was found.
+// Key numbers are the host's: PID patient, BID practitioner, RID provider company, FHPId
+// prior-approval application; VilnorId is the key of a link record, CaseId the case number that
+// Vilnor Link gave. Case types: 1 prior-approval application, 9 ordinary case.
+class DBVilnor {
+ public:
+  // Opens the thread's shared connection. An error goes to the creator, after the shared connection
+  // and recordset were released as at any object's end.
+  DBVilnor();
+  // Releases the shared connection and recordset for every other object of the thread, too.
+  ~DBVilnor();
+  DBVilnor(const DBVilnor&) = delete;
+  DBVilnor& operator=(const DBVilnor&) = delete;
+
+  // Opens the shared connection with the session's connection string. Errors go to the caller: 3705
+  // when it is open already, else the provider's.
+  void InitConnection();
+
+  // Deletes the application's link and its journal line.
+  void DeleteFHP(std::int32_t FHPId);
+  void DeleteCase(const std::u16string& CaseId);
+  std::u16string GetCaseIdByVilnorId(std::int32_t VilnorId);
+  bool CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
+  bool CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId, const std::u16string& CaseId);
+  // All columns of the application.
+  std::unique_ptr<platform::Recordset> GetFHPById(std::int32_t FHPId);
+  // 0 when the application has no link.
+  std::int32_t GetVilnorIdByFHPId(std::int32_t FHPId);
+
+  // Practitioner.
+  std::unique_ptr<platform::Recordset> GetBIDById(std::int32_t BID);
+  // Provider company.
+  std::unique_ptr<platform::Recordset> GetRIDById(std::int32_t RID);
+  // Patient with name, birth date and identity number.
+  std::unique_ptr<platform::Recordset> GetPIDById(std::int32_t PID);
+  std::u16string GetCityByPostnr(std::int32_t Postnr);
+  bool PreRequestCostExists(std::int32_t FHPId);
+  // The application's estimate rows; equal ones are one row with their count in SelectNoOf.
+  std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t FHPId);
+
+  // Writes a link, its journal line, and the line's key into the link.
+  void AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                  const std::u16string& CaseId, std::int32_t FHP_ID, std::int32_t CaseTypeId,
+                  std::int32_t StatusCode, const std::u16string& VilnorUser,
+                  const std::u16string& KestraCaseId = {});
+  // Stores the case's new number and status; the number also replaces the end of the journal
+  // line's text, from its first "!" on.
+  void UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId, std::int32_t CaseStatus);
+  // The same for the link of an application (type 1, KestraId is its id) or for the links of a
+  // patient (type 9, KestraId is the PID).
+  void UpdateCase(const std::u16string& CaseId, std::int32_t KestraId, std::int32_t CaseStatus,
+                  std::int32_t CaseTypeId);
+
+  std::unique_ptr<platform::Recordset> GetPatientByPID(std::int32_t PID);
+  std::unique_ptr<platform::Recordset> GetPatientSSNByPID(std::int32_t PID);
+
+  // The Vilnor Link user of a patient (the host keeps its own users as patients, too).
+  void AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName);
+  // An empty name deletes the mapping.
+  void UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName);
+  void DeleteVilnorUser(std::int32_t PID);
+  std::u16string GetVilnorUserByPID(std::int32_t PID);
+  std::u16string GetVilnorUserByCode1(std::int32_t Code1);
+};
+
+}  // namespace db

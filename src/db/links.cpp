@@ -1,0 +1,148 @@
+// DBVilnor's link records, the table Vilnor: finding, deleting and updating them.
+#include "automation/text.h"
+#include "db/case_types.h"
+#include "db/query.h"
+
+namespace db {
+namespace {
+
+using automation::Decimal10;
+using util::Guarded;
+using util::kDBVilnorIcon;
+
+constexpr Lookup kGetCaseIdByVilnorId = {
+    u" in GetCaseIdByVilnorId", u"SELECT * FROM Vilnor WHERE VilnorId = ", u"", OpenMode::Static};
+constexpr Lookup kGetVilnorIdByFHPId = {u" in GetVilnorIdByFHPId",
+                                        u"SELECT VilnorId from Vilnor where FHP_ID = ",
+                                        u" AND CaseType = 1", OpenMode::Static};
+
+// A link's keys; 0 where there is no link.
+struct LinkKeys {
+  std::int32_t journalId = 0;
+  std::int32_t vilnorId = 0;
+};
+
+// Deletes the first link that the query finds, and its journal line. Without one both deletes run
+// with 0.
+void DeleteLink(const std::u16string& query) {
+  const LinkKeys link = FirstRow(query, OpenMode::Static, [](auto& row) {
+    LinkKeys keys;
+    keys.journalId = NumberOf(row, u"Journal_ID");
+    keys.vilnorId = NumberOf(row, u"VilnorId");
+    return keys;
+  });
+  InTransaction([&] {
+    Execute(u"Delete from Journal where id = " + Decimal10(link.journalId));
+    Execute(u"Delete from Vilnor where Vilnorid = " + Decimal10(link.vilnorId));
+  });
+}
+
+bool RowExists(std::u16string_view place, const std::u16string& query) {
+  return Guarded(place, kDBVilnorIcon, [&] {
+    return FirstRow(query, OpenMode::Static, [](auto& /*row*/) { return true; });
+  });
+}
+
+// One value of a query that must have a row: without one, reading it raises 3021 and the recordset
+// stays open.
+template <class Take>
+auto OnlyRow(const std::u16string& query, Take take) {
+  platform::Recordset& row = OpenQuery(query, OpenMode::Static);
+  auto taken = take(row);
+  row.Close();
+  return taken;
+}
+
+// Kept: only a text with a "!" in front of its reference can be rewritten, though AddNewCase writes
+// none; another one raises error 5. The "!" goes, too.
+std::u16string WithReference(const std::u16string& journalText, const std::u16string& caseId) {
+  return automation::Left(journalText, automation::InStr(1, journalText, u"!") - 1) + caseId;
+}
+
+// How the statements of one update differ.
+struct LinkUpdate {
+  std::u16string journalQuery;
+  std::u16string where;
+  std::u16string_view journalUpdate;
+};
+
+// Kept: the case id stands without quotes in the link's update, unlike in the insert.
+void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int32_t caseStatus) {
+  const std::int32_t journalId =
+      OnlyRow(update.journalQuery, [](auto& link) { return NumberOf(link, u"Journal_ID"); });
+  const std::u16string oldText =
+      OnlyRow(u"SELECT Tekst from Journal Where ID = " + Decimal10(journalId),
+              [](auto& line) { return TextOf(line, u"Tekst"); });
+  const std::u16string newText = WithReference(oldText, caseId);
+  InTransaction([&] {
+    Execute(u"Update Vilnor SET CaseId = " + caseId + u", StatusCode = " + Decimal10(caseStatus) +
+            update.where);
+    Execute(std::u16string(update.journalUpdate) + u"'" + newText + u"' Where ID = " +
+            Decimal10(journalId));
+  });
+}
+
+}  // namespace
+
+void DBVilnor::DeleteFHP(std::int32_t FHPId) {
+  GuardedWrite(u" in DeleteFHP", [&] {
+    DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where FHP_ID = " + Decimal10(FHPId));
+  });
+}
+
+void DBVilnor::DeleteCase(const std::u16string& CaseId) {
+  GuardedWrite(u" in DeleteCase", [&] {
+    DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = '" +
+               automation::Trim(CaseId) + u"'");
+  });
+}
+
+std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
+  return LookUp(kGetCaseIdByVilnorId, VilnorId, [](auto& link) { return TextOf(link, u"CaseId"); });
+}
+
+bool DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
+  return RowExists(u" in CaseExists", u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
+                                          u" and CaseType = " + Decimal10(CaseTypeId));
+}
+
+bool DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                             const std::u16string& CaseId) {
+  return RowExists(u" in CaseExistsPID", u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) +
+                                             u" and CaseType = " + Decimal10(CaseTypeId) +
+                                             u" and CaseId = '" + CaseId + u"'");
+}
+
+std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
+  return LookUp(kGetVilnorIdByFHPId, FHPId, [](auto& link) { return NumberOf(link, u"VilnorId"); });
+}
+
+void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                              std::int32_t CaseStatus) {
+  const std::u16string key = Decimal10(VilnorId);
+  GuardedWrite(u" in UpdateCaseById", [&] {
+    UpdateLink({.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
+                .where = u" Where VilnorId= " + key,
+                .journalUpdate = u"Update Journal SET Tekst = "},
+               CaseId, CaseStatus);
+  });
+}
+
+void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                          std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+  if (CaseTypeId != kPriorApproval && CaseTypeId != kOrdinaryCase) {
+    return;
+  }
+  const bool isApplication = CaseTypeId == kPriorApproval;
+  const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
+  GuardedWrite(u" in UpdateCase", [&] {
+    UpdateLink({.journalQuery = (isApplication ? u"SELECT Journal_ID from Vilnor Where FHP_ID= "
+                                               : u"SELECT Journal_ID from Vilnor Where PID= ") +
+                                key,
+                .where = (isApplication ? u" Where FHP_ID= " : u" Where PID = ") + key,
+                .journalUpdate = u"Update Journal set Tekst = "},
+               CaseId, CaseStatus);
+  });
+}
+
+}  // namespace db

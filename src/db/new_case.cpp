@@ -1,0 +1,80 @@
+// DBVilnor::AddNewCase: the link, its journal line, and the line's key in the link.
+#include "automation/date.h"
+#include "automation/text.h"
+#include "db/case_types.h"
+#include "db/query.h"
+#include "db/scalar_value.h"
+#include "platform/clock.h"
+#include "platform/conversions.h"
+#include "platform/platform.h"
+#include "util/sql_date.h"
+
+namespace db {
+namespace {
+
+using automation::Decimal10;
+
+// Today's date with the current time, for the session's database type.
+std::u16string NowLiteral() {
+  const automation::Date now = platform::Current().clock.Now();
+  std::u16string time = automation::FormatTime(now);
+  return util::GetSqlDate(automation::DayOf(now), false, time);
+}
+
+// The key that the last insert on this connection was given. After a failure it is the empty text:
+// the statement that needs the key is then refused by the database, and the transaction rolled
+// back.
+std::u16string NewKey() {
+  return platform::ToText(GetScalarValue(u"Select @@Identity"));
+}
+
+std::u16string Quoted(const std::u16string& text) {
+  return u"'" + text + u"'";
+}
+
+}  // namespace
+
+void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                          const std::u16string& CaseId, std::int32_t FHP_ID,
+                          std::int32_t CaseTypeId, std::int32_t StatusCode,
+                          const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
+  const std::u16string people = Decimal10(PID) + u"," + Decimal10(BID) + u"," + Decimal10(RID);
+  // The journal line does not exist yet, its key is 0.
+  const auto fromCaseId = [&] {
+    return Quoted(CaseId) + u"," + Decimal10(CaseTypeId) + u",0," + Decimal10(StatusCode) + u"," +
+           Quoted(VilnorUser) + u"," + NowLiteral() + u")";
+  };
+  GuardedWrite(u" in AddNewCase", [&] {
+    std::u16string& gSql = CurrentConnectionState().gSql;
+    std::u16string journalText;
+    // Kept: for another type no statement is built, so the one that the thread's last operation
+    // left is carried out again; callers pass these two types only.
+    if (CaseTypeId == kPriorApproval) {
+      journalText = u"Förhandsprövning, ärendenr: " + KestraCaseId +
+                    u" överförd till Vilnor Link ref.nr " + CaseId;
+      gSql =
+          u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, StatusCode, "
+          u"VilnorUser, RegDate) VALUES (" +
+          people + u"," + Decimal10(FHP_ID) + u"," + fromCaseId();
+    } else if (CaseTypeId == kOrdinaryCase) {
+      journalText = u"Ärende upprättat i Vilnor Link ref.nr " + CaseId;
+      gSql =
+          u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
+          u"VilnorUser, RegDate) VALUES (" +
+          people + u"," + fromCaseId();
+    }
+    InTransaction([&] {
+      ExecuteCurrentSql();
+      const std::u16string vilnorId = NewKey();
+      Execute(
+          u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) "
+          u"values (" +
+          Decimal10(PID) + u"," + Quoted(journalText) + u"," + Decimal10(BID) + u"," +
+          Decimal10(RID) + u"," + NowLiteral() + u",22302,'U',0, " + vilnorId + u")");
+      const std::u16string journalId = NewKey();
+      Execute(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
+    });
+  });
+}
+
+}  // namespace db

@@ -1,0 +1,83 @@
+// How every operation of DBVilnor talks to the database: one statement at a time over the shared
+// connection, a query through the shared recordset.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "db/connection_state.h"
+#include "platform/database.h"
+#include "util/guarded.h"
+
+namespace db {
+
+enum class OpenMode {
+  // Static, batch optimistic.
+  Static,
+  // Keyset, optimistic.
+  Keyset,
+};
+
+// Opens the shared recordset on the statement.
+platform::Recordset& OpenQuery(std::u16string statement, OpenMode mode);
+// Carries the statement out on the shared connection.
+void Execute(std::u16string statement);
+// Carries out the statement text as it stands.
+void ExecuteCurrentSql();
+
+// A field of the current row as the number or the text that the runtime makes of it; Null raises
+// 94.
+std::int32_t NumberOf(platform::Recordset& row, const std::u16string& field);
+std::u16string TextOf(platform::Recordset& row, const std::u16string& field);
+// A recordset for the caller to keep.
+std::unique_ptr<platform::Recordset> CloneOf(platform::Recordset& rows);
+
+// What `take` reads from the query's first row; the empty value when there is no row.
+// Kept: without a row the shared recordset stays open, and the next query on the thread fails with
+// 3705; the host knows this box. The same holds when `take` fails.
+template <class Take>
+auto FirstRow(std::u16string statement, OpenMode mode, Take take) {
+  platform::Recordset& rows = OpenQuery(std::move(statement), mode);
+  decltype(take(rows)) taken{};
+  if (!rows.Eof()) {
+    taken = take(rows);
+    rows.Close();
+  }
+  return taken;
+}
+
+// A query by one key: the trap's place, the statement in front of and behind the key, how it opens.
+struct Lookup {
+  std::u16string_view place;
+  std::u16string_view beforeKey;
+  std::u16string_view afterKey;
+  OpenMode mode;
+};
+std::u16string StatementOf(const Lookup& lookup, std::int32_t key);
+
+// The lookup's first row under the error trap.
+template <class Take>
+auto LookUp(const Lookup& lookup, std::int32_t key, Take take) {
+  return util::Guarded(lookup.place, util::kDBVilnorIcon,
+                       [&] { return FirstRow(StatementOf(lookup, key), lookup.mode, take); });
+}
+
+// Runs `body` between BeginTrans and CommitTrans.
+template <class Body>
+void InTransaction(Body body) {
+  SharedConnection().BeginTrans();
+  body();
+  SharedConnection().CommitTrans();
+}
+
+// Runs `body`, which makes a transaction, under the error trap.
+// Kept: the rollback comes after the box, and also when the transaction had not begun; its own
+// error is dropped.
+template <class Body>
+void GuardedWrite(std::u16string_view place, Body body) {
+  util::Guarded(place, util::kDBVilnorIcon, body, [] { SharedConnection().RollbackTrans(); });
+}
+
+}  // namespace db

@@ -1,0 +1,63 @@
+// DBVilnor's mapping of patients to Vilnor Link users, the table VilnorPasient.
+#include "automation/text.h"
+#include "db/query.h"
+
+namespace db {
+namespace {
+
+using automation::Decimal10;
+using util::Guarded;
+using util::kDBVilnorIcon;
+
+constexpr Lookup kGetVilnorUserByPID = {u" in GetVilnorUserByPID",
+                                        u"SELECT UserName from VilnorPasient where PID = ", u"",
+                                        OpenMode::Keyset};
+constexpr Lookup kPatientByCode1 = {
+    u" in GetVilnorUserByCode1", u"SELECT ID from Pasient where Code1 = ", u"", OpenMode::Keyset};
+
+}  // namespace
+
+// Kept: the user name stands without quotes; hosts pass a value that the database accepts there.
+void DBVilnor::AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName) {
+  Guarded(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
+    Execute(u"Insert into VilnorPasient (PID, UserName) VALUES (" + Decimal10(PID) + u"," +
+            UserName + u")");
+  });
+}
+
+// Kept: a failure names AddNewVilnorUser, and the user name stands without quotes as it does there.
+void DBVilnor::UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName) {
+  Guarded(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
+    const bool mapped = !GetVilnorUserByPID(PID).empty();
+    if (mapped && !UserName.empty()) {
+      Execute(u"Update VilnorPasient SET PID = " + Decimal10(PID) + u", UserName = " + UserName +
+              u" Where PID= " + Decimal10(PID));
+    } else if (mapped) {
+      DeleteVilnorUser(PID);
+    } else if (!UserName.empty()) {
+      AddNewVilnorUser(PID, UserName);
+    }
+  });
+}
+
+void DBVilnor::DeleteVilnorUser(std::int32_t PID) {
+  Guarded(u" in DeleteVilnorUser", kDBVilnorIcon,
+          [&] { Execute(u"Delete from VilnorPasient where PID = " + Decimal10(PID)); });
+}
+
+std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t PID) {
+  return LookUp(kGetVilnorUserByPID, PID, [](auto& user) { return TextOf(user, u"UserName"); });
+}
+
+// Kept: the second lookup runs for patient 0 when the first found nothing, and fails then on the
+// recordset that the first left open.
+std::u16string DBVilnor::GetVilnorUserByCode1(std::int32_t Code1) {
+  return Guarded(kPatientByCode1.place, kDBVilnorIcon, [&] {
+    const std::int32_t patientId =
+        FirstRow(StatementOf(kPatientByCode1, Code1), kPatientByCode1.mode,
+                 [](auto& patient) { return NumberOf(patient, u"ID"); });
+    return GetVilnorUserByPID(patientId);
+  });
+}
+
+}  // namespace db

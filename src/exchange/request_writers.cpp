@@ -1,0 +1,68 @@
+#include "exchange/request_writers.h"
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "db/db_vilnor.h"
+#include "exchange/envelope.h"
+#include "util/guarded.h"
+
+namespace exchange {
+namespace {
+
+using automation::Decimal10;
+using util::Guarded;
+using util::kBVilnorIcon;
+
+std::u16string CaseIdOf(std::int32_t vilnorId) {
+  std::u16string caseId = db::RenewGDB()->GetCaseIdByVilnorId(vilnorId);
+  db::ReleaseGDB();
+  return caseId;
+}
+
+}  // namespace
+
+std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string& vilnorOutputPath) {
+  return Guarded(u" in WriteNewCase", kBVilnorIcon, [&] {
+    const std::u16string pid = Decimal10(request.pid);
+    PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutNewCase", pid);
+    Element envelope = NewEnvelope();
+    Element& newCase = envelope.Add(u"NewCase");
+    AddResultBlock(newCase, {.resultPath = PendingResultPath(),
+                             .userDefData = pid + u"&" + Decimal10(request.bid) + u"&" +
+                                            Decimal10(request.rid),
+                             .message = ResultMessage::NewCase,
+                             .key = request.pid});
+    newCase.Add(u"Title", u"(" + request.ssn + u")");
+    newCase.Add(u"PatientFirstName", request.firstName);
+    newCase.Add(u"PatientLastName", request.lastName);
+    newCase.Add(u"PatientId", request.ssn);
+    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\InNewCase", pid));
+  });
+}
+
+std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath) {
+  return Guarded(u" in WriteExistCase", kBVilnorIcon, [&] {
+    const std::u16string caseId = CaseIdOf(vilnorId);
+    const std::u16string key = Decimal10(vilnorId);
+    PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutExistCase", key);
+    Element envelope = NewEnvelope();
+    Element& existing = envelope.Add(u"Case");
+    AddResultBlock(existing, {.resultPath = PendingResultPath(),
+                              .userDefData = caseId,
+                              .message = ResultMessage::ExistCase,
+                              .key = vilnorId});
+    existing.Add(u"CaseId", caseId);
+    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\InExistCase", key));
+  });
+}
+
+std::u16string WriteSearchPatient(const std::u16string& ssn,
+                                  const std::u16string& vilnorOutputPath) {
+  return Guarded(u" in WriteSearchPatient", kBVilnorIcon, [&] {
+    Element envelope = NewEnvelope();
+    envelope.Add(u"SearchCase").Add(u"PatientId", ssn);
+    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\Search", ssn));
+  });
+}
+
+}  // namespace exchange

@@ -1,0 +1,27 @@
+// The request files for new cases, existing cases and patient searches. Each writer runs under the
+// error trap and returns the full path of the file that it saved, "" after an error.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace exchange {
+
+struct NewCaseRequest {
+  std::int32_t pid = 0;
+  std::int32_t bid = 0;
+  std::int32_t rid = 0;
+  // Personal identity number as MakeSSN composes it.
+  std::u16string ssn;
+  std::u16string firstName;
+  std::u16string lastName;
+};
+
+std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string& vilnorOutputPath);
+// Looks up the link record's case id; a link that does not exist gives an empty one.
+std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath);
+// Announces no answer.
+std::u16string WriteSearchPatient(const std::u16string& ssn,
+                                  const std::u16string& vilnorOutputPath);
+
+}  // namespace exchange

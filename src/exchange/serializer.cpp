@@ -1,0 +1,114 @@
+#include "exchange/serializer.h"
+
+#include "automation/automation_error.h"
+
+namespace exchange {
+namespace {
+
+constexpr std::string_view kDeclaration = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";
+constexpr std::int32_t kInvalidCharacter = -1072896760;
+constexpr char32_t kLastLatin1 = 0xFF;
+
+[[noreturn]] void RefuseCharacter() {
+  throw automation::AutomationError(kInvalidCharacter, u"msxml3.dll",
+                                    u"An invalid character was found in text content.");
+}
+
+void AppendReference(std::string& bytes, char32_t point) {
+  bytes.append("&#").append(std::to_string(std::uint32_t{point})).push_back(';');
+}
+
+bool IsHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit < 0xDC00;
+}
+bool IsLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit < 0xE000;
+}
+
+// The character beyond Latin-1 that starts at `at`, which moves to its last unit.
+char32_t WidePoint(std::u16string_view text, std::size_t& at) {
+  const char16_t unit = text[at];
+  if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
+    return 0x10000 + (static_cast<char32_t>(unit - 0xD800) << 10) + (text[++at] - 0xDC00U);
+  }
+  if (IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit >= 0xFFFE) {
+    RefuseCharacter();
+  }
+  return unit;
+}
+
+void AppendLatin1(std::string& bytes, char16_t unit, bool inAttribute) {
+  switch (unit) {
+    case u'<':
+      bytes.append("&lt;");
+      return;
+    case u'>':
+      bytes.append("&gt;");
+      return;
+    case u'&':
+      bytes.append("&amp;");
+      return;
+    case u'\r':
+      bytes.append("&#13;");
+      return;
+    case u'"':
+      bytes.append(inAttribute ? "&quot;" : "\"");
+      return;
+    case u'\n':
+      bytes.append(inAttribute ? "&#10;" : "\n");
+      return;
+    case u'\t':
+      bytes.append(inAttribute ? "&#9;" : "\t");
+      return;
+    default:
+      if (unit < u' ') {
+        RefuseCharacter();
+      }
+      bytes.push_back(static_cast<char>(unit));
+  }
+}
+
+void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] <= kLastLatin1) {
+      AppendLatin1(bytes, text[at], inAttribute);
+    } else {
+      AppendReference(bytes, WidePoint(text, at));
+    }
+  }
+}
+
+void AppendElement(std::string& bytes, const Element& element) {
+  bytes.push_back('<');
+  AppendText(bytes, element.name(), false);
+  for (const auto& attribute : element.attributes()) {
+    bytes.push_back(' ');
+    AppendText(bytes, attribute.name, false);
+    bytes.append("=\"");
+    AppendText(bytes, attribute.value, true);
+    bytes.push_back('"');
+  }
+  if (element.text().empty() && element.children().empty()) {
+    bytes.append("/>");
+    return;
+  }
+  bytes.push_back('>');
+  AppendText(bytes, element.text(), false);
+  for (const auto& child : element.children()) {
+    AppendElement(bytes, child);
+  }
+  bytes.append("</");
+  AppendText(bytes, element.name(), false);
+  bytes.push_back('>');
+}
+
+}  // namespace
+
+std::string Serialize(const Element& root) {
+  std::string bytes(kDeclaration);
+  AppendElement(bytes, root);
+  bytes.push_back('\n');
+  return bytes;
+}
+
+}  // namespace exchange

@@ -1,0 +1,76 @@
+#include "fhp/application.h"
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "exchange/envelope.h"
+#include "fhp/application_form.h"
+#include "fhp/application_records.h"
+#include "fhp/cost_estimate.h"
+#include "fhp/estimate_decision.h"
+#include "fhp/identity.h"
+#include "util/guarded.h"
+
+namespace fhp {
+namespace {
+
+using automation::Decimal10;
+using exchange::Element;
+
+// Lets go of gDB when the export ends, also by an error: the next operation of the user would find
+// the shared connection still open and fail.
+class DatabaseUse {
+ public:
+  DatabaseUse() { db::RenewGDB(); }
+  DatabaseUse(const DatabaseUse&) = delete;
+  DatabaseUse& operator=(const DatabaseUse&) = delete;
+  ~DatabaseUse() { db::ReleaseGDB(); }
+};
+
+void AddPatient(Element& newCase, const ApplicationRecords& records) {
+  newCase.Add(u"Title", CaseTitle(records));
+  newCase.Add(u"PatientFirstName", records.patient.Text(u"fornavn"));
+  newCase.Add(u"PatientLastName", records.patient.Text(u"Navn"));
+  newCase.Add(u"PatientId", records.personNumber);
+}
+
+void AddContribution(Element& newCase, ApplicationRecords& records) {
+  Element& contribution = newCase.Add(u"Contribution");
+  contribution.Add(u"Heading");
+  contribution.Add(u"Statement");
+  AddApplicationForm(contribution, records);
+  if (records.includeEstimate) {
+    AddCostEstimate(contribution, records);
+  }
+}
+
+void AddParticipant(Element& newCase, bool includeEstimate) {
+  std::u16string user = db::GDB()->GetVilnorUserByCode1(ParticipantCode(includeEstimate));
+  if (!user.empty()) {
+    newCase.Add(u"Participant").Add(u"UserId", std::move(user));
+  }
+}
+
+}  // namespace
+
+std::u16string WriteNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid, std::int32_t fhpId,
+                           const std::u16string& vilnorOutputPath) {
+  return util::Guarded(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
+    const DatabaseUse databaseUse;
+    ApplicationRecords records = ReadApplicationRecords(fhpId);
+    const std::u16string key = Decimal10(fhpId);
+    exchange::PendingResultPath() = exchange::ExchangeFile(vilnorOutputPath, u"\\OutNewFHP", key);
+    Element envelope = exchange::NewEnvelope();
+    Element& newCase = envelope.Add(u"NewCase");
+    exchange::AddResultBlock(
+        newCase, {.resultPath = exchange::PendingResultPath(),
+                  .userDefData = UserDefData({pid, bid, rid, fhpId}, records.application),
+                  .message = exchange::ResultMessage::NewFHP,
+                  .key = fhpId});
+    AddPatient(newCase, records);
+    AddContribution(newCase, records);
+    AddParticipant(newCase, records.includeEstimate);
+    return exchange::Save(envelope, exchange::ExchangeFile(vilnorOutputPath, u"\\InNewFHP", key));
+  });
+}
+
+}  // namespace fhp

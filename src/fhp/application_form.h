@@ -1,0 +1,13 @@
+#pragma once
+
+#include "exchange/element.h"
+#include "fhp/application_records.h"
+
+namespace fhp {
+
+// Appends form "108692", the application itself: its fixed fields, then clinical status and
+// treatment plan. Error 94 for a Null that the form cannot do without (docs/application-document.md
+// lists the columns).
+void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records);
+
+}  // namespace fhp

@@ -1,0 +1,162 @@
+#include "fhp/cost_estimate.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "automation/automation_error.h"
+#include "automation/text.h"
+#include "fhp/form.h"
+#include "platform/conversions.h"
+#include "util/null_safe.h"
+#include "util/rate_compensation.h"
+#include "util/subsidy_period.h"
+
+namespace fhp {
+namespace {
+
+using automation::Decimal10;
+using automation::Value;
+using platform::FixedText;
+using enum Condition;
+using enum Writing;
+
+constexpr Record ApplicationRecords::*kApplication = &ApplicationRecords::application;
+constexpr Record ApplicationRecords::*kProvider = &ApplicationRecords::provider;
+constexpr Record ApplicationRecords::*kPatient = &ApplicationRecords::patient;
+
+constexpr auto kFields = std::to_array<FormField>({
+    {u"edtArendeNr", kApplication, u"CaseNo", Always, Text},
+    {u"edtVardgivareNamn", kProvider, u"Navn", Always, Text},
+    {u"edtVardgivareAdress", kProvider, u"Adr1", Always, Address},
+    {u"edtVardgivarePostNr", kProvider, u"Postnr", Always, Text},
+    {u"edtVardgivarePostort", kProvider, u"Postnr", Always, City},
+    {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Always, Text},
+    {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", IfNotNull, Text},
+    {u"edtPatientPersonNr", kPatient, u"PersNr", Always, PersonNumber},
+    {u"edtPatientNamn", kPatient, u"fornavn", Always, FullName},
+    {u"memUpplysningar", kApplication, u"Notes", IfNotNull, Text},
+});
+
+// Rates with a printed row of their own on the form and a fixed price.
+struct FixedRate {
+  std::u16string_view rateNo;
+  std::int16_t rowNumber;
+  std::int32_t price;
+};
+constexpr auto kFixedRates = std::to_array<FixedRate>({
+    {u"681", 10, 2900},
+    {u"682", 11, 3200},
+});
+
+// The patient's own part, taken off every estimate, also off a smaller one.
+constexpr double kFixedDeduction = 7700;
+
+std::int32_t Product(std::int32_t left, std::int32_t right) {
+  const std::int64_t product = std::int64_t{left} * right;
+  if (product < std::numeric_limits<std::int32_t>::min() ||
+      product > std::numeric_limits<std::int32_t>::max()) {
+    throw automation::AutomationError(automation::RuntimeError::Overflow);
+  }
+  return static_cast<std::int32_t>(product);
+}
+
+Value OrZero(const Record& row, const char16_t* column) {
+  return util::NullToZero(row[column]);
+}
+
+bool IsTaken(const ApplicationRecords& records) {
+  const Record& row = records.estimateRows;
+  const std::u16string debit = util::NullToText(row[u"Debit"]);
+  if (debit != util::kElderlyDebit || platform::ToDouble(OrZero(row, u"RateNo")) == 0) {
+    return false;
+  }
+  const Value amount = row[u"Amount"];
+  return util::GetRateCompensation(
+             {// A row without a date becomes one of 1899, before the patient was of age: left out.
+              .regDate = platform::ToDate(OrZero(row, u"RegDate")),
+              .birthDate = platform::ToDate(records.patient[u"FDato"]),
+              .amount1 = amount,
+              .amount2 = amount,
+              .amount3 = amount,
+              .increasedComp = util::NullToBool(row[u"IncrComp"]),
+              .increasedCompApplied = util::NullToBool(records.application[u"IncreasedComp"]),
+              .rateNo = row[u"RateNo"],
+              .debit = debit})
+      .accepted;
+}
+
+std::int32_t CountOf(const Record& row) {
+  const std::int32_t noOf = platform::ToInt32(OrZero(row, u"NoOf"));
+  return Product(platform::ToInt32(OrZero(row, u"SelectNoOf")), noOf == 0 ? 1 : noOf);
+}
+
+// Writes the rows one after the other and keeps their sum.
+class EstimateRows {
+ public:
+  explicit EstimateRows(exchange::Element& form) : form_(form) {}
+
+  void Add(const Record& row) {
+    const std::u16string rateNo = util::NullToText(row[u"RateNo"]);
+    const std::int32_t count = CountOf(row);
+    const double unitPrice = platform::ToDouble(OrZero(row, u"Amount"));
+    for (const FixedRate& fixed : kFixedRates) {
+      if (rateNo == fixed.rateNo) {
+        // Kept: summed by the fixed price while the row's own amount is shown; the form's printed
+        // rows have the price in their text.
+        AddItems(fixed.rowNumber, count, unitPrice, Product(count, fixed.price));
+        return;
+      }
+    }
+    // Kept: without an upper bound, so that the tenth row shares its keys with rate 681.
+    const std::int16_t rowNumber = nextRow_;
+    AdvanceRow();
+    AddItem(rowNumber, u"Atgard", rateNo);
+    AddItems(rowNumber, count, unitPrice, count * unitPrice);
+  }
+
+  double Sum() const { return sum_; }
+
+ private:
+  void AdvanceRow() {
+    if (nextRow_ == std::numeric_limits<std::int16_t>::max()) {
+      throw automation::AutomationError(automation::RuntimeError::Overflow);
+    }
+    ++nextRow_;
+  }
+
+  void AddItems(std::int16_t rowNumber, std::int32_t count, double unitPrice, double rowSum) {
+    AddItem(rowNumber, u"Antal", Decimal10(count));
+    AddItem(rowNumber, u"Pris", FixedText(unitPrice));
+    AddItem(rowNumber, u"Summa", FixedText(rowSum));
+    sum_ += rowSum;
+  }
+
+  void AddItem(std::int16_t rowNumber, std::u16string_view what, std::u16string value) {
+    AddFormItem(form_, (u"edtBer" + Decimal10(rowNumber)).append(what), std::move(value));
+  }
+
+  exchange::Element& form_;
+  std::int16_t nextRow_ = 1;
+  double sum_ = 0;
+};
+
+}  // namespace
+
+void AddCostEstimate(exchange::Element& contribution, ApplicationRecords& records) {
+  exchange::Element& form = AddForm(contribution, u"108696");
+  AddFields(form, kFields, records);
+  EstimateRows rows(form);
+  for (; !records.estimateRows.AtEnd(); records.estimateRows.MoveNext()) {
+    if (IsTaken(records)) {
+      rows.Add(records.estimateRows);
+    }
+  }
+  AddFormItem(form, u"edtBerSummering", FixedText(rows.Sum()));
+  AddFormItem(form, u"edtBerTotalErsattning", FixedText(rows.Sum() - kFixedDeduction));
+  records.estimateRows.Close();
+  records.estimateRows = Record();
+}
+
+}  // namespace fhp

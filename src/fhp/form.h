@@ -1,0 +1,59 @@
+// Forms of the application: their fields as tables, and how a field is written.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "exchange/element.h"
+#include "fhp/application_records.h"
+
+namespace fhp {
+
+// Decides, from the field's column, whether the field is written at all.
+enum class Condition {
+  Always,
+  // The column as a flag or count: Null and 0 are false.
+  IfTrue,
+  IfNotNull,
+};
+
+// How the value is made.
+enum class Writing {
+  // "true".
+  True,
+  // The column's text; Null raises 94.
+  Text,
+  // The column's text, empty for Null.
+  TextOrEmpty,
+  // The column's text; where it is Null the provider's second address line, where that is Null
+  // nothing. Kept: the lines are never joined, the form has room for one.
+  Address,
+  // The provider's postal town.
+  City,
+  // The postal town, a blank, today's date.
+  CityAndToday,
+  PersonNumber,
+  // First name (the column), a blank, last name; a Null adds nothing.
+  FullName,
+  // One field for each run of the column, see tooth_scanner.h: "edt", the tooth, the field's key.
+  PerTooth,
+};
+
+struct FormField {
+  std::u16string_view key;
+  Record ApplicationRecords::*source;
+  const char16_t* column;
+  Condition condition;
+  Writing writing;
+};
+
+// Appends an empty form to the contribution.
+exchange::Element& AddForm(exchange::Element& contribution, std::u16string_view formId);
+// Appends one field: its key and value as elements.
+void AddFormItem(exchange::Element& form, std::u16string key, std::u16string value);
+// Appends the fields whose conditions hold, in the table's order.
+void AddFields(exchange::Element& form, std::span<const FormField> fields,
+               const ApplicationRecords& records);
+
+}  // namespace fhp

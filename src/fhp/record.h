@@ -1,0 +1,41 @@
+// A record of the host's database as the export reads it.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "automation/value.h"
+#include "platform/database.h"
+
+namespace fhp {
+
+// Owns what a lookup of DBVilnor returned. A lookup that found nothing, or failed and has said so,
+// gives no recordset: every use of it raises error 91, as the classic runtime does. Errors of the
+// columns are ADO's (3265 for one that is not there).
+class Record {
+ public:
+  Record() = default;
+  explicit Record(std::unique_ptr<platform::Recordset> rows) : rows_(std::move(rows)) {}
+
+  // A column of the current row.
+  automation::Value operator[](const char16_t* column) const { return Rows().Field(column); }
+  // The column as text; error 94 for Null.
+  std::u16string Text(const char16_t* column) const;
+  // The column as text, empty for Null: what concatenation makes of it.
+  std::u16string TextOrEmpty(const char16_t* column) const;
+  // Changes the record in hand only.
+  void Put(const char16_t* column, const automation::Value& value) {
+    Rows().SetField(column, value);
+  }
+  // Behind the last row.
+  bool AtEnd() const { return Rows().Eof(); }
+  void MoveNext() { Rows().MoveNext(); }
+  void Close() { Rows().Close(); }
+
+ private:
+  platform::Recordset& Rows() const;
+
+  std::unique_ptr<platform::Recordset> rows_;
+};
+
+}  // namespace fhp

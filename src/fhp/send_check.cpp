@@ -1,0 +1,77 @@
+#include "fhp/send_check.h"
+
+#include <algorithm>
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "fhp/record.h"
+#include "fhp/tooth_scanner.h"
+#include "platform/conversions.h"
+#include "util/guarded.h"
+
+namespace fhp {
+namespace {
+
+constexpr std::int16_t kTooManyMeasures = 100;
+constexpr std::u16string_view kTooManyMeasuresText =
+    u"Vilnor Link kan max ta emot 4 st planerade åtgärder per tand, ÖK och UK\r\n"
+    u"Väljer du OK följer inte samtliga uppgifter med från Kestra Dental";
+
+// Measures are separated by single blanks. Kept: two blanks in a row, or one at the end, make an
+// empty measure that counts; the host's users know the limit by this count.
+bool IsTooMany(std::u16string_view measures) {
+  constexpr auto kMostBlanks = 3;
+  return std::count(measures.begin(), measures.end(), u' ') > kMostBlanks;
+}
+
+bool AnyToothHasTooMany(const Record& application) {
+  const automation::Value plan = application[u"PlanTreatm"];
+  if (plan.IsNull()) {
+    return false;
+  }
+  const std::u16string text = platform::ToText(plan);
+  ToothScanner teeth(text, kSendCheckScan);
+  while (const auto tooth = teeth.Next()) {
+    if (IsTooMany(tooth->text)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// One leading blank does not count and is taken out of the record in hand.
+bool JawHasTooMany(Record& application, const char16_t* column) {
+  const automation::Value plan = application[column];
+  if (plan.IsNull()) {
+    return false;
+  }
+  std::u16string measures = platform::ToText(plan);
+  if (measures.starts_with(u' ')) {
+    measures = automation::Mid(measures, 2);
+    application.Put(column, measures);
+  }
+  return IsTooMany(measures);
+}
+
+Record ReadApplication(std::int32_t fhpId) {
+  Record application(db::RenewGDB()->GetFHPById(fhpId));
+  db::ReleaseGDB();
+  return application;
+}
+
+}  // namespace
+
+bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
+  return util::Guarded(u" in OKToSend", util::kBVilnorIcon, [&] {
+    Record application = ReadApplication(fhpId);
+    // The first place with too many measures ends the check.
+    const bool fits = !AnyToothHasTooMany(application) &&
+                      !JawHasTooMany(application, u"PlanTreatmUJaw") &&
+                      !JawHasTooMany(application, u"PlanTreatmLJaw");
+    errCode = fits ? std::int16_t{0} : kTooManyMeasures;
+    errMsg = fits ? std::u16string() : std::u16string(kTooManyMeasuresText);
+    return fits;
+  });
+}
+
+}  // namespace fhp

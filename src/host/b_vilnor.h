@@ -1,0 +1,73 @@
+// BVilnor, the object that the host creates and drives.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "exchange/result_readers.h"
+#include "host/events.h"
+
+namespace host {
+
+// Every operation runs under the error trap: what fails is shown to the user, and the operation
+// returns its empty result. Identifiers are the host's: PID Pasient.ID, BID Worker.ID, RID
+// company.id, FHPId SEPrerequest.SEPrerequestID, VilnorId the key of a link record.
+class BVilnor : private exchange::ResultReaderHost {
+ public:
+  // Creates the notification window. `events` outlives the object.
+  explicit BVilnor(Events& events);
+  BVilnor(const BVilnor&) = delete;
+  BVilnor& operator=(const BVilnor&) = delete;
+  // Destroys the window created last on the thread.
+  ~BVilnor() override;
+
+  // Stores the session settings for every object of the thread; opens no connection. `dbType` 1 or
+  // 2 chooses the delimiter of date literals.
+  void InitVilnor(const std::u16string& connectionParameter, std::int16_t kestraLangID,
+                  std::int16_t dbType);
+
+  // These write a request file and start the link program on it; they return once it is started.
+  void OpenExistCase(std::int32_t vilnorId);
+  void OpenExistFHP(std::int32_t fhpId);
+  void OpenSearchPatient(std::int32_t pid);
+  void OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid);
+  void OpenWithNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid, std::int32_t fhpId);
+  // Starts the link program without a request.
+  void OpenVilnor();
+
+  // These read the result file of a finished request and enter it into the host's database.
+  void ReadNewFHP(std::int32_t fhpId);
+  void ReadExistCase(std::int32_t vilnorId);
+  void ReadNewCase(std::int32_t pid);
+
+  // Whether a link record of case type 1 exists for the application. Raises UpdateJournal four
+  // times.
+  bool FHPExists(std::int32_t fhpId);
+
+  // Writes the new-case request file and returns its full path.
+  std::u16string WriteNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid,
+                              const std::u16string& ssn, const std::u16string& firstName,
+                              const std::u16string& lastName,
+                              const std::u16string& vilnorOutputPath);
+
+  // The mapping of the host's users to users of the link program.
+  void AddNewVilnorUser(std::int32_t pid, const std::u16string& userName);
+  void UpdateVilnorUser(std::int32_t pid, const std::u16string& userName);
+  void DeleteVilnorUser(std::int32_t pid);
+  std::u16string GetVilnorUserByPID(std::int32_t pid);
+
+  // Whether the application may be sent; see fhp/send_check.h.
+  bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg);
+
+ private:
+  std::u16string GetVilnorOutputPath() override;
+  void RaiseUpdateJournal() override;
+  void CountLaunch();
+
+  Events& events_;
+  // How often a request was about to be started. Nothing reads it; kept with its overflow, which
+  // the operation then reports.
+  std::int16_t launchCount_ = 0;
+};
+
+}  // namespace host

@@ -1,0 +1,113 @@
+#include "host/notification_window.h"
+
+#include <atomic>
+#include <memory>
+
+#include "exchange/envelope.h"
+#include "host/b_vilnor.h"
+#include "host/events.h"
+#include "platform/platform.h"
+#include "util/guarded.h"
+#include "util/thread_state.h"
+
+namespace host {
+namespace {
+
+using exchange::ResultMessage;
+using util::Guarded;
+using util::kModBVilnorIcon;
+
+// The host has no connection to the object that notifications are read on.
+class NoListener : public Events {
+ public:
+  void UpdateJournal() override {}
+};
+
+struct NotificationState {
+  platform::WindowHandle gNotifyWnd = 0;
+  NoListener noListener;
+  // Kept: not the object that the host created, but one of the component's own, made at the first
+  // notification and never released while the component is loaded.
+  std::unique_ptr<BVilnor> gNotifyTarget;
+};
+
+std::atomic<std::int32_t> notifyTargets = 0;
+
+NotificationState& State() {
+  return util::ThreadState<NotificationState>();
+}
+
+BVilnor& NotifyTarget() {
+  NotificationState& state = State();
+  if (!state.gNotifyTarget) {
+    state.gNotifyTarget = std::make_unique<BVilnor>(state.noListener);
+    ++notifyTargets;
+  }
+  return *state.gNotifyTarget;
+}
+
+void Dispatch(std::int32_t message, std::int32_t key) {
+  switch (static_cast<ResultMessage>(message)) {
+    case ResultMessage::NewFHP:
+      NotifyTarget().ReadNewFHP(key);
+      break;
+    case ResultMessage::NewCase:
+      NotifyTarget().ReadNewCase(key);
+      break;
+    case ResultMessage::ExistCase:
+      NotifyTarget().ReadExistCase(key);
+      break;
+  }
+}
+
+}  // namespace
+
+std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProcedure procedure) {
+  return Guarded(u" in RegClass", kModBVilnorIcon, [&] {
+    windowClass = {};
+    windowClass.procedure = procedure;
+    windowClass.className = exchange::kNotificationClass;
+    return platform::Current().windows.RegisterClass(windowClass);
+  });
+}
+
+platform::WindowHandle CreateForm() {
+  return Guarded(u" in CreateForm", kModBVilnorIcon, [] {
+    platform::WindowClass windowClass;
+    RegClass(windowClass, MsgHandling);
+    platform::WindowDescription description;
+    description.className = exchange::kNotificationClass;
+    description.title = u"VB Window";
+    description.width = 640;
+    description.height = 480;
+    return platform::Current().windows.CreateWindow(description);
+  });
+}
+
+void DestroyForm(platform::WindowHandle window) {
+  Guarded(u" in DestroyForm", kModBVilnorIcon, [&] {
+    auto& windows = platform::Current().windows;
+    windows.DestroyWindow(window);
+    windows.UnregisterClass(std::u16string(exchange::kNotificationClass), 0);
+  });
+}
+
+std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
+                         std::int32_t lParam) {
+  std::int32_t result = 0;
+  Guarded(u" in MsgHandling", kModBVilnorIcon, [&] {
+    result = platform::Current().windows.DefaultProcedure(window, message, wParam, lParam);
+    Dispatch(message, wParam);
+  });
+  return result;
+}
+
+platform::WindowHandle& NotifyWnd() {
+  return State().gNotifyWnd;
+}
+
+std::int32_t NotifyTargets() {
+  return notifyTargets;
+}
+
+}  // namespace host

@@ -1,0 +1,67 @@
+#include "odbc/column.h"
+
+#include <algorithm>
+#include <array>
+
+#include "automation/text.h"
+#include "odbc/api.h"
+
+namespace odbc {
+namespace {
+
+struct NamedKind {
+  std::u16string_view typeName;
+  ColumnKind kind;
+};
+
+constexpr std::array kNamedKinds = {
+    NamedKind{u"bool", ColumnKind::Boolean},      NamedKind{u"boolean", ColumnKind::Boolean},
+    NamedKind{u"money", ColumnKind::Currency},    NamedKind{u"smallmoney", ColumnKind::Currency},
+    NamedKind{u"currency", ColumnKind::Currency}, NamedKind{u"numeric", ColumnKind::Decimal},
+    NamedKind{u"decimal", ColumnKind::Decimal},
+};
+
+struct NumberedKind {
+  std::int16_t sqlType;
+  ColumnKind kind;
+};
+
+constexpr std::array kNumberedKinds = {
+    NumberedKind{SQL_BIT, ColumnKind::Boolean},
+    NumberedKind{SQL_TINYINT, ColumnKind::Int16},
+    NumberedKind{SQL_SMALLINT, ColumnKind::Int16},
+    NumberedKind{SQL_INTEGER, ColumnKind::Int32},
+    NumberedKind{SQL_BIGINT, ColumnKind::BigInt},
+    NumberedKind{SQL_REAL, ColumnKind::Double},
+    NumberedKind{SQL_FLOAT, ColumnKind::Double},
+    NumberedKind{SQL_DOUBLE, ColumnKind::Double},
+    NumberedKind{SQL_NUMERIC, ColumnKind::Decimal},
+    NumberedKind{SQL_DECIMAL, ColumnKind::Decimal},
+    NumberedKind{SQL_TYPE_DATE, ColumnKind::Date},
+    NumberedKind{SQL_TYPE_TIMESTAMP, ColumnKind::Date},
+    NumberedKind{SQL_TYPE_TIME, ColumnKind::Time},
+    // The numbers of ODBC 2, which older drivers still give.
+    NumberedKind{SQL_DATE, ColumnKind::Date},
+    NumberedKind{SQL_TIMESTAMP, ColumnKind::Date},
+    NumberedKind{SQL_TIME, ColumnKind::Time},
+    NumberedKind{SQL_BINARY, ColumnKind::Binary},
+    NumberedKind{SQL_VARBINARY, ColumnKind::Binary},
+    NumberedKind{SQL_LONGVARBINARY, ColumnKind::Binary},
+};
+
+}  // namespace
+
+ColumnKind KindOf(std::int16_t sqlType, std::u16string_view typeName) {
+  const auto* const named = std::find_if(
+      kNamedKinds.begin(), kNamedKinds.end(),
+      [&](const auto& entry) { return automation::EqualsNoCase(entry.typeName, typeName); });
+  if (named != kNamedKinds.end()) {
+    return named->kind;
+  }
+  const auto* const numbered =
+      std::find_if(kNumberedKinds.begin(), kNumberedKinds.end(),
+                   [&](const auto& entry) { return entry.sqlType == sqlType; });
+  return numbered == kNumberedKinds.end() ? ColumnKind::Text : numbered->kind;
+}
+
+}  // namespace odbc

@@ -1,0 +1,33 @@
+// From the text in which a driver hands over a field to the value that ADO's readers see.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "automation/value.h"
+#include "odbc/column.h"
+
+namespace odbc {
+
+// Whole numbers become the column's width, or the next that holds them: 16 bits, 32 bits, decimal
+// (so a 64-bit count is a 32-bit number as long as it fits). Dates are read to the second. Binary
+// data is its hexadecimal text. SQLite lets any content stand in any column: a text that is no
+// value of the column's kind stays the text that it is, so that nothing is lost.
+automation::Value ToValue(std::u16string text, ColumnKind kind);
+
+// Digits with an optional sign, point and exponent; digits beyond 28 decimals or 96 bits are
+// rounded off behind the point. Nothing when the text is no such number or its whole part is too
+// large.
+std::optional<automation::Decimal> ParseDecimal(std::u16string_view text);
+
+// A plain number, or an amount as a PostgreSQL server's locale prints it ("$1,234.50",
+// "1.234,50 kr"): the last point or comma is the decimal separator when one or two digits follow
+// it.
+std::optional<automation::Currency> ParseCurrency(std::u16string_view text);
+
+// "yyyy-mm-dd", or "mm-dd-yyyy" as the host writes it, then nothing or "hh:mm[:ss[.fraction]]"
+// behind a blank or a "T"; what follows the fraction (a zone) is ignored.
+std::optional<automation::Date> ParseTimestamp(std::u16string_view text);
+
+}  // namespace odbc

@@ -1,0 +1,51 @@
+// A connection string "key=value;key={value};…" taken apart and put together again.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "odbc/text_calls.h"
+
+namespace odbc {
+
+class ConnectionText {
+ public:
+  // Blanks around keys and values are dropped; a value in braces keeps everything inside them. A
+  // piece without "=" is kept as it stands.
+  explicit ConnectionText(std::u16string_view text);
+
+  // The value of a key, compared without regard to letter case, without its braces.
+  std::optional<std::u16string> Find(std::u16string_view key) const;
+  // In place of the key's value, or as a new last pair.
+  void Set(std::u16string_view key, std::u16string_view value);
+  void Remove(std::u16string_view key);
+  // Values that need braces have them.
+  std::u16string Text() const;
+
+ private:
+  struct Pair {
+    std::u16string key;
+    std::u16string value;
+    bool hasValue = true;
+    bool braced = false;
+  };
+  std::vector<Pair>::iterator Locate(std::u16string_view key);
+
+  std::vector<Pair> pairs_;
+};
+
+// What goes to the ODBC driver manager.
+struct ConnectRequest {
+  std::u16string text;
+  TextCalls calls = TextCalls::Wide;
+};
+
+// A "Provider" for ODBC is left out of the string, any other raises ADO's 3706. `user` and
+// `password` go before what the string says unless they are empty. A lock timeout of the driver's
+// dialect is added to a string that has none.
+ConnectRequest RequestOf(std::u16string_view connectionString, std::u16string_view user,
+                         std::u16string_view password);
+
+}  // namespace odbc

@@ -1,0 +1,25 @@
+// Which column of which table a quoted text of a statement is written to or compared with.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "odbc/sql_tokens.h"
+
+namespace odbc {
+
+// Names as the statement spells them, quotes included.
+struct Target {
+  std::u16string_view table;
+  std::u16string_view column;
+};
+
+// Of the text token at `position`, for the two places where that is plain: as one whole value of
+// INSERT INTO table (columns) VALUES (values), and behind `column =` or another comparison in a
+// statement's first table. Nothing anywhere else (an expression, a function's argument, a value
+// without a column list).
+std::optional<Target> TargetOf(const std::vector<Token>& tokens, std::size_t position);
+
+}  // namespace odbc

@@ -1,0 +1,75 @@
+// The database as ADO shows it: the calls that the component makes, with ADO's states and errors.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "automation/value.h"
+
+namespace platform {
+
+// ADO's enumerations, by their ADO numbers.
+enum class CursorLocation : std::int32_t { Server = 2, Client = 3 };
+enum class CursorType : std::int32_t { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
+enum class LockType : std::int32_t {
+  Unspecified = -1,
+  ReadOnly = 1,
+  Optimistic = 3,
+  BatchOptimistic = 4
+};
+inline constexpr std::int32_t kOptionsUnspecified = -1;
+
+// An ADO Recordset. Every call but Open and SetCursorLocation raises 3704 "Operation is not allowed
+// when the object is closed." on a closed one.
+class Recordset {
+ public:
+  virtual ~Recordset() = default;
+  // Error 3705 "Operation is not allowed when the object is open." on an open one.
+  virtual void SetCursorLocation(CursorLocation location) = 0;
+  // Opens on a statement. Error 3705 when it is open already, 3709 when the connection is not open,
+  // the provider's own number and text when the statement fails. Opening closes nothing.
+  virtual void Open(const std::u16string& statement, class Connection& connection,
+                    CursorType cursorType, LockType lockType, std::int32_t options) = 0;
+  virtual bool Eof() = 0;
+  // Error 3021 behind the last row.
+  virtual void MoveNext() = 0;
+  // The field's value in the current row. Error 3265 for a name that is not there, 3021 without a
+  // current row.
+  virtual automation::Value Field(const std::u16string& name) = 0;
+  virtual automation::Value Field(std::int32_t index) = 0;
+  // Writes to the record in hand only; the database is not updated.
+  virtual void SetField(const std::u16string& name, const automation::Value& value) = 0;
+  // A recordset of its own on the same rows, on the first of them; it outlives the source's Close.
+  virtual std::unique_ptr<Recordset> Clone(LockType lockType) = 0;
+  virtual void Close() = 0;
+};
+
+// An ADO Connection. Execute and the transaction calls raise 3704 on a closed one.
+class Connection {
+ public:
+  virtual ~Connection() = default;
+  // Error 3705 on an open one.
+  virtual void SetConnectionString(const std::u16string& connectionString) = 0;
+  // Empty texts leave what the connection string says. Error 3705 on an open one, else the
+  // provider's number and text.
+  virtual void Open(const std::u16string& connectionString, const std::u16string& user,
+                    const std::u16string& password, std::int32_t options) = 0;
+  // The rows of a query, a closed recordset for a statement without rows.
+  virtual std::unique_ptr<Recordset> Execute(const std::u16string& statement,
+                                             std::int32_t options) = 0;
+  virtual void BeginTrans() = 0;
+  // Without a transaction both raise the provider's error.
+  virtual void CommitTrans() = 0;
+  virtual void RollbackTrans() = 0;
+};
+
+// Makes unopened objects. Error 429 when the database interface is not installed.
+class Database {
+ public:
+  virtual ~Database() = default;
+  virtual std::unique_ptr<Connection> NewConnection() = 0;
+  virtual std::unique_ptr<Recordset> NewRecordset() = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,37 @@
+// The component's outside world, handed in at the edge (the COM shell or a test) and reached
+// through one accessor of the thread.
+#pragma once
+
+namespace platform {
+
+class Clock;
+class Locale;
+class Dialogs;
+class Processes;
+class Files;
+class UserSettings;
+class RegistryApi;
+class Database;
+class ResultDocuments;
+class WindowSystem;
+
+struct Platform {
+  Clock& clock;
+  Locale& locale;
+  Dialogs& dialogs;
+  Processes& processes;
+  Files& files;
+  UserSettings& userSettings;
+  RegistryApi& registry;
+  Database& database;
+  ResultDocuments& resultDocuments;
+  WindowSystem& windows;
+};
+
+// The calling thread's platform; Use() must have been called on the thread.
+Platform& Current();
+// Makes `platform` the calling thread's. The caller keeps it alive for as long as the thread calls
+// the component.
+void Use(Platform& platform);
+
+}  // namespace platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "automation/value.h"
+
+namespace platform {
+
+// Why a document was not loaded; code 0 when it was.
+struct ParseError {
+  std::int32_t code = 0;
+  // Character position in the file.
+  std::int32_t filePosition = 0;
+  std::u16string reason;
+};
+
+// One XML document, loaded synchronously from a local file, without external entities, external
+// DTDs or network access.
+class ResultDocument {
+ public:
+  virtual ~ResultDocument() = default;
+  virtual void Load(const std::u16string& path) = 0;
+  virtual ParseError GetParseError() = 0;
+  // The typed value of the first element of that name in document order, wherever it stands. Error
+  // 91 when there is none.
+  virtual automation::Value FirstValue(const std::u16string& tagName) = 0;
+};
+
+class ResultDocuments {
+ public:
+  virtual ~ResultDocuments() = default;
+  // An empty document. Error 429 when the parser is not installed.
+  virtual std::unique_ptr<ResultDocument> New() = 0;
+};
+
+}  // namespace platform

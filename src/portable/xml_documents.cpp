@@ -1,0 +1,132 @@
+#include "portable/xml_documents.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <libxml/parser.h>
+#include <limits>
+#include <string_view>
+#include <system_error>
+
+#include "automation/automation_error.h"
+#include "automation/text.h"
+#include "portable/paths.h"
+
+namespace portable {
+namespace {
+
+using automation::AutomationError;
+using automation::FromUtf8;
+using automation::RuntimeError;
+
+// The code that MSXML gives for a file it cannot find.
+constexpr std::int32_t kFileNotFoundCode = -2146697210;
+constexpr std::int32_t kFirstParserCode = -1072898560;
+// Entities are left in place unless they are the internal ones of the document itself; nothing
+// outside the file is read.
+constexpr int kParseOptions =
+    XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOENT | XML_PARSE_COMPACT;
+
+using Document = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
+using Context = std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)>;
+using Content = std::unique_ptr<xmlChar, void (*)(void*)>;
+
+std::string_view View(const xmlChar* text) {
+  return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
+}
+
+xmlParserInput* RefuseEntity(const char* /*url*/, const char* /*id*/, xmlParserCtxt* /*context*/) {
+  return nullptr;
+}
+
+void RefuseExternalEntities() {
+  static const bool done = [] {
+    xmlInitParser();
+    xmlSetExternalEntityLoader(RefuseEntity);
+    return true;
+  }();
+  static_cast<void>(done);
+}
+
+const xmlNode* FirstElement(const xmlNode* node, std::string_view name) {
+  // Not recursive: a hostile document may be deep.
+  const xmlNode* const top = node == nullptr ? nullptr : node->parent;
+  while (node != nullptr && node != top) {
+    if (node->type == XML_ELEMENT_NODE && View(node->name) == name) {
+      return node;
+    }
+    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+      node = node->children;
+      continue;
+    }
+    while (node != nullptr && node != top && node->next == nullptr) {
+      node = node->parent;
+    }
+    node = node == nullptr || node == top ? nullptr : node->next;
+  }
+  return nullptr;
+}
+
+class XmlDocument : public platform::ResultDocument {
+ public:
+  XmlDocument() { RefuseExternalEntities(); }
+
+  void Load(const std::u16string& path) override {
+    document_.reset();
+    error_ = {};
+    const auto native = NativePath(path);
+    std::error_code failure;
+    std::ifstream file(native, std::ios::binary);
+    if (!file || std::filesystem::is_directory(native, failure)) {
+      error_ = {.code = kFileNotFoundCode,
+                .filePosition = 0,
+                .reason = u"The system cannot locate the object specified.\r\n"};
+      return;
+    }
+    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    Parse(bytes);
+  }
+
+  platform::ParseError GetParseError() override { return error_; }
+
+  automation::Value FirstValue(const std::u16string& tagName) override {
+    const xmlNode* root = document_ ? xmlDocGetRootElement(document_.get()) : nullptr;
+    const xmlNode* element = FirstElement(root, automation::ToUtf8(tagName));
+    if (element == nullptr) {
+      throw AutomationError(RuntimeError::ObjectNotSet);
+    }
+    const Content content(xmlNodeGetContent(element), xmlFree);
+    return FromUtf8(View(content.get()));
+  }
+
+ private:
+  void Parse(const std::string& bytes) {
+    const Context context(xmlNewParserCtxt(), xmlFreeParserCtxt);
+    if (!context || bytes.size() > std::numeric_limits<int>::max()) {
+      throw AutomationError(RuntimeError::OutOfMemory);
+    }
+    Document loaded(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()),
+                                      nullptr, nullptr, kParseOptions),
+                    xmlFreeDoc);
+    if (loaded && context->wellFormed != 0) {
+      document_ = std::move(loaded);
+      return;
+    }
+    const xmlError* error = xmlCtxtGetLastError(context.get());
+    error_ = {.code = kFirstParserCode + (error == nullptr ? 0 : error->code),
+              .filePosition = static_cast<std::int32_t>(xmlByteConsumed(context.get())),
+              .reason = error == nullptr || error->message == nullptr ? std::u16string()
+                                                                      : FromUtf8(error->message)};
+  }
+
+  Document document_{nullptr, xmlFreeDoc};
+  platform::ParseError error_;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::ResultDocument> XmlDocuments::New() {
+  return std::make_unique<XmlDocument>();
+}
+
+}  // namespace portable

@@ -1,0 +1,21 @@
+// The errors of the registry class. Their numbers are application-defined error codes, as signed
+// 32-bit numbers.
+#pragma once
+
+#include <cstdint>
+
+namespace registry {
+
+// The key, or its parent, cannot be opened or read.
+inline constexpr std::int32_t kCannotOpen = static_cast<std::int32_t>(0x80040201);
+// ValueCount is set by the load alone.
+inline constexpr std::int32_t kReadOnlyProperty = static_cast<std::int32_t>(0x80040207);
+// The system's code stands in the description.
+inline constexpr std::int32_t kUnknownError = static_cast<std::int32_t>(0x80040209);
+// The system neither created nor opened the key.
+inline constexpr std::int32_t kCannotCreate = 1000;
+
+// kCannotOpen of the load: source "GetKeyInfo", "Unable to open Key".
+[[noreturn]] void RaiseCannotOpen();
+
+}  // namespace registry

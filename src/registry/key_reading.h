@@ -1,0 +1,25 @@
+// What an open key holds, in the order in which the system enumerates it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "registry/key_handle.h"
+
+namespace registry {
+
+struct Entry {
+  std::u16string name;
+  std::u16string text;
+};
+
+// Both raise kCannotOpen when the key cannot be read to its end, and 6 "Overflow" beyond 32,767
+// items, since the counts of the registry class have 16 bits.
+
+// The values up to the first that is no text; those behind it are left out, whatever they are. That
+// is kept: the host's keys hold their texts first.
+std::vector<Entry> ReadTextValues(const KeyHandle& handle);
+
+std::vector<std::u16string> ReadSubKeyNames(const KeyHandle& handle);
+
+}  // namespace registry

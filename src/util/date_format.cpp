@@ -1,0 +1,68 @@
+#include "util/date_format.h"
+
+#include <cstdint>
+
+#include "automation/text.h"
+#include "platform/conversions.h"
+#include "platform/locale.h"
+#include "platform/platform.h"
+#include "util/guarded.h"
+#include "util/session.h"
+
+namespace util {
+namespace {
+
+// LOCALE_SSHORTDATE.
+constexpr std::int32_t kShortDateItem = 31;
+
+std::u16string SystemShortDate() {
+  const std::u16string answer = platform::Current().locale.Info(kShortDateItem);
+  return answer.substr(0, answer.find(u'\0'));
+}
+
+bool HasFourDigitYear(std::u16string_view picture) {
+  return automation::UCase(picture).find(u"YYYY") != std::u16string::npos;
+}
+
+std::u16string FormatOfLanguage(std::int16_t language) {
+  switch (language) {
+    case 1:
+      return u"YYYY-MM-DD";
+    case 2:
+      return u"DD-MM-YYYY";
+    case 4:
+    case 5:
+      return u"DD/MM/YYYY";
+    default:
+      return u"DD.MM.YYYY";
+  }
+}
+
+}  // namespace
+
+std::u16string GetLanguageDateFormat() {
+  return Guarded(u" in GetLanguageDateFormat", kModBVilnorIcon, [] {
+    const std::u16string answer = SystemShortDate();
+    if (answer.empty()) {
+      return FormatOfLanguage(CurrentSession().gKestraLangID);
+    }
+    return HasFourDigitYear(answer) ? answer : automation::ReplaceNoCase(answer, u"YY", u"YYYY");
+  });
+}
+
+automation::Date DateFromParts(std::u16string_view year, std::u16string_view month,
+                               std::u16string_view day) {
+  return Guarded(u" in DateFromParts", kModBVilnorIcon, [&] {
+    using automation::ReplaceNoCase;
+    std::u16string text = CurrentSession().gDateFormat;
+    // The longer form of a part before the shorter one.
+    text = ReplaceNoCase(text, u"YYYY", year);
+    text = ReplaceNoCase(text, u"MM", month);
+    text = ReplaceNoCase(text, u"M", month);
+    text = ReplaceNoCase(text, u"DD", day);
+    text = ReplaceNoCase(text, u"D", day);
+    return platform::ParseDate(text).value_or(automation::Date{});
+  });
+}
+
+}  // namespace util

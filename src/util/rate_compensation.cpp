@@ -1,0 +1,102 @@
+#include "util/rate_compensation.h"
+
+#include <cstdint>
+
+#include "automation/conversion.h"
+#include "platform/conversions.h"
+#include "util/age_group.h"
+#include "util/guarded.h"
+#include "util/null_safe.h"
+#include "util/rounding.h"
+#include "util/subsidy_period.h"
+
+namespace util {
+namespace {
+
+constexpr std::int32_t kShareOfFeeRate = 99;
+constexpr double kSharePercent = 60;
+constexpr double kElderlyFactor = 1.5;
+
+// A row with its values read and its patient's age group.
+struct Row {
+  double amount1;
+  double amount2;
+  double amount3;
+  bool increasedComp;
+  bool increasedCompApplied;
+  std::int32_t rateNo;
+  bool elderlyDebit;
+  std::int16_t ageGroup;
+};
+
+double Amount(const automation::Value& value) {
+  return platform::ToDouble(NullToZero(value));
+}
+
+bool IsExamination(std::int32_t rateNo) {
+  return rateNo == 11 || rateNo == 12;
+}
+
+// Rates on which the addition for the elderly is not paid.
+bool IsWithoutAddition(std::int32_t rateNo) {
+  return IsExamination(rateNo) || (rateNo >= 91 && rateNo <= 98);
+}
+
+// The estimate form has fixed rows and prices for these.
+bool HasFormRowOfItsOwn(std::int32_t rateNo) {
+  return rateNo == 681 || rateNo == 682;
+}
+
+double OlderAmount(const Row& row) {
+  if (row.rateNo == kShareOfFeeRate) {
+    return automation::RoundToInt32(row.amount1 * kSharePercent / 100);
+  }
+  if (row.increasedComp) {
+    return row.amount3;
+  }
+  if (row.ageGroup == kFrom65 && row.elderlyDebit) {
+    double ignored = 0;
+    return IsWithoutAddition(row.rateNo)
+               ? row.amount2
+               : RoundOffAmount(row.amount2 * kElderlyFactor, kRoundToWhole, ignored);
+  }
+  const bool paysExamination = row.ageGroup != kFrom30To64 && row.ageGroup != kFrom65;
+  return paysExamination || !IsExamination(row.rateNo) ? row.amount2 : 0;
+}
+
+RateCompensation NewerCompensation(const Row& row) {
+  if (row.increasedComp && row.increasedCompApplied) {
+    return {.amount1 = row.amount3};
+  }
+  if (!row.elderlyDebit || row.ageGroup != kFrom65) {
+    return {.amount2 = row.amount3, .accepted = true};
+  }
+  // For other rates than these nothing is paid row by row: the protection against high costs is
+  // reckoned on the sum of the estimate.
+  return {.amount3 = HasFormRowOfItsOwn(row.rateNo) ? row.amount3 : 0, .accepted = true};
+}
+
+}  // namespace
+
+RateCompensation GetRateCompensation(const RateCompensationInput& input) {
+  return Guarded(u" in GetRateCompensation", kModBVilnorIcon, [&]() -> RateCompensation {
+    const Row row{.amount1 = Amount(input.amount1),
+                  .amount2 = Amount(input.amount2),
+                  .amount3 = Amount(input.amount3),
+                  .increasedComp = input.increasedComp,
+                  .increasedCompApplied = input.increasedCompApplied,
+                  .rateNo = platform::ToInt32(NullToZero(input.rateNo)),
+                  .elderlyDebit = input.debit == kElderlyDebit,
+                  .ageGroup = GetAgeGroup(input.birthDate, input.regDate)};
+    // An age that could not be told (0, its error has been shown) is not accepted either.
+    if (row.ageGroup <= kUnder20) {
+      return {};
+    }
+    if (IsInSubsidyPeriod(row.rateNo, input.regDate, input.debit)) {
+      return {.amount1 = OlderAmount(row)};
+    }
+    return NewerCompensation(row);
+  });
+}
+
+}  // namespace util

@@ -1,0 +1,44 @@
+#include "util/rounding.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
+
+#include "automation/automation_error.h"
+#include "util/guarded.h"
+
+namespace util {
+namespace {
+
+// Steps in one whole, by mode from 1.
+constexpr std::array<double, 4> kFactors = {20, 10, 2, 1};
+
+double HalfWithSignOf(double number) {
+  if (number == 0) {
+    return 0;
+  }
+  return number < 0 ? -0.5 : 0.5;
+}
+
+}  // namespace
+
+double RoundOffAmount(double amount, std::int32_t mode, double& difference) {
+  difference = 0;
+  // The place is kept as it stands, with the name of a form of the host: support staff know it.
+  return Guarded(u" frmPreDefPrice: RoundOffAmount", kModBVilnorIcon, [&] {
+    if (mode < 1 || mode > std::ssize(kFactors)) {
+      return amount;
+    }
+    const double factor = kFactors[static_cast<std::size_t>(mode - 1)];
+    const double steps = amount * factor;
+    if (!std::isfinite(steps)) {
+      throw automation::AutomationError(automation::RuntimeError::Overflow);
+    }
+    const double rounded = std::trunc(steps + HalfWithSignOf(steps)) / factor;
+    difference = rounded - amount;
+    return rounded;
+  });
+}
+
+}  // namespace util

@@ -1,0 +1,23 @@
+// The session settings that InitVilnor stores; every object of the thread shares them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace util {
+
+struct Session {
+  // The host's database connection string, passed to ADO as it is.
+  std::u16string gConnectionParameter;
+  // The host's language id (1 Swedish, 2 Danish, 3 Norwegian and every other, 4 and 5 English).
+  std::int16_t gKestraLangID = 0;
+  // 1 or 2; only SQL date literals depend on it.
+  std::int16_t gDbType = 0;
+  // What GetLanguageDateFormat gave when InitVilnor was called.
+  std::u16string gDateFormat;
+};
+
+// The calling thread's settings (one set an apartment).
+Session& CurrentSession();
+
+}  // namespace util

@@ -1,0 +1,63 @@
+#include "util/subsidy_period.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "util/date_format.h"
+#include "util/guarded.h"
+
+namespace util {
+namespace {
+
+constexpr std::int32_t kFirst = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kLast = std::numeric_limits<std::int32_t>::max();
+
+enum class Debit { Any, Elderly };
+
+// Rows of these rates fall under the older rules when they are registered before the first day of
+// `month` 2002.
+struct SubsidyLine {
+  std::int32_t firstRate;
+  std::int32_t lastRate;
+  Debit debit;
+  std::u16string_view month;
+};
+
+// The first line that fits a row decides. docs/dental-care-subsidy.md says for each line what is
+// law and what is a decision.
+constexpr auto kLines = std::to_array<SubsidyLine>({
+    // Basic care: fixed amounts of 1999, bettered for the elderly by the reform of 1 July.
+    {kFirst, 59, Debit::Any, u"07"},
+    // Taken as basic care too; 77 between them is not.
+    {70, 76, Debit::Any, u"07"},
+    {78, 79, Debit::Any, u"07"},
+    // Amounts without the addition for the elderly: what a row is billed as does not matter.
+    {91, 93, Debit::Any, u"07"},
+    {97, 98, Debit::Any, u"07"},
+    // Sixty percent of the fee, whoever the patient.
+    {99, 99, Debit::Any, u"07"},
+    // Every other care is taken as prosthetics. For the elderly, a treatment planned in the last
+    // quarter before the reform is carried out under it.
+    {kFirst, kLast, Debit::Elderly, u"04"},
+    // For everybody else it changes with the reform itself.
+    {kFirst, kLast, Debit::Any, u"07"},
+});
+
+bool Fits(const SubsidyLine& line, std::int32_t rateNo, std::u16string_view debit) {
+  return rateNo >= line.firstRate && rateNo <= line.lastRate &&
+         (line.debit == Debit::Any || debit == kElderlyDebit);
+}
+
+}  // namespace
+
+bool IsInSubsidyPeriod(std::int32_t rateNo, automation::Date regDate, std::u16string_view debit) {
+  return Guarded(u" in IsInSubsidyPeriod", kModBVilnorIcon, [&] {
+    const auto line = std::find_if(kLines.begin(), kLines.end(), [&](const SubsidyLine& each) {
+      return Fits(each, rateNo, debit);
+    });
+    return regDate.days < DateFromParts(u"2002", line->month, u"01").days;
+  });
+}
+
+}  // namespace util

@@ -1,0 +1,205 @@
+#include "windows/ado_database.h"
+
+#include "automation/automation_error.h"
+#include "windows/bstr.h"
+#include "windows/com_error.h"
+#include "windows/variant.h"
+#include "windows/win32.h"
+// Needs win32.h in front of it.
+#include <adoint.h>
+
+namespace windows {
+namespace {
+
+using automation::AutomationError;
+using automation::RuntimeError;
+
+// ADO's objects and interfaces, by the identifiers that every 32-bit ADO from 2.7 on answers to.
+constexpr CLSID kConnectionClass = {
+    0x00000514, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
+constexpr CLSID kRecordsetClass = {
+    0x00000535, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
+constexpr IID kConnectionInterface = {
+    0x00000550, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
+constexpr IID kRecordsetInterface = {
+    0x00000556, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
+
+template <class Interface>
+ComPtr<Interface> Create(const CLSID& classId, const IID& interfaceId) {
+  ComPtr<Interface> object;
+  if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId,
+                              object.ReceiveVoid()))) {
+    throw AutomationError(RuntimeError::CannotCreateObject);
+  }
+  return object;
+}
+
+class AdoConnection : public platform::Connection {
+ public:
+  explicit AdoConnection(ComPtr<_ADOConnection> connection) : connection_(std::move(connection)) {}
+
+  void SetConnectionString(const std::u16string& connectionString) override;
+  void Open(const std::u16string& connectionString, const std::u16string& user,
+            const std::u16string& password, std::int32_t options) override;
+  std::unique_ptr<platform::Recordset> Execute(const std::u16string& statement,
+                                               std::int32_t options) override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+
+  IDispatch* dispatch() const { return connection_.get(); }
+
+ private:
+  ComPtr<_ADOConnection> connection_;
+};
+
+class AdoRecordset : public platform::Recordset {
+ public:
+  explicit AdoRecordset(ComPtr<_ADORecordset> recordset) : recordset_(std::move(recordset)) {}
+
+  void SetCursorLocation(platform::CursorLocation location) override;
+  void Open(const std::u16string& statement, platform::Connection& connection,
+            platform::CursorType cursorType, platform::LockType lockType,
+            std::int32_t options) override;
+  bool Eof() override;
+  void MoveNext() override;
+  automation::Value Field(const std::u16string& name) override;
+  automation::Value Field(std::int32_t index) override;
+  void SetField(const std::u16string& name, const automation::Value& value) override;
+  std::unique_ptr<platform::Recordset> Clone(platform::LockType lockType) override;
+  void Close() override;
+
+  IDispatch* dispatch() const { return recordset_.get(); }
+
+ private:
+  ComPtr<ADOField> FieldAt(const automation::Value& nameOrIndex);
+  automation::Value FieldValue(const automation::Value& nameOrIndex);
+
+  ComPtr<_ADORecordset> recordset_;
+};
+
+void AdoConnection::SetConnectionString(const std::u16string& connectionString) {
+  const Bstr text(connectionString);
+  CheckCall([&] { return connection_->put_ConnectionString(text.get()); });
+}
+
+void AdoConnection::Open(const std::u16string& connectionString, const std::u16string& user,
+                         const std::u16string& password, std::int32_t options) {
+  const Bstr connectionText(connectionString);
+  const Bstr userText(user);
+  const Bstr passwordText(password);
+  CheckCall([&] {
+    return connection_->Open(connectionText.get(), userText.get(), passwordText.get(), options);
+  });
+}
+
+std::unique_ptr<platform::Recordset> AdoConnection::Execute(const std::u16string& statement,
+                                                            std::int32_t options) {
+  const Bstr text(statement);
+  Variant rowsAffected;
+  ComPtr<_ADORecordset> rows;
+  CheckCall([&] {
+    return connection_->Execute(text.get(), rowsAffected.Receive(), options, rows.Receive());
+  });
+  return std::make_unique<AdoRecordset>(std::move(rows));
+}
+
+void AdoConnection::BeginTrans() {
+  long level = 0;
+  CheckCall([&] { return connection_->BeginTrans(&level); });
+}
+
+void AdoConnection::CommitTrans() {
+  CheckCall([&] { return connection_->CommitTrans(); });
+}
+
+void AdoConnection::RollbackTrans() {
+  CheckCall([&] { return connection_->RollbackTrans(); });
+}
+
+void AdoRecordset::SetCursorLocation(platform::CursorLocation location) {
+  CheckCall(
+      [&] { return recordset_->put_CursorLocation(static_cast<CursorLocationEnum>(location)); });
+}
+
+void AdoRecordset::Open(const std::u16string& statement, platform::Connection& connection,
+                        platform::CursorType cursorType, platform::LockType lockType,
+                        std::int32_t options) {
+  const Variant source{automation::Value(statement)};
+  // A program has one kind of database, so the connection is ADO's too.
+  const Variant activeConnection(static_cast<AdoConnection&>(connection).dispatch());
+  CheckCall([&] {
+    return recordset_->Open(source.get(), activeConnection.get(),
+                            static_cast<CursorTypeEnum>(cursorType),
+                            static_cast<LockTypeEnum>(lockType), options);
+  });
+}
+
+bool AdoRecordset::Eof() {
+  VARIANT_BOOL eof = VARIANT_FALSE;
+  CheckCall([&] { return recordset_->get_EOF(&eof); });
+  return eof != VARIANT_FALSE;
+}
+
+void AdoRecordset::MoveNext() {
+  CheckCall([&] { return recordset_->MoveNext(); });
+}
+
+automation::Value AdoRecordset::Field(const std::u16string& name) {
+  return FieldValue(name);
+}
+
+automation::Value AdoRecordset::Field(std::int32_t index) {
+  return FieldValue(index);
+}
+
+void AdoRecordset::SetField(const std::u16string& name, const automation::Value& value) {
+  const ComPtr<ADOField> field = FieldAt(name);
+  const Variant content(value);
+  CheckCall([&] { return field->put_Value(content.get()); });
+}
+
+std::unique_ptr<platform::Recordset> AdoRecordset::Clone(platform::LockType lockType) {
+  ComPtr<_ADORecordset> clone;
+  CheckCall(
+      [&] { return recordset_->Clone(static_cast<LockTypeEnum>(lockType), clone.Receive()); });
+  return std::make_unique<AdoRecordset>(std::move(clone));
+}
+
+void AdoRecordset::Close() {
+  CheckCall([&] { return recordset_->Close(); });
+}
+
+ComPtr<ADOField> AdoRecordset::FieldAt(const automation::Value& nameOrIndex) {
+  const Variant index(nameOrIndex);
+  ComPtr<ADOFields> fields;
+  CheckCall([&] { return recordset_->get_Fields(fields.Receive()); });
+  ComPtr<ADOField> field;
+  CheckCall([&] { return fields->get_Item(index.get(), field.Receive()); });
+  return field;
+}
+
+automation::Value AdoRecordset::FieldValue(const automation::Value& nameOrIndex) {
+  const ComPtr<ADOField> field = FieldAt(nameOrIndex);
+  Variant content;
+  CheckCall([&] { return field->get_Value(content.Receive()); });
+  return ToValue(content.get());
+}
+
+}  // namespace
+
+std::unique_ptr<platform::Connection> AdoDatabase::NewConnection() {
+  return std::make_unique<AdoConnection>(
+      Create<_ADOConnection>(kConnectionClass, kConnectionInterface));
+}
+
+std::unique_ptr<platform::Recordset> AdoDatabase::NewRecordset() {
+  return std::make_unique<AdoRecordset>(
+      Create<_ADORecordset>(kRecordsetClass, kRecordsetInterface));
+}
+
+ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset) {
+  return ComPtr<IDispatch>(static_cast<AdoRecordset&>(recordset).dispatch());
+}
+
+}  // namespace windows

@@ -1,0 +1,81 @@
+#include "windows/msxml_documents.h"
+
+#include "automation/automation_error.h"
+#include "windows/bstr.h"
+#include "windows/com_error.h"
+#include "windows/com_ptr.h"
+#include "windows/variant.h"
+#include "windows/win32.h"
+// Needs win32.h in front of it.
+#include <msxml.h>
+
+namespace windows {
+namespace {
+
+using automation::AutomationError;
+using automation::RuntimeError;
+
+// DOMDocument, by the class id that the host's machines have registered.
+constexpr CLSID kDomDocument = {
+    0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+class MsxmlDocument : public platform::ResultDocument {
+ public:
+  MsxmlDocument() {
+    if (FAILED(CoCreateInstance(kDomDocument, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
+                                document_.ReceiveVoid()))) {
+      throw AutomationError(RuntimeError::CannotCreateObject);
+    }
+    CheckCall([&] { return document_->put_async(VARIANT_FALSE); });
+    CheckCall([&] { return document_->put_validateOnParse(VARIANT_FALSE); });
+    CheckCall([&] { return document_->put_resolveExternals(VARIANT_FALSE); });
+  }
+
+  void Load(const std::u16string& path) override {
+    const Variant source{automation::Value(path)};
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    // A document that is not well-formed or not there is no failed call but a parse error.
+    CheckCall([&] { return document_->load(source.get(), &loaded); });
+  }
+
+  platform::ParseError GetParseError() override {
+    ComPtr<IXMLDOMParseError> error;
+    CheckCall([&] { return document_->get_parseError(error.Receive()); });
+    long code = 0;
+    CheckCall([&] { return error->get_errorCode(&code); });
+    if (code == 0) {
+      return {};
+    }
+    long position = 0;
+    Bstr reason;
+    // Wine's MSXML does not tell the position (E_NOTIMPL); it stays 0 then.
+    error->get_filepos(&position);
+    CheckCall([&] { return error->get_reason(reason.Receive()); });
+    return {.code = code, .filePosition = position, .reason = reason.Text()};
+  }
+
+  automation::Value FirstValue(const std::u16string& tagName) override {
+    const Bstr name(tagName);
+    ComPtr<IXMLDOMNodeList> elements;
+    CheckCall([&] { return document_->getElementsByTagName(name.get(), elements.Receive()); });
+    ComPtr<IXMLDOMNode> first;
+    CheckCall([&] { return elements->get_item(0, first.Receive()); });
+    if (!first) {
+      throw AutomationError(RuntimeError::ObjectNotSet);
+    }
+    Variant value;
+    CheckCall([&] { return first->get_nodeTypedValue(value.Receive()); });
+    return ToValue(value.get());
+  }
+
+ private:
+  ComPtr<IXMLDOMDocument> document_;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::ResultDocument> MsxmlDocuments::New() {
+  return std::make_unique<MsxmlDocument>();
+}
+
+}  // namespace windows

@@ -1,0 +1,19 @@
+// <windows.h> and COM's headers, without the macros that would rename the ports' own words
+// (RegisterClass would become RegisterClassW) and IProvideClassInfo's. The only place that includes
+// them.
+#pragma once
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#undef CreateWindow
+#undef DeleteFile
+#undef GetClassInfo
+#undef MessageBox
+#undef RegisterClass
+#undef UnregisterClass
+
+#include <oleauto.h>
+#include <olectl.h>
