@@ -1,0 +1,47 @@
+#include "ado-odbc/class_factory.h"
+
+#include <memory>
+
+#include "ado-odbc/method.h"
+
+namespace ado_odbc {
+
+HRESULT ClassFactory::QueryInterface(REFIID id, void** object) {
+  if (object == nullptr) {
+    return E_POINTER;
+  }
+  const bool known = id == IID_IUnknown || id == IID_IClassFactory;
+  *object = known ? this : nullptr;
+  if (!known) {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassFactory::AddRef() {
+  return static_cast<ULONG>(InterlockedIncrement(&references_));
+}
+
+ULONG ClassFactory::Release() {
+  const LONG left = InterlockedDecrement(&references_);
+  if (left == 0) {
+    const std::unique_ptr<ClassFactory> last(this);
+  }
+  return static_cast<ULONG>(left);
+}
+
+HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** object) {
+  if (object == nullptr) {
+    return E_POINTER;
+  }
+  *object = nullptr;
+  return outer == nullptr ? class_.create(id, object) : CLASS_E_NOAGGREGATION;
+}
+
+HRESULT ClassFactory::LockServer(BOOL lock) {
+  LockModule(lock != FALSE);
+  return S_OK;
+}
+
+}  // namespace ado_odbc

@@ -1,0 +1,45 @@
+// What the system calls by name.
+#include <algorithm>
+
+#include "ado-odbc/automation_object.h"
+#include "ado-odbc/class_factory.h"
+#include "ado-odbc/class_table.h"
+#include "ado-odbc/method.h"
+#include "ado-odbc/module.h"
+#include "ado-odbc/registration.h"
+
+STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
+  if (object == nullptr) {
+    return E_POINTER;
+  }
+  *object = nullptr;
+  const auto& classes = ado_odbc::Classes();
+  const auto* const found =
+      std::find_if(classes.begin(), classes.end(),
+                   [&](const ado_odbc::ComClass& entry) { return entry.id == classId; });
+  if (found == classes.end()) {
+    return CLASS_E_CLASSNOTAVAILABLE;
+  }
+  HRESULT result = S_OK;
+  const HRESULT made = ado_odbc::Method([&] {
+    result = ado_odbc::Make<ado_odbc::ClassFactory>(*found)->QueryInterface(interfaceId, object);
+  });
+  return FAILED(made) ? made : result;
+}
+
+STDAPI DllCanUnloadNow() {
+  return ado_odbc::IsModuleUsed() ? S_FALSE : S_OK;
+}
+
+STDAPI DllRegisterServer() {
+  HRESULT result = S_OK;
+  const HRESULT done =
+      ado_odbc::Method([&] { result = ado_odbc::Register(ado_odbc::ModulePath()); });
+  return FAILED(done) ? done : result;
+}
+
+STDAPI DllUnregisterServer() {
+  HRESULT result = S_OK;
+  const HRESULT done = ado_odbc::Method([&] { result = ado_odbc::Unregister(); });
+  return FAILED(done) ? done : result;
+}

@@ -1,0 +1,31 @@
+// The DLL itself: what keeps it loaded, and the type library inside it.
+#pragma once
+
+#include <string>
+
+#include "windows/com_ptr.h"
+#include "windows/win32.h"
+
+namespace ado_odbc {
+
+// Lives in every object that the DLL hands out; while there is one, or a lock by LockModule(), the
+// DLL stays loaded.
+class ModuleUse {
+ public:
+  ModuleUse();
+  ~ModuleUse();
+  ModuleUse(const ModuleUse&) = delete;
+  ModuleUse& operator=(const ModuleUse&) = delete;
+};
+
+void LockModule(bool lock);
+bool IsModuleUsed();
+
+// What the type library says of an interface; null when it cannot be loaded. The library is loaded
+// at the first call and released with the DLL's last object.
+windows::ComPtr<ITypeInfo> TypeInfoOf(const IID& interfaceId);
+
+// Full path of the DLL.
+std::wstring ModulePath();
+
+}  // namespace ado_odbc
