@@ -1,0 +1,36 @@
+// Receives the component's events. A host refreshes its journal view where this one prints a line.
+#pragma once
+
+#include "typelib/Vilnor.h"
+#include "windows/com_ptr.h"
+
+namespace sample_host {
+
+// Connects itself to a BVilnor for as long as it lives. The host owns it as a plain object: the
+// component's references do not keep it alive, and it disconnects before it goes.
+class EventSink : public IDispatch {
+ public:
+  // Raises an AutomationError when the component refuses the connection.
+  explicit EventSink(_BVilnor& source);
+  EventSink(const EventSink&) = delete;
+  EventSink& operator=(const EventSink&) = delete;
+  virtual ~EventSink();
+
+  STDMETHODIMP QueryInterface(REFIID interfaceId, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override { return 1; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** typeInfo) override;
+  STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                             DISPID* ids) override;
+  // The component calls with the dispatch ids of __BVilnor.
+  STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                      VARIANT* result, EXCEPINFO* error, UINT* argumentError) override;
+
+ private:
+  windows::ComPtr<IConnectionPoint> connectionPoint_;
+  DWORD cookie_ = 0;
+};
+
+}  // namespace sample_host

@@ -1,0 +1,14 @@
+// Writing XML elements in ISO-8859-1.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+// "<name>text</name>" and a line break behind `bytes`; markup characters escaped, characters
+// outside ISO-8859-1 as character references. Raises Problem when `text` holds a character that XML
+// forbids.
+void AppendElement(std::string& bytes, const char* name, std::u16string_view text);
+
+}  // namespace simulator

@@ -1,0 +1,1 @@
+"""Exchange files as pages for people."""
