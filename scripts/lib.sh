@@ -1,0 +1,87 @@
+# shellcheck shell=bash
+# What every script shares: messages, waiting with a bound, and undoing at the end whatever was
+# started, also when a step fails or the script is interrupted.
+
+set -euo pipefail
+
+checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+bin=$checkout/build/windows/bin
+
+if [[ -t 1 ]]; then
+  bold=$'\e[1m' green=$'\e[32m' red=$'\e[31m' plain=$'\e[0m'
+else
+  bold='' green='' red='' plain=''
+fi
+# shellcheck disable=SC2034  # for the scripts that source this
+readonly checkout bin bold green red plain
+
+heading() { printf '\n%s== %s%s\n' "$bold" "$*" "$plain"; }
+say() { printf '%s\n' "$*"; }
+
+# One line that says what is wrong and what to do, and the end.
+fail() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+  exit 1
+}
+
+undo=()
+# at_exit COMMAND ARG...: run when the script ends, the last one first.
+at_exit() { undo+=("$(printf '%q ' "$@")"); }
+
+undo_all() {
+  local status=$? step
+  trap - EXIT
+  trap '' INT TERM HUP
+  set +e
+  for ((step = ${#undo[@]} - 1; step >= 0; --step)); do
+    eval "${undo[step]}"
+  done
+  exit "$status"
+}
+trap undo_all EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+trap 'exit 129' HUP
+
+# wait_until SECONDS COMMAND ARG...: false when the command did not come true in time.
+wait_until() {
+  local end=$((SECONDS + $1))
+  shift
+  until "$@"; do
+    ((SECONDS < end)) || return 1
+    sleep 0.05
+  done
+}
+
+is_gone() { ! kill -0 "$1" 2>/dev/null; }
+
+# stop_process PID: ends a process that this script started; by force after ten seconds.
+stop_process() {
+  kill "$1" 2>/dev/null || return 0
+  wait_until 10 is_gone "$1" || kill -KILL "$1" 2>/dev/null
+}
+
+# The folder outside the checkout that holds what is dear to make again.
+cache_folder() {
+  local folder=${VILNOR_CACHE:-${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/vilnor}
+  mkdir -p "$folder" 2>/dev/null ||
+    fail "cannot make the cache folder $folder; name another in VILNOR_CACHE"
+  (cd "$folder" && pwd)
+}
+
+# why_it_failed LOG: the usual causes behind a failed apt-get or mmdebstrap, in one line.
+why_it_failed() {
+  local unreachable='could not (resolve|connect)|unable to connect|temporary failure|failed to fetch'
+  unreachable+='|connection (failed|timed out|refused)'
+  local line cause
+  if line=$(grep -m 1 -iE 'no space left|enough free space' "$1"); then
+    cause="the disk is full"
+  elif line=$(grep -m 1 -iE "$unreachable" "$1"); then
+    cause="Debian's archive cannot be reached"
+  else
+    line=$({ grep -E '^(E|Err|error):' "$1" || cat "$1"; } | tail -n 1)
+    cause="an unexpected error"
+  fi
+  read -r line <<<"$line"
+  say "$cause ($line; see $1)"
+}

@@ -1,0 +1,64 @@
+# shellcheck shell=bash
+# A PostgreSQL server of the script's own: fresh, on a free loopback port, ended with the script.
+
+# begin_postgresql: afterwards $postgresql_port is its port on 127.0.0.1; the user is "vilnor",
+# without a password.
+begin_postgresql() {
+  local programs try
+  programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
+  postgresql=$(mktemp -d "${TMPDIR:-/tmp}/vilnor-pg.XXXXXX")
+  at_exit rm -rf "$postgresql"
+  # The server refuses to run as root.
+  as_server=(env --chdir=/ setpriv --pdeathsig INT)
+  if ((EUID == 0)); then
+    chown postgres "$postgresql"
+    as_server=(env --chdir=/ setpriv --reuid postgres --regid postgres --clear-groups --pdeathsig INT)
+  fi
+  "${as_server[@]}" "$programs/initdb" --pgdata "$postgresql/data" --username vilnor --auth trust \
+    --encoding UTF8 --locale C.UTF-8 --no-sync >"$postgresql/log" 2>&1 ||
+    fail "initdb failed: $(tail -n 1 "$postgresql/log")"
+  for try in 1 2 3 4 5; do
+    postgresql_port=$(free_port)
+    start_postgresql "$programs" && return
+  done
+  fail "PostgreSQL did not start after $try tries: $(tail -n 1 "$postgresql/log")"
+}
+
+# A port that was free a moment ago; another program may take it, so the server's start is tried
+# again.
+free_port() {
+  python3 -c 'import socket
+with socket.socket() as s:
+    s.bind(("127.0.0.1", 0))
+    print(s.getsockname()[1])'
+}
+
+start_postgresql() {
+  "${as_server[@]}" "$1/postgres" -D "$postgresql/data" -p "$postgresql_port" -h 127.0.0.1 \
+    -k "$postgresql" -F >>"$postgresql/log" 2>&1 &
+  postgresql_server=$!
+  if wait_until 30 postgresql_settled && ! is_gone "$postgresql_server"; then
+    at_exit stop_postgresql "$postgresql_server"
+    return
+  fi
+  stop_process "$postgresql_server"
+  return 1
+}
+
+postgresql_settled() {
+  is_gone "$postgresql_server" ||
+    psql --quiet -h "$postgresql" -p "$postgresql_port" -U vilnor -d postgres -c '' 2>/dev/null
+}
+
+# Fast shutdown: clients that are left are cut off.
+stop_postgresql() {
+  kill -INT "$1" 2>/dev/null
+  wait_until 10 is_gone "$1" || kill -QUIT "$1" 2>/dev/null
+}
+
+# make_database NAME: prints the ODBC connection string of a new, empty database.
+make_database() {
+  createdb -h "$postgresql" -p "$postgresql_port" -U vilnor "$1"
+  printf 'Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=%s;Database=%s;Uid=vilnor;%s\n' \
+    "$postgresql_port" "$1" "CommLog=0;ConnSettings=SET DateStyle TO 'ISO, MDY'"
+}

@@ -1,0 +1,65 @@
+# shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
+# Running checks and counting what they find. Each one's output goes to out/check/NAME.log and is
+# shown when it fails.
+
+passed=0
+failed=0
+logs=$checkout/out/check
+rm -rf "$logs"
+mkdir -p "$logs"
+
+# check NAME COMMAND ARG...: one check, good when the command exits with 0.
+check() {
+  local name=$1 status=0
+  shift
+  "$@" >"$logs/$name.log" 2>&1 || status=$?
+  if ((status == 0)); then
+    add "$name" 1 0
+  else
+    add "$name" 0 1
+    tail -n 40 "$logs/$name.log"
+  fi
+}
+
+# googletest NAME SECONDS DRIVE COMMAND ARG...: a GoogleTest program, each of its cases one check.
+# DRIVE is where the program finds this machine's root folder: "Z:" in Wine, "" natively.
+googletest() {
+  local report=$logs/$1.json
+  counted "$1" "$2" "$report" "${@:4}" "--gtest_output=json:$3$report"
+}
+
+# script NAME SECONDS COMMAND ARG...: a program that says "ok CASE" and "not ok CASE".
+script() { counted "$1" "$2" "" "${@:3}"; }
+
+# counted NAME SECONDS REPORT COMMAND ARG...
+counted() {
+  local name=$1 report=$3 log=$logs/$1.log status=0 result good bad
+  timeout --kill-after=30 "$2" "${@:4}" >"$log" 2>&1 </dev/null || status=$?
+  result=$(python3 "$checkout/scripts/count_cases.py" "$status" "$log" ${report:+"$report"})
+  read -r good bad <<<"$result"
+  add "$name" "$good" "$bad"
+  if ((bad)); then
+    tail -n +2 <<<"$result" | sed 's/^/       /'
+    show_failures "$log"
+  fi
+}
+
+# The first failures with what led to them, or the end of a log that has none.
+show_failures() {
+  grep -m 5 -A 12 -E 'Failure$|ERROR:|^not ok' "$1" || tail -n 40 "$1"
+}
+
+# add NAME PASSED FAILED
+add() {
+  local word=${green}ok$plain
+  (($3 == 0)) || word=${red}FAILED$plain
+  printf '%-6s %s: %s passed, %s failed (%s s)\n' "$word" "$1" "$2" "$3" "$SECONDS"
+  passed=$((passed + $2))
+  failed=$((failed + $3))
+}
+
+# The last line of all, and the exit code.
+finish() {
+  printf '%s passed, %s failed\n' "$passed" "$failed"
+  ((failed == 0))
+}
