@@ -1,0 +1,23 @@
+// This build's adapters, made in native/ or windows/.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace platform {
+class Database;
+class Files;
+class ResultDocuments;
+}  // namespace platform
+
+namespace contract {
+
+std::unique_ptr<platform::Database> NewDatabase();
+std::unique_ptr<platform::Files> NewFiles();
+std::unique_ptr<platform::ResultDocuments> NewResultDocuments();
+
+// A full path in the build's own spelling, as the component would be given it ("Z:\tmp\x" under
+// Wine).
+std::u16string PathText(const std::string& nativePath);
+
+}  // namespace contract

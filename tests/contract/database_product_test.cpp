@@ -1,0 +1,120 @@
+// What only one product can show: a locked file, a missing folder, a server that is not there or
+// goes away, a session with settings of its own.
+#include "contract/database_fixture.h"
+
+namespace contract {
+namespace {
+
+using automation::Value;
+
+std::vector<Product> Only(const std::string& name) {
+  auto products = Products();
+  std::erase_if(products, [&](const Product& product) { return product.name != name; });
+  return products;
+}
+
+class SqliteContract : public DatabaseContract {};
+class PostgresqlContract : public DatabaseContract {};
+
+INSTANTIATE_TEST_SUITE_P(Products, SqliteContract, testing::ValuesIn(Only("SQLite")),
+                         [](const auto& instance) { return instance.param.name; });
+INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract, testing::ValuesIn(Only("PostgreSQL")),
+                         [](const auto& instance) { return instance.param.name; });
+// main() says so when PostgreSQL is not tested.
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
+
+TEST_P(SqliteContract, AFileInAMissingFolderCannotBeOpened) {
+  const auto missing = database->NewConnection();
+  const auto raised = ErrorOf(
+      [&] { missing->Open(u"Driver=SQLite3;Database=/nonexistent/folder/x.db", u"", u"", -1); });
+  EXPECT_EQ(raised.number, kFailure);
+  EXPECT_THAT(raised.text, HasText(u"[SQLite]"));
+}
+
+TEST_P(SqliteContract, ALockHeldByAnotherIsWaitedForAsLongAsTheStringSays) {
+  connection->BeginTrans();
+  Run(u"INSERT INTO Trial (Number) VALUES (1)");
+  const auto second = database->NewConnection();
+  second->Open(GetParam().connectionString + u";Timeout=50", u"", u"", -1);
+  const auto raised =
+      ErrorOf([&] { second->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); });
+  EXPECT_EQ(raised.number, kFailure);
+  EXPECT_THAT(raised.text, HasText(u"database is locked"));
+
+  connection->CommitTrans();
+  second->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1);
+  EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{2}));
+}
+
+TEST_P(SqliteContract, TextIsStoredAsUtf8WhateverTheLocale) {
+  Run(u"INSERT INTO Trial (Note) VALUES ('å\u4E2D😀')");
+  EXPECT_EQ(Scalar(u"SELECT hex(Note) FROM Trial"), Value(u"C3A5E4B8ADF09F9880"));
+}
+
+TEST_P(SqliteContract, LettersInTheDriversTextAreReadRight) {
+  EXPECT_THAT(ErrorOf([&] { Run(u"SELECT 1 FROM Ärende"); }).text, HasText(u"Ärende"));
+}
+
+TEST_P(SqliteContract, ContentThatIsNoValueOfItsColumnsTypeStaysTheTextThatItIs) {
+  Run(u"INSERT INTO Trial (Number, Moment, Flag) VALUES ('many', 'soon', 'maybe')");
+  const auto row = Query(u"SELECT Number, Moment, Flag FROM Trial");
+  EXPECT_EQ(row->Field(0), Value(u"many"));
+  EXPECT_EQ(row->Field(1), Value(u"soon"));
+  EXPECT_EQ(row->Field(2), Value(u"maybe"));
+}
+
+TEST_P(PostgresqlContract, AServerThatIsNotThereRaisesTheDriversText) {
+  const auto nowhere = database->NewConnection();
+  const auto raised = ErrorOf([&] {
+    nowhere->Open(u"Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=1;Database=x;UID=x", u"", u"",
+                  -1);
+  });
+  EXPECT_EQ(raised.number, kFailure);
+  EXPECT_THAT(raised.text, HasText(u"127.0.0.1"));
+}
+
+TEST_P(PostgresqlContract, TheUserGivenToOpenGoesBeforeTheStrings) {
+  const auto unknown = database->NewConnection();
+  const auto raised =
+      ErrorOf([&] { unknown->Open(GetParam().connectionString, u"no_such_user", u"secret", -1); });
+  EXPECT_NE(raised.number, 0);
+  EXPECT_THAT(raised.text, HasText(u"no_such_user"));
+}
+
+TEST_P(PostgresqlContract, DatesReadRightWhateverDateStyleTheSessionBeginsWith) {
+  for (const std::u16string style : {u"German, DMY", u"SQL, DMY", u"ISO, YMD", u"Postgres, MDY"}) {
+    connection = database->NewConnection();
+    connection->Open(
+        GetParam().connectionString + u";ConnSettings=SET DateStyle TO '" + style + u"'", u"", u"",
+        -1);
+    Run(u"DELETE FROM Trial");
+    Run(u"INSERT INTO Trial (Number, Moment, Day) VALUES (1, '02-03-2026 14:05:00',"
+        u" #02-03-2026#)");
+    const auto row = Query(u"SELECT Moment, Day FROM Trial");
+    EXPECT_EQ(row->Field(0), Value(Moment(2026, 2, 3, 14, 5)));
+    EXPECT_EQ(row->Field(1), Value(Moment(2026, 2, 3)));
+  }
+}
+
+TEST_P(PostgresqlContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
+  auto lost = NewOpenConnection();
+  const auto process = lost->Execute(u"SELECT pg_backend_pid()", -1)->Field(0);
+  lost->BeginTrans();
+  lost->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
+  Run(u"SELECT pg_terminate_backend(" + automation::Decimal10(process.As<std::int32_t>()) + u")");
+
+  EXPECT_NE(ErrorOf([&] { lost->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); }).number,
+            0);
+  ErrorOf([&] { lost->RollbackTrans(); });
+  EXPECT_EQ(ErrorOf([&] { lost->RollbackTrans(); }).number, kNoTransaction);
+  lost = NewOpenConnection();
+  EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
+}
+
+TEST_P(PostgresqlContract, AFixedWidthTextComesWithItsBlanks) {
+  Run(u"INSERT INTO Trial (Code) VALUES ('ab')");
+  EXPECT_EQ(Query(u"SELECT Code FROM Trial")->Field(0), Value(u"ab   "));
+}
+
+}  // namespace
+}  // namespace contract

@@ -1,0 +1,249 @@
+// States, errors, cursor and clones of the recordset.
+#include "contract/database_fixture.h"
+
+namespace contract {
+namespace {
+
+using automation::Value;
+using platform::CursorType;
+using platform::LockType;
+
+Value Number(std::int32_t number) {
+  return number;
+}
+
+constexpr std::u16string_view kNoRecordText =
+    u"Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+    u"requires a current record.";
+constexpr std::u16string_view kNoItemText =
+    u"Item cannot be found in the collection corresponding to the requested name or ordinal.";
+
+class RecordsetContract : public DatabaseContract {
+ protected:
+  void SetUp() override {
+    DatabaseContract::SetUp();
+    for (const auto* values : {u"(1, 'Åsa')", u"(2, 'Örjan')", u"(3, NULL)"}) {
+      Run(std::u16string(u"INSERT INTO Trial (Number, Name) VALUES ") + values);
+    }
+  }
+  std::unique_ptr<platform::Recordset> All() {
+    return Query(u"SELECT Number, Name FROM Trial ORDER BY Number");
+  }
+  std::unique_ptr<platform::Recordset> None() {
+    return Query(u"SELECT Number FROM Trial WHERE Number = 99");
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Products, RecordsetContract, testing::ValuesIn(Products()),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST_P(RecordsetContract, EveryReadingCallOnAClosedRecordsetRaises3704) {
+  const auto closed = database->NewRecordset();
+  for (const auto& raised :
+       {ErrorOf([&] { closed->Eof(); }), ErrorOf([&] { closed->MoveNext(); }),
+        ErrorOf([&] { closed->Field(u"Number"); }), ErrorOf([&] { closed->Field(0); }),
+        ErrorOf([&] { closed->SetField(u"Number", Number(1)); }),
+        ErrorOf([&] { closed->Clone(LockType::Unspecified); }),
+        ErrorOf([&] { closed->Close(); })}) {
+    EXPECT_EQ(raised.number, 3704);
+    EXPECT_EQ(raised.text, kClosedText);
+  }
+}
+
+TEST_P(RecordsetContract, AnOpenRecordsetCannotBeOpenedNorItsCursorPlaced) {
+  const auto recordset = All();
+  for (const auto& raised :
+       {ErrorOf([&] {
+          recordset->Open(u"SELECT 1", *connection, CursorType::Static, LockType::BatchOptimistic,
+                          -1);
+        }),
+        ErrorOf([&] { recordset->SetCursorLocation(platform::CursorLocation::Server); })}) {
+    EXPECT_EQ(raised.number, 3705);
+    EXPECT_EQ(raised.text, kOpenText);
+  }
+  EXPECT_EQ(recordset->Field(u"Number"), Number(1)) << "the failed calls change nothing";
+}
+
+TEST_P(RecordsetContract, ARecordsetWithoutRowsIsOpenAndStaysOpen) {
+  const auto recordset = None();
+  EXPECT_TRUE(recordset->Eof());
+  EXPECT_EQ(ErrorOf([&] {
+              recordset->Open(u"SELECT 1", *connection, CursorType::Static,
+                              LockType::BatchOptimistic, -1);
+            }).number,
+            3705);
+}
+
+TEST_P(RecordsetContract, OpeningOnAClosedConnectionRaises3709) {
+  const auto closed = database->NewConnection();
+  const auto recordset = database->NewRecordset();
+  const auto raised = ErrorOf([&] {
+    recordset->Open(u"SELECT 1", *closed, CursorType::Static, LockType::BatchOptimistic, -1);
+  });
+  EXPECT_EQ(raised.number, 3709);
+  EXPECT_EQ(raised.text,
+            u"The connection cannot be used to perform this operation. It is either closed or "
+            u"invalid in this context.");
+}
+
+TEST_P(RecordsetContract, AStatementThatFailsLeavesTheRecordsetClosed) {
+  const auto recordset = database->NewRecordset();
+  EXPECT_EQ(ErrorOf([&] {
+              recordset->Open(u"SELEC 1", *connection, CursorType::Static,
+                              LockType::BatchOptimistic, -1);
+            }).number,
+            kErrorsInCommand);
+  EXPECT_EQ(ErrorOf([&] { recordset->Eof(); }).number, 3704);
+}
+
+TEST_P(RecordsetContract, RowsComeInOrderUntilTheEnd) {
+  const auto recordset = All();
+  EXPECT_EQ(recordset->Field(u"Name"), Value(u"Åsa"));
+  recordset->MoveNext();
+  EXPECT_EQ(recordset->Field(u"Name"), Value(u"Örjan"));
+  recordset->MoveNext();
+  EXPECT_TRUE(recordset->Field(u"Name").IsNull());
+  EXPECT_FALSE(recordset->Eof());
+  recordset->MoveNext();
+  EXPECT_TRUE(recordset->Eof());
+}
+
+TEST_P(RecordsetContract, BehindTheLastRowMovingReadingAndWritingRaise3021) {
+  const auto recordset = None();
+  for (const auto& raised :
+       {ErrorOf([&] { recordset->MoveNext(); }), ErrorOf([&] { recordset->Field(u"Number"); }),
+        ErrorOf([&] { recordset->Field(0); }),
+        ErrorOf([&] { recordset->SetField(u"Number", Number(1)); })}) {
+    EXPECT_EQ(raised.number, 3021);
+    EXPECT_EQ(raised.text, kNoRecordText);
+  }
+}
+
+TEST_P(RecordsetContract, AFieldIsFoundByItsNameInAnyCaseOrItsPlaceFrom0) {
+  const auto recordset = All();
+  EXPECT_EQ(recordset->Field(u"NUMBER"), Number(1));
+  EXPECT_EQ(recordset->Field(u"number"), Number(1));
+  EXPECT_EQ(recordset->Field(0), Number(1));
+  EXPECT_EQ(recordset->Field(1), Value(u"Åsa"));
+}
+
+TEST_P(RecordsetContract, AFieldThatIsNotThereRaises3265) {
+  const auto recordset = All();
+  for (const auto& raised :
+       {ErrorOf([&] { recordset->Field(u"Nmae"); }), ErrorOf([&] { recordset->Field(u""); }),
+        ErrorOf([&] { recordset->Field(2); }), ErrorOf([&] { recordset->Field(-1); }),
+        ErrorOf([&] { recordset->SetField(u"Nmae", Value(u"x")); })}) {
+    EXPECT_EQ(raised.number, 3265);
+    EXPECT_EQ(raised.text, kNoItemText);
+  }
+}
+
+TEST_P(RecordsetContract, AClosedRecordsetCanBeOpenedAgain) {
+  const auto recordset = All();
+  recordset->Close();
+  recordset->Open(u"SELECT 'again'", *connection, CursorType::Keyset, LockType::Optimistic, -1);
+  EXPECT_EQ(recordset->Field(0), Value(u"again"));
+}
+
+TEST_P(RecordsetContract, ACloneStandsOnTheFirstRowAndMovesOnItsOwn) {
+  const auto recordset = All();
+  recordset->MoveNext();
+  const auto clone = recordset->Clone(LockType::Unspecified);
+  EXPECT_EQ(clone->Field(u"Number"), Number(1));
+  clone->MoveNext();
+  clone->MoveNext();
+  EXPECT_EQ(clone->Field(u"Number"), Number(3));
+  EXPECT_EQ(recordset->Field(u"Number"), Number(2));
+}
+
+TEST_P(RecordsetContract, ACloneOutlivesItsSourceAndTheConnection) {
+  auto recordset = All();
+  const auto clone = recordset->Clone(LockType::Unspecified);
+  recordset->Close();
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Åsa"));
+  recordset.reset();
+  connection.reset();
+  clone->MoveNext();
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Örjan"));
+}
+
+TEST_P(RecordsetContract, ClosingACloneLeavesItsSourceOpen) {
+  const auto recordset = All();
+  recordset->Clone(LockType::Unspecified)->Close();
+  EXPECT_EQ(recordset->Field(u"Number"), Number(1));
+}
+
+TEST_P(RecordsetContract, AKeysetRecordsetAtTheClientIsClonedToo) {
+  const auto recordset = database->NewRecordset();
+  recordset->SetCursorLocation(platform::CursorLocation::Client);
+  recordset->Open(u"SELECT Number FROM Trial ORDER BY Number", *connection, CursorType::Keyset,
+                  LockType::Optimistic, -1);
+  EXPECT_EQ(recordset->Clone(LockType::Unspecified)->Field(0), Number(1));
+}
+
+TEST_P(RecordsetContract, RowsAreHeldWhateverHappensToTheTable) {
+  const auto recordset = All();
+  Run(u"DELETE FROM Trial");
+  recordset->MoveNext();
+  EXPECT_EQ(recordset->Field(u"Number"), Number(2));
+}
+
+TEST_P(RecordsetContract, AWrittenFieldIsReadBackAndTheDatabaseIsNotWritten) {
+  const auto recordset = All();
+  recordset->SetField(u"Name", Value(u"Ändrad"));
+  EXPECT_EQ(recordset->Field(u"Name"), Value(u"Ändrad"));
+  EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 1"), Value(u"Åsa"));
+  recordset->Close();
+  EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 1"), Value(u"Åsa"));
+}
+
+TEST_P(RecordsetContract, ACloneSeesAWrittenFieldOnceItsRowIsLeft) {
+  const auto recordset = All();
+  const auto clone = recordset->Clone(LockType::Unspecified);
+  recordset->SetField(u"Name", Value(u"Ändrad"));
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Åsa")) << "the record is still in the writer's hand";
+  recordset->MoveNext();
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Ändrad"));
+  EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 1"), Value(u"Åsa"));
+}
+
+TEST_P(RecordsetContract, ACloneOfAClosedSourceIsWritten) {
+  const auto recordset = All();
+  const auto clone = recordset->Clone(LockType::Unspecified);
+  recordset->Close();
+  clone->SetField(u"Name", Value(u"Ändrad"));
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Ändrad"));
+}
+
+TEST_P(RecordsetContract, AReadOnlyRecordsetRefusesWriting) {
+  const auto clone = All()->Clone(LockType::ReadOnly);
+  EXPECT_EQ(ErrorOf([&] { clone->SetField(u"Name", Value(u"x")); }).number, 3251);
+  EXPECT_EQ(clone->Field(u"Name"), Value(u"Åsa"));
+}
+
+TEST_P(RecordsetContract, AQueryThroughTheConnectionGivesItsRows) {
+  const auto rows = connection->Execute(u"SELECT Number FROM Trial ORDER BY Number", -1);
+  EXPECT_FALSE(rows->Eof());
+  EXPECT_EQ(rows->Field(0), Number(1));
+  rows->MoveNext();
+  EXPECT_EQ(rows->Field(u"Number"), Number(2));
+}
+
+TEST_P(RecordsetContract, AStatementWithoutRowsGivesAClosedRecordset) {
+  const auto rows = connection->Execute(u"UPDATE Trial SET Number = 5 WHERE Number = 3", -1);
+  EXPECT_EQ(ErrorOf([&] { rows->Eof(); }).number, 3704);
+  EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 5"), Value(automation::Null()));
+}
+
+TEST_P(RecordsetContract, AStatementThatFindsNothingToChangeSucceeds) {
+  EXPECT_EQ(ErrorOf([&] { Run(u"DELETE FROM Trial WHERE Number = 0"); }).number, 0);
+}
+
+TEST_P(RecordsetContract, ARecordsetOpenedOnAStatementWithoutRowsStaysClosed) {
+  const auto recordset = Query(u"DELETE FROM Trial WHERE Number = 3");
+  EXPECT_EQ(ErrorOf([&] { recordset->Eof(); }).number, 3704);
+  EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Number(2));
+}
+
+}  // namespace
+}  // namespace contract

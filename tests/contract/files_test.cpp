@@ -1,0 +1,88 @@
+// What the component relies on when it touches files and folders.
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include "contract/adapters.h"
+#include "contract/temporary_folder.h"
+#include "fakes/printing.h"
+
+namespace contract {
+namespace {
+
+using fakes::ErrorNumberOf;
+
+class Files : public testing::Test {
+ protected:
+  std::size_t FilesInFolder() const {
+    return static_cast<std::size_t>(
+        std::distance(std::filesystem::directory_iterator(folder_.path()), {}));
+  }
+  TemporaryFolder folder_;
+  std::unique_ptr<platform::Files> files_ = NewFiles();
+};
+
+TEST_F(Files, FoldersAreMadeOneLevelAtATime) {
+  EXPECT_FALSE(files_->FolderExists(folder_ / "Vilnor"));
+  files_->CreateFolder(folder_ / "Vilnor");
+  EXPECT_TRUE(files_->FolderExists(folder_ / "Vilnor"));
+  EXPECT_EQ(ErrorNumberOf([&] { files_->CreateFolder(folder_ / "Vilnor"); }), 58);
+  EXPECT_EQ(ErrorNumberOf([&] { files_->CreateFolder(folder_ / "none/Vilnor"); }), 76);
+}
+
+TEST_F(Files, AFileIsNoFolder) {
+  folder_.Write("file", "x");
+  EXPECT_FALSE(files_->FolderExists(folder_ / "file"));
+  EXPECT_EQ(ErrorNumberOf([&] { files_->CreateFolder(folder_ / "file"); }), 58);
+}
+
+TEST_F(Files, LengthsAreBytesAndZeroForAFolder) {
+  folder_.Write("Länk.exe", "12345");
+  folder_.Write("empty", "");
+  EXPECT_EQ(files_->FileLength(folder_ / "Länk.exe"), 5);
+  EXPECT_EQ(files_->FileLength(folder_ / "empty"), 0);
+  EXPECT_EQ(files_->FileLength(PathText(folder_.path().string())), 0);
+  EXPECT_EQ(ErrorNumberOf([&] { files_->FileLength(folder_ / "none"); }), 53);
+  EXPECT_EQ(ErrorNumberOf([&] { files_->FileLength(folder_ / "none/none"); }), 53);
+}
+
+TEST_F(Files, ADeletedFileIsGone) {
+  folder_.Write("Öppen.xml", "x");
+  files_->DeleteFile(folder_ / "Öppen.xml");
+  EXPECT_EQ(FilesInFolder(), 0U);
+  EXPECT_EQ(ErrorNumberOf([&] { files_->DeleteFile(folder_ / "Öppen.xml"); }), 53);
+}
+
+TEST_F(Files, ContentsReplaceAnOlderFileWhollyAndLeaveNoOther) {
+  const std::string bytes("<a>\xC5\0\r\n</a>", 11);
+  files_->ReplaceContents(folder_ / "In Åsa.xml", std::string(100000, 'x'));
+  EXPECT_EQ(folder_.Read("In Åsa.xml").size(), 100000U);
+  files_->ReplaceContents(folder_ / "In Åsa.xml", bytes);
+  EXPECT_EQ(folder_.Read("In Åsa.xml"), bytes);
+  files_->ReplaceContents(folder_ / "In Åsa.xml", "");
+  EXPECT_EQ(folder_.Read("In Åsa.xml"), "");
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(Files, ContentsForAMissingFolderAreAnErrorAndNothingIsLeft) {
+  EXPECT_EQ(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / "none/x.xml", "x"); }), 76);
+  EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+TEST_F(Files, ContentsInPlaceOfAFolderAreAnErrorAndNothingIsLeft) {
+  files_->CreateFolder(folder_ / "x.xml");
+  EXPECT_NE(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / "x.xml", "x"); }), 0);
+  EXPECT_TRUE(files_->FolderExists(folder_ / "x.xml"));
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(Files, ANameThatCannotBeOneIsAnError) {
+  const std::string longName(5000, 'x');
+  EXPECT_NE(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / longName, "x"); }), 0);
+  EXPECT_NE(ErrorNumberOf([&] { files_->CreateFolder(folder_ / longName); }), 0);
+  EXPECT_NE(ErrorNumberOf([&] { files_->FileLength(folder_ / longName); }), 0);
+  EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+}  // namespace
+}  // namespace contract

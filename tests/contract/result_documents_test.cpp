@@ -1,0 +1,99 @@
+// What the component relies on when it reads a result file, whichever parser reads it.
+#include <gtest/gtest.h>
+
+#include "contract/adapters.h"
+#include "contract/temporary_folder.h"
+#include "fakes/printing.h"
+#include "platform/files.h"
+#include "platform/result_document.h"
+
+namespace contract {
+namespace {
+
+using automation::Value;
+using fakes::ErrorNumberOf;
+
+class ResultDocuments : public testing::Test {
+ protected:
+  std::unique_ptr<platform::ResultDocument> Load(const std::string& bytes) {
+    folder_.Write("Out Åsa.xml", bytes);
+    auto document = documents_->New();
+    document->Load(folder_ / "Out Åsa.xml");
+    return document;
+  }
+  // The document's first element `a`.
+  Value FirstOf(const std::string& bytes) { return Load(bytes)->FirstValue(u"a"); }
+
+  TemporaryFolder folder_;
+  std::unique_ptr<platform::ResultDocuments> documents_ = NewResultDocuments();
+};
+
+TEST_F(ResultDocuments, GiveAnElementsTextAsText) {
+  auto document =
+      Load("<?xml version='1.0' encoding='ISO-8859-1'?><r><a>4711</a><b>\xC5sa</b></r>");
+  EXPECT_EQ(document->GetParseError().code, 0);
+  EXPECT_EQ(document->FirstValue(u"a"), Value(u"4711"));
+  EXPECT_EQ(document->FirstValue(u"b"), Value(u"Åsa"));
+}
+
+TEST_F(ResultDocuments, FindTheFirstElementInDocumentOrderWhereverItStands) {
+  EXPECT_EQ(FirstOf("<r><x><y><a>1</a></y></x><a>2</a></r>"), Value(u"1"));
+  EXPECT_EQ(FirstOf("<a>1<a>2</a></a>"), Value(u"12"));
+}
+
+TEST_F(ResultDocuments, RaiseObjectNotSetForAMissingElement) {
+  auto document = Load("<r><A>1</A></r>");
+  EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+}
+
+TEST_F(ResultDocuments, GiveEmptyTextForAnEmptyElement) {
+  EXPECT_EQ(FirstOf("<r><a/></r>"), Value(u""));
+  EXPECT_EQ(FirstOf("<r><a></a></r>"), Value(u""));
+}
+
+TEST_F(ResultDocuments, ReadReferencesSectionsAndUtf8) {
+  EXPECT_EQ(FirstOf("<r><a>1&amp;2&#38;3&#x20AC;</a></r>"), Value(u"1&2&3€"));
+  EXPECT_EQ(FirstOf("<r><a><![CDATA[<&>]]></a></r>"), Value(u"<&>"));
+  EXPECT_EQ(FirstOf("<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
+  EXPECT_EQ(FirstOf("\xEF\xBB\xBF<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
+}
+
+TEST_F(ResultDocuments, SayThatAFileIsMissing) {
+  auto document = documents_->New();
+  document->Load(folder_ / "nowhere.xml");
+  EXPECT_NE(document->GetParseError().code, 0);
+  EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+}
+
+TEST_F(ResultDocuments, SayThatAFileIsNoDocument) {
+  for (const char* bytes :
+       {"", " ", "text", "<r>", "<r></s>", "<r><a>1</a></r><r/>", "<r a=1/>", "<r>&none;</r>",
+        "<?xml version='1.0' encoding='UTF-8'?><r>\xE5</r>", "<r>\x01</r>"}) {
+    EXPECT_NE(Load(bytes)->GetParseError().code, 0) << bytes;
+  }
+}
+
+TEST_F(ResultDocuments, ForgetTheOldDocumentWhenANewOneFails) {
+  auto document = Load("<r><a>1</a></r>");
+  folder_.Write("bad.xml", "<r>");
+  document->Load(folder_ / "bad.xml");
+  EXPECT_NE(document->GetParseError().code, 0);
+  EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+}
+
+TEST_F(ResultDocuments, DoNotReadExternalEntities) {
+  folder_.Write("secret.txt", "SECRET");
+  auto document = Load("<!DOCTYPE r [<!ENTITY e SYSTEM 'secret.txt'>]><r><a>x&e;</a></r>");
+  if (document->GetParseError().code == 0) {
+    const Value value = document->FirstValue(u"a");
+    EXPECT_EQ(value.As<std::u16string>().find(u"SECRET"), std::u16string::npos);
+  }
+}
+
+TEST_F(ResultDocuments, LeaveTheFileFree) {
+  auto document = Load("<r><a>1</a></r>");
+  EXPECT_EQ(ErrorNumberOf([&] { NewFiles()->DeleteFile(folder_ / "Out Åsa.xml"); }), 0);
+}
+
+}  // namespace
+}  // namespace contract

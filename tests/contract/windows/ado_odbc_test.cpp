@@ -1,0 +1,173 @@
+// What AdoOdbc.dll owes to Windows beside the database contract: scripts, paths, registration,
+// unloading.
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/text.h"
+#include "contract/adapters.h"
+#include "platform/database.h"
+#include "windows/com_ptr.h"
+#include "windows/win32.h"
+
+namespace contract {
+namespace {
+
+constexpr CLSID kConnectionClass = {
+    0x00000514, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
+constexpr auto kConnectionKey = L"CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}";
+
+::windows::ComPtr<IDispatch> NewAdoConnection() {
+  ::windows::ComPtr<IDispatch> connection;
+  CoCreateInstance(kConnectionClass, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                   connection.ReceiveVoid());
+  return connection;
+}
+
+// One of the DLL's exports; null when it does not serve the class.
+template <class Function>
+Function Export(const char* name) {
+  const HMODULE module = GetModuleHandleW(L"AdoOdbc.dll");
+  return module == nullptr
+             ? nullptr
+             : reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
+using Answer = HRESULT(STDAPICALLTYPE*)();
+
+bool HasKey(const std::wstring& key) {
+  HKEY opened = nullptr;
+  const bool found =
+      RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &opened) == ERROR_SUCCESS;
+  if (found) {
+    RegCloseKey(opened);
+  }
+  return found;
+}
+
+std::filesystem::path ScratchDatabase() {
+  return std::filesystem::temp_directory_path() /
+         (L"vilnor-ado-" + std::to_wstring(GetCurrentProcessId()) + L".db");
+}
+
+struct Pipe {
+  void operator()(std::FILE* stream) const { _pclose(stream); }
+};
+
+// What a command prints, line by line.
+std::vector<std::string> OutputOf(const std::string& command) {
+  const std::unique_ptr<std::FILE, Pipe> stream(_popen(command.c_str(), "rt"));
+  std::vector<std::string> lines;
+  for (std::array<char, 1024> line{};
+       stream && std::fgets(line.data(), static_cast<int>(line.size()), stream.get()) != nullptr;) {
+    std::string text = line.data();
+    text.erase(text.find_last_not_of("\r\n") + 1);
+    lines.push_back(text);
+  }
+  return lines;
+}
+
+class AdoOdbc : public testing::Test {
+ protected:
+  ~AdoOdbc() override {
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+  }
+  // Brings the thread into its apartment.
+  std::unique_ptr<platform::Database> database = NewDatabase();
+  std::filesystem::path file = ScratchDatabase();
+};
+
+TEST_F(AdoOdbc, AScriptReadsWritesAndMeetsErrorsLateBound) {
+  const std::string script = VILNOR_SOURCE_DIR "/tests/contract/windows/late_bound.vbs";
+  const std::vector<std::string> expected = {
+      "closed 0",
+      "open 1",
+      "affected 1",
+      "identity 2",
+      "fields 6",
+      "ID 3",
+      "Fornavn 8",
+      "Belopp 14",
+      "Pris 6",
+      "Dato 7",
+      "Aktiv 11",
+      "name 197sa",
+      "by number 11",
+      "year 2026 minute 5",
+      "null True end False",
+      "end True",
+      "rows 2",
+      "clone first second",
+      "closed: 3704 Operation is not allowed when the object is closed.",
+      "name: 3265 Item cannot be found in the collection corresponding to the requested name or "
+      "ordinal.",
+      "end: 3021 Either BOF or EOF is True, or the current record has been deleted. Requested "
+      "operation requires a current record.",
+      "open: 3705 Operation is not allowed when the object is open.",
+      "transaction: -2147168242 No transaction is active.",
+      "statement: -2147217900 [SQLite]near \"SELEC\": syntax error (1)",
+      "errors 1 1",
+      "left out: 3251 Object or provider is not capable of performing requested operation.",
+      "connection: 3709 The connection cannot be used to perform this operation. It is either "
+      "closed or invalid in this context.",
+  };
+  EXPECT_EQ(OutputOf("cscript //nologo Z:" + script + " " + file.string()), expected);
+}
+
+TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
+  ASSERT_FALSE(std::filesystem::exists(file));
+  const auto connection = database->NewConnection();
+  connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
+  connection->Execute(u"CREATE TABLE T (A integer)", -1);
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(AdoOdbc, TheDllStaysLoadedAsLongAsAnyOfItsObjectsLives) {
+  auto connection = NewAdoConnection();
+  const auto canUnload = Export<Answer>("DllCanUnloadNow");
+  ASSERT_NE(canUnload, nullptr) << "ADO's class is not AdoOdbc's";
+  EXPECT_EQ(canUnload(), S_FALSE);
+
+  // Has the type library loaded too, by which a script would find the member.
+  auto* name = const_cast<wchar_t*>(L"Errors");
+  DISPID member = 0;
+  ASSERT_EQ(connection->GetIDsOfNames(IID_NULL, &name, 1, 0, &member), S_OK);
+  VARIANT errors;
+  VariantInit(&errors);
+  DISPPARAMS none{};
+  ASSERT_EQ(connection->Invoke(member, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &errors, nullptr,
+                               nullptr),
+            S_OK);
+  connection = {};
+  EXPECT_EQ(canUnload(), S_FALSE) << "the collection outlives its connection";
+  VariantClear(&errors);
+  EXPECT_EQ(canUnload(), S_OK);
+}
+
+TEST_F(AdoOdbc, UnregisteringLeavesNothingAndRegisteringBringsAllBack) {
+  const auto connection = NewAdoConnection();
+  const auto unregisterServer = Export<Answer>("DllUnregisterServer");
+  const auto registerServer = Export<Answer>("DllRegisterServer");
+  ASSERT_TRUE(unregisterServer != nullptr && registerServer != nullptr);
+
+  const std::vector<std::wstring> keys = {kConnectionKey, L"ADODB.Connection",
+                                          L"ADODB.Connection.2.8", L"ADODB.Recordset",
+                                          L"ADODB.Recordset.2.8"};
+  EXPECT_EQ(unregisterServer(), S_OK);
+  for (const auto& key : keys) {
+    EXPECT_FALSE(HasKey(key));
+  }
+  EXPECT_EQ(unregisterServer(), S_OK) << "nothing is left to remove, and that is no failure";
+  EXPECT_EQ(registerServer(), S_OK);
+  for (const auto& key : keys) {
+    EXPECT_TRUE(HasKey(key));
+  }
+}
+
+}  // namespace
+}  // namespace contract

@@ -1,0 +1,67 @@
+' Uses ADO as a host's script does, late bound. Argument: the database file. Prints what it reads.
+Option Explicit
+Dim connection, recordset, clone, field, affected, value
+
+Sub Report(what)
+  WScript.Echo what & ": " & Err.Number & " " & Err.Description
+  Err.Clear
+End Sub
+
+Set connection = CreateObject("ADODB.Connection")
+WScript.Echo "closed " & connection.State
+connection.Open "Driver=SQLite3;Database=" & WScript.Arguments(0)
+WScript.Echo "open " & connection.State
+
+connection.Execute "DROP TABLE IF EXISTS Script"
+connection.Execute "CREATE TABLE Script (ID integer primary key autoincrement, Fornavn varchar(50)," & _
+  " Belopp numeric(10,2), Pris currency, Dato timestamp, Aktiv boolean)"
+connection.Execute "INSERT INTO Script (Fornavn, Belopp, Pris, Dato, Aktiv) VALUES" & _
+  " ('" & Chr(197) & "sa', 12.50, 99.5, #11-16-2026 14:05:00#, 1)", affected
+WScript.Echo "affected " & affected
+connection.Execute "INSERT INTO Script (Fornavn) VALUES (NULL)"
+WScript.Echo "identity " & connection.Execute("Select @@Identity")(0)
+
+Set recordset = connection.Execute("SELECT * FROM Script ORDER BY ID")
+WScript.Echo "fields " & recordset.Fields.Count
+For Each field In recordset.Fields
+  WScript.Echo field.Name & " " & VarType(field.Value)
+Next
+WScript.Echo "name " & Asc(recordset.Fields("Fornavn").Value) & Mid(recordset("fornavn"), 2)
+WScript.Echo "by number " & recordset(0) & recordset.Fields(0)
+WScript.Echo "year " & Year(recordset("Dato")) & " minute " & Minute(recordset("Dato").Value)
+recordset.MoveNext
+WScript.Echo "null " & IsNull(recordset("Fornavn").Value) & " end " & recordset.EOF
+recordset.MoveNext
+WScript.Echo "end " & recordset.EOF
+
+Set recordset = CreateObject("ADODB.Recordset")
+recordset.CursorLocation = 3
+recordset.Open "SELECT * FROM Script ORDER BY ID", connection, 3, 4
+WScript.Echo "rows " & recordset.RecordCount
+Set clone = recordset.Clone
+recordset("Fornavn") = "first"
+recordset.Fields("Fornavn") = recordset("Fornavn") & " second"
+recordset.MoveNext
+recordset.Close
+WScript.Echo "clone " & clone.Fields("Fornavn").Value
+
+On Error Resume Next
+value = recordset.EOF
+Report "closed"
+value = clone.Fields("Nmae")
+Report "name"
+clone.MoveNext
+clone.MoveNext
+clone.MoveNext
+Report "end"
+connection.Open
+Report "open"
+connection.RollbackTrans
+Report "transaction"
+connection.Execute "SELEC 1"
+Report "statement"
+WScript.Echo "errors " & connection.Errors.Count & " " & connection.Errors(0).NativeError
+value = clone.GetString
+Report "left out"
+recordset.Open "SELECT 1", Nothing
+Report "connection"

@@ -1,0 +1,79 @@
+// Each transaction leaves all or nothing: each of its calls fails in turn, once without reaching
+// the database and once with its answer lost.
+#include <functional>
+
+#include "automation/text.h"
+#include "databases/clinic.h"
+
+namespace databases {
+namespace {
+
+struct Write {
+  std::string name;
+  std::function<void(db::DBVilnor&)> run;
+};
+
+std::vector<Write> Writes() {
+  return {
+      {"AddNewCaseOfApplication",
+       [](auto& database) { database.AddNewCase(4711, 12, 3, u"VL-9", 77, 1, 5, u"åsa", u"K-9"); }},
+      {"AddNewCaseOfPatient",
+       [](auto& database) { database.AddNewCase(4711, 12, 3, u"VL-9", 4711, 9, 5, u"åsa"); }},
+      {"UpdateCaseById", [](auto& database) { database.UpdateCaseById(102, u"3072", 1); }},
+      {"UpdateCase", [](auto& database) { database.UpdateCase(u"3072", 4712, 1, 9); }},
+      {"DeleteCase", [](auto& database) { database.DeleteCase(u"2072"); }},
+      {"DeleteFHP", [](auto& database) { database.DeleteFHP(71); }}};
+}
+
+class AllOrNothing : public Clinic {
+ protected:
+  // Runs the operation with its n-th call broken for n = 1, 2, … until it has fewer calls, and
+  // gives their number.
+  int BreakEachCall(const Write& write, Break how) {
+    MakeHostDatabase();
+    const auto before = Written();
+    for (int step = 1;; ++step) {
+      dialogs.shown.clear();
+      db::RenewGDB();
+      database.BreakStep(step, how);
+      write.run(*db::GDB());
+      const std::u16string broken = database.BrokenCall();
+      database.BreakNothing();
+      db::ReleaseGDB();
+      if (broken.empty()) {
+        EXPECT_TRUE(Boxes().empty()) << automation::ToUtf8(Boxes()[0]);
+        EXPECT_NE(Written(), before) << "unbroken, it writes";
+        return step - 1;
+      }
+      SCOPED_TRACE(automation::ToUtf8(broken));
+      EXPECT_FALSE(Boxes().empty());
+      // A commit whose answer is lost has been made: then it is all.
+      if (broken == u"CommitTrans" && how == Break::Afterwards) {
+        EXPECT_NE(Written(), before);
+        return step;
+      }
+      EXPECT_EQ(Written(), before);
+    }
+  }
+};
+
+TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
+  int broken = 0;
+  for (const auto& write : Writes()) {
+    SCOPED_TRACE(write.name);
+    broken += BreakEachCall(write, Break::Instead);
+  }
+  EXPECT_EQ(broken, 7 + 7 + 8 + 8 + 6 + 6) << "calls of the six transactions, queries included";
+}
+
+TEST_P(AllOrNothing, HoldsWhenTheAnswerOfAnyCallIsLost) {
+  for (const auto& write : Writes()) {
+    SCOPED_TRACE(write.name);
+    BreakEachCall(write, Break::Afterwards);
+  }
+}
+
+INSTANTIATE_FOR_PRODUCTS(AllOrNothing);
+
+}  // namespace
+}  // namespace databases

@@ -1,0 +1,111 @@
+#include "databases/clinic.h"
+
+#include "automation/conversion.h"
+#include "automation/text.h"
+#include "databases/host_schema.h"
+
+namespace databases {
+namespace {
+
+constexpr std::int16_t kHashDates = 1;
+constexpr std::int16_t kQuotedDates = 2;
+
+bool IsServer(const Product& product) {
+  return product.name == "PostgreSQL";
+}
+
+std::vector<Product> ProductsThat(bool areServers) {
+  std::vector<Product> products = contract::Products();
+  std::erase_if(products, [&](const auto& product) { return IsServer(product) != areServers; });
+  return products;
+}
+
+void ForgetThreadState() {
+  db::ReleaseGDB();
+  db::ReleaseShared();
+  db::CurrentConnectionState().gSql.clear();
+}
+
+}  // namespace
+
+Clinic::Clinic() {
+  ForgetThreadState();
+  platform::Use(platform);
+  locale.UseSwedish();
+  session = {.gConnectionParameter = GetParam().connectionString,
+             .gKestraLangID = 1,
+             .gDbType = IsPostgresql() ? kQuotedDates : kHashDates,
+             .gDateFormat = u"yyyy-MM-dd"};
+  own_ = real->NewConnection();
+  own_->Open(GetParam().connectionString, u"", u"", platform::kOptionsUnspecified);
+  MakeHostDatabase();
+}
+
+Clinic::~Clinic() {
+  ForgetThreadState();
+}
+
+bool Clinic::IsPostgresql() const {
+  return IsServer(GetParam());
+}
+
+void Clinic::MakeHostDatabase() {
+  own_->BeginTrans();
+  for (const auto& statement : HostSchemas().at(IsPostgresql() ? "postgresql" : "sqlite")) {
+    Run(automation::FromUtf8(statement));
+  }
+  own_->CommitTrans();
+}
+
+void Clinic::Run(const std::u16string& statement) {
+  own_->Execute(statement, platform::kOptionsUnspecified);
+}
+
+std::vector<std::u16string> Clinic::Rows(const std::u16string& columns,
+                                         const std::u16string& rest) {
+  const auto width = static_cast<std::int32_t>(automation::Split(columns, u',').size());
+  const auto rows =
+      own_->Execute(u"SELECT " + columns + u" FROM " + rest, platform::kOptionsUnspecified);
+  std::vector<std::u16string> texts;
+  for (; !rows->Eof(); rows->MoveNext()) {
+    std::u16string row;
+    for (std::int32_t column = 0; column < width; ++column) {
+      const auto value = rows->Field(column);
+      row += column == 0 ? u"" : u"|";
+      row += value.IsNull() ? u"NULL" : automation::ToText(value, locale.regional);
+    }
+    texts.push_back(std::move(row));
+  }
+  return texts;
+}
+
+std::vector<std::u16string> Clinic::Written() {
+  auto rows =
+      Rows(u"VilnorId,PID,BID,RID,FHP_ID,CaseId,CaseType,Journal_ID,StatusCode,VilnorUser,RegDate",
+           u"Vilnor ORDER BY VilnorId");
+  for (auto& line :
+       Rows(u"ID,PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert,RefTBID", u"Journal ORDER BY ID")) {
+    rows.push_back(std::move(line));
+  }
+  for (auto& user : Rows(u"PID,UserName", u"VilnorPasient ORDER BY PID, UserName")) {
+    rows.push_back(std::move(user));
+  }
+  return rows;
+}
+
+std::vector<Product> Servers() {
+  return ProductsThat(true);
+}
+
+std::vector<Product> EmbeddedProducts() {
+  return ProductsThat(false);
+}
+
+void Clinic::ExpectProvidersBox(const std::u16string& procedure) {
+  ASSERT_EQ(Boxes().size(), 1U);
+  const std::u16string text = Boxes()[0];
+  EXPECT_TRUE(text.starts_with(u"-2147")) << automation::ToUtf8(text);
+  EXPECT_TRUE(text.ends_with(u" in " + procedure)) << automation::ToUtf8(text);
+}
+
+}  // namespace databases

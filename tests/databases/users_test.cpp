@@ -1,0 +1,70 @@
+// The user mapping, by DBVilnor and as the host reaches it through BVilnor.
+#include "databases/clinic.h"
+#include "host/b_vilnor.h"
+
+namespace databases {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+
+class CountedEvents : public host::Events {
+ public:
+  void UpdateJournal() override { ++count; }
+  int count = 0;
+};
+
+class Users : public Clinic {
+ protected:
+  Users() {
+    vilnor.InitVilnor(session.gConnectionParameter, session.gKestraLangID, session.gDbType);
+  }
+  Texts NamesOf4711() { return Rows(u"UserName", u"VilnorPasient WHERE PID = 4711"); }
+
+  CountedEvents events;
+  host::BVilnor vilnor{events};
+};
+
+TEST_P(Users, AreAddedFoundChangedAndDeletedByTheHost) {
+  EXPECT_EQ(vilnor.GetVilnorUserByPID(4711), u"");
+  vilnor.AddNewVilnorUser(4711, u"'åsa.öberg'");
+  EXPECT_EQ(vilnor.GetVilnorUserByPID(4711), u"åsa.öberg");
+  vilnor.UpdateVilnorUser(4711, u"'märta'");
+  EXPECT_EQ(vilnor.GetVilnorUserByPID(4711), u"märta");
+  EXPECT_EQ(NamesOf4711(), Texts{u"märta"});
+  vilnor.DeleteVilnorUser(4711);
+  EXPECT_EQ(NamesOf4711(), Texts());
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_P(Users, AreInsertedByAnUpdateWithANameAndDeletedByOneWithout) {
+  vilnor.UpdateVilnorUser(4711, u"'åsa'");
+  EXPECT_EQ(NamesOf4711(), Texts{u"åsa"});
+  vilnor.UpdateVilnorUser(4711, u"");
+  EXPECT_EQ(NamesOf4711(), Texts());
+  vilnor.UpdateVilnorUser(4711, u"");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_P(Users, WithANameThatTheDatabaseDoesNotAcceptShowItsErrorAndStay) {
+  vilnor.UpdateVilnorUser(5012, u"björn ek");
+  ExpectProvidersBox(u"AddNewVilnorUser");
+  EXPECT_EQ(Only(u"UserName", u"VilnorPasient WHERE PID = 5012"), u"bjorn.ek");
+}
+
+TEST_P(Users, ReleaseTheConnectionAfterEachOperation) {
+  vilnor.GetVilnorUserByPID(5012);
+  EXPECT_EQ(db::CurrentConnectionState().gConnection, nullptr);
+  EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
+}
+
+TEST_P(Users, HaveALinkedApplicationOrNotWithFourEventsEach) {
+  EXPECT_TRUE(vilnor.FHPExists(71));
+  EXPECT_FALSE(vilnor.FHPExists(77));
+  EXPECT_EQ(events.count, 8);
+  EXPECT_TRUE(Boxes().empty());
+}
+
+INSTANTIATE_FOR_PRODUCTS(Users);
+
+}  // namespace
+}  // namespace databases

@@ -1,0 +1,78 @@
+// The component with all its ports doubled, except the files, which lie in a folder of the test's
+// own, and the parser.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <unistd.h>
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "fakes/fake_database.h"
+#include "fakes/fakes.h"
+#include "fakes/printing.h"
+#include "platform/platform.h"
+#include "portable/local_files.h"
+#include "portable/memory_registry.h"
+#include "portable/xml_documents.h"
+#include "util/session.h"
+
+namespace fakes {
+
+class ComponentFixture : public testing::Test {
+ protected:
+  ComponentFixture() {
+    std::filesystem::create_directories(folder);
+    platform::Use(ports);
+    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
+                              .gKestraLangID = 1,
+                              .gDbType = 1,
+                              .gDateFormat = u"yyyy-MM-dd"};
+  }
+  ~ComponentFixture() override {
+    db::ReleaseGDB();
+    db::ReleaseShared();
+    std::filesystem::remove_all(folder);
+  }
+
+  // The path of a file in the exchange directory, as the component spells it.
+  std::u16string ExchangePath(const std::u16string& name) const {
+    return exchangeDirectory + u"\\" + name;
+  }
+  bool Exists(const std::u16string& name) const {
+    return std::filesystem::exists(folder / "Vilnor" / automation::ToUtf8(name));
+  }
+  std::string Contents(const std::u16string& name) const {
+    std::ifstream file(folder / "Vilnor" / automation::ToUtf8(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  void Put(const std::u16string& name, const std::string& bytes) const {
+    std::filesystem::create_directories(folder / "Vilnor");
+    std::ofstream(folder / "Vilnor" / automation::ToUtf8(name), std::ios::binary) << bytes;
+  }
+
+  std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                 ("vilnor-" + std::to_string(::getpid()) + "-" +
+                                  testing::UnitTest::GetInstance()->current_test_info()->name());
+  // What the host registers, with the trailing backslash that the component relies on.
+  std::u16string hostPath = automation::FromUtf8(folder.string()) + u"\\";
+  std::u16string exchangeDirectory = hostPath + u"Vilnor";
+
+  Clock clock;
+  Locale locale;
+  Dialogs dialogs;
+  Processes processes;
+  portable::LocalFiles files;
+  UserSettings userSettings;
+  portable::MemoryRegistry registry;
+  Database database;
+  portable::XmlDocuments documents;
+  WindowSystem windows;
+  platform::Platform ports{clock,        locale,   dialogs,  processes, files,
+                           userSettings, registry, database, documents, windows};
+};
+
+}  // namespace fakes

@@ -1,0 +1,207 @@
+// Every fault at every place: each operation runs once to count its calls to the ports, then once
+// for each call and each error that the call can give. After each fault nothing may be lost, half
+// done or stuck.
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <map>
+#include <optional>
+
+#include "automation/text.h"
+#include "fakes/printing.h"
+#include "faults/operations.h"
+
+namespace faults {
+namespace {
+
+using automation::AutomationError;
+using automation::Decimal10;
+using automation::ToUtf8;
+using platform::Icon;
+
+// Operations of this name exist in both classes. While the database object is being made, BVilnor
+// reports, afterwards DBVilnor.
+bool IsInBothClasses(const std::u16string& place) {
+  return place.ends_with(u"VilnorUser") || place == u"GetVilnorUserByPID";
+}
+
+// Whose box is critical: the procedures of DBVilnor and of the module; the others' are BVilnor's.
+Icon IconOf(const std::u16string& place, const std::u16string& operation) {
+  static const std::map<std::u16string, Icon> ofHost = {
+      {u"GetVilnorOutputPath", Icon::Exclamation}, {u"GetVilnorCommandLine", Icon::Exclamation},
+      {u"StartVilnor", Icon::Exclamation},         {u"WriteNewCase", Icon::Exclamation},
+      {u"WriteExistCase", Icon::Exclamation},      {u"WriteSearchPatient", Icon::Exclamation},
+      {u"WriteNewFHP", Icon::Exclamation},         {u"XMLReadNewCase", Icon::Exclamation},
+      {u"XMLReadNewFHP", Icon::Exclamation},       {u"XMLReadExistCase", Icon::Exclamation}};
+  const auto found = ofHost.find(place);
+  return found != ofHost.end() || place == u"OpenExistCase" ||
+                 (operation.starts_with(place) && !IsInBothClasses(place))
+             ? Icon::Exclamation
+             : Icon::Critical;
+}
+
+// Calls whose failure the component takes in silence: it has another way, or the failure concerns
+// what is to be undone anyway.
+bool MayBeSilent(Call call) {
+  return call == Call::Registry || call == Call::Rollback;
+}
+
+// With VILNOR_FAULTS=all every error that the call can give, else the first: a place is a place,
+// and the short form belongs into the checks.
+std::vector<AutomationError> ErrorsToInject(Call call) {
+  const auto& errors = ErrorsOf(call);
+  const char* wanted = std::getenv("VILNOR_FAULTS");
+  const bool all = wanted != nullptr && std::string_view(wanted) == "all";
+  return all ? errors : std::vector<AutomationError>{errors.front()};
+}
+
+class FaultSweep : public testing::Test {
+ protected:
+  struct Outcome {
+    Rows rows;
+    std::string request;
+    bool empty = false;
+  };
+
+  static Outcome Run(const Operation& operation, World& world) {
+    const bool empty = operation.run(world);
+    world.plan.Clear();
+    return {world.ReadRows(), world.Contents(operation.requestFile), empty};
+  }
+
+  static void ExpectProperBoxes(const Operation& operation, const World& world, Call call,
+                                const AutomationError& error) {
+    if (world.dialogs.shown.empty()) {
+      EXPECT_TRUE(MayBeSilent(call) || operation.name.starts_with("DBVilnor."))
+          << "no box was shown";
+      return;
+    }
+    const auto& first = world.dialogs.shown.front();
+    if (call != Call::Registry && first.buttons == platform::Buttons::Ok) {
+      const std::u16string expected = Decimal10(error.number()) + u" " + error.description();
+      EXPECT_TRUE(first.text.starts_with(expected)) << ToUtf8(first.text);
+    }
+    for (const auto& box : world.dialogs.shown) {
+      const auto in = box.text.rfind(u" in ");
+      if (box.icon == Icon::Question || box.text.starts_with(u"Kunde inte hitta")) {
+        continue;
+      }
+      EXPECT_EQ(box.title, u"Vilnor Link connection");
+      if (in == std::u16string::npos) {
+        ADD_FAILURE() << "a box without a place: " << ToUtf8(box.text);
+        continue;
+      }
+      const bool direct = operation.name.starts_with("DBVilnor.");
+      if (IsInBothClasses(box.text.substr(in + 4)) && call != Call::Statement &&
+          call != Call::Field) {
+        continue;
+      }
+      EXPECT_EQ(box.icon,
+                direct ? Icon::Critical
+                       : IconOf(box.text.substr(in + 4), automation::FromUtf8(operation.name)))
+          << ToUtf8(box.text);
+    }
+  }
+
+  // The operation that follows a fault works, at the latest the one after it.
+  static void ExpectRecovery(World& world) {
+    world.dialogs = fakes::Dialogs();
+    world.processes.started.clear();
+    world.vilnor().OpenWithNewCase(4711, 12, 3);
+    if (world.processes.started.empty()) {
+      world.dialogs = fakes::Dialogs();
+      world.vilnor().OpenWithNewCase(4711, 12, 3);
+    }
+    EXPECT_EQ(world.processes.started.size(), 1U);
+    EXPECT_TRUE(world.dialogs.shown.empty());
+  }
+
+  static bool IsWholeRequest(const std::string& bytes) {
+    return bytes.starts_with("<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope ") &&
+           bytes.ends_with("</Envelope>\n");
+  }
+
+  static void ExpectNothingLost(const Operation& operation, const World& world,
+                                const Outcome& before, const Outcome& whole, const Outcome& after) {
+    // Kept: UpdateVilnorUser takes a name that it could not read (and has said so) for none and
+    // adds one.
+    const bool addsUser = operation.name.ends_with("UpdateVilnorUser");
+    EXPECT_TRUE(after.rows == before.rows || after.rows == whole.rows ||
+                (addsUser && after.rows.links == before.rows.links &&
+                 after.rows.journal == before.rows.journal))
+        << "half an update";
+    EXPECT_TRUE(world.LooseEnds().empty()) << "a link without its journal line";
+    if (!operation.resultFile.empty() && after.rows != whole.rows) {
+      EXPECT_TRUE(world.Exists(operation.resultFile)) << "the result is lost";
+    }
+    if (!operation.requestFile.empty()) {
+      // A lookup that fails has said so and gives an empty text, with which the request goes on.
+      EXPECT_TRUE(after.request == before.request || IsWholeRequest(after.request))
+          << "a torn request file";
+    }
+    for (const auto& name : world.ExchangeFiles()) {
+      EXPECT_TRUE(name.ends_with(".xml")) << name << " was left behind";
+    }
+    EXPECT_EQ(world.registry.OpenHandles(), 0U);
+  }
+
+  // Returns how many faults were injected.
+  static int Sweep(const Operation& operation) {
+    Outcome before;
+    Outcome whole;
+    std::vector<Call> calls;
+    {
+      World world;
+      operation.prepare(world);
+      before = {world.ReadRows(), world.Contents(operation.requestFile), true};
+      operation.run(world);
+      calls = world.plan.calls();
+      whole = {world.ReadRows(), world.Contents(operation.requestFile), false};
+      EXPECT_TRUE(std::all_of(world.dialogs.shown.begin(), world.dialogs.shown.end(),
+                              [](const auto& box) { return box.icon == Icon::Question; }))
+          << "fails without a fault: "
+          << (world.dialogs.shown.empty() ? "" : ToUtf8(world.dialogs.shown.front().text));
+    }
+    int faults = 0;
+    for (std::size_t position = 0; position < calls.size(); ++position) {
+      for (const auto& error : ErrorsToInject(calls[position])) {
+        SCOPED_TRACE(operation.name + ": call " + std::to_string(position) + " of " +
+                     std::to_string(calls.size()) + " (kind " +
+                     std::to_string(static_cast<int>(calls[position])) + ") fails with " +
+                     error.what());
+        World world;
+        operation.prepare(world);
+        world.plan.FailAt(position, error);
+        const Outcome after = Run(operation, world);
+        ExpectProperBoxes(operation, world, calls[position], error);
+        ExpectNothingLost(operation, world, before, whole, after);
+        ExpectRecovery(world);
+        ++faults;
+        if (testing::Test::HasFailure() && faults > 20) {
+          return faults;
+        }
+      }
+    }
+    return faults;
+  }
+};
+
+class EveryFault : public FaultSweep, public testing::WithParamInterface<Operation> {};
+
+TEST_P(EveryFault, LosesNothingAndIsReported) {
+  const int faults = Sweep(GetParam());
+  std::cout << "    " << GetParam().name << ": " << faults << " faults injected\n";
+}
+
+std::string TestName(const testing::TestParamInfo<Operation>& info) {
+  std::string name = info.param.name;
+  std::replace_if(
+      name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, EveryFault, testing::ValuesIn(EveryOperation()), TestName);
+
+}  // namespace
+}  // namespace faults

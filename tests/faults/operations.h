@@ -1,0 +1,30 @@
+// Every operation that the host or a notification can call, each with what it leaves behind.
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "faults/world.h"
+
+namespace faults {
+
+struct Operation {
+  std::string name;
+  // Puts the files there that the operation reads.
+  std::function<void(World&)> prepare;
+  // Runs the operation; true when it returned its empty result (always true for a procedure).
+  std::function<bool(World&)> run;
+  // The files in the exchange directory that the operation reads or replaces; "" for none.
+  std::string resultFile;
+  std::string requestFile;
+};
+
+inline void PrintTo(const Operation& operation, std::ostream* out) {
+  *out << operation.name;
+}
+
+std::vector<Operation> EveryOperation();
+
+}  // namespace faults

@@ -1,0 +1,83 @@
+// A clinic's computer for one run: host database, registrations, exchange directory, the component
+// on top, every port behind a fault plan.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "fakes/fakes.h"
+#include "faults/faulty_ports.h"
+#include "host/b_vilnor.h"
+#include "platform/platform.h"
+#include "portable/local_files.h"
+#include "portable/memory_registry.h"
+#include "portable/odbc_database.h"
+#include "portable/xml_documents.h"
+
+namespace faults {
+
+// Everything that must be whole after a fault: the rows that the component writes.
+struct Rows {
+  std::vector<std::u16string> links;
+  std::vector<std::u16string> journal;
+  std::vector<std::u16string> users;
+  bool operator==(const Rows&) const = default;
+};
+
+class CountingEvents : public host::Events {
+ public:
+  void UpdateJournal() override { ++count; }
+  int count = 0;
+};
+
+class World {
+ public:
+  World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+  ~World();
+
+  // Read by a connection of its own.
+  Rows ReadRows() const;
+  // Links without a journal line of their own, or journal lines without their link.
+  std::vector<std::u16string> LooseEnds() const;
+
+  void Put(const std::string& name, const std::string& bytes) const;
+  // "" for a file that is not there.
+  std::string Contents(const std::string& name) const;
+  bool Exists(const std::string& name) const;
+  // Names in the exchange directory, sorted.
+  std::vector<std::string> ExchangeFiles() const;
+
+  FaultPlan plan;
+  fakes::Dialogs dialogs;
+  fakes::Processes processes;
+  CountingEvents events;
+  portable::MemoryRegistry registry;
+
+  host::BVilnor& vilnor() { return *vilnor_; }
+  std::u16string exchangeDirectory() const;
+
+ private:
+  std::filesystem::path folder_;
+  fakes::Clock clock_;
+  fakes::Locale locale_;
+  portable::LocalFiles files_;
+  fakes::UserSettings settings_;
+  portable::OdbcDatabase database_;
+  portable::XmlDocuments documents_;
+  fakes::WindowSystem windows_;
+  FaultyProcesses faultyProcesses_{plan, processes};
+  FaultyFiles faultyFiles_{plan, files_};
+  FaultySettings faultySettings_{plan, settings_};
+  FaultyRegistry faultyRegistry_{plan, registry};
+  FaultyDatabase faultyDatabase_{plan, database_};
+  FaultyDocuments faultyDocuments_{plan, documents_};
+  platform::Platform ports_{clock_,           locale_,         dialogs,         faultyProcesses_,
+                            faultyFiles_,     faultySettings_, faultyRegistry_, faultyDatabase_,
+                            faultyDocuments_, windows_};
+  std::unique_ptr<host::BVilnor> vilnor_;
+};
+
+}  // namespace faults

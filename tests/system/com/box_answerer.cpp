@@ -1,0 +1,82 @@
+#include "system/com/box_answerer.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <mutex>
+
+namespace system_tests {
+namespace {
+
+std::wstring TextOf(HWND window) {
+  std::array<wchar_t, 2048> text{};
+  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+// The text stands in the box's one static control that has any.
+std::wstring BoxText(HWND box) {
+  HWND control = nullptr;
+  while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
+    std::array<wchar_t, 2048> text{};
+    SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    if (text.front() != L'\0') {
+      return text.data();
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+BoxAnswerer::~BoxAnswerer() {
+  ending_ = true;
+}
+
+std::vector<ShownBox> BoxAnswerer::Shown() const {
+  const std::lock_guard lock(mutex_);
+  return shown_;
+}
+
+std::vector<std::wstring> BoxAnswerer::Texts() const {
+  const auto shown = Shown();
+  std::vector<std::wstring> texts;
+  std::transform(shown.begin(), shown.end(), std::back_inserter(texts),
+                 [](const auto& box) { return box.text; });
+  return texts;
+}
+
+void BoxAnswerer::Watch() {
+  while (!ending_) {
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr) {
+      if (IsMine(box)) {
+        Answer(box);
+      }
+    }
+    Sleep(5);
+  }
+}
+
+bool BoxAnswerer::IsMine(HWND box) const {
+  DWORD process = 0;
+  GetWindowThreadProcessId(box, &process);
+  return IsWindowVisible(box) != FALSE &&
+         (which_ == Boxes::OfEveryProcess || process == GetCurrentProcessId());
+}
+
+void BoxAnswerer::Answer(HWND box) {
+  {
+    const std::lock_guard lock(mutex_);
+    shown_.push_back({.title = TextOf(box), .text = BoxText(box)});
+  }
+  if (atBox_) {
+    atBox_();
+  }
+  PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(answer_), 0);
+  while (IsWindow(box) != FALSE && !ending_) {
+    Sleep(1);
+  }
+}
+
+}  // namespace system_tests

@@ -1,0 +1,49 @@
+// The user who answers the component's message boxes.
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "system/com/thread.h"
+
+namespace system_tests {
+
+struct ShownBox {
+  std::wstring title;
+  std::wstring text;
+};
+
+enum class Boxes { OfThisProcess, OfEveryProcess };
+
+// Answers every message box while it lives.
+class BoxAnswerer {
+ public:
+  // With the button `answer`, after `atBox` has run on the answerer's thread.
+  explicit BoxAnswerer(Boxes which = Boxes::OfThisProcess, int answer = IDOK,
+                       std::function<void()> atBox = {})
+      : which_(which), answer_(answer), atBox_(std::move(atBox)) {}
+  BoxAnswerer(const BoxAnswerer&) = delete;
+  BoxAnswerer& operator=(const BoxAnswerer&) = delete;
+  ~BoxAnswerer();
+
+  // What has been answered so far.
+  std::vector<ShownBox> Shown() const;
+  std::vector<std::wstring> Texts() const;
+
+ private:
+  void Watch();
+  bool IsMine(HWND box) const;
+  void Answer(HWND box);
+
+  Boxes which_;
+  int answer_;
+  std::function<void()> atBox_;
+  mutable Mutex mutex_;
+  std::vector<ShownBox> shown_;
+  std::atomic<bool> ending_ = false;
+  // Started last, when all that it uses is there, and ended first.
+  Thread thread_{[this] { Watch(); }};
+};
+
+}  // namespace system_tests

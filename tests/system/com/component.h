@@ -1,0 +1,90 @@
+// The component under test: Vilnor.dll beside the test program, registered for the program's run.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "com/interfaces.h"
+#include "windows/bstr.h"
+#include "windows/com_ptr.h"
+
+namespace system_tests {
+
+using windows::Bstr;
+using windows::ComPtr;
+
+// Folder of the test program, without a trailing backslash.
+std::wstring ProgramFolder();
+std::wstring DllPath();
+
+// A DLL loaded for as long as the object lives, with the calls that every component exports.
+class Module {
+ public:
+  explicit Module(const std::wstring& path) : handle_(LoadLibraryW(path.c_str())) {}
+  Module(const Module&) = delete;
+  Module& operator=(const Module&) = delete;
+  ~Module();
+
+  bool loaded() const { return handle_ != nullptr; }
+  HRESULT RegisterServer() const { return Call("DllRegisterServer"); }
+  HRESULT UnregisterServer() const { return Call("DllUnregisterServer"); }
+  HRESULT CanUnloadNow() const { return Call("DllCanUnloadNow"); }
+  HRESULT GetClassObject(const CLSID& classId, const IID& interfaceId, void** object) const;
+
+ private:
+  HRESULT Call(const char* name) const;
+
+  HMODULE handle_;
+};
+
+// An object of the registered component; nothing when it cannot be made.
+ComPtr<_BVilnor> NewBVilnor();
+
+// What the thread's error information holds; taking it leaves it empty.
+struct ErrorInformation {
+  bool present = false;
+  std::wstring source;
+  std::wstring description;
+};
+ErrorInformation TakeErrorInformation();
+
+// A text by reference, as a host holds one.
+class TextArgument {
+ public:
+  explicit TextArgument(std::u16string_view text) : text_(Bstr(text).Detach()) {}
+  TextArgument(const TextArgument&) = delete;
+  TextArgument& operator=(const TextArgument&) = delete;
+  ~TextArgument() { SysFreeString(text_); }
+  BSTR* Reference() { return &text_; }
+  std::u16string Text() const { return windows::TextOf(text_); }
+
+ private:
+  BSTR text_;
+};
+
+// InitVilnor with language 1 and database type 2. S_OK and no box.
+void Init(_BVilnor& session, std::u16string_view connectionString);
+
+// The process's windows of the class "KestraToVilnor".
+int NotificationWindows();
+// Ends those of the calling thread, and their class with the last of them.
+void EndNotificationWindows();
+
+// Runs `condition` until it is true, dispatching the thread's messages, for at most ten seconds.
+template <class Condition>
+bool PumpUntil(Condition&& condition) {
+  const ULONGLONG end = GetTickCount64() + 10'000;
+  while (!condition()) {
+    if (GetTickCount64() > end) {
+      return false;
+    }
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+      DispatchMessageW(&message);
+    }
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+  }
+  return true;
+}
+
+}  // namespace system_tests

@@ -1,0 +1,209 @@
+// The class DBVilnor as the host meets it.
+#include <gmock/gmock.h>
+
+#include "automation/value.h"
+#include "system/com/box_answerer.h"
+#include "system/com/component.h"
+#include "system/com/database.h"
+#include "windows/variant.h"
+
+namespace system_tests {
+namespace {
+
+using automation::Value;
+using windows::Variant;
+
+constexpr const char16_t* kNoDriver = u"Driver=There is no such driver";
+
+HRESULT NewDBVilnor(ComPtr<_DBVilnor>& object) {
+  SetErrorInfo(0, nullptr);
+  return CoCreateInstance(CLSID_DBVilnor, nullptr, CLSCTX_INPROC_SERVER, IID__DBVilnor,
+                          object.ReceiveVoid());
+}
+
+// The value of a property or of a method with at most one argument, by name; empty after an error.
+Value Get(IDispatch& object, const wchar_t* name, const Value& argument = {}) {
+  std::wstring text = name;
+  LPOLESTR names = text.data();
+  DISPID id = 0;
+  EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id), S_OK);
+  const Variant value(argument);
+  VARIANT given = value.get();
+  DISPPARAMS parameters = {.rgvarg = &given,
+                           .rgdispidNamedArgs = nullptr,
+                           .cArgs = argument.IsEmpty() ? 0U : 1U,
+                           .cNamedArgs = 0};
+  Variant result;
+  EXPECT_EQ(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                          &parameters, result.Receive(), nullptr, nullptr),
+            S_OK);
+  if (V_VT(&result.get()) == VT_DISPATCH) {
+    return Get(*V_DISPATCH(&result.get()), L"Value");
+  }
+  return windows::ToValue(result.get());
+}
+
+// recordset.Fields(name).Value, as a script reads it.
+Value Field(IDispatch& recordset, const char16_t* name) {
+  std::wstring text = L"Fields";
+  LPOLESTR names = text.data();
+  DISPID id = 0;
+  EXPECT_EQ(recordset.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id), S_OK);
+  DISPPARAMS none{};
+  Variant fields;
+  EXPECT_EQ(recordset.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                             fields.Receive(), nullptr, nullptr),
+            S_OK);
+  return V_VT(&fields.get()) == VT_DISPATCH ? Get(*V_DISPATCH(&fields.get()), L"Item", Value(name))
+                                            : Value();
+}
+
+class DBVilnor : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(session_);
+    Init(*session_.get(), database_.ConnectionString());
+  }
+
+  void Create() { ASSERT_EQ(NewDBVilnor(object_), S_OK); }
+
+  std::u16string UserOf(long pid) const {
+    Bstr user;
+    EXPECT_EQ(object_->GetVilnorUserByPID(&pid, user.Receive()), S_OK);
+    return user.Text();
+  }
+
+  TestDatabase database_;
+  ComPtr<_BVilnor> session_ = NewBVilnor();
+  ComPtr<_DBVilnor> object_;
+  BoxAnswerer boxes_;
+};
+
+TEST_F(DBVilnor, FailsToBeMadeWithTheDatabasesOwnWords) {
+  Init(*session_.get(), kNoDriver);
+  const HRESULT result = NewDBVilnor(object_);
+  EXPECT_TRUE(FAILED(result));
+  EXPECT_FALSE(object_);
+  const auto error = TakeErrorInformation();
+  ASSERT_TRUE(error.present);
+  EXPECT_FALSE(error.description.empty());
+  EXPECT_FALSE(error.source.empty());
+  // The creation is the host's call: the host reports it, the component shows nothing.
+  EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
+}
+
+TEST_F(DBVilnor, FailsToBeMadeWhileAnotherOneHasTheConnectionOpen) {
+  Create();
+  ComPtr<_DBVilnor> second;
+  // 3705 "Operation is not allowed when the object is open."
+  EXPECT_EQ(NewDBVilnor(second), static_cast<HRESULT>(0x800A0E79));
+  EXPECT_THAT(TakeErrorInformation().description, testing::StartsWith(L"Operation is not allowed"));
+}
+
+TEST_F(DBVilnor, PassesAFailedInitConnectionToItsCaller) {
+  Create();
+  SetErrorInfo(0, nullptr);
+  EXPECT_EQ(object_->InitConnection(), static_cast<HRESULT>(0x800A0E79));
+  EXPECT_TRUE(TakeErrorInformation().present);
+  EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
+}
+
+TEST_F(DBVilnor, TellsALateBoundCallerOfAFailedInitConnection) {
+  constexpr DISPID kInitConnection = 0x60030000;
+  Create();
+  DISPPARAMS none{};
+  EXCEPINFO exception{};
+  EXPECT_EQ(object_->Invoke(kInitConnection, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none,
+                            nullptr, &exception, nullptr),
+            DISP_E_EXCEPTION);
+  Bstr source;
+  Bstr description;
+  *source.Receive() = exception.bstrSource;
+  *description.Receive() = exception.bstrDescription;
+  EXPECT_EQ(exception.scode, static_cast<SCODE>(0x800A0E79));
+  EXPECT_EQ(description.Text(), u"Operation is not allowed when the object is open.");
+  EXPECT_EQ(source.Text(), u"ADODB.Connection");
+}
+
+TEST_F(DBVilnor, ShowsOtherFailuresAndReturnsAnEmptyResult) {
+  Create();
+  EXPECT_EQ(UserOf(1), u"");
+  ASSERT_THAT(boxes_.Shown(), testing::SizeIs(1));
+  EXPECT_EQ(boxes_.Shown()[0].title, L"Vilnor Link connection");
+  EXPECT_THAT(boxes_.Shown()[0].text, testing::EndsWith(L" in GetVilnorUserByPID"));
+}
+
+TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
+  Create();
+  long pid = 4711;
+  ComPtr<IDispatch> patient;
+  ASSERT_EQ(object_->GetPatientByPID(&pid, patient.Receive()), S_OK);
+  ASSERT_TRUE(patient);
+  object_ = {};
+  EXPECT_EQ(Get(*patient.get(), L"EOF"), Value(false));
+  EXPECT_EQ(Field(*patient.get(), u"Navn"), Value(u"Öberg"));
+  EXPECT_EQ(Field(*patient.get(), u"PersNr"), Value(u"1234"));
+}
+
+TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
+  Create();
+  long pid = 1;
+  ComPtr<IDispatch> patient;
+  EXPECT_EQ(object_->GetPatientByPID(&pid, patient.Receive()), S_OK);
+  EXPECT_FALSE(patient);
+  EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
+}
+
+TEST_F(DBVilnor, AddsACaseEarlyBound) {
+  Create();
+  long pid = 4711;
+  long number = 3;
+  long type = 9;
+  long status = 5;
+  TextArgument caseId(u"A-17");
+  TextArgument user(u"anna");
+  EXPECT_EQ(object_->AddNewCase(&pid, &number, &number, caseId.Reference(), &pid, &type, &status,
+                                user.Reference(), nullptr),
+            S_OK);
+  VARIANT_BOOL exists = VARIANT_FALSE;
+  EXPECT_EQ(object_->CaseExistsPID(&pid, &type, caseId.Reference(), &exists), S_OK);
+  EXPECT_EQ(exists, VARIANT_TRUE);
+  EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
+}
+
+TEST_F(DBVilnor, AddsACaseLateBoundWithoutTheOptionalCaseNumber) {
+  Create();
+  const Variant number{Value(std::int16_t{4711})};
+  const Variant type{Value(std::int16_t{9})};
+  const Variant caseId{Value(u"A-18")};
+  const Variant user{Value(u"anna")};
+  std::array<VARIANT, 8> arguments = {user.get(),   type.get(),   type.get(),   number.get(),
+                                      caseId.get(), number.get(), number.get(), number.get()};
+  DISPPARAMS parameters = {.rgvarg = arguments.data(),
+                           .rgdispidNamedArgs = nullptr,
+                           .cArgs = static_cast<UINT>(arguments.size()),
+                           .cNamedArgs = 0};
+  constexpr DISPID kAddNewCase = 0x6003000e;
+  EXPECT_EQ(object_->Invoke(kAddNewCase, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                            &parameters, nullptr, nullptr, nullptr),
+            S_OK);
+  long vilnorId = 1;
+  Bstr stored;
+  EXPECT_EQ(object_->GetCaseIdByVilnorId(&vilnorId, stored.Receive()), S_OK);
+  EXPECT_EQ(stored.Text(), u"A-18");
+  EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
+}
+
+TEST_F(DBVilnor, HasNoEvents) {
+  Create();
+  ComPtr<IConnectionPointContainer> container;
+  EXPECT_EQ(object_->QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid()),
+            E_NOINTERFACE);
+  ComPtr<IProvideClassInfo2> description;
+  ASSERT_EQ(object_->QueryInterface(IID_IProvideClassInfo2, description.ReceiveVoid()), S_OK);
+  GUID events = {};
+  EXPECT_EQ(description->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), E_INVALIDARG);
+}
+
+}  // namespace
+}  // namespace system_tests

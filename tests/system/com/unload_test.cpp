@@ -1,0 +1,122 @@
+// When the DLL may be unloaded. Each test loads a copy of it, with counts of its own.
+#include <filesystem>
+#include <gmock/gmock.h>
+
+#include "system/com/component.h"
+#include "system/com/event_sink.h"
+#include "system/com/host_registration.h"
+
+namespace system_tests {
+namespace {
+
+// A fresh copy of the DLL under another name, gone with the object.
+class CopiedDll {
+ public:
+  CopiedDll() { std::filesystem::copy_file(DllPath(), path_, kOverwrite); }
+  CopiedDll(const CopiedDll&) = delete;
+  CopiedDll& operator=(const CopiedDll&) = delete;
+  ~CopiedDll() {
+    std::error_code ignored;
+    std::filesystem::remove(path_, ignored);
+  }
+  std::wstring path() const { return path_.wstring(); }
+
+ private:
+  static constexpr auto kOverwrite = std::filesystem::copy_options::overwrite_existing;
+  inline static int count_ = 0;
+
+  std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / (L"Vilnor" + std::to_wstring(++count_) + L".dll");
+};
+
+class Unloading : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(copy_.loaded());
+    ASSERT_EQ(copy_.CanUnloadNow(), S_OK);
+  }
+
+  ComPtr<IClassFactory> Factory() const {
+    ComPtr<IClassFactory> factory;
+    copy_.GetClassObject(CLSID_BVilnor, IID_IClassFactory, factory.ReceiveVoid());
+    return factory;
+  }
+
+  ComPtr<_BVilnor> Session() const {
+    ComPtr<_BVilnor> session;
+    Factory()->CreateInstance(nullptr, IID__BVilnor, session.ReceiveVoid());
+    return session;
+  }
+
+  CopiedDll file_;
+  Module copy_{file_.path()};
+};
+
+TEST_F(Unloading, WaitsForTheLastObject) {
+  auto first = Session();
+  auto second = Session();
+  ASSERT_TRUE(first);
+  ASSERT_TRUE(second);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  second = {};
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  first = {};
+  // One window is still there, whose handle the second object's window had replaced.
+  EndNotificationWindows();
+  EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
+}
+
+TEST_F(Unloading, WaitsForAWindowThatOutlivedItsObject) {
+  { const auto sessions = std::array{Session(), Session()}; }
+  EXPECT_EQ(NotificationWindows(), 1);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  EndNotificationWindows();
+  EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
+}
+
+TEST_F(Unloading, WaitsForAClassFactory) {
+  auto factory = Factory();
+  ASSERT_TRUE(factory);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  factory = {};
+  EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
+}
+
+TEST_F(Unloading, WaitsForEveryLock) {
+  Factory()->LockServer(TRUE);
+  Factory()->LockServer(TRUE);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  Factory()->LockServer(FALSE);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  Factory()->LockServer(FALSE);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
+}
+
+TEST_F(Unloading, WaitsForAConnectionPointOrItsEnumerator) {
+  auto point = EventsOf(*Session().get());
+  ASSERT_TRUE(point);
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  ComPtr<IEnumConnections> connections;
+  ASSERT_EQ(point->EnumConnections(connections.Receive()), S_OK);
+  point = {};
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+  connections = {};
+  EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
+}
+
+TEST_F(Unloading, IsOverForGoodOnceANotificationArrived) {
+  constexpr UINT kNewCaseReady = 10002;
+  // No result file lies there, so the notification has no other effect.
+  const HostRegistration host;
+  auto session = Session();
+  ASSERT_TRUE(session);
+  ASSERT_EQ(NotificationWindows(), 1);
+  PostMessageA(FindWindowA("KestraToVilnor", nullptr), kNewCaseReady, 4711, 0);
+  EXPECT_TRUE(PumpUntil([] { return NotificationWindows() == 2; }));
+  session = {};
+  EndNotificationWindows();
+  EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
+}
+
+}  // namespace
+}  // namespace system_tests

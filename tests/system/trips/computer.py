@@ -1,0 +1,145 @@
+"""A clinic's computer: the Wine session that trips_test began, with the practice program and the
+link program on its drive."""
+
+import os
+import re
+import shutil
+import subprocess
+import time
+from dataclasses import dataclass
+from pathlib import Path
+
+CHECKOUT = Path(__file__).resolve().parents[3]
+
+ENTER = ('source "$0/scripts/lib.sh"; source "$0/wine/session.sh"; '
+         'place=$1 session=$2 session_locale=$3; shift 3; in_wine "$@"')
+
+PER_USER_SETTINGS = r"HKEY_CURRENT_USER\Software\VB and VBA Program Settings\KESTRA\Environment"
+MACHINE = r"HKEY_LOCAL_MACHINE\SOFTWARE"
+APP_PATHS = MACHINE + r"\Microsoft\Windows\CurrentVersion\App Paths"
+LINK = APP_PATHS + r"\Link.exe"
+HOST_FIRST = MACHINE + r"\Kestra\Kestra.Main.exe"
+HOST_SECOND = APP_PATHS + r"\Kestra.Main.exe"
+HOST_THIRD = APP_PATHS + r"\Kestra32.exe"
+PLACES = (LINK, HOST_FIRST, HOST_SECOND, HOST_THIRD, PER_USER_SETTINGS)
+
+BOUND = 300  # seconds for one program; a result file of 50 MB takes its time
+
+
+def wait_until(condition, seconds=60):
+    """False when `condition` did not come true in time."""
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            return False
+        time.sleep(0.05)
+    return True
+
+
+def is_whole(copy):
+    """Whether a command line that the link program copies is there to its end."""
+    return copy.is_file() and copy.read_bytes().endswith(b"\n")
+
+
+@dataclass
+class HostRun:
+    """What the practice program said: its exit code and its lines."""
+
+    status: int
+    lines: list[str]
+
+    def starting_with(self, word):
+        return [line.removeprefix(word) for line in self.lines if line.startswith(word)]
+
+    @property
+    def boxes(self):
+        """Texts of the message boxes; a title that is not the usual one in front."""
+        return [box.removeprefix('"Vilnor Link connection" ').removesuffix(" OK")
+                for box in self.starting_with("box ")]
+
+    @property
+    def events(self):
+        return self.starting_with("event ")
+
+
+class Computer:
+    def __init__(self, place, session, locale, programs):
+        self._enter = ["bash", "-c", ENTER, str(CHECKOUT), place, session, locale]
+        self.work = Path(session) / "desk"
+        self.drive = Path(session) / "prefix" / "drive_c"
+        self._programs = Path(programs)
+        self.host_folder = self.drive / "Kestra"
+        self.exchange = self.host_folder / "Vilnor"
+        self.kept = self.work / "kept"
+
+    def install(self):
+        """The two programs, without any registration."""
+        for folder, program in (("Kestra", "KestraHost.exe"), ("Link", "Link.exe")):
+            (self.drive / folder).mkdir()
+            shutil.copy(self._programs / program, self.drive / folder)
+        shutil.copy(self._programs / "TripHands.exe", self.drive / "Kestra")
+
+    def windows_path(self, path):
+        path = Path(path)
+        if path.is_relative_to(self.drive):
+            return "C:\\" + str(path.relative_to(self.drive)).replace("/", "\\")
+        return "Z:" + str(path).replace("/", "\\")
+
+    def unix_path(self, path):
+        """Of a path on drive C."""
+        return self.drive / path.removeprefix("C:\\").replace("\\", "/")
+
+    def start(self, *command, plan=None):
+        """Starts a Windows program; with `plan`, the link program follows it."""
+        environment = {name: value for name, value in os.environ.items()
+                       if name != "VILNOR_LINK_PLAN"}
+        if plan is not None:
+            environment["VILNOR_LINK_PLAN"] = plan
+        return subprocess.Popen([*self._enter, "timeout", str(BOUND), "wine", *command],
+                                env=environment, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+
+    @staticmethod
+    def finish(process):
+        output, _ = process.communicate(timeout=BOUND + 30)
+        lines = output.decode("utf-8", errors="replace").splitlines()
+        # The link program's own log gets in between; its lines begin with the time.
+        return HostRun(process.returncode,
+                       [line for line in lines if not re.match(r"\d{4}-\d\d-\d\d ", line)])
+
+    def run(self, *command, plan=None):
+        return self.finish(self.start(*command, plan=plan))
+
+    def host_command(self, connection, arguments):
+        return [r"C:\Kestra\KestraHost.exe", "--connection", connection, *arguments]
+
+    def set_registry(self, values):
+        """`values` is {(key, name): text or number}; of the places that the component looks into,
+        nothing else is left."""
+        lines = ["Windows Registry Editor Version 5.00", ""]
+        lines += [f"[-{place}]" for place in PLACES]
+        for (key, name), value in values.items():
+            content = f"dword:{value:08x}" if isinstance(value, int) else \
+                '"' + value.replace("\\", "\\\\") + '"'
+            lines += ["", f"[{key}]", f'"{name}"={content}']
+        script = self.work / "places.reg"
+        script.write_bytes("\r\n".join([*lines, ""]).encode("utf-16"))
+        run = self.run("reg", "import", self.windows_path(script))
+        if run.status != 0:
+            raise RuntimeError(f"reg import: {run.lines}")
+
+    def has_key(self, key):
+        return self.run("reg", "query", key).status == 0
+
+    def registry_text(self, key, name):
+        """None when the value is not there."""
+        run = self.run("reg", "query", key, "/v", name)
+        for line in run.lines:
+            found = re.fullmatch(rf"\s+{re.escape(name)}\s+REG_SZ(?:\s+(.*))?", line)
+            if found:
+                return (found[1] or "").strip()
+        return None
+
+    def clear_exchange(self, exchange=None):
+        shutil.rmtree(exchange or self.exchange, ignore_errors=True)
+        shutil.rmtree(self.kept, ignore_errors=True)

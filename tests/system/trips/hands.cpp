@@ -1,0 +1,93 @@
+// TripHands.exe: what the whole trips need done in Windows itself, beside the host.
+//   TripHands press TITLE CONTROL [CONTROL=TEXT]...
+//       waits for the window with that title, types the texts and presses the button
+//   TripHands hold none|read FILE READY RELEASE
+//       keeps FILE open, letting others do nothing or read, from the moment in which READY appears
+//       until RELEASE exists
+// Exit code: 0 done, 1 wrong command line, 2 what was waited for did not come.
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "windows/win32.h"
+
+namespace {
+
+constexpr DWORD kLook = 50;           // milliseconds between two looks
+constexpr ULONGLONG kBound = 60'000;  // milliseconds to wait for anything
+
+enum ExitCode : int { kDone = 0, kUsage = 1, kNotThere = 2 };
+
+struct CloseFile {
+  using pointer = HANDLE;
+  void operator()(HANDLE file) const { CloseHandle(file); }
+};
+using File = std::unique_ptr<HANDLE, CloseFile>;
+
+// Runs `condition` until it is true; false when that took too long.
+template <class Condition>
+bool WaitUntil(Condition&& condition) {
+  const ULONGLONG end = GetTickCount64() + kBound;
+  while (!condition()) {
+    if (GetTickCount64() > end) {
+      return false;
+    }
+    Sleep(kLook);
+  }
+  return true;
+}
+
+bool Exists(const std::wstring& file) {
+  return GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+int Press(const std::vector<std::wstring>& words) {
+  HWND window = nullptr;
+  const int button = std::stoi(words[1]);
+  const auto ready = [&] {
+    window = FindWindowW(nullptr, words[0].c_str());
+    return window != nullptr && IsWindowVisible(window) != FALSE &&
+           GetDlgItem(window, button) != nullptr;
+  };
+  if (!WaitUntil(ready)) {
+    return kNotThere;
+  }
+  for (std::size_t i = 2; i < words.size(); ++i) {
+    const auto split = words[i].find(L'=');
+    HWND control = GetDlgItem(window, std::stoi(words[i].substr(0, split)));
+    SendMessageW(control, WM_SETTEXT, 0,
+                 reinterpret_cast<LPARAM>(words[i].substr(split + 1).c_str()));
+  }
+  PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button),
+               reinterpret_cast<LPARAM>(GetDlgItem(window, button)));
+  return kDone;
+}
+
+File OpenFile(const std::wstring& name, DWORD access, DWORD sharing, DWORD disposition) {
+  HANDLE file = CreateFileW(name.c_str(), access, sharing, nullptr, disposition,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
+  return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+int Hold(const std::vector<std::wstring>& words) {
+  const DWORD sharing = words[0] == L"read" ? FILE_SHARE_READ : 0;
+  const File held = OpenFile(words[1], GENERIC_READ, sharing, OPEN_EXISTING);
+  if (!held || !OpenFile(words[2], GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS)) {
+    return kNotThere;
+  }
+  return WaitUntil([&] { return Exists(words[3]); }) ? kDone : kNotThere;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** words) {
+  std::vector<std::wstring> arguments(words + 1, words + count);
+  const std::wstring task = arguments.empty() ? L"" : arguments.front();
+  if (task == L"press" && arguments.size() >= 3) {
+    return Press({arguments.begin() + 1, arguments.end()});
+  }
+  if (task == L"hold" && arguments.size() == 5) {
+    return Hold({arguments.begin() + 1, arguments.end()});
+  }
+  return kUsage;
+}

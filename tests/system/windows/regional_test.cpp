@@ -1,0 +1,91 @@
+// The user's regional settings, and that the component's conversions agree with the system's own.
+#include <gmock/gmock.h>
+
+#include "automation/conversion.h"
+#include "automation/date.h"
+#include "fakes/printing.h"
+#include "windows/bstr.h"
+#include "windows/system_clock.h"
+#include "windows/user_locale.h"
+#include "windows/wide_text.h"
+
+namespace system_tests {
+namespace {
+
+using automation::Date;
+using automation::MakeDate;
+
+constexpr std::int32_t kShortDateItem = 31;
+
+class Regional : public testing::Test {
+ protected:
+  automation::Regional regional_ = ::windows::UserLocale().Regional();
+};
+
+TEST_F(Regional, TellsTheShortDateTheSameInBothWays) {
+  EXPECT_EQ(::windows::UserLocale().Info(kShortDateItem), regional_.shortDate);
+  EXPECT_NE(regional_.shortDate, u"");
+}
+
+TEST_F(Regional, HasNoAnswerToAnUnknownItem) {
+  EXPECT_EQ(::windows::UserLocale().Info(0x0FFF), u"");
+}
+
+TEST_F(Regional, PrintsNumbersAsTheSystemDoes) {
+  // Up to fifteen digits and not in powers of ten, where Wine differs from Windows.
+  for (const double number : {0.0, 1.0, -1.0, 1.5, -2.25, 0.1, 1234567.891, 1e10, 123456789012345.0,
+                              0.00012345, 1.0 / 3}) {
+    ::windows::Bstr text;
+    ASSERT_HRESULT_SUCCEEDED(VarBstrFromR8(number, LOCALE_USER_DEFAULT, 0, text.Receive()));
+    EXPECT_EQ(automation::NumberText(number, regional_), text.Text()) << number;
+  }
+}
+
+TEST_F(Regional, PrintsDatesAsTheSystemDoes) {
+  for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 11, 16, 14, 5, 0}),
+                          MakeDate({2026, 1, 2, 0, 0, 59}), MakeDate({1945, 1, 1, 12, 0, 0}),
+                          MakeDate({1899, 12, 30, 8, 30, 0}), MakeDate({1850, 6, 7, 23, 59, 59})}) {
+    ::windows::Bstr text;
+    ASSERT_HRESULT_SUCCEEDED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.Receive()));
+    EXPECT_EQ(automation::DateText(date, regional_), text.Text());
+  }
+}
+
+TEST_F(Regional, ReadsItsOwnDatesAsTheSystemDoes) {
+  for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 3, 4, 14, 5, 0})}) {
+    std::wstring text = ::windows::Wide(automation::DateText(date, regional_));
+    DATE read = 0;
+    ASSERT_HRESULT_SUCCEEDED(VarDateFromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
+    EXPECT_EQ(automation::ParseDate(::windows::FromWide(text), regional_), Date{read});
+  }
+}
+
+TEST_F(Regional, ReadsNumbersAsTheSystemDoes) {
+  const std::wstring separator = ::windows::Wide({&regional_.decimalSeparator, 1});
+  const std::vector<std::wstring> texts = {L"12", L"-3" + separator + L"25", L" 7 ", L"1e3",
+                                           L"2" + separator + L"5E-2"};
+  for (std::wstring text : texts) {
+    double read = 0;
+    ASSERT_HRESULT_SUCCEEDED(VarR8FromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
+    EXPECT_EQ(automation::ParseNumber(::windows::FromWide(text), regional_), read);
+  }
+}
+
+TEST(SystemClock, TellsTheLocalTime) {
+  const auto system = [] {
+    SYSTEMTIME now{};
+    double days = 0;
+    GetLocalTime(&now);
+    now.wMilliseconds = 0;
+    SystemTimeToVariantTime(&now, &days);
+    return days;
+  };
+  constexpr double kHalfASecond = 0.5 / 86400;
+  const double before = system();
+  const double now = ::windows::SystemClock().Now().days;
+  EXPECT_GE(now, before - kHalfASecond);
+  EXPECT_LE(now, system() + kHalfASecond);
+}
+
+}  // namespace
+}  // namespace system_tests

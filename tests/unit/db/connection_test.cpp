@@ -1,0 +1,174 @@
+// The thread's shared connection and who keeps it open.
+#include "fixture.h"
+
+namespace unit {
+namespace {
+
+using db::DBVilnor;
+using fakes::ErrorNumberOf;
+
+const fakes::Rows kOneUser = {{u"UserName"}, {{u"åsa"}}};
+
+class SharedConnection : public DbTest {
+ protected:
+  SharedConnection() {
+    database.Answer(u"SELECT UserName from VilnorPasient where PID = 1", kOneUser);
+  }
+};
+
+TEST_F(SharedConnection, IsOpenedWithTheSessionsTextAsItIsWhenADBVilnorIsMade) {
+  session.gConnectionParameter = u"Provider=Åbo; Data Source=\"x;y\"";
+  const DBVilnor operations;
+  EXPECT_EQ(database.Log(),
+            (std::vector<std::u16string>{
+                u"Connection.ConnectionString = Provider=Åbo; Data Source=\"x;y\"",
+                u"Connection.Open '', '', '', -1", u"Recordset.CursorLocation = 3"}));
+  EXPECT_EQ(database.OpenConnections(), 1);
+}
+
+TEST_F(SharedConnection, IsReleasedWithoutCloseAtTheObjectsEnd) {
+  { const DBVilnor operations; }
+  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_EQ(database.AliveRecordsets(), 0);
+  EXPECT_TRUE(database.LogOf(u"Recordset.Close").empty());
+}
+
+TEST_F(SharedConnection, CannotBeOpenedByASecondObjectWhileItIsOpen) {
+  const DBVilnor first;
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
+  EXPECT_TRUE(Boxes().empty()) << "the error goes to the creator";
+}
+
+TEST_F(SharedConnection, IsTakenFromTheFirstObjectByTheFailedSecondOnesEnd) {
+  DBVilnor first;
+  ErrorNumberOf([] { const DBVilnor second; });
+  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_EQ(first.GetVilnorUserByPID(1), u"");
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_TRUE(Boxes()[0].starts_with(u"3709 "));
+  const DBVilnor third;
+  EXPECT_EQ(first.GetVilnorUserByPID(1), u"åsa");
+}
+
+TEST_F(SharedConnection, IsTakenFromAllObjectsByTheEndOfOne) {
+  auto first = std::make_unique<DBVilnor>();
+  db::ReleaseShared();
+  DBVilnor second;
+  EXPECT_EQ(second.GetVilnorUserByPID(1), u"åsa");
+  first.reset();
+  EXPECT_EQ(second.GetVilnorUserByPID(1), u"");
+  second.DeleteVilnorUser(1);
+  EXPECT_EQ(Boxes(), (std::vector<std::u16string>{
+                         u"3709 The connection cannot be used to perform this operation. It is "
+                         u"either closed or invalid in this context. in GetVilnorUserByPID",
+                         u"3704 Operation is not allowed when the object is closed. in "
+                         u"DeleteVilnorUser"}));
+}
+
+TEST_F(SharedConnection, GivesTheProvidersErrorToTheCreatorWhenItCannotBeOpened) {
+  database.FailCall(2, {-2147467259, u"Provider", u"Login failed"});
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), -2147467259);
+  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SharedConnection, GivesError429ToTheCreatorWithoutADatabaseInterface) {
+  database.installed = false;
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), 429);
+}
+
+TEST_F(SharedConnection, IsReleasedWhenOnlyTheRecordsetFails) {
+  database.FailCall(3, kScriptedFailure);
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), 1001);
+  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_EQ(database.AliveRecordsets(), 0);
+}
+
+TEST_F(SharedConnection, RaisesToTheCallerOfInitConnectionWhenItIsOpen) {
+  DBVilnor operations;
+  EXPECT_EQ(ErrorNumberOf([&] { operations.InitConnection(); }), 3705);
+  EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa") << "the object itself lives on";
+}
+
+TEST_F(SharedConnection, IsOpenedAgainByInitConnectionAfterItWasTaken) {
+  DBVilnor operations;
+  db::ReleaseShared();
+  operations.InitConnection();
+  EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SharedConnection, GetsANewRecordsetWithEachObjectSoAnOpenOneDoesNotLast) {
+  {
+    DBVilnor operations;
+    operations.GetVilnorUserByPID(2);
+  }
+  DBVilnor operations;
+  EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SharedConnection, FollowsASessionThatIsSetAnew) {
+  { const DBVilnor operations; }
+  session.gConnectionParameter = u"Driver=Other";
+  database.ClearLog();
+  const DBVilnor operations;
+  EXPECT_EQ(database.Log().at(0), u"Connection.ConnectionString = Driver=Other");
+}
+
+class ComponentsOwnObject : public SharedConnection {};
+
+TEST_F(ComponentsOwnObject, IsError91BeforeItIsMadeAndAfterItsRelease) {
+  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
+  db::RenewGDB();
+  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 0);
+  db::ReleaseGDB();
+  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
+  EXPECT_EQ(database.AliveConnections(), 0);
+}
+
+TEST_F(ComponentsOwnObject, LeftOpenByAnEarlierOperationFailsTheNextOnceAndWorksThen) {
+  db::RenewGDB();
+  EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
+  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
+  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(ComponentsOwnObject, TakesTheConnectionFromTheFreshOneWhenAnOlderOneIsReplaced) {
+  db::RenewGDB();
+  db::ReleaseShared();
+  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"");
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_TRUE(Boxes()[0].starts_with(u"3709 "));
+  db::ReleaseGDB();
+  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
+}
+
+// A notification that comes while the box of an operation is open renews gDB.
+class RenewingDialogs : public fakes::Dialogs {
+ public:
+  platform::Answer Show(const platform::MessageBox& box) override {
+    if (shown.empty()) {
+      renewal = ErrorNumberOf([] { db::RenewGDB(); });
+      ErrorNumberOf([] { db::RenewGDB(); });
+    }
+    return fakes::Dialogs::Show(box);
+  }
+  std::int32_t renewal = 0;
+};
+
+TEST_F(ComponentsOwnObject, SurvivesItsOwnCallWhenItsBoxLetsAnotherOperationIn) {
+  RenewingDialogs renewing;
+  platform::Platform reentered{clock,        locale,   renewing, processes, files,
+                               userSettings, registry, database, documents, windows};
+  platform::Use(reentered);
+  database.FailStatement(u"Delete from Journal", kScriptedFailure);
+  db::RenewGDB()->DeleteFHP(77);
+  EXPECT_EQ(renewing.renewal, 3705);
+  EXPECT_EQ(renewing.Texts(), std::vector<std::u16string>{BoxIn(u"DeleteFHP")});
+  EXPECT_FALSE(database.InTransaction());
+}
+
+}  // namespace
+}  // namespace unit

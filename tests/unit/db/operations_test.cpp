@@ -1,0 +1,171 @@
+// What the database receives from every operation, and what each failure leaves.
+#include "operations.h"
+
+#include "fixture.h"
+
+namespace unit {
+namespace {
+
+bool IsRead(const std::u16string& entry) {
+  return entry == u"Recordset.EOF" || entry.starts_with(u"Recordset.Field");
+}
+
+// What holds while a box is shown: a rollback must come after it, not before.
+class WatchingDialogs : public fakes::Dialogs {
+ public:
+  explicit WatchingDialogs(const fakes::Database& database) : database_(database) {}
+  platform::Answer Show(const platform::MessageBox& box) override {
+    rollbacksBefore += database_.LogOf(u"RollbackTrans").size();
+    return fakes::Dialogs::Show(box);
+  }
+  std::size_t rollbacksBefore = 0;
+
+ private:
+  const fakes::Database& database_;
+};
+
+class EveryOperation : public DbTest, public testing::WithParamInterface<Operation> {
+ protected:
+  std::vector<std::u16string> ExpectedLog() const {
+    std::vector<std::u16string> entries;
+    for (const auto& call : GetParam().calls) {
+      entries.push_back(call.entry);
+    }
+    return entries;
+  }
+
+  // The boxes that the failure of the log's last entry brings: a look at a recordset belongs to the
+  // call in front of it.
+  const std::vector<std::u16string>& ExpectedBoxes(
+      const std::vector<std::u16string>& logUpToFailure) const {
+    const auto calls = std::count_if(logUpToFailure.begin(), logUpToFailure.end(),
+                                     [](const auto& entry) { return !IsRead(entry); });
+    return GetParam().calls.at(static_cast<std::size_t>(calls) - 1).boxesWhenItFails;
+  }
+
+  bool HasTransaction() const {
+    const auto log = ExpectedLog();
+    return std::find(log.begin(), log.end(), u"BeginTrans") != log.end();
+  }
+};
+
+TEST_P(EveryOperation, SendsItsStatementsByteForByteAndGivesItsResult) {
+  db::DBVilnor operations;
+  Script(database, GetParam());
+  database.ClearLog();
+  EXPECT_EQ(GetParam().run(operations), GetParam().result);
+  EXPECT_EQ(database.Log(), ExpectedLog());
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_FALSE(database.InTransaction());
+}
+
+TEST_P(EveryOperation, ShowsTheCriticalIconTheTitleAndOneButton) {
+  db::DBVilnor operations;
+  database.FailCall(1, kScriptedFailure);
+  GetParam().run(operations);
+  ASSERT_FALSE(dialogs.shown.empty());
+  EXPECT_EQ(
+      dialogs.shown[0],
+      (platform::MessageBox{GetParam().calls[0].boxesWhenItFails[0], u"Vilnor Link connection",
+                            platform::Icon::Critical, platform::Buttons::Ok}));
+}
+
+TEST_P(EveryOperation, OnAClosedConnectionShowsItsBoxAndReturnsEmpty) {
+  db::DBVilnor operations;
+  Script(database, GetParam());
+  db::ReleaseShared();
+  EXPECT_EQ(GetParam().run(operations), GetParam().emptyResult);
+  EXPECT_FALSE(Boxes().empty());
+  for (const auto& box : Boxes()) {
+    EXPECT_TRUE(box.starts_with(u"3704 Operation is not allowed when the object is closed. in ") ||
+                box.starts_with(u"3709 The connection cannot be used"))
+        << automation::ToUtf8(box);
+  }
+}
+
+// Each call in turn is refused, looks at a recordset included.
+TEST_P(EveryOperation, AfterAnyFailedCallShowsItsBoxesThenRollsBackAndReturnsEmpty) {
+  WatchingDialogs watching(database);
+  platform::Platform watched{clock,        locale,   watching, processes, files,
+                             userSettings, registry, database, documents, windows};
+  platform::Use(watched);
+  database.LogReads(true);
+  for (std::size_t failing = 0;; ++failing) {
+    watching.shown.clear();
+    db::DBVilnor operations;
+    Script(database, GetParam());
+    database.ClearLog();
+    database.FailCall(failing + 1, kScriptedFailure);
+    const automation::Value result = GetParam().run(operations);
+    if (database.FailureIsPending()) {
+      EXPECT_GE(failing, GetParam().calls.size());
+      break;
+    }
+    const auto& log = database.Log();
+    SCOPED_TRACE(automation::ToUtf8(log.at(failing)));
+    EXPECT_EQ(watching.Texts(),
+              ExpectedBoxes({log.begin(), log.begin() + static_cast<std::ptrdiff_t>(failing) + 1}));
+    EXPECT_EQ(result, GetParam().emptyResult);
+    EXPECT_EQ(database.LogOf(u"RollbackTrans").size(), HasTransaction() ? 1U : 0U);
+    EXPECT_EQ(watching.rollbacksBefore, 0U);
+    EXPECT_FALSE(database.InTransaction());
+  }
+}
+
+TEST_P(EveryOperation, WorksAgainOnAFreshObjectAfterAnyFailedCall) {
+  for (std::size_t failing = 0; failing < GetParam().calls.size(); ++failing) {
+    SCOPED_TRACE(automation::ToUtf8(GetParam().calls[failing].entry));
+    {
+      db::DBVilnor broken;
+      Script(database, GetParam());
+      database.FailCall(failing + 1, kScriptedFailure);
+      GetParam().run(broken);
+    }
+    dialogs.shown.clear();
+    db::DBVilnor operations;
+    Script(database, GetParam());
+    EXPECT_EQ(GetParam().run(operations), GetParam().result);
+    EXPECT_TRUE(Boxes().empty());
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryOperation, testing::ValuesIn(Operations()),
+                         [](const auto& tested) { return tested.param.name; });
+
+// All 24 but InitConnection, which has no trap and is tested with the connection.
+TEST(OperationTable, HoldsEveryOperationOfTheInterface) {
+  std::vector<std::string> missing;
+  for (const char* name : {"DeleteFHP",
+                           "DeleteCase",
+                           "GetCaseIdByVilnorId",
+                           "CaseExists",
+                           "CaseExistsPID",
+                           "GetFHPById",
+                           "GetVilnorIdByFHPId",
+                           "GetBIDById",
+                           "GetRIDById",
+                           "GetPIDById",
+                           "GetCityByPostnr",
+                           "PreRequestCostExists",
+                           "GetPreRequestCostByFHPid",
+                           "AddNewCase",
+                           "UpdateCaseById",
+                           "UpdateCase",
+                           "GetPatientByPID",
+                           "GetPatientSSNByPID",
+                           "AddNewVilnorUser",
+                           "UpdateVilnorUser",
+                           "DeleteVilnorUser",
+                           "GetVilnorUserByPID",
+                           "GetVilnorUserByCode1"}) {
+    const auto& all = Operations();
+    if (std::none_of(all.begin(), all.end(),
+                     [&](const auto& operation) { return operation.name.starts_with(name); })) {
+      missing.emplace_back(name);
+    }
+  }
+  EXPECT_EQ(missing, std::vector<std::string>());
+}
+
+}  // namespace
+}  // namespace unit

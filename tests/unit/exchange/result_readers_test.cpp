@@ -1,0 +1,451 @@
+#include "exchange/result_readers.h"
+
+#include <optional>
+
+#include "fakes/component_fixture.h"
+
+namespace exchange {
+namespace {
+
+using automation::ToUtf8;
+using platform::Answer;
+using Statements = std::vector<std::u16string>;
+
+const automation::AutomationError kServerGone{-2147467259, u"", u"server closed the connection"};
+
+class ResultReaders : public fakes::ComponentFixture, protected ResultReaderHost {
+ protected:
+  std::u16string GetVilnorOutputPath() override { return exchangeDirectory; }
+  void RaiseUpdateJournal() override { ++updateJournals; }
+
+  // What the database was asked to change, in order; transactions and readings left out.
+  Statements Changes() const {
+    Statements changes;
+    for (const auto& entry : database.LogOf(u"Execute -1: ")) {
+      const auto statement = entry.substr(std::u16string_view(u"Execute -1: ").size());
+      if (!statement.starts_with(u"Select")) {
+        changes.push_back(statement);
+      }
+    }
+    return changes;
+  }
+  // A journal text that an update can rewrite.
+  void AnswerJournal(const std::u16string& linkQuery) {
+    database.Answer(linkQuery, {{u"Journal_ID"}, {{std::int32_t{900}}}});
+    database.Answer(u"SELECT Tekst from Journal Where ID = 900",
+                    {{u"Tekst"}, {{u"Ärende ref.nr !L-OLD"}}});
+  }
+  void AnswerLink(const std::u16string& query) {
+    database.Answer(query, {{u"VilnorID", u"Journal_ID", u"CaseId"},
+                            {{std::int32_t{77}, std::int32_t{900}, u"L-LINK"}}});
+  }
+
+  int updateJournals = 0;
+};
+
+std::string Element(const std::string& name, const std::optional<std::string>& text) {
+  return text ? "<" + name + ">" + *text + "</" + name + ">" : "";
+}
+
+std::string ResultFile(const std::optional<std::string>& cancelled,
+                       const std::optional<std::string>& status, const std::string& userDefData) {
+  return "<?xml version='1.0' encoding='ISO-8859-1'?><Envelope><Result>" +
+         Element("Cancelled", cancelled) + Element("Status", status) +
+         "<Id>L-9</Id><UserName>k\xE5re</UserName><UserDefData>" + userDefData +
+         "</UserDefData></Result></Envelope>";
+}
+
+// The three readers and what differs between them.
+struct Reader {
+  const char* name;
+  void (*read)(std::int32_t, ResultReaderHost&);
+  const char16_t* file;
+  const char* userDefData;
+  const char16_t* existsQuery;
+  const char16_t* updateQuery;
+  const char16_t* deleteQuery;
+};
+
+constexpr Reader kReaders[] = {
+    {"ReadNewFHP", ReadNewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
+     u"SELECT * FROM Vilnor WHERE FHP_ID = 4711 and CaseType = 1",
+     u"SELECT Journal_ID from Vilnor Where FHP_ID= 4711 AND CaseType = 1",
+     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
+    {"ReadNewCase", ReadNewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
+     u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'L-9'",
+     u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
+     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
+    {"ReadExistCase", ReadExistCase, u"OutExistCase4711.xml", "L-LINK",
+     u"SELECT * FROM Vilnor WHERE VilnorId = 4711",
+     u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
+     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}};
+
+struct Cell {
+  Reader reader;
+  std::optional<std::string> cancelled;
+  std::optional<std::string> status;
+  bool recordExists;
+  Answer answer;
+};
+
+// What a cell must leave behind, told by the rules and not by the code.
+struct Expected {
+  Statements changes = {};
+  bool asks = false;
+  int updateJournals = 0;
+  bool fileDeleted = false;
+};
+
+Statements Deletion(bool linkFound) {
+  return linkFound ? Statements{u"Delete from Journal where id = 900",
+                                u"Delete from Vilnor where Vilnorid = 77"}
+                   : Statements{u"Delete from Journal where id = 0",
+                                u"Delete from Vilnor where Vilnorid = 0"};
+}
+
+Statements Insertion(bool application) {
+  const std::u16string now = u"#11-16-2026 14:05:00#";
+  return {application ? u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, "
+                        u"StatusCode, VilnorUser, RegDate) VALUES "
+                        u"(55,12,3,4711,'L-9',1,0,5,'kåre'," +
+                            now + u")"
+                      : u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, "
+                        u"StatusCode, VilnorUser, RegDate) VALUES (4711,12,3,'L-9',9,0,5,'kåre'," +
+                            now + u")",
+          (application ? u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, "
+                         u"RefTBID) values (55,'Förhandsprövning, ärendenr: A&1 överförd till "
+                         u"Vilnor Link ref.nr L-9',12,3,"
+                       : u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, "
+                         u"RefTBID) values (4711,'Ärende upprättat i Vilnor Link ref.nr "
+                         u"L-9',12,3,") +
+              now + u",22302,'U',0, 501)",
+          u"UPDATE Vilnor set Journal_ID = 502 WHERE VilnorId = 501"};
+}
+
+Expected ExpectedOfNew(const Cell& cell, bool application) {
+  if (cell.cancelled == "1") {
+    return {.fileDeleted = true};
+  }
+  if (cell.status == "1") {
+    const std::u16string where = application ? u" Where FHP_ID= 4711 AND CaseType = 1"
+                                             : u" Where PID = 4711 AND CaseType = 9";
+    return {{u"Update Vilnor SET CaseId = L-9, StatusCode = 1" + where,
+             u"Update Journal set Tekst = 'Ärende ref.nr L-9' Where ID = 900"},
+            false,
+            1,
+            true};
+  }
+  if (cell.status == "5") {
+    return {cell.recordExists ? Statements() : Insertion(application), false, 1, true};
+  }
+  if (cell.status == "7") {
+    return {cell.recordExists ? Deletion(true) : Statements(), false, 1, true};
+  }
+  return {};
+}
+
+Expected ExpectedOfExisting(const Cell& cell) {
+  if (cell.cancelled == "0" || cell.cancelled == "1" || cell.cancelled == "2") {
+    return {.fileDeleted = true};
+  }
+  if (cell.cancelled == "3") {
+    return cell.answer == Answer::Yes ? Expected{Deletion(cell.recordExists), true, 1, true}
+                                      : Expected{{}, true, 0, true};
+  }
+  if (cell.status == "1") {
+    return {{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
+             u"Update Journal SET Tekst = 'Ärende ref.nr L-9' Where ID = 900"},
+            false,
+            1,
+            true};
+  }
+  if (cell.status == "7") {
+    return {Deletion(cell.recordExists), false, 1, true};
+  }
+  return {};
+}
+
+Expected ExpectedOf(const Cell& cell) {
+  const std::string reader = cell.reader.name;
+  return reader == "ReadExistCase" ? ExpectedOfExisting(cell)
+                                   : ExpectedOfNew(cell, reader == "ReadNewFHP");
+}
+
+std::vector<Cell> EveryCell() {
+  const std::optional<std::string> none;
+  std::vector<Cell> cells;
+  for (const auto& reader : kReaders) {
+    for (const auto& cancelled :
+         {none, std::optional<std::string>("0"), {"1"}, {"2"}, {"3"}, {"4"}, {"99"}, {"-1"}}) {
+      for (const auto& status :
+           {none, std::optional<std::string>("0"), {"1"}, {"3"}, {"5"}, {"7"}, {"8"}}) {
+        for (const bool exists : {false, true}) {
+          for (const auto answer : {Answer::Yes, Answer::No}) {
+            cells.push_back({reader, cancelled, status, exists, answer});
+          }
+        }
+      }
+    }
+  }
+  return cells;
+}
+
+std::string Describe(const Cell& cell) {
+  return std::string(cell.reader.name) + " Cancelled " + cell.cancelled.value_or("missing") +
+         " Status " + cell.status.value_or("missing") + (cell.recordExists ? " exists" : " new") +
+         (cell.answer == Answer::Yes ? " Yes" : " No");
+}
+
+TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
+  int cells = 0;
+  for (const Cell& cell : EveryCell()) {
+    SCOPED_TRACE(Describe(cell));
+    database = fakes::Database();
+    database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+    AnswerJournal(cell.reader.updateQuery);
+    if (cell.recordExists) {
+      AnswerLink(cell.reader.existsQuery);
+      AnswerLink(cell.reader.deleteQuery);
+      AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
+    }
+    dialogs = fakes::Dialogs();
+    dialogs.answers = {cell.answer};
+    updateJournals = 0;
+    Put(cell.reader.file, ResultFile(cell.cancelled, cell.status, cell.reader.userDefData));
+
+    cell.reader.read(4711, *this);
+
+    const Expected expected = ExpectedOf(cell);
+    EXPECT_EQ(Changes(), expected.changes);
+    EXPECT_EQ(dialogs.shown.size(), expected.asks ? 1U : 0U);
+    EXPECT_EQ(updateJournals, expected.updateJournals);
+    EXPECT_EQ(Exists(cell.reader.file), !expected.fileDeleted);
+    EXPECT_EQ(database.AliveConnections(), 0);
+    EXPECT_FALSE(database.InTransaction());
+    ++cells;
+  }
+  EXPECT_EQ(cells, 3 * 8 * 7 * 2 * 2);
+}
+
+TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
+  AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
+  Put(u"OutExistCase4711.xml", ResultFile("3", std::nullopt, ""));
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(dialogs.shown,
+            (std::vector<platform::MessageBox>{
+                {.text = u"Ärendet är borttaget i Vilnor Link\r\n\r\nTa bort kopplingen till "
+                         u"ärendet i Kestra?",
+                 .title = u"Kestra Dental koppling till Vilnor Link",
+                 .icon = platform::Icon::Question,
+                 .buttons = platform::Buttons::YesNo}}));
+}
+
+TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
+  AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
+  AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
+  dialogs.answers = {Answer::Yes};
+  Put(u"OutExistCase4711.xml", ResultFile("3", "1", ""));
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(Changes(), Deletion(true));
+}
+
+TEST_F(ResultReaders, AFileThatCannotBeReadStaysWithoutAWord) {
+  for (const auto& reader : kReaders) {
+    for (const char* contents : {"", "<Envelope>", "no xml", "<a/><b/>", "<a>\xFF</b>",
+                                 "<?xml version='1.0' encoding='UTF-8'?><a>\xE5</a>"}) {
+      SCOPED_TRACE(std::string(reader.name) + " " + contents);
+      Put(reader.file, contents);
+      reader.read(4711, *this);
+      EXPECT_TRUE(Exists(reader.file));
+      EXPECT_TRUE(dialogs.shown.empty());
+      EXPECT_EQ(updateJournals, 0);
+      EXPECT_EQ(Changes(), Statements());
+    }
+    std::filesystem::remove(folder / "Vilnor" / ToUtf8(reader.file));
+    reader.read(4711, *this);
+    EXPECT_TRUE(dialogs.shown.empty());
+  }
+}
+
+// Loads whatever `errors` says, in turn.
+class ScriptedDocuments : public platform::ResultDocuments {
+ public:
+  class Document : public platform::ResultDocument {
+   public:
+    explicit Document(platform::ParseError error) : error_(std::move(error)) {}
+    void Load(const std::u16string& /*path*/) override {}
+    platform::ParseError GetParseError() override { return error_; }
+    automation::Value FirstValue(const std::u16string& /*tagName*/) override {
+      throw automation::AutomationError(automation::RuntimeError::ObjectNotSet);
+    }
+
+   private:
+    platform::ParseError error_;
+  };
+  std::unique_ptr<platform::ResultDocument> New() override {
+    auto error = errors.front();
+    errors.pop_front();
+    return std::make_unique<Document>(error);
+  }
+  std::deque<platform::ParseError> errors;
+};
+
+TEST_F(ResultReaders, AFileThatGoesBadBeforeTheSecondLoadIsReported) {
+  ScriptedDocuments scripted;
+  platform::Platform changed{clock,        locale,   dialogs,  processes, files,
+                             userSettings, registry, database, scripted,  windows};
+  platform::Use(changed);
+  for (const auto& reader : {kReaders[0], kReaders[1]}) {
+    scripted.errors = {{},
+                       {.code = -1072896682, .filePosition = 17, .reason = u"Ogiltigt tecken."}};
+    dialogs.shown.clear();
+    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    reader.read(4711, *this);
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<platform::MessageBox>{
+                  {.text = u"XMLDOM Error -1072896682\r\nPos 17Reason Ogiltigt tecken.",
+                   .title = u"",
+                   .icon = platform::Icon::None,
+                   .buttons = platform::Buttons::Ok}}));
+    EXPECT_TRUE(Exists(reader.file));
+    EXPECT_EQ(updateJournals, 0);
+  }
+  platform::Use(ports);
+}
+
+struct BadResult {
+  const char* cancelled;
+  const char* status;
+  const char* userDefData;
+  const char16_t* text;
+};
+
+TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
+  const BadResult results[] = {
+      {"x", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+      {"", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "fem", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "99999999999", "1&amp;2&amp;3", u"6 Overflow in XMLReadNewCase"},
+      {"0", "5", "1&amp;två&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "5", "1&amp;&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "5", "1&amp;2&amp;", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "5", "1&amp;2&amp;3&amp;4", u"13 Type mismatch in XMLReadNewCase"},
+      {"0", "5", "1&amp;2147483648&amp;3", u"6 Overflow in XMLReadNewCase"},
+      {"0", "5", "1&amp;2", u"5 Invalid procedure call or argument in XMLReadNewCase"},
+      {"0", "5", "4711", u"5 Invalid procedure call or argument in XMLReadNewCase"},
+      {"0", "5", "", u"5 Invalid procedure call or argument in XMLReadNewCase"}};
+  for (const auto& result : results) {
+    SCOPED_TRACE(ToUtf8(result.text) + " " + result.userDefData);
+    dialogs.shown.clear();
+    std::string latin1 = ResultFile(result.cancelled, result.status, result.userDefData);
+    if (const auto at = latin1.find("två"); at != std::string::npos) {
+      latin1.replace(at, std::string("två").size(), "tv\xE5");
+    }
+    Put(u"OutNewCase4711.xml", latin1);
+    ReadNewCase(4711, *this);
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<platform::MessageBox>{{.text = result.text,
+                                                  .title = u"Vilnor Link connection",
+                                                  .icon = platform::Icon::Exclamation}}));
+    EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+  }
+}
+
+TEST_F(ResultReaders, ElementsAreFoundWhereverTheyStandAndTheFirstCounts) {
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  Put(u"OutNewCase4711.xml",
+      "<a><b><Status>5</Status><c><Id>L-9</Id></c></b><Status>7</Status><Id>L-10</Id>"
+      "<UserName><![CDATA[k\xC3\xA5re]]></UserName><UserDefData>1&#38;12&amp;3</UserDefData></a>");
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(Changes(), Insertion(false));
+  EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
+}
+
+TEST_F(ResultReaders, ExternalEntitiesAreNotRead) {
+  std::ofstream(folder / "secret.txt") << "5";
+  Put(u"OutNewCase4711.xml", "<!DOCTYPE a [<!ENTITY e SYSTEM \"" +
+                                 (folder / "secret.txt").string() +
+                                 "\">]><a><Status>&e;</Status><UserDefData>1&amp;2&amp;3"
+                                 "</UserDefData></a>");
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+}
+
+TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
+  for (const auto& reader : {kReaders[0], kReaders[1]}) {
+    database = fakes::Database();
+    database.FailCall(2, kServerGone);
+    dialogs.shown.clear();
+    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    reader.read(4711, *this);
+    EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in " +
+                                          automation::FromUtf8(reader.name)});
+    EXPECT_TRUE(Exists(reader.file));
+    EXPECT_EQ(updateJournals, 0);
+    EXPECT_EQ(database.AliveConnections(), 0);
+  }
+}
+
+TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
+  database.installed = false;
+  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(dialogs.Texts(),
+            Statements{u"429 ActiveX component can't create object in XMLReadExistCase"});
+  EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
+}
+
+TEST_F(ResultReaders, AResultWhoseRowsWereNotWrittenStays) {
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  database.FailStatement(u"INSERT INTO Journal", kServerGone);
+  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in AddNewCase"});
+  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+  EXPECT_FALSE(database.InTransaction());
+
+  database.ClearFailures();
+  database.ClearLog();
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(Changes(), Insertion(false));
+  EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
+}
+
+TEST_F(ResultReaders, NothingIsAddedWhenItIsUnknownWhetherTheCaseExists) {
+  database.FailStatement(u"SELECT * FROM Vilnor WHERE PID", kServerGone);
+  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+}
+
+TEST_F(ResultReaders, AResultThatCannotBeDeletedIsReportedAfterItsRowsAreWritten) {
+  class StuckFiles : public portable::LocalFiles {
+   public:
+    void DeleteFile(const std::u16string& /*path*/) override {
+      throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
+    }
+  } stuck;
+  platform::Platform changed{clock,        locale,   dialogs,  processes, stuck,
+                             userSettings, registry, database, documents, windows};
+  platform::Use(changed);
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in ReadNewCase"});
+  EXPECT_EQ(updateJournals, 1);
+  EXPECT_EQ(Changes(), Insertion(false));
+
+  dialogs.shown.clear();
+  Put(u"OutNewCase4711.xml", ResultFile("1", "5", "1&amp;12&amp;3"));
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XMLReadNewCase"});
+  platform::Use(ports);
+}
+
+}  // namespace
+}  // namespace exchange

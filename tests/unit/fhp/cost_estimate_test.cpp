@@ -1,0 +1,258 @@
+// Form "108696": which rows are taken, how they are numbered, counted and summed.
+#include <algorithm>
+#include <gmock/gmock.h>
+
+#include "automation/date.h"
+#include "unit/fhp/fixture.h"
+
+namespace fhp {
+namespace {
+
+using automation::Currency;
+using automation::MakeDate;
+using testing::ElementsAre;
+using testing::Pair;
+using Texts = std::vector<std::u16string>;
+
+constexpr const char* kForm = "108696";
+constexpr auto kLast32 = 2147483647;
+
+class CostEstimate : public FhpFixture {
+ protected:
+  CostEstimate() { UseOlderPatient(); }
+
+  // The form behind its fixed fields.
+  Fields RowFields() {
+    Fields fields = FieldsOf(kForm).value_or(Fields());
+    const auto first = std::find_if(fields.begin(), fields.end(), [](const auto& field) {
+      return field.first.starts_with("edtBer");
+    });
+    return {first, fields.end()};
+  }
+  // Only the numbers that the sums come from.
+  std::string ValueOfRow(const std::string& key) {
+    for (const auto& [name, value] : RowFields()) {
+      if (name == key) {
+        return value;
+      }
+    }
+    return "not written";
+  }
+  // A row that is not taken stands beside one that is, so that the form is written.
+  void ExpectNotTaken(const Row& changes) {
+    estimateRows.clear();
+    AddEstimateRow();
+    AddEstimateRow(changes);
+    const Fields fields = RowFields();
+    EXPECT_EQ(fields.size(), 6U);
+    EXPECT_EQ(ValueOfRow("edtBerSummering"), "1000,00");
+  }
+};
+
+TEST_F(CostEstimate, StartsWithThePartiesAndTheNotes) {
+  AddEstimateRow();
+  application[u"Notes"] = u"Se bilaga";
+  provider[u"levno"] = u"L1";
+  const auto fields = FieldsOf(kForm);
+  ASSERT_TRUE(fields);
+  EXPECT_THAT(
+      std::vector(fields->begin(), fields->begin() + 10),
+      ElementsAre(Pair("edtArendeNr", "A1"), Pair("edtVardgivareNamn", "Kliniken"),
+                  Pair("edtVardgivareAdress", "Storgatan 1"), Pair("edtVardgivarePostNr", "11122"),
+                  Pair("edtVardgivarePostort", "Stockholm"), Pair("edtVardgivareOrgNr", "5566-1"),
+                  Pair("edtVardgivareLeverantorNr", "L1"),
+                  Pair("edtPatientPersonNr", "19420315-1234"), Pair("edtPatientNamn", "Anna Berg"),
+                  Pair("memUpplysningar", "Se bilaga")));
+}
+
+TEST_F(CostEstimate, LeavesNotesAndProviderNumberOutWhenNull) {
+  AddEstimateRow();
+  const auto keys = Keys(kForm);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "memUpplysningar"), 0);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtVardgivareLeverantorNr"), 0);
+}
+
+TEST_F(CostEstimate, UsesTheSecondAddressLineOrAnEmptyOne) {
+  AddEstimateRow();
+  provider[u"adr1"] = Null();
+  EXPECT_THAT((*FieldsOf(kForm))[2], Pair("edtVardgivareAdress", "Box 5"));
+  provider[u"adr2"] = Null();
+  EXPECT_THAT((*FieldsOf(kForm))[2], Pair("edtVardgivareAdress", ""));
+}
+
+TEST_F(CostEstimate, StandsBehindTheApplicationFormInTheSameContribution) {
+  AddEstimateRow();
+  Write();
+  EXPECT_NE(File().find("</FormItem></FormDescr><FormDescr><FormDescrId>108696</FormDescrId>"),
+            std::string::npos);
+  EXPECT_NE(File().find("</FormDescr></Contribution><Participant>"), std::string::npos);
+}
+
+TEST_F(CostEstimate, AnOrdinaryRowHasMeasureCountPriceAndSum) {
+  AddEstimateRow({{u"NoOf", 3}, {u"Amount", 1234.5}});
+  EXPECT_THAT(
+      RowFields(),
+      ElementsAre(Pair("edtBer1Atgard", "321"), Pair("edtBer1Antal", "3"),
+                  Pair("edtBer1Pris", "1234,50"), Pair("edtBer1Summa", "3703,50"),
+                  Pair("edtBerSummering", "3703,50"), Pair("edtBerTotalErsattning", "-3996,50")));
+}
+
+TEST_F(CostEstimate, TheFixedRatesHaveTheirRowsAndPricesAndShowTheirOwnAmount) {
+  AddEstimateRow({{u"RateNo", 682}, {u"NoOf", 2}, {u"Amount", 3000}});
+  AddEstimateRow({{u"RateNo", u"681"}, {u"NoOf", 3}, {u"Amount", 2900}});
+  EXPECT_THAT(
+      RowFields(),
+      ElementsAre(Pair("edtBer11Antal", "2"), Pair("edtBer11Pris", "3000,00"),
+                  Pair("edtBer11Summa", "6400,00"), Pair("edtBer10Antal", "3"),
+                  Pair("edtBer10Pris", "2900,00"), Pair("edtBer10Summa", "8700,00"),
+                  Pair("edtBerSummering", "15100,00"), Pair("edtBerTotalErsattning", "7400,00")));
+}
+
+TEST_F(CostEstimate, FixedRatesDoNotTakeARowNumber) {
+  AddEstimateRow({{u"RateNo", 401}});
+  AddEstimateRow({{u"RateNo", 681}});
+  AddEstimateRow({{u"RateNo", 402}});
+  EXPECT_EQ(ValueOfRow("edtBer1Atgard"), "401");
+  EXPECT_EQ(ValueOfRow("edtBer2Atgard"), "402");
+  EXPECT_EQ(ValueOfRow("edtBer3Atgard"), "not written");
+}
+
+TEST_F(CostEstimate, TheTenthOrdinaryRowSharesItsKeysWithTheFixedRates) {
+  AddEstimateRow({{u"RateNo", 681}});
+  for (std::int32_t row = 1; row <= 12; ++row) {
+    AddEstimateRow({{u"RateNo", 400 + row}});
+  }
+  const auto keys = Keys(kForm);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Antal"), 2);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Atgard"), 1);
+  EXPECT_EQ(ValueOfRow("edtBer10Atgard"), "410");
+  EXPECT_EQ(ValueOfRow("edtBer12Atgard"), "412");
+}
+
+TEST_F(CostEstimate, TheRowCounterHasSixteenBits) {
+  for (std::int32_t row = 1; row <= 32766; ++row) {
+    AddEstimateRow();
+  }
+  EXPECT_NE(Write(), u"");
+  EXPECT_NE(File().find("edtBer32766Summa"), std::string::npos);
+  AddEstimateRow();
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
+}
+
+TEST_F(CostEstimate, GroupedRowsMultiplyTheCount) {
+  AddEstimateRow({{u"SelectNoOf", 2}, {u"NoOf", 3}});
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "6");
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "6000,00");
+}
+
+TEST_F(CostEstimate, ACountOfNoneIsOneBeforeItIsMultiplied) {
+  for (const Value& none : {Value(0), Value(Null()), Value(0.4), Value(u"0")}) {
+    estimateRows.clear();
+    AddEstimateRow({{u"SelectNoOf", 2}, {u"NoOf", none}});
+    EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2");
+  }
+}
+
+TEST_F(CostEstimate, ACountIsReadAsAWholeNumberHalfToEven) {
+  AddEstimateRow({{u"NoOf", 2.5}});
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2");
+  estimateRows.front()[u"NoOf"] = 3.5;
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "4");
+}
+
+TEST_F(CostEstimate, AMissingAmountIsNone) {
+  AddEstimateRow({{u"Amount", Null()}, {u"NoOf", 4}});
+  EXPECT_EQ(ValueOfRow("edtBer1Pris"), "0,00");
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "0,00");
+}
+
+TEST_F(CostEstimate, AmountsOfEveryColumnTypeAreRead) {
+  for (const Value& amount :
+       {Value(1234), Value(1234.0), Value(Currency{12340000}),
+        Value(automation::Decimal{.lo = 123400, .scale = 2}), Value(u"1234,00")}) {
+    estimateRows.clear();
+    AddEstimateRow({{u"Amount", amount}});
+    EXPECT_EQ(ValueOfRow("edtBer1Pris"), "1234,00");
+  }
+}
+
+TEST_F(CostEstimate, OnlyRowsOfDebitAreTaken) {
+  for (const Value& debit : {Value(u""), Value(Null()), Value(u"A"), Value(u"ä"), Value(u"Ä "),
+                             Value(u"ÄÄ"), Value(0)}) {
+    ExpectNotTaken({{u"Debit", debit}, {u"Amount", 77.0}});
+  }
+}
+
+TEST_F(CostEstimate, ARowWithoutARateIsNotTaken) {
+  for (const Value& rate : {Value(0), Value(Null()), Value(0.0), Value(u"0")}) {
+    ExpectNotTaken({{u"RateNo", rate}});
+  }
+}
+
+TEST_F(CostEstimate, ARowThatTheCompensationRuleRefusesIsNotTaken) {
+  // Under the older subsidy rules.
+  ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})}});
+  // From before the patient was 20.
+  ExpectNotTaken({{u"RegDate", MakeDate({.year = 1961, .month = 12, .day = 31})}});
+  ExpectNotTaken({{u"RegDate", Null()}});
+  // Increased compensation that was applied for.
+  application[u"IncreasedComp"] = true;
+  ExpectNotTaken({{u"IncrComp", true}});
+}
+
+TEST_F(CostEstimate, AMarkOfIncreasedCompensationCountsOnlyWhenAppliedFor) {
+  AddEstimateRow({{u"IncrComp", true}});
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "1000,00");
+}
+
+TEST_F(CostEstimate, WithoutAnyTakenRowTheSumsAreNoneAndMinusTheDeduction) {
+  AddEstimateRow({{u"Debit", u"A"}});
+  EXPECT_THAT(RowFields(), ElementsAre(Pair("edtBerSummering", "0,00"),
+                                       Pair("edtBerTotalErsattning", "-7700,00")));
+}
+
+TEST_F(CostEstimate, AmountsUseTheDecimalSeparatorOfTheLocaleAndNoGrouping) {
+  locale.regional = {};
+  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  AddEstimateRow({{u"Amount", 1234567.005}});
+  EXPECT_EQ(ValueOfRow("edtBer1Pris"), "1234567.01");
+  estimateRows.front()[u"Debit"] = u"";
+  EXPECT_EQ(ValueOfRow("edtBerSummering"), "0.00");
+  EXPECT_EQ(ValueOfRow("edtBerTotalErsattning"), "-7700.00");
+}
+
+TEST_F(CostEstimate, ProductsUpToThirtyTwoBitsAreCounted) {
+  AddEstimateRow({{u"NoOf", kLast32}});
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2147483647");
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "2147483647000,00");
+  estimateRows.front()[u"RateNo"] = 681;
+  estimateRows.front()[u"NoOf"] = kLast32 / 2900;
+  EXPECT_EQ(ValueOfRow("edtBer10Summa"), "2147481900,00");
+}
+
+class OverflowingRow : public CostEstimate, public testing::WithParamInterface<Row> {};
+
+TEST_P(OverflowingRow, EndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow();
+  AddEstimateRow(GetParam());
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, OverflowingRow,
+                         testing::Values(Row{{u"NoOf", kLast32}, {u"SelectNoOf", 2}},
+                                         Row{{u"NoOf", -kLast32}, {u"SelectNoOf", 2}},
+                                         Row{{u"NoOf", 3000000000.0}},
+                                         Row{{u"RateNo", 681}, {u"NoOf", kLast32 / 2900 + 1}},
+                                         Row{{u"RateNo", 682}, {u"NoOf", kLast32 / 3200 + 1}}));
+
+TEST_F(CostEstimate, ATextWhereANumberBelongsIsReported) {
+  AddEstimateRow({{u"NoOf", u"tre"}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
+}
+
+}  // namespace
+}  // namespace fhp

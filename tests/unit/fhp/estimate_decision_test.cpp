@@ -1,0 +1,98 @@
+#include "fhp/estimate_decision.h"
+
+#include "automation/date.h"
+#include "unit/fhp/fixture.h"
+
+namespace fhp {
+namespace {
+
+using automation::MakeDate;
+
+class EstimateDecision : public FhpFixture {
+ protected:
+  static bool Includes(const automation::DateParts& registered, int birthYear) {
+    return IncludesEstimate(MakeDate(registered),
+                            MakeDate({.year = birthYear, .month = 12, .day = 31}));
+  }
+};
+
+TEST_F(EstimateDecision, StartsOnTheSecondOfJanuaryOfTheYearOfSixtyFive) {
+  EXPECT_FALSE(Includes({.year = 2006, .month = 12, .day = 31}, 1942));
+  EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
+  EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
+  EXPECT_TRUE(Includes({.year = 2026, .month = 11, .day = 16}, 1942));
+}
+
+TEST_F(EstimateDecision, LeavesTheTimeOfDayOut) {
+  EXPECT_FALSE(
+      Includes({.year = 2007, .month = 1, .day = 1, .hour = 23, .minute = 59, .second = 59}, 1942));
+}
+
+TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
+  EXPECT_EQ(IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
+                             MakeDate({.year = 1942, .month = 1, .day = 1})),
+            IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
+                             MakeDate({.year = 1942, .month = 12, .day = 31})));
+  EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 2}, 1943));
+}
+
+TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
+  locale.shortDateAnswer = u"M/d/yyyy";
+  locale.regional = {};
+  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
+  EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
+  util::CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  locale.regional.shortDate = u"dd.MM.yyyy";
+  EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
+  EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
+}
+
+TEST_F(EstimateDecision, GivesTheParticipantsCode) {
+  EXPECT_EQ(ParticipantCode(false), -32000);
+  EXPECT_EQ(ParticipantCode(true), -32001);
+}
+
+TEST_F(EstimateDecision, OlderPatientWithRowsSendsTheEstimate) {
+  UseOlderPatient();
+  AddEstimateRow();
+  Write();
+  EXPECT_NE(File().find("<FormDescrId>108696</FormDescrId>"), std::string::npos);
+  EXPECT_NE(File().find("<Participant><UserId>kostnad</UserId></Participant></NewCase>"),
+            std::string::npos);
+}
+
+TEST_F(EstimateDecision, OnTheBoundaryNoEstimateIsReadOrSent) {
+  UseOlderPatient();
+  AddEstimateRow();
+  application[u"RegDate"] = MakeDate({.year = 2007, .month = 1, .day = 1});
+  Write();
+  EXPECT_EQ(File().find("<FormDescrId>108696<"), std::string::npos);
+  EXPECT_NE(File().find("<UserId>anmeld</UserId>"), std::string::npos);
+  for (const auto& call : database.Log()) {
+    EXPECT_EQ(call.find(u"SelectNoOf"), std::u16string::npos);
+  }
+}
+
+TEST_F(EstimateDecision, WithoutRowsAgeDoesNotMatter) {
+  UseOlderPatient();
+  Write();
+  EXPECT_EQ(File().find("<FormDescrId>108696<"), std::string::npos);
+  EXPECT_NE(File().find("<UserId>anmeld</UserId>"), std::string::npos);
+}
+
+TEST_F(EstimateDecision, WithoutRowsTheRegistrationDateIsNotNeeded) {
+  application[u"RegDate"] = Null();
+  EXPECT_NE(Write(), u"");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(EstimateDecision, WithRowsAMissingRegistrationDateIsReported) {
+  AddEstimateRow();
+  application[u"RegDate"] = Null();
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), std::vector<std::u16string>{u"94 Invalid use of Null in WriteNewFHP"});
+}
+
+}  // namespace
+}  // namespace fhp

@@ -1,0 +1,191 @@
+#include "fhp/send_check.h"
+
+#include <gmock/gmock.h>
+
+#include "unit/fhp/fixture.h"
+
+namespace fhp {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+
+const std::u16string kMessage =
+    u"Vilnor Link kan max ta emot 4 st planerade åtgärder per tand, ÖK och UK\r\n"
+    u"Väljer du OK följer inte samtliga uppgifter med från Kestra Dental";
+constexpr const char16_t* kStatement = u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 8";
+
+struct Plan {
+  Value teeth = Null();
+  Value upperJaw = Null();
+  Value lowerJaw = Null();
+};
+
+class SendCheck : public FhpFixture {
+ protected:
+  bool Check(const Plan& plan) {
+    database.Answer(kStatement, {{u"PlanTreatm", u"PlanTreatmUJaw", u"PlanTreatmLJaw"},
+                                 {{plan.teeth, plan.upperJaw, plan.lowerJaw}}});
+    return OKToSend(8, errCode, errMsg);
+  }
+  void ExpectFits(const Plan& plan) {
+    errCode = 7;
+    errMsg = u"host's";
+    EXPECT_TRUE(Check(plan));
+    EXPECT_EQ(errCode, 0);
+    EXPECT_EQ(errMsg, u"");
+    EXPECT_TRUE(Boxes().empty());
+  }
+  void ExpectTooMany(const Plan& plan) {
+    errCode = 7;
+    errMsg = u"host's";
+    EXPECT_FALSE(Check(plan));
+    EXPECT_EQ(errCode, 100);
+    EXPECT_EQ(errMsg, kMessage);
+    EXPECT_TRUE(Boxes().empty());
+  }
+  // The box is shown and the host's variables are left alone.
+  void ExpectError(const std::u16string& box) {
+    EXPECT_EQ(errCode, 7);
+    EXPECT_EQ(errMsg, u"host's");
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<platform::MessageBox>{{.text = box,
+                                                  .title = u"Vilnor Link connection",
+                                                  .icon = platform::Icon::Exclamation,
+                                                  .buttons = platform::Buttons::Ok}}));
+  }
+
+  std::int16_t errCode = 7;
+  std::u16string errMsg = u"host's";
+};
+
+TEST_F(SendCheck, AnApplicationWithoutAPlanFits) {
+  ExpectFits({});
+  ExpectFits({.teeth = u"", .upperJaw = u"", .lowerJaw = u""});
+  ExpectFits({.teeth = u"", .upperJaw = u" ", .lowerJaw = u" "});
+}
+
+TEST_F(SendCheck, FourMeasuresAToothFitFiveDoNot) {
+  ExpectFits({.teeth = u"<11>921 922 923 924</11><12>801</12>"});
+  ExpectTooMany({.teeth = u"<11>921 922 923 924 925</11><12>801</12>"});
+  ExpectTooMany({.teeth = u"<11>921</11><12>1 2 3 4 5</12>"});
+}
+
+TEST_F(SendCheck, EmptyPiecesOfAToothCount) {
+  ExpectTooMany({.teeth = u"<11>921 922 923 924 </11>"});
+  ExpectTooMany({.teeth = u"<11>921 922  923 924</11>"});
+  ExpectTooMany({.teeth = u"<11> 921 922 923 924</11>"});
+  ExpectFits({.teeth = u"<11>921  922 </11>"});
+}
+
+TEST_F(SendCheck, WhatStandsBetweenTeethDoesNotCount) {
+  ExpectFits({.teeth = u"a b c d e f <11>921</11> a b c d e f"});
+}
+
+TEST_F(SendCheck, EachJawTakesFourMeasures) {
+  ExpectFits({.upperJaw = u"1 2 3 4", .lowerJaw = u"1 2 3 4"});
+  ExpectTooMany({.upperJaw = u"1 2 3 4 5", .lowerJaw = u"1"});
+  ExpectTooMany({.upperJaw = u"1", .lowerJaw = u"1 2 3 4 5"});
+}
+
+TEST_F(SendCheck, OneLeadingBlankOfAJawDoesNotCountASecondDoes) {
+  ExpectFits({.upperJaw = u" 1 2 3 4"});
+  ExpectTooMany({.upperJaw = u"  1 2 3 4"});
+  ExpectFits({.lowerJaw = u" 1 2 3 4"});
+  ExpectTooMany({.lowerJaw = u"  1 2 3 4"});
+  ExpectTooMany({.lowerJaw = u" 1 2 3 4 "});
+}
+
+TEST_F(SendCheck, AFailingUpperJawEndsTheCheckWithoutALowerJaw) {
+  ExpectTooMany({.upperJaw = u"1 2 3 4 5"});
+}
+
+TEST_F(SendCheck, AMissingUpperJawLeavesTheLowerToBeChecked) {
+  ExpectTooMany({.lowerJaw = u"1 2 3 4 5"});
+}
+
+TEST_F(SendCheck, AFailingToothStopsBeforeTheJaws) {
+  database.LogReads(true);
+  Check({.teeth = u"<11>1 2 3 4 5</11>", .upperJaw = u" 1", .lowerJaw = u" 1"});
+  EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());
+  EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
+}
+
+TEST_F(SendCheck, AFailingUpperJawStopsBeforeTheLower) {
+  database.LogReads(true);
+  Check({.upperJaw = u"1 2 3 4 5", .lowerJaw = u" 1"});
+  EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
+}
+
+TEST_F(SendCheck, TheTrimmedJawsGoBackIntoTheRecordInHandAndNowhereElse) {
+  database.LogReads(true);
+  Check({.upperJaw = u" 1 2", .lowerJaw = u" 3"});
+  EXPECT_EQ(database.LogOf(u"Recordset.SetField"),
+            (Texts{u"Recordset.SetField PlanTreatmUJaw", u"Recordset.SetField PlanTreatmLJaw"}));
+  EXPECT_TRUE(database.LogOf(u"Execute").empty());
+  database.ClearLog();
+  Check({.upperJaw = u"1 2", .lowerJaw = u"3"});
+  EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
+}
+
+TEST_F(SendCheck, ReleasesTheDatabaseBeforeItChecks) {
+  database.LogReads(true);
+  Check({.teeth = u"<11>1</11>"});
+  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_EQ(database.AliveRecordsets(), 0);
+  EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
+}
+
+TEST_F(SendCheck, AMissingApplicationIsReported) {
+  database.Answer(kStatement, {});
+  EXPECT_FALSE(OKToSend(8, errCode, errMsg));
+  ExpectError(u"91 Object variable or With block variable not set in OKToSend");
+  EXPECT_EQ(database.AliveConnections(), 0);
+}
+
+TEST_F(SendCheck, ADatabaseThatIsNotInstalledIsReported) {
+  database.installed = false;
+  EXPECT_FALSE(OKToSend(8, errCode, errMsg));
+  ExpectError(u"429 ActiveX component can't create object in OKToSend");
+}
+
+TEST_F(SendCheck, APlanBeyondSixteenBitsIsReported) {
+  EXPECT_FALSE(Check({.teeth = std::u16string(40000, u'x')}));
+  ExpectError(u"6 Overflow in OKToSend");
+}
+
+TEST_F(SendCheck, ThePlanMayHave32767Characters) {
+  ExpectFits({.teeth = u"<11>1</11>" + std::u16string(32757, u'x')});
+  EXPECT_FALSE(Check({.teeth = u"<11>1</11>" + std::u16string(32758, u'x')}));
+}
+
+TEST_F(SendCheck, AFailingToothIsToldBeforeTheOverflow) {
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11>" + std::u16string(40000, u'x')});
+}
+
+TEST_F(SendCheck, AVeryLongTextOfAToothFitsByItsMeasures) {
+  // The closing tag lies beyond the positions; the measures do not move the position.
+  EXPECT_FALSE(Check({.teeth = u"<11>" + std::u16string(40000, u'x') + u"</11>"}));
+  ExpectError(u"6 Overflow in OKToSend");
+  dialogs.shown.clear();
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 " + std::u16string(40000, u'x') + u"</11>"});
+}
+
+TEST_F(SendCheck, AToothWithoutAClosingTagIsCountedToTheEndOfThePlan) {
+  ExpectFits({.teeth = u"<11>1 2 3 4"});
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 5"});
+  ExpectTooMany({.teeth = u"<11>1 2<12>3 4 5 6"});
+}
+
+TEST_F(SendCheck, NestedAndDoublyClosedTeethAreCountedEach) {
+  ExpectFits({.teeth = u"<11>1 2</11></11><12>1 2 3 4</12>"});
+  ExpectTooMany({.teeth = u"<11>1 <12>1 2 3 4 5</12></11>"});
+  ExpectFits({.teeth = u"<11>1 2<12>3 4</12> 5 6 7 8</11>"});
+}
+
+TEST_F(SendCheck, ALessThanSignWithoutATagIsPassedOver) {
+  ExpectFits({.teeth = u"<11>1</11> < 2 3 4 5 6"});
+  ExpectFits({.teeth = u"<"});
+}
+
+}  // namespace
+}  // namespace fhp

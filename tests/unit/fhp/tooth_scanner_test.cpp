@@ -1,0 +1,119 @@
+#include "fhp/tooth_scanner.h"
+
+#include <gmock/gmock.h>
+
+#include "fakes/printing.h"
+
+namespace fhp {
+namespace {
+
+using automation::RuntimeError;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using Runs = std::vector<std::pair<std::string, std::string>>;
+
+Runs RunsOf(std::u16string_view column, ScanRules rules = kDocumentScan) {
+  Runs runs;
+  ToothScanner teeth(column, rules);
+  while (const auto run = teeth.Next()) {
+    runs.emplace_back(automation::ToUtf8(run->tooth), automation::ToUtf8(run->text));
+  }
+  return runs;
+}
+
+TEST(ToothScanner, GivesToothAndTextOfEachRunInOrder) {
+  EXPECT_THAT(RunsOf(u"<11>Krona</11><12>Extr, åter</12>"),
+              ElementsAre(Pair("11", "Krona"), Pair("12", "Extr, åter")));
+}
+
+TEST(ToothScanner, PassesOverWhatStandsBetweenRuns) {
+  EXPECT_THAT(RunsOf(u"före <11>a</11>, mellan > / <12>b</12> efter"),
+              ElementsAre(Pair("11", "a"), Pair("12", "b")));
+  EXPECT_THAT(RunsOf(u""), IsEmpty());
+  EXPECT_THAT(RunsOf(u"ingen tand"), IsEmpty());
+}
+
+TEST(ToothScanner, GivesAnEmptyTextAsARun) {
+  EXPECT_THAT(RunsOf(u"<11></11><12>b</12>"), ElementsAre(Pair("11", ""), Pair("12", "b")));
+}
+
+TEST(ToothScanner, AnyClosingTagEndsAText) {
+  EXPECT_THAT(RunsOf(u"<11>a</12>"), ElementsAre(Pair("11", "a")));
+  EXPECT_THAT(RunsOf(u"<11>a</"), ElementsAre(Pair("11", "a")));
+}
+
+TEST(ToothScanner, ATagThatClosesTwiceIsOneRun) {
+  EXPECT_THAT(RunsOf(u"<11>a</11></11><12>b</12>"), ElementsAre(Pair("11", "a"), Pair("12", "b")));
+}
+
+TEST(ToothScanner, ATextWithoutAClosingTagYieldsItsRestAndEndsTheScan) {
+  EXPECT_THAT(RunsOf(u"<11>a</11><12>b <13>c"),
+              ElementsAre(Pair("11", "a"), Pair("12", "b <13>c")));
+  EXPECT_THAT(RunsOf(u"<11>"), ElementsAre(Pair("11", "")));
+}
+
+TEST(ToothScanner, ARunInsideATextIsFoundToo) {
+  EXPECT_THAT(RunsOf(u"<11>a<12>b</12>c</11>"), ElementsAre(Pair("11", "a<12>b"), Pair("12", "b")));
+}
+
+TEST(ToothScanner, ATagRightAtTheStartOfATextIsPartOfItOnly) {
+  EXPECT_THAT(RunsOf(u"<11><12>b</12><13>c</13>"),
+              ElementsAre(Pair("11", "<12>b"), Pair("13", "c")));
+}
+
+TEST(ToothScanner, ALessThanSignIsATagUpToTheNextGreaterThanSign) {
+  EXPECT_THAT(RunsOf(u"a < b <11>c</11>"), ElementsAre(Pair(" b <11", "c")));
+  EXPECT_THAT(RunsOf(u"<>x</>"), ElementsAre(Pair("", "x")));
+}
+
+TEST(ToothScanner, ALessThanSignWithoutAGreaterThanSignIsNoTag) {
+  EXPECT_THAT(RunsOf(u"<11>a</11> 2 < 3"), ElementsAre(Pair("11", "a")));
+  EXPECT_THAT(RunsOf(u"<11"), IsEmpty());
+}
+
+TEST(ToothScanner, TheLastPositionIsScannedForTheDocument) {
+  EXPECT_THAT(RunsOf(u"<"), IsEmpty());
+  EXPECT_THAT(RunsOf(u"ab<"), IsEmpty());
+  // A scan that may not go beyond the last position shows that it goes there.
+  const std::u16string column(100, u'x');
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {true, 100}); }), 6);
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100}); }), 0);
+}
+
+TEST(ToothScanner, ReadsColumnsLongerThanSixteenBitsForTheDocument) {
+  const std::u16string before(40000, u'x');
+  EXPECT_THAT(RunsOf(before + u"<11>a</11>"), ElementsAre(Pair("11", "a")));
+}
+
+TEST(ToothScanner, SixteenBitPositionsEndAt32767) {
+  EXPECT_THAT(RunsOf(std::u16string(32767, u'x'), kSendCheckScan), IsEmpty());
+  EXPECT_EQ(fakes::ErrorNumberOf([] { RunsOf(std::u16string(32768, u'x'), kSendCheckScan); }), 6);
+}
+
+TEST(ToothScanner, ATagThatLeavesSixteenBitsRaisesOverflowBeforeItsTextIsGiven) {
+  const std::u16string tooth(32764, u'1');
+  EXPECT_EQ(RunsOf(u"<" + tooth + u">a b", kSendCheckScan).size(), 1U);
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(u"<1" + tooth + u">a b", kSendCheckScan); }), 6);
+}
+
+TEST(ToothScanner, ARunBeforeTheOverflowIsGiven) {
+  const std::u16string column = u"<11>a</11>" + std::u16string(40000, u'x');
+  ToothScanner teeth(column, kSendCheckScan);
+  EXPECT_EQ(teeth.Next()->text, u"a");
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 6);
+}
+
+TEST(ToothScanner, ATextWithoutEndEndsTheScanBeforeTheOverflow) {
+  EXPECT_EQ(RunsOf(u"<11>" + std::u16string(40000, u'x'), kSendCheckScan).size(), 1U);
+}
+
+TEST(ToothScanner, StaysAtItsEnd) {
+  ToothScanner teeth(u"<11>a</11>", kDocumentScan);
+  EXPECT_TRUE(teeth.Next());
+  EXPECT_FALSE(teeth.Next());
+  EXPECT_FALSE(teeth.Next());
+}
+
+}  // namespace
+}  // namespace fhp

@@ -1,0 +1,210 @@
+#include "host/link_program.h"
+
+#include "fakes/component_fixture.h"
+
+namespace host {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+using platform::Icon;
+
+constexpr std::uint32_t kLocalMachine = 0x80000002;
+constexpr const char16_t* kLinkKey =
+    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
+constexpr const char16_t* kMainKey = u"SOFTWARE\\Kestra\\Kestra.Main.exe";
+constexpr const char16_t* kMainAppPath =
+    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe";
+constexpr const char16_t* kOldAppPath =
+    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe";
+const platform::MessageBox kMissing{
+    .text =
+        u"Kunde inte hitta Vilnor Link programmet (Link.exe)\r\n\r\nAnge sökvägen manuellt "
+        u"under menyalternativet:\r\nVerktyg/Inställningar - Denna arbetsplats/Generellt",
+    .title = u"Vilnor Link connection",
+    .icon = Icon::Exclamation,
+    .buttons = platform::Buttons::Ok};
+
+class LinkProgram : public fakes::ComponentFixture {
+ protected:
+  std::u16string& Setting() { return userSettings.stored[{u"KESTRA", u"Environment", u"Vilnor"}]; }
+  std::u16string FileOf(const std::string& name, const std::string& bytes) const {
+    std::ofstream(folder / name, std::ios::binary) << bytes;
+    return hostPath + automation::FromUtf8(name);
+  }
+};
+
+TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {
+  registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link");
+  EXPECT_EQ(GetVilnorCommandLine(), u"C:\\Link\\Link.exe");
+  registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link\\");
+  EXPECT_EQ(GetVilnorCommandLine(), u"C:\\Link\\Link.exe");
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(LinkProgram, WithoutRegistrationAndSettingIsMissing) {
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+  EXPECT_TRUE(registry.KeyExists(kLocalMachine, kLinkKey));
+}
+
+TEST_F(LinkProgram, IsTakenFromTheSettingWhenTheRegistryRefuses) {
+  registry.DenyWrite(kLocalMachine, u"SOFTWARE");
+  Setting() = FileOf("Länk.exe", "MZ");
+  EXPECT_EQ(GetVilnorCommandLine(), Setting());
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(LinkProgram, OfAStaleSettingIsForgottenButStillReturned) {
+  const std::u16string stale = hostPath + u"Gone.exe";
+  Setting() = stale;
+  EXPECT_EQ(GetVilnorCommandLine(), stale);
+  EXPECT_EQ(Setting(), u"");
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, OfAnEmptyFileIsMissingAndTheSettingStays) {
+  const std::u16string empty = FileOf("Link.exe", "");
+  Setting() = empty;
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(Setting(), empty);
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, OfASettingThatNamesAFolderIsMissingAndTheSettingStays) {
+  Setting() = hostPath;
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(Setting(), hostPath);
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, OfAnImpossibleSettingIsReportedAsMissing) {
+  Setting() = hostPath + std::u16string(5000, u'x');
+  EXPECT_EQ(GetVilnorCommandLine(), Setting());
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, IsNotLookedForOnDiskWhenItIsRegistered) {
+  registry.SetText(kLocalMachine, kLinkKey, u"Path", u"X:\\Nowhere");
+  Setting() = FileOf("Link.exe", "MZ");
+  EXPECT_EQ(GetVilnorCommandLine(), u"X:\\Nowhere\\Link.exe");
+}
+
+TEST_F(LinkProgram, RegisteredWithAnotherTypeOfValueIsNotRegistered) {
+  registry.SetOther(kLocalMachine, kLinkKey, u"Path", 4);
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+}
+
+class ExchangeDirectory : public LinkProgram {};
+
+TEST_F(ExchangeDirectory, IsFoundUnderTheFirstRegistrationThatNamesAPath) {
+  const std::u16string other = hostPath + u"Other\\";
+  std::filesystem::create_directory(folder / "Other");
+  registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
+  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  registry.SetText(kLocalMachine, kMainAppPath, u"Path", other);
+  EXPECT_EQ(GetVilnorOutputPath(), other + u"Vilnor");
+  registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
+  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_TRUE(std::filesystem::is_directory(folder / "Other" / "Vilnor"));
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ExchangeDirectory, IsMadeWhenMissingAndLeftAloneWhenPresent) {
+  registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
+  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  Put(u"OutNewCase1.xml", "x");
+  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_TRUE(Exists(u"OutNewCase1.xml"));
+}
+
+TEST_F(ExchangeDirectory, IsJoinedWithoutASeparator) {
+  registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Kestra");
+  EXPECT_EQ(GetVilnorOutputPath(), hostPath + u"KestraVilnor");
+  EXPECT_TRUE(std::filesystem::is_directory(folder / "KestraVilnor"));
+}
+
+TEST_F(ExchangeDirectory, WithoutAHostRegistrationIsReported) {
+  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
+                               {.text = u"10001 Did not find Kestra Dental registry information in "
+                                        u"GetVilnorOutputPath",
+                                .title = u"Vilnor Link connection",
+                                .icon = Icon::Exclamation}}));
+}
+
+TEST_F(ExchangeDirectory, IsNotSoughtFurtherWhereTheRegistryRefuses) {
+  registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
+  registry.DenyWrite(kLocalMachine, u"SOFTWARE\\Kestra");
+  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_EQ(dialogs.Texts(), Texts{u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath"});
+}
+
+TEST_F(ExchangeDirectory, WhoseParentIsMissingIsReported) {
+  registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Nowhere\\");
+  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_EQ(dialogs.Texts(), Texts{u"76 Path not found in GetVilnorOutputPath"});
+}
+
+TEST_F(ExchangeDirectory, WhoseNameIsTakenByAFileIsReported) {
+  registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
+  FileOf("Vilnor", "x");
+  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_EQ(dialogs.Texts(), Texts{u"58 File already exists in GetVilnorOutputPath"});
+}
+
+class Start : public LinkProgram {};
+
+TEST_F(Start, OnARequestNamesItInTheCommandLine) {
+  StartVilnor(u"C:\\Link\\Link.exe", u"C:\\Kestra\\Vilnor\\InNewCase4711.xml");
+  EXPECT_EQ(processes.started,
+            Texts{u"C:\\Link\\Link.exe path=\"C:\\Kestra\\Vilnor\\InNewCase4711.xml\" version=2 "
+                  u"caller=KestraDental removefiles=1"});
+}
+
+TEST_F(Start, DoesNotQuoteAProgramPathWithBlanks) {
+  StartVilnor(u"C:\\Program Files\\Link.exe", u"C:\\K D\\In 1.xml");
+  EXPECT_EQ(processes.started,
+            Texts{u"C:\\Program Files\\Link.exe path=\"C:\\K D\\In 1.xml\" version=2 "
+                  u"caller=KestraDental removefiles=1"});
+}
+
+TEST_F(Start, WithoutARequestHasNoArguments) {
+  StartVilnor(u"C:\\Link\\Link.exe", u"");
+  EXPECT_EQ(processes.started, Texts{u"C:\\Link\\Link.exe"});
+}
+
+TEST_F(Start, ThatFailsIsReported) {
+  processes.fails = true;
+  StartVilnor(u"C:\\Link\\Link.exe", u"x");
+  EXPECT_EQ(dialogs.shown,
+            (std::vector<platform::MessageBox>{{.text = u"53 File not found in StartVilnor",
+                                                .title = u"Vilnor Link connection",
+                                                .icon = Icon::Exclamation}}));
+}
+
+TEST_F(LinkProgram, SettingIsStoredWhereTheHostKeepsIt) {
+  SetVilnorPath(u"D:\\Länk\\Link.exe");
+  EXPECT_EQ(Setting(), u"D:\\Länk\\Link.exe");
+}
+
+TEST_F(LinkProgram, SettingThatCannotBeStoredIsReportedAsCritical) {
+  class RefusingSettings : public fakes::UserSettings {
+   public:
+    void Save(const std::u16string& /*application*/, const std::u16string& /*section*/,
+              const std::u16string& /*key*/, const std::u16string& /*text*/) override {
+      throw automation::AutomationError(automation::RuntimeError::InvalidProcedureCall);
+    }
+  } refusing;
+  platform::Platform changed{clock,    locale,   dialogs,  processes, files,
+                             refusing, registry, database, documents, windows};
+  platform::Use(changed);
+  SetVilnorPath(u"x");
+  EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
+                               {.text = u"5 Invalid procedure call or argument in SetVilnorPath",
+                                .title = u"Vilnor Link connection",
+                                .icon = Icon::Critical}}));
+  platform::Use(ports);
+}
+
+}  // namespace
+}  // namespace host

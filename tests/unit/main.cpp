@@ -1,0 +1,11 @@
+#include <gmock/gmock.h>
+
+// What the component keeps for a thread stays at the thread's end, see util/thread_state.h.
+extern "C" const char* __lsan_default_suppressions() {  // NOLINT: the sanitizer's own name
+  return "leak:ThreadState";
+}
+
+int main(int argc, char** argv) {
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}

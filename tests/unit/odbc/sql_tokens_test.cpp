@@ -1,0 +1,36 @@
+#include "odbc/sql_tokens.h"
+
+#include <gmock/gmock.h>
+#include <string>
+
+namespace odbc {
+namespace {
+
+using testing::ElementsAre;
+using testing::FieldsAre;
+
+TEST(SqlTokens, TellTheirKindsApart) {
+  EXPECT_THAT(
+      Tokenize(u"a, 'b' #01-02-2026#", SqlSyntax()),
+      ElementsAre(FieldsAre(TokenKind::Word, u"a"), FieldsAre(TokenKind::Symbol, u","),
+                  FieldsAre(TokenKind::Space, u" "), FieldsAre(TokenKind::Text, u"'b'"),
+                  FieldsAre(TokenKind::Space, u" "), FieldsAre(TokenKind::Date, u"#01-02-2026#")));
+}
+
+TEST(SqlTokens, JoinedAreTheStatementAgain) {
+  for (const std::u16string statement :
+       {u"", u"'", u"''", u"'''", u"\"", u"[", u"[]", u"`", u"--", u"/*", u"/**/", u"$", u"$$",
+        u"$$$", u"$a$ $b$", u"E'\\", u"E'", u"#", u"SELECT 'a''b' FROM [x y] -- c\n WHERE å = 1"}) {
+    for (const auto syntax : {SqlSyntax(), SqlSyntax{true, false}, SqlSyntax{false, true}}) {
+      std::u16string joined;
+      for (const Token& token : Tokenize(statement, syntax)) {
+        EXPECT_FALSE(token.text.empty());
+        joined += token.text;
+      }
+      EXPECT_EQ(joined, statement);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace odbc

@@ -1,0 +1,110 @@
+#include "util/date_format.h"
+
+#include <string_view>
+
+#include "util_fixture.h"
+
+namespace util {
+namespace {
+
+using automation::Date;
+
+class LanguageDateFormat : public UtilTest {
+ protected:
+  std::u16string For(std::u16string_view systemAnswer) {
+    locale.shortDateAnswer = systemAnswer;
+    return GetLanguageDateFormat();
+  }
+  std::u16string ForLanguage(std::int16_t language) {
+    CurrentSession().gKestraLangID = language;
+    return For(u"");
+  }
+};
+
+TEST_F(LanguageDateFormat, IsTheSystemsShortDate) {
+  EXPECT_EQ(For(u"yyyy-MM-dd"), u"yyyy-MM-dd");
+  EXPECT_EQ(For(u"M/d/yyyy"), u"M/d/yyyy");
+  EXPECT_EQ(For(u"d.M.YYYY"), u"d.M.YYYY");
+}
+
+TEST_F(LanguageDateFormat, HasAYearOfFourDigits) {
+  EXPECT_EQ(For(u"yy-MM-dd"), u"YYYY-MM-dd");
+  EXPECT_EQ(For(u"dd.MM.YY"), u"dd.MM.YYYY");
+}
+
+TEST_F(LanguageDateFormat, EndsAtTheFirstNul) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(For(u"yyyy-MM-dd\0rest"sv), u"yyyy-MM-dd");
+  CurrentSession().gKestraLangID = 2;
+  EXPECT_EQ(For(u"\0yyyy-MM-dd"sv), u"DD-MM-YYYY");
+}
+
+TEST_F(LanguageDateFormat, FollowsTheHostsLanguageWhenTheSystemGivesNone) {
+  EXPECT_EQ(ForLanguage(1), u"YYYY-MM-DD");
+  EXPECT_EQ(ForLanguage(2), u"DD-MM-YYYY");
+  EXPECT_EQ(ForLanguage(3), u"DD.MM.YYYY");
+  EXPECT_EQ(ForLanguage(4), u"DD/MM/YYYY");
+  EXPECT_EQ(ForLanguage(5), u"DD/MM/YYYY");
+  EXPECT_EQ(ForLanguage(0), u"DD.MM.YYYY");
+  EXPECT_EQ(ForLanguage(6), u"DD.MM.YYYY");
+  EXPECT_EQ(ForLanguage(-1), u"DD.MM.YYYY");
+  EXPECT_EQ(ForLanguage(32767), u"DD.MM.YYYY");
+}
+
+class DateOfParts : public UtilTest {};
+
+TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+  UseUsLocale();
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+  EXPECT_EQ(DateFromParts(u"2002", u"7", u"1"), Day(2002, 7, 1));
+  UseNorwegianLocale();
+  CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+}
+
+TEST_F(DateOfParts, PutsThePartsInForEitherCaseOfLetter) {
+  CurrentSession().gDateFormat = u"YyYy-mM-Dd";
+  EXPECT_EQ(DateFromParts(u"2007", u"1", u"2"), Day(2007, 1, 2));
+  CurrentSession().gDateFormat = u"yyyy-m-d";
+  EXPECT_EQ(DateFromParts(u"2007", u"12", u"31"), Day(2007, 12, 31));
+}
+
+TEST_F(DateOfParts, AreReadInEverySwedishAndUsFormatOfTheSystem) {
+  for (const auto* format : {u"yyyy-MM-dd", u"YYYY-MM-DD"}) {
+    CurrentSession().gDateFormat = format;
+    EXPECT_EQ(DateFromParts(u"1942", u"3", u"15"), Day(1942, 3, 15));
+  }
+  UseUsLocale();
+  for (const auto* format : {u"M/d/yyyy", u"MM/dd/yyyy"}) {
+    CurrentSession().gDateFormat = format;
+    EXPECT_EQ(DateFromParts(u"1942", u"3", u"15"), Day(1942, 3, 15));
+  }
+}
+
+TEST_F(DateOfParts, IsTheEmptyDateForPartsThatMakeNone) {
+  EXPECT_EQ(DateFromParts(u"2001", u"02", u"29"), Date{});
+  EXPECT_EQ(DateFromParts(u"2001", u"13", u"32"), Date{});
+  EXPECT_EQ(DateFromParts(u"", u"", u""), Date{});
+  EXPECT_EQ(DateFromParts(u"2001", u"maj", u"1"), Date{});
+  EXPECT_EQ(DateFromParts(u"99999", u"01", u"01"), Date{});
+  EXPECT_EQ(DateFromParts(u"10000000000000000000", u"01", u"01"), Date{});
+  UseNorwegianLocale();
+  EXPECT_EQ(DateFromParts(u"2002", u"02", u"30"), Date{});
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(DateOfParts, IsTheEmptyDateForPartsWithAZeroInside) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(DateFromParts(u"2002\0"sv, u"07", u"01"), Date{});
+}
+
+TEST_F(DateOfParts, IsTheEmptyDateForAFormatThatIsNone) {
+  CurrentSession().gDateFormat = u"";
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
+  CurrentSession().gDateFormat = u"bokstäver";
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
+}
+
+}  // namespace
+}  // namespace util

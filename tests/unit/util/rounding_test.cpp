@@ -1,0 +1,72 @@
+#include "util/rounding.h"
+
+#include <limits>
+
+#include "util_fixture.h"
+
+namespace util {
+namespace {
+
+class RoundingOff : public UtilTest {
+ protected:
+  double Rounded(double amount, std::int32_t mode) {
+    difference = 99;
+    return RoundOffAmount(amount, mode, difference);
+  }
+  double difference = 0;
+};
+
+TEST_F(RoundingOff, GoesToTheNearestStepOfTheMode) {
+  EXPECT_DOUBLE_EQ(Rounded(12.25, 1), 12.25);
+  EXPECT_DOUBLE_EQ(Rounded(12.26, 1), 12.25);
+  EXPECT_DOUBLE_EQ(Rounded(12.28, 1), 12.30);
+  EXPECT_DOUBLE_EQ(Rounded(12.26, 2), 12.30);
+  EXPECT_DOUBLE_EQ(Rounded(12.24, 2), 12.20);
+  EXPECT_DOUBLE_EQ(Rounded(12.26, 3), 12.50);
+  EXPECT_DOUBLE_EQ(Rounded(12.24, 3), 12.00);
+  EXPECT_DOUBLE_EQ(Rounded(12.49, 4), 12);
+  EXPECT_DOUBLE_EQ(Rounded(12.51, 4), 13);
+}
+
+TEST_F(RoundingOff, GoesAwayFromZeroAtTheHalf) {
+  EXPECT_DOUBLE_EQ(Rounded(2.5, 4), 3);
+  EXPECT_DOUBLE_EQ(Rounded(-2.5, 4), -3);
+  EXPECT_DOUBLE_EQ(Rounded(0.5, 4), 1);
+  EXPECT_DOUBLE_EQ(Rounded(-0.5, 4), -1);
+  EXPECT_DOUBLE_EQ(Rounded(0.25, 3), 0.5);
+}
+
+TEST_F(RoundingOff, LeavesZero) {
+  EXPECT_EQ(Rounded(0, 4), 0);
+  EXPECT_EQ(difference, 0);
+}
+
+TEST_F(RoundingOff, GivesTheRoundedMinusTheGivenAmountAsDifference) {
+  Rounded(12.26, 1);
+  EXPECT_NEAR(difference, -0.01, 1e-12);
+  Rounded(-2.5, 4);
+  EXPECT_EQ(difference, -0.5);
+  Rounded(12.25, 1);
+  EXPECT_EQ(difference, 0);
+}
+
+TEST_F(RoundingOff, LeavesTheAmountInAnyOtherMode) {
+  for (const std::int32_t mode : {0, 5, -1, std::numeric_limits<std::int32_t>::max(),
+                                  std::numeric_limits<std::int32_t>::min()}) {
+    EXPECT_EQ(Rounded(12.345, mode), 12.345);
+    EXPECT_EQ(difference, 0);
+  }
+}
+
+TEST_F(RoundingOff, KeepsAmountsBeyond32Bits) {
+  EXPECT_EQ(Rounded(12345678901.4, 4), 12345678901);
+}
+
+TEST_F(RoundingOff, NamesTheHostsFormInItsErrorWithoutIn) {
+  EXPECT_EQ(Rounded(std::numeric_limits<double>::max(), 1), 0);
+  EXPECT_EQ(difference, 0);
+  EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow frmPreDefPrice: RoundOffAmount")});
+}
+
+}  // namespace
+}  // namespace util

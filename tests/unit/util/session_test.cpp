@@ -1,0 +1,31 @@
+#include "util/session.h"
+
+#include <thread>
+
+#include "util_fixture.h"
+
+namespace util {
+namespace {
+
+class TheSession : public UtilTest {};
+
+TEST_F(TheSession, IsOneForAllCallersOfAThread) {
+  CurrentSession().gDbType = 2;
+  EXPECT_EQ(CurrentSession().gDbType, 2);
+}
+
+TEST_F(TheSession, IsEmptyAndApartOnAnotherThread) {
+  CurrentSession().gKestraLangID = 5;
+  Session other;
+  other.gKestraLangID = 9;
+  std::thread([&] {
+    other = CurrentSession();
+    CurrentSession().gKestraLangID = 3;
+  }).join();
+  EXPECT_EQ(other.gKestraLangID, 0);
+  EXPECT_EQ(other.gDateFormat, u"");
+  EXPECT_EQ(CurrentSession().gKestraLangID, 5);
+}
+
+}  // namespace
+}  // namespace util

@@ -1,0 +1,54 @@
+// The shared procedures over doubles, with the helpers that their tests share.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "automation/date.h"
+#include "fakes/ports.h"
+#include "util/guarded.h"
+#include "util/session.h"
+
+namespace util {
+
+inline automation::Date Day(int year, int month, int day) {
+  return automation::MakeDate({year, month, day, 0, 0, 0});
+}
+
+// Far outside the years 100 to 9999.
+inline constexpr automation::Date kNoDate{1e9};
+
+class UtilTest : public fakes::PortsFixture {
+ protected:
+  UtilTest() {
+    CurrentSession() = {.gConnectionParameter = u"Driver=None",
+                        .gKestraLangID = 1,
+                        .gDbType = 1,
+                        .gDateFormat = u"yyyy-MM-dd"};
+    locale.UseSwedish();
+  }
+  // As on a workstation with US settings.
+  void UseUsLocale() {
+    locale.regional = {};
+    locale.shortDateAnswer = u"M/d/yyyy";
+    CurrentSession().gDateFormat = u"M/d/yyyy";
+  }
+  // As on one with Norwegian settings.
+  void UseNorwegianLocale() {
+    locale.UseSwedish();
+    locale.regional.shortDate = u"dd.MM.yyyy";
+    locale.shortDateAnswer = u"dd.MM.yyyy";
+    CurrentSession().gDateFormat = u"dd.MM.yyyy";
+  }
+
+  // What the component shows of an error in a procedure of the module.
+  static platform::MessageBox ErrorBox(std::u16string text) {
+    return {.text = std::move(text),
+            .title = u"Vilnor Link connection",
+            .icon = platform::Icon::Critical,
+            .buttons = platform::Buttons::Ok};
+  }
+  using Boxes = std::vector<platform::MessageBox>;
+};
+
+}  // namespace util
