@@ -46,7 +46,7 @@ counted() {
 
 # The first failures with what led to them, or the end of a log that has none.
 show_failures() {
-  grep -m 5 -A 12 -E 'Failure$|ERROR:|^not ok' "$1" || tail -n 40 "$1"
+  grep -m 5 -A 12 -E 'Failure$|ERROR:|runtime error:|^not ok' "$1" || tail -n 40 "$1"
 }
 
 # add NAME PASSED FAILED

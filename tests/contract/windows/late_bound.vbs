@@ -30,9 +30,9 @@ WScript.Echo "name " & Asc(recordset.Fields("Fornavn").Value) & Mid(recordset("f
 WScript.Echo "by number " & recordset(0) & recordset.Fields(0)
 WScript.Echo "year " & Year(recordset("Dato")) & " minute " & Minute(recordset("Dato").Value)
 recordset.MoveNext
-WScript.Echo "null " & IsNull(recordset("Fornavn").Value) & " end " & recordset.EOF
+WScript.Echo "null " & Word(IsNull(recordset("Fornavn").Value)) & " end " & Word(recordset.EOF)
 recordset.MoveNext
-WScript.Echo "end " & recordset.EOF
+WScript.Echo "end " & Word(recordset.EOF)
 
 Set recordset = CreateObject("ADODB.Recordset")
 recordset.CursorLocation = 3
@@ -65,3 +65,9 @@ value = clone.GetString
 Report "left out"
 recordset.Open "SELECT 1", Nothing
 Report "connection"
+
+' A Boolean joined to a text reads as the user's language has it.
+Function Word(truth)
+  Word = "False"
+  If truth Then Word = "True"
+End Function
