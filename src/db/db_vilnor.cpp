@@ -20,6 +20,8 @@ DBVilnor::~DBVilnor() {
 }
 
 void DBVilnor::InitConnection() {
+  // Kept: while another object has the connection open, this raises 3705; a host creates one object
+  // at a time.
   platform::Connection& connection = SharedConnection();
   connection.SetConnectionString(util::CurrentSession().gConnectionParameter);
   connection.Open({}, {}, {}, platform::kOptionsUnspecified);

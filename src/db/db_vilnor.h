@@ -26,8 +26,9 @@ class DBVilnor {
   DBVilnor(const DBVilnor&) = delete;
   DBVilnor& operator=(const DBVilnor&) = delete;
 
-  // Opens the shared connection with the session's connection string. Errors go to the caller: 3705
-  // when it is open already, else the provider's.
+  // Opens the shared connection with the session's connection string.
+  // Kept: it has no error trap, so that the creator of an object learns that it has no database:
+  // 3705 when the connection is open already, else the provider's error.
   void InitConnection();
 
   // Deletes the application's link and its journal line.
@@ -61,7 +62,7 @@ class DBVilnor {
   // line's text, from its first "!" on.
   void UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId, std::int32_t CaseStatus);
   // The same for the link of an application (type 1, KestraId is its id) or for the links of a
-  // patient (type 9, KestraId is the PID).
+  // patient (type 9, KestraId is the PID); for any other type it does nothing.
   void UpdateCase(const std::u16string& CaseId, std::int32_t KestraId, std::int32_t CaseStatus,
                   std::int32_t CaseTypeId);
 

@@ -12,6 +12,7 @@ using util::kDBVilnorIcon;
 
 constexpr Lookup kGetCaseIdByVilnorId = {
     u" in GetCaseIdByVilnorId", u"SELECT * FROM Vilnor WHERE VilnorId = ", u"", OpenMode::Static};
+// Kept: always the link of a prior-approval application; hosts ask for no other by this key.
 constexpr Lookup kGetVilnorIdByFHPId = {u" in GetVilnorIdByFHPId",
                                         u"SELECT VilnorId from Vilnor where FHP_ID = ",
                                         u" AND CaseType = 1", OpenMode::Static};
@@ -22,8 +23,8 @@ struct LinkKeys {
   std::int32_t vilnorId = 0;
 };
 
-// Deletes the first link that the query finds, and its journal line. Without one both deletes run
-// with 0.
+// Kept: only the first link that the query finds is deleted, with its journal line; without one
+// both deletes run with 0.
 void DeleteLink(const std::u16string& query) {
   const LinkKeys link = FirstRow(query, OpenMode::Static, [](auto& row) {
     LinkKeys keys;
@@ -37,14 +38,13 @@ void DeleteLink(const std::u16string& query) {
   });
 }
 
-bool RowExists(std::u16string_view place, const std::u16string& query) {
-  return Guarded(place, kDBVilnorIcon, [&] {
-    return FirstRow(query, OpenMode::Static, [](auto& /*row*/) { return true; });
-  });
+bool RowExists(const std::u16string& query) {
+  return FirstRow(query, OpenMode::Static, [](auto& /*row*/) { return true; });
 }
 
-// One value of a query that must have a row: without one, reading it raises 3021 and the recordset
-// stays open.
+// One value of a query that must have a row.
+// Kept: nothing looks for the end first; without a row, reading raises 3021 and the recordset stays
+// open.
 template <class Take>
 auto OnlyRow(const std::u16string& query, Take take) {
   platform::Recordset& row = OpenQuery(query, OpenMode::Static);
@@ -60,6 +60,7 @@ std::u16string WithReference(const std::u16string& journalText, const std::u16st
 }
 
 // How the statements of one update differ.
+// Kept: also in "SET" and "set", "PID= " and "PID = "; hosts' logs know these texts.
 struct LinkUpdate {
   std::u16string journalQuery;
   std::u16string where;
@@ -67,6 +68,7 @@ struct LinkUpdate {
 };
 
 // Kept: the case id stands without quotes in the link's update, unlike in the insert.
+// Kept: a patient's links are all updated, but the journal line of the first one only.
 void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int32_t caseStatus) {
   const std::int32_t journalId =
       OnlyRow(update.journalQuery, [](auto& link) { return NumberOf(link, u"Journal_ID"); });
@@ -102,15 +104,18 @@ std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
 }
 
 bool DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
-  return RowExists(u" in CaseExists", u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
-                                          u" and CaseType = " + Decimal10(CaseTypeId));
+  return Guarded(u" in CaseExists", kDBVilnorIcon, [&] {
+    return RowExists(u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
+                     u" and CaseType = " + Decimal10(CaseTypeId));
+  });
 }
 
 bool DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
                              const std::u16string& CaseId) {
-  return RowExists(u" in CaseExistsPID", u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) +
-                                             u" and CaseType = " + Decimal10(CaseTypeId) +
-                                             u" and CaseId = '" + CaseId + u"'");
+  return Guarded(u" in CaseExistsPID", kDBVilnorIcon, [&] {
+    return RowExists(u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) + u" and CaseType = " +
+                     Decimal10(CaseTypeId) + u" and CaseId = '" + CaseId + u"'");
+  });
 }
 
 std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
@@ -119,8 +124,8 @@ std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
 
 void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
                               std::int32_t CaseStatus) {
-  const std::u16string key = Decimal10(VilnorId);
   GuardedWrite(u" in UpdateCaseById", [&] {
+    const std::u16string key = Decimal10(VilnorId);
     UpdateLink({.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
                 .where = u" Where VilnorId= " + key,
                 .journalUpdate = u"Update Journal SET Tekst = "},
@@ -130,12 +135,13 @@ void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseI
 
 void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
                           std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+  // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
   if (CaseTypeId != kPriorApproval && CaseTypeId != kOrdinaryCase) {
     return;
   }
-  const bool isApplication = CaseTypeId == kPriorApproval;
-  const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
   GuardedWrite(u" in UpdateCase", [&] {
+    const bool isApplication = CaseTypeId == kPriorApproval;
+    const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
     UpdateLink({.journalQuery = (isApplication ? u"SELECT Journal_ID from Vilnor Where FHP_ID= "
                                                : u"SELECT Journal_ID from Vilnor Where PID= ") +
                                 key,

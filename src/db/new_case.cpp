@@ -38,13 +38,13 @@ void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
                           const std::u16string& CaseId, std::int32_t FHP_ID,
                           std::int32_t CaseTypeId, std::int32_t StatusCode,
                           const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
-  const std::u16string people = Decimal10(PID) + u"," + Decimal10(BID) + u"," + Decimal10(RID);
   // The journal line does not exist yet, its key is 0.
   const auto fromCaseId = [&] {
     return Quoted(CaseId) + u"," + Decimal10(CaseTypeId) + u",0," + Decimal10(StatusCode) + u"," +
            Quoted(VilnorUser) + u"," + NowLiteral() + u")";
   };
   GuardedWrite(u" in AddNewCase", [&] {
+    const std::u16string people = Decimal10(PID) + u"," + Decimal10(BID) + u"," + Decimal10(RID);
     std::u16string& gSql = CurrentConnectionState().gSql;
     std::u16string journalText;
     // Kept: for another type no statement is built, so the one that the thread's last operation

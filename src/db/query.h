@@ -20,6 +20,9 @@ enum class OpenMode {
   Keyset,
 };
 
+// Kept: statements are joined from texts as they are, and nothing is escaped. A quote in a value
+// breaks its statement, which the provider's box tells the user.
+
 // Opens the shared recordset on the statement.
 platform::Recordset& OpenQuery(std::u16string statement, OpenMode mode);
 // Carries the statement out on the shared connection.

@@ -35,7 +35,6 @@ class Connection {
   // The statement in the host's dialect.
   Result Run(std::u16string_view statement);
 
-  bool InTransaction() const { return inTransaction_; }
   void Begin();
   // A commit that fails leaves the transaction open, to be rolled back.
   void Commit();

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "automation/date.h"
+#include "odbc/column_value.h"
 
 namespace odbc {
 namespace {
@@ -18,29 +18,11 @@ bool HasForm(std::u16string_view text, std::u16string_view form) {
                     });
 }
 
-int NumberAt(std::u16string_view text, std::size_t position, std::size_t length) {
-  int number = 0;
-  for (const char16_t digit : text.substr(position, length)) {
-    number = number * 10 + (digit - u'0');
-  }
-  return number;
-}
-
 }  // namespace
 
 std::optional<std::u16string> IsoFromHostDate(std::u16string_view text) {
-  const bool hasTime = HasForm(text, kMomentForm);
-  if (!hasTime && !HasForm(text, kDayForm)) {
-    return std::nullopt;
-  }
-  automation::DateParts parts{
-      NumberAt(text, 6, 4), NumberAt(text, 0, 2), NumberAt(text, 3, 2), 0, 0, 0};
-  if (hasTime) {
-    parts.hour = NumberAt(text, 11, 2);
-    parts.minute = NumberAt(text, 14, 2);
-    parts.second = NumberAt(text, 17, 2);
-  }
-  if (!automation::IsValid(parts)) {
+  const bool hasForm = HasForm(text, kDayForm) || HasForm(text, kMomentForm);
+  if (!hasForm || !ParseTimestamp(text)) {
     return std::nullopt;
   }
   std::u16string iso(text.substr(6, 4));

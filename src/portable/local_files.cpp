@@ -46,7 +46,7 @@ void Check(const std::error_code& error, RuntimeError missing) {
   }
 }
 
-// Removes the file unless it was kept.
+// Removes the file; one that has been renamed into place is no longer there.
 class TemporaryFile {
  public:
   explicit TemporaryFile(fs::path path) : path_(std::move(path)) {}
