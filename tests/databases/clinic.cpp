@@ -1,8 +1,8 @@
 #include "databases/clinic.h"
 
-#include "automation/conversion.h"
 #include "automation/text.h"
-#include "databases/host_schema.h"
+#include "schema/host_schema.h"
+#include "schema/rows.h"
 
 namespace databases {
 namespace {
@@ -51,7 +51,7 @@ bool Clinic::IsPostgresql() const {
 
 void Clinic::MakeHostDatabase() {
   own_->BeginTrans();
-  for (const auto& statement : HostSchemas().at(IsPostgresql() ? "postgresql" : "sqlite")) {
+  for (const auto& statement : schema::HostSchemas().at(IsPostgresql() ? "postgresql" : "sqlite")) {
     Run(automation::FromUtf8(statement));
   }
   own_->CommitTrans();
@@ -63,20 +63,7 @@ void Clinic::Run(const std::u16string& statement) {
 
 std::vector<std::u16string> Clinic::Rows(const std::u16string& columns,
                                          const std::u16string& rest) {
-  const auto width = static_cast<std::int32_t>(automation::Split(columns, u',').size());
-  const auto rows =
-      own_->Execute(u"SELECT " + columns + u" FROM " + rest, platform::kOptionsUnspecified);
-  std::vector<std::u16string> texts;
-  for (; !rows->Eof(); rows->MoveNext()) {
-    std::u16string row;
-    for (std::int32_t column = 0; column < width; ++column) {
-      const auto value = rows->Field(column);
-      row += column == 0 ? u"" : u"|";
-      row += value.IsNull() ? u"NULL" : automation::ToText(value, locale.regional);
-    }
-    texts.push_back(std::move(row));
-  }
-  return texts;
+  return schema::Rows(*own_, columns, rest);
 }
 
 std::vector<std::u16string> Clinic::Written() {

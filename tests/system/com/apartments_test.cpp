@@ -94,6 +94,49 @@ TEST(Apartments, HaveSessionSettingsAndConnectionsOfTheirOwn) {
   ASSERT_TRUE(second.Do([&] { secondSession = {}; }));
 }
 
+// A connection that a second apartment opens and releases is not the first one's.
+TEST(Apartments, KeepTheirConnectionWhileAnotherOneOpensAndReleasesItsOwn) {
+  const BoxAnswerer boxes;
+  TestDatabase database;
+  Apartment first;
+  Apartment second;
+  ComPtr<_BVilnor> session;
+  ComPtr<_DBVilnor> object;
+  std::vector<std::u16string> users;
+  const auto create = [] {
+    ComPtr<_DBVilnor> created;
+    CoCreateInstance(CLSID_DBVilnor, nullptr, CLSCTX_INPROC_SERVER, IID__DBVilnor,
+                     created.ReceiveVoid());
+    return created;
+  };
+  const auto readUser = [&](_DBVilnor& reader) {
+    long pid = 5012;
+    Bstr user;
+    EXPECT_EQ(reader.GetVilnorUserByPID(&pid, user.Receive()), S_OK);
+    users.push_back(user.Text());
+  };
+  ASSERT_TRUE(first.Do([&] {
+    session = NewBVilnor();
+    Init(*session.get(), database.ConnectionString());
+    object = create();
+  }));
+  ASSERT_TRUE(object);
+  ASSERT_TRUE(second.Do([&] {
+    const auto otherSession = NewBVilnor();
+    Init(*otherSession.get(), database.ConnectionString());
+    const auto other = create();
+    ASSERT_TRUE(other);
+    readUser(*other.get());
+  }));
+  ASSERT_TRUE(first.Do([&] {
+    readUser(*object.get());
+    object = {};
+    session = {};
+  }));
+  EXPECT_THAT(users, testing::ElementsAre(u"bjorn.ek", u"bjorn.ek"));
+  EXPECT_THAT(boxes.Texts(), testing::IsEmpty());
+}
+
 TEST(Apartments, HaveANotificationWindowEach) {
   Apartment first;
   Apartment second;

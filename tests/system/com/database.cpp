@@ -2,6 +2,9 @@
 
 #include <string>
 
+#include "automation/text.h"
+#include "schema/host_schema.h"
+#include "schema/rows.h"
 #include "windows/ado_database.h"
 #include "windows/wide_text.h"
 
@@ -19,18 +22,12 @@ std::filesystem::path NewFile() {
 
 TestDatabase::TestDatabase() : file_(NewFile()) {
   std::filesystem::remove(file_);
-  Execute(
-      u"CREATE TABLE Vilnor (VilnorId integer primary key autoincrement, PID integer, BID integer, "
-      u"RID integer, FHP_ID integer, CaseId varchar(50), CaseType integer, Journal_ID integer, "
-      u"StatusCode integer, VilnorUser varchar(50), RegDate timestamp)");
-  Execute(
-      u"CREATE TABLE Journal (ID integer primary key autoincrement, PID integer, "
-      u"Tekst varchar(255), BID integer, RID integer, Dato timestamp, KODE integer, "
-      u"Status varchar(1), Fakturert integer, RefTBID integer)");
-  Execute(
-      u"CREATE TABLE Pasient (ID integer primary key, Fornavn varchar(50), Navn varchar(50), "
-      u"fDato timestamp, PersNr varchar(4))");
-  Execute(u"INSERT INTO Pasient VALUES (4711, 'Åsa', 'Öberg', '1945-01-01 00:00:00', '1234')");
+  const auto connection = Connect();
+  connection->BeginTrans();
+  for (const auto& statement : schema::HostSchemas().at("sqlite")) {
+    connection->Execute(automation::FromUtf8(statement), platform::kOptionsUnspecified);
+  }
+  connection->CommitTrans();
 }
 
 TestDatabase::~TestDatabase() {
@@ -43,11 +40,18 @@ std::u16string TestDatabase::ConnectionString() const {
 }
 
 void TestDatabase::Execute(const std::u16string& statement) const {
-  windows::AdoDatabase database;
-  const auto connection = database.NewConnection();
-  connection->SetConnectionString(ConnectionString());
-  connection->Open(u"", u"", u"", platform::kOptionsUnspecified);
-  connection->Execute(statement, platform::kOptionsUnspecified);
+  Connect()->Execute(statement, platform::kOptionsUnspecified);
+}
+
+std::vector<std::u16string> TestDatabase::Rows(const std::u16string& columns,
+                                               const std::u16string& rest) const {
+  return schema::Rows(*Connect(), columns, rest);
+}
+
+std::unique_ptr<platform::Connection> TestDatabase::Connect() const {
+  auto connection = windows::AdoDatabase().NewConnection();
+  connection->Open(ConnectionString(), u"", u"", platform::kOptionsUnspecified);
+  return connection;
 }
 
 }  // namespace system_tests

@@ -1,8 +1,10 @@
-// A small host database for tests of the shell: an SQLite file of its own with the link tables.
+// A host database for tests of the shell: an SQLite file of its own with the sample data.
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/database.h"
 
@@ -17,10 +19,13 @@ class TestDatabase {
   ~TestDatabase();
 
   std::u16string ConnectionString() const;
-  // Runs a statement over a connection of its own.
+  // Both over a connection of their own; the rows as schema::Rows gives them.
   void Execute(const std::u16string& statement) const;
+  std::vector<std::u16string> Rows(const std::u16string& columns, const std::u16string& rest) const;
 
  private:
+  std::unique_ptr<platform::Connection> Connect() const;
+
   std::filesystem::path file_;
 };
 

@@ -106,7 +106,7 @@ TEST_F(VbScript, GetsTheSameRequestFromOpenWithNewCaseAsAnEarlyBoundHost) {
                                            L"\" version=2 caller=KestraDental removefiles=1";
   EXPECT_EQ(host_.TakeCommandLine(), expectedCommandLine);
   const std::string expected = Contents(request);
-  EXPECT_THAT(expected, testing::HasSubstr("<PatientFirstName>\xC5sa</PatientFirstName>"));
+  EXPECT_THAT(expected, testing::HasSubstr("<PatientFirstName>\xC5sa-M\xE4rta</PatientFirstName>"));
   std::filesystem::remove(request);
 
   const auto run = RunScript(L"open_with_new_case.vbs", {Connection(), L"4711", L"12", L"3"});

@@ -1,5 +1,5 @@
 ' What a script meets when it calls the component late bound.
-' Arguments: the connection string of a database with the patient 4711, an existing folder.
+' Arguments: the connection string of the sample database, an existing folder.
 ' Prints each failed check and the counts; the exit code is the number of failed checks.
 Option Explicit
 
@@ -62,7 +62,7 @@ Check "field by index", patient.Fields(1).Value, "1234"
 patient.MoveNext
 Check "behind the only row", patient.EOF, True
 database.AddNewCase pid, 12, 3, "A-17", pid, 9, 5, "anna"
-Check "case number", database.GetCaseIdByVilnorId(1), "A-17"
+Check "case number", database.GetCaseIdByVilnorId(104), "A-17"
 Check "case exists", database.CaseExistsPID(pid, 9, "A-17"), True
 On Error Resume Next
 database.InitConnection

@@ -1,13 +1,13 @@
-// The host's database of tests/schema/, as statements.
+// The host's database, as statements.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
-namespace databases {
+namespace schema {
 
 // By product ("sqlite", "postgresql"): what makes the tables anew and fills them, in UTF-8.
 const std::map<std::string, std::vector<std::string>>& HostSchemas();
 
-}  // namespace databases
+}  // namespace schema

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the host's database of tests/schema as a C++ source, one list of statements a product.
+"""Writes the host's database as a C++ source, one list of statements a product.
 
     embed_schema.py OUTPUT
 """
@@ -8,7 +8,6 @@ import pathlib
 import sys
 
 sys.dont_write_bytecode = True
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "schema"))
 from make_schema import PRODUCTS, statements  # noqa: E402
 
 
@@ -18,11 +17,11 @@ def main() -> None:
         texts = "".join(f'R"sql({text})sql",\n' for text in statements(product))
         lists += f'{{"{product}", {{\n{texts}}}}},\n'
     pathlib.Path(sys.argv[1]).write_text(
-        '#include "databases/host_schema.h"\n\n'
-        "namespace databases {\n\n"
+        '#include "schema/host_schema.h"\n\n'
+        "namespace schema {\n\n"
         "const std::map<std::string, std::vector<std::string>>& HostSchemas() {\n"
         "static const std::map<std::string, std::vector<std::string>> schemas = {\n"
-        f"{lists}}};\nreturn schemas;\n}}\n\n}}  // namespace databases\n",
+        f"{lists}}};\nreturn schemas;\n}}\n\n}}  // namespace schema\n",
         encoding="utf-8")
 
 
