@@ -1,4 +1,6 @@
 // The thread's shared connection and who keeps it open.
+#include <thread>
+
 #include "fixture.h"
 
 namespace unit {
@@ -114,6 +116,39 @@ TEST_F(SharedConnection, FollowsASessionThatIsSetAnew) {
   database.ClearLog();
   const DBVilnor operations;
   EXPECT_EQ(database.Log().at(0), u"Connection.ConnectionString = Driver=Other");
+}
+
+// Another thread has a state of its own: it is told nothing of this one's session, opens a
+// connection of its own, and releases only that.
+TEST_F(SharedConnection, IsTheThreadsOwn) {
+  DBVilnor operations;
+  std::u16string userThere;
+  std::thread([&] {
+    platform::Use(platform);
+    EXPECT_EQ(util::CurrentSession().gConnectionParameter, u"");
+    util::CurrentSession() = session;
+    EXPECT_EQ(db::CurrentConnectionState().gConnection, nullptr);
+    EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
+    userThere = db::RenewGDB()->GetVilnorUserByPID(1);
+    EXPECT_EQ(database.OpenConnections(), 2);
+    db::ReleaseGDB();
+  }).join();
+  EXPECT_EQ(userThere, u"åsa");
+  EXPECT_EQ(database.OpenConnections(), 1);
+  EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
+  DBVilnor operations;
+  operations.DeleteVilnorUser(8);
+  std::thread([&] {
+    platform::Use(platform);
+    util::CurrentSession() = session;
+    EXPECT_EQ(db::CurrentConnectionState().gSql, u"");
+    DBVilnor().DeleteVilnorUser(9);
+  }).join();
+  EXPECT_EQ(db::CurrentConnectionState().gSql, u"Delete from VilnorPasient where PID = 8");
 }
 
 class ComponentsOwnObject : public SharedConnection {};
