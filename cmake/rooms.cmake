@@ -15,6 +15,10 @@ if(VILNOR_SANITIZE)
   target_compile_options(vilnor_settings INTERFACE ${sanitize})
   target_link_options(vilnor_settings INTERFACE ${sanitize})
 endif()
+if(VILNOR_COVERAGE)
+  target_compile_options(vilnor_settings INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(vilnor_settings INTERFACE -fprofile-instr-generate)
+endif()
 
 # vilnor_room(NAME [ROOM...]): the static library vilnor_NAME of src/NAME/*.cpp, which may use the
 # rooms named. tests/architecture holds the #include lines to the same arrows.
