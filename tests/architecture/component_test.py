@@ -1,10 +1,13 @@
 """Holds Vilnor.dll, as built, to the shape that a host's computer expects of it."""
 
+import json
 import re
+import struct
 import subprocess
 import unittest
+from pathlib import Path
 
-from includes import CHECKOUT
+from includes import CHECKOUT, sources
 
 DLL = CHECKOUT / "build/windows/bin/Vilnor.dll"
 LARGEST = 600 * 1024
@@ -14,6 +17,8 @@ SYSTEM_DLLS = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleau
                "shell32.dll", "user32.dll", "version.dll"}
 DYNAMIC_BASE = 0x40
 NX_COMPAT = 0x100
+MEMORY_EXECUTE = 0x20000000
+MEMORY_WRITE = 0x80000000
 
 
 class Component(unittest.TestCase):
@@ -48,6 +53,34 @@ class Component(unittest.TestCase):
 
     def test_never_runs_data(self):
         self.assertTrue(self.number("DllCharacteristics") & NX_COMPAT)
+
+    def test_has_no_section_that_can_be_written_and_run(self):
+        flags = section_flags(DLL.read_bytes())
+        self.assertIn(".text", flags)
+        both = MEMORY_EXECUTE | MEMORY_WRITE
+        self.assertEqual([], [name for name, bits in flags.items() if bits & both == both])
+
+    def test_notices_an_overrun_stack(self):
+        commands = json.loads((CHECKOUT / "build/windows/compile_commands.json").read_text())
+        own = [entry["command"] for entry in commands
+               if Path(entry["file"]).is_relative_to(CHECKOUT / "src")]
+        self.assertTrue(own)
+        self.assertEqual([], [line for line in own if "-fstack-protector-strong" not in line])
+        self.assertIn(b"stack smashing detected", DLL.read_bytes())
+
+    def test_loads_no_library_by_a_name_that_is_searched_for(self):
+        loading = re.compile(r"\b(LoadLibrary\w*|SearchPath\w*|SetDllDirectory\w*)\s*\(")
+        self.assertEqual([], [str(file) for file in sources(CHECKOUT / "src")
+                              if loading.search(file.read_text(encoding="utf-8"))])
+
+
+def section_flags(image):
+    """{name: characteristics} of a PE file's sections."""
+    header = struct.unpack_from("<I", image, 0x3C)[0]
+    count, optional = struct.unpack_from("<6xH12xH", image, header)
+    first = header + 24 + optional
+    return {image[at:at + 8].rstrip(b"\0").decode("ascii"): struct.unpack_from("<I", image, at + 36)[0]
+            for at in range(first, first + 40 * count, 40)}
 
 
 if __name__ == "__main__":
