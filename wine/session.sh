@@ -8,10 +8,7 @@ source "$checkout/wine/enter.sh"
 # caller's files) and DISPLAY its screen. sv_SE.UTF-8 is a Swedish Windows, C.UTF-8 a US one.
 begin_session() {
   session_locale=${1:-sv_SE.UTF-8}
-  place=$("$checkout/wine/make-root")
-  # Keeps the root from being removed by a checkout with another recipe.
-  exec {session_lock}<"$place"
-  flock --shared "$session_lock"
+  hold_root
   session=$(mktemp -d "${TMPDIR:-/tmp}/vilnor.XXXXXX")
   at_exit rm -rf "$session"
   # Servers of other users reach what the callers put in here.
@@ -20,6 +17,20 @@ begin_session() {
   copy_prefix
   start_display
   start_wine
+}
+
+# Keeps the root from being removed by a checkout with another recipe; one that was removed before it
+# was held is made again.
+hold_root() {
+  local try
+  for try in 1 2 3; do
+    place=$("$checkout/wine/make-root")
+    if { exec {session_lock}<"$place"; } 2>/dev/null && flock --shared "$session_lock" &&
+      [[ -d $place/prefix ]]; then
+      return
+    fi
+  done
+  fail "the Wine root $place was removed $try times by another checkout"
 }
 
 # All of the template but its system32, which enter_root shows.
