@@ -2,7 +2,7 @@
 # A PostgreSQL server of the script's own: fresh, on a free loopback port, ended with the script.
 
 # begin_postgresql: afterwards $postgresql_port is its port on 127.0.0.1; the user is "vilnor",
-# without a password.
+# without a password. Only a role named "with_password" is asked for one.
 begin_postgresql() {
   local programs try
   programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
@@ -17,6 +17,8 @@ begin_postgresql() {
   "${as_server[@]}" "$programs/initdb" --pgdata "$postgresql/data" --username vilnor --auth trust \
     --encoding UTF8 --locale C.UTF-8 --no-sync >"$postgresql/log" 2>&1 ||
     fail "initdb failed: $(tail -n 1 "$postgresql/log")"
+  "${as_server[@]}" sed -i '1i host all with_password 127.0.0.1/32 scram-sha-256' \
+    "$postgresql/data/pg_hba.conf"
   for try in 1 2 3 4 5; do
     postgresql_port=$(free_port)
     start_postgresql "$programs" && return

@@ -11,6 +11,8 @@ namespace {
 struct Write {
   std::string name;
   std::function<void(db::DBVilnor&)> run;
+  // Makes the database ready for it.
+  std::u16string prepare = u"SELECT 1";
 };
 
 std::vector<Write> Writes() {
@@ -20,7 +22,9 @@ std::vector<Write> Writes() {
       {"AddNewCaseOfPatient",
        [](auto& database) { database.AddNewCase(4711, 12, 3, u"VL-9", 4711, 9, 5, u"åsa"); }},
       {"UpdateCaseById", [](auto& database) { database.UpdateCaseById(102, u"3072", 1); }},
-      {"UpdateCase", [](auto& database) { database.UpdateCase(u"3072", 4712, 1, 9); }},
+      {"UpdateCaseOfApplication", [](auto& database) { database.UpdateCase(u"3071", 71, 1, 1); },
+       u"UPDATE Journal SET Tekst = 'ref.nr !2071' WHERE ID = 501"},
+      {"UpdateCaseOfPatient", [](auto& database) { database.UpdateCase(u"3072", 4712, 1, 9); }},
       {"DeleteCase", [](auto& database) { database.DeleteCase(u"2072"); }},
       {"DeleteFHP", [](auto& database) { database.DeleteFHP(71); }}};
 }
@@ -29,13 +33,14 @@ class AllOrNothing : public Clinic {
  protected:
   // Runs the operation with its n-th call broken for n = 1, 2, … until it has fewer calls, and
   // gives their number.
-  int BreakEachCall(const Write& write, Break how) {
+  int BreakEachCall(const Write& write, Break how, bool rollbackFails = false) {
     MakeHostDatabase();
+    Run(write.prepare);
     const auto before = Written();
     for (int step = 1;; ++step) {
       dialogs.shown.clear();
       db::RenewGDB();
-      database.BreakStep(step, how);
+      database.BreakStep(step, how, rollbackFails);
       write.run(*db::GDB());
       const std::u16string broken = database.BrokenCall();
       database.BreakNothing();
@@ -63,13 +68,22 @@ TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
     SCOPED_TRACE(write.name);
     broken += BreakEachCall(write, Break::Instead);
   }
-  EXPECT_EQ(broken, 7 + 7 + 8 + 8 + 6 + 6) << "calls of the six transactions, queries included";
+  EXPECT_EQ(broken, 7 + 7 + 8 + 8 + 8 + 6 + 6)
+      << "calls of the seven transactions, queries included";
 }
 
 TEST_P(AllOrNothing, HoldsWhenTheAnswerOfAnyCallIsLost) {
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
     BreakEachCall(write, Break::Afterwards);
+  }
+}
+
+// The end of the connection takes back what the rollback did not.
+TEST_P(AllOrNothing, HoldsWhenTheRollbackFailsToo) {
+  for (const auto& write : Writes()) {
+    SCOPED_TRACE(write.name);
+    BreakEachCall(write, Break::Instead, true);
   }
 }
 

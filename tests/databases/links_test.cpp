@@ -59,6 +59,17 @@ TEST_P(Links, AreDeletedWithTheirJournalLineByTrimmedCaseId) {
   EXPECT_EQ(JournalIds(), (Texts{u"501", u"502", u"504"}));
 }
 
+TEST_P(Links, OfTheSameKeyAreDeletedOneByOneTheFirstOneFirst) {
+  Run(u"INSERT INTO Journal (ID, PID) VALUES (600, 4712), (601, 4714)");
+  Run(u"INSERT INTO Vilnor (PID, CaseId, FHP_ID, CaseType, Journal_ID) "
+      u"VALUES (4712, '2071', 71, 1, 600), (4714, '2073', NULL, 9, 601)");
+  operations.DeleteFHP(71);
+  operations.DeleteCase(u"2073");
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_EQ(LinkIds(), (Texts{u"102", u"104", u"105"}));
+  EXPECT_EQ(JournalIds(), (Texts{u"502", u"504", u"600", u"601"}));
+}
+
 TEST_P(Links, ThatDoNotExistAreDeletedWithoutABoxAndLeaveTheRecordsetOpen) {
   const auto before = Written();
   operations.DeleteFHP(5);
@@ -97,14 +108,15 @@ TEST_P(Links, OfAnApplicationAreUpdatedByItsId) {
 }
 
 TEST_P(Links, OfAPatientAreAllUpdatedButOnlyOneJournalLine) {
+  Run(u"INSERT INTO Journal (ID, PID, Tekst) VALUES (600, 4712, 'ref.nr !2074')");
   Run(u"INSERT INTO Vilnor (PID, CaseId, CaseType, Journal_ID, StatusCode) "
-      u"VALUES (4712, '2074', 9, 502, 5)");
+      u"VALUES (4712, '2074', 9, 600, 5)");
   operations.UpdateCase(u"3072", 4712, 1, 9);
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"VilnorId,CaseId,StatusCode", u"Vilnor WHERE PID = 4712 ORDER BY VilnorId"),
             (Texts{u"101|2071|5", u"102|3072|1", u"104|3072|1"}));
-  EXPECT_EQ(Only(u"Tekst", u"Journal WHERE ID = 502"),
-            u"Ärende upprättat i Vilnor Link ref.nr 3072");
+  EXPECT_EQ(Rows(u"Tekst", u"Journal WHERE ID IN (502, 600) ORDER BY ID"),
+            (Texts{u"Ärende upprättat i Vilnor Link ref.nr 3072", u"ref.nr !2074"}));
 }
 
 TEST_P(Links, AreNotUpdatedForAnyOtherCaseType) {
@@ -130,6 +142,18 @@ TEST_P(Links, OfAnyOtherCaseTypeExecuteTheLastStatementAgain) {
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"PID,UserName", u"VilnorPasient WHERE PID = 4711"),
             (Texts{u"4711|åsa", u"4711|åsa"}));
+  // The journal line has no text, and for its link the key that the database gave out last: SQLite
+  // counts every table's rows, PostgreSQL only keys, of which the first case's line took the last.
+  EXPECT_EQ(Rows(u"Tekst,RefTBID", u"Journal WHERE PID = 4711 AND ID > 504"),
+            Texts{IsPostgresql() ? u"|505" : u"|6"});
+  EXPECT_EQ(Rows(u"VilnorId", u"Vilnor WHERE PID = 4711"), Texts());
+}
+
+TEST_P(Links, OfAnyOtherCaseTypeAreNotWrittenAsTheThreadsFirstOperation) {
+  const auto before = Written();
+  operations.AddNewCase(4711, 12, 3, u"VL-9", 77, 2, 5, u"x");
+  ExpectProvidersBox(u"AddNewCase");
+  EXPECT_EQ(Written(), before);
 }
 
 INSTANTIATE_FOR_PRODUCTS(Links);

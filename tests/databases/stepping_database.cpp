@@ -43,7 +43,12 @@ class SteppingConnection : public platform::Connection {
   void CommitTrans() override {
     Step(*steps_, u"CommitTrans", [&] { inner_->CommitTrans(); });
   }
-  void RollbackTrans() override { inner_->RollbackTrans(); }
+  void RollbackTrans() override {
+    if (steps_->rollbackFails) {
+      throw automation::AutomationError(kBrokenStep);
+    }
+    inner_->RollbackTrans();
+  }
   platform::Connection& inner() { return *inner_; }
 
  private:

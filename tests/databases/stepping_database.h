@@ -25,6 +25,7 @@ struct Steps {
   int count = 0;
   int breaksAt = 0;
   Break how = Break::Instead;
+  bool rollbackFails = false;
   std::u16string brokenCall = {};
   // Called in front of each step with its number.
   std::function<void(int)> before = {};
@@ -36,8 +37,11 @@ class SteppingDatabase : public platform::Database {
   std::unique_ptr<platform::Connection> NewConnection() override;
   std::unique_ptr<platform::Recordset> NewRecordset() override;
 
-  // The step-th call from now (1 is the next) breaks.
-  void BreakStep(int step, Break how) { *steps_ = {.breaksAt = step, .how = how}; }
+  // The step-th call from now (1 is the next) breaks. Rollbacks are no steps; when they fail, they
+  // do not reach the database.
+  void BreakStep(int step, Break how, bool rollbackFails = false) {
+    *steps_ = {.breaksAt = step, .how = how, .rollbackFails = rollbackFails};
+  }
   // From now on `before` is called in front of each step.
   void Watch(std::function<void(int)> before) { *steps_ = {.before = std::move(before)}; }
   void BreakNothing() { *steps_ = {}; }
