@@ -43,6 +43,7 @@ inline automation::AutomationError AdoError(std::int32_t number) {
        u"The connection cannot be used to perform this operation. It is either closed or invalid "
        u"in "
        u"this context."},
+      {-2147217908, u"Command text was not set for the command object."},
       {-2147217900, u"Syntax error in the statement."},
       {-2147168242, u"No transaction is active."},
       {-2147168237, u"Only one transaction can be active on this session."}};
@@ -88,9 +89,12 @@ class DatabaseScript {
     }
   }
 
-  // The next answer scripted for the statement; the last one stays. A statement that leaves a value
-  // out raises the provider's syntax error.
+  // The next answer scripted for the statement; the last one stays. A statement that is empty
+  // or leaves a value out raises the provider's error.
   std::optional<Rows> Take(const std::u16string& statement) {
+    if (statement.empty()) {
+      throw AdoError(-2147217908);
+    }
     if (LeavesValueOut(statement)) {
       throw AdoError(-2147217900);
     }

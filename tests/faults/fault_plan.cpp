@@ -53,6 +53,9 @@ void FaultPlan::Pass(Call call) {
   if (IsDue()) {
     throw AutomationError(*error_);
   }
+  if (call == Call::Rollback && rollbackError_) {
+    throw AutomationError(*rollbackError_);
+  }
 }
 
 std::int32_t FaultPlan::PassWithCode(Call call) {
@@ -65,9 +68,14 @@ void FaultPlan::FailAt(std::size_t position, AutomationError error) {
   error_ = std::move(error);
 }
 
+void FaultPlan::FailRollbacks(AutomationError error) {
+  rollbackError_ = std::move(error);
+}
+
 void FaultPlan::Clear() {
   calls_.clear();
   failAt_.reset();
+  rollbackError_.reset();
 }
 
 }  // namespace faults

@@ -46,6 +46,8 @@ class FaultPlan {
 
   // The `position`-th call from now (from 0) fails.
   void FailAt(std::size_t position, automation::AutomationError error);
+  // As well as that one, every rollback fails.
+  void FailRollbacks(automation::AutomationError error);
   // No further call fails; counting begins anew.
   void Clear();
 
@@ -58,6 +60,7 @@ class FaultPlan {
   std::vector<Call> calls_;
   std::optional<std::size_t> failAt_;
   std::optional<automation::AutomationError> error_;
+  std::optional<automation::AutomationError> rollbackError_;
 };
 
 }  // namespace faults

@@ -1,6 +1,6 @@
 // Every fault at every place: each operation runs once to count its calls to the ports, then once
-// for each call and each error that the call can give. After each fault nothing may be lost, half
-// done or stuck.
+// for each call and each error that the call can give; where the fault is followed by a rollback,
+// also with that rollback failing. After each fault nothing may be lost, half done or stuck.
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -62,12 +62,26 @@ class FaultSweep : public testing::Test {
     Rows rows;
     std::string request;
     bool empty = false;
+    bool rolledBack = false;
+    std::vector<std::u16string> boxes = {};
+  };
+
+  // Where a fault strikes, and what is right when nothing or everything has been done.
+  struct Place {
+    std::size_t position = 0;
+    Call call;
+    AutomationError error;
+    const Outcome& before;
+    const Outcome& whole;
   };
 
   static Outcome Run(const Operation& operation, World& world) {
     const bool empty = operation.run(world);
+    const auto& calls = world.plan.calls();
+    const bool rolledBack = std::find(calls.begin(), calls.end(), Call::Rollback) != calls.end();
     world.plan.Clear();
-    return {world.ReadRows(), world.Contents(operation.requestFile), empty};
+    return {world.ReadRows(), world.Contents(operation.requestFile), empty, rolledBack,
+            world.dialogs.Texts()};
   }
 
   static void ExpectProperBoxes(const Operation& operation, const World& world, Call call,
@@ -146,6 +160,21 @@ class FaultSweep : public testing::Test {
     EXPECT_EQ(world.registry.OpenHandles(), 0U);
   }
 
+  static Outcome RunWithFault(const Operation& operation, const Place& place,
+                              bool rollbackFails = false) {
+    World world;
+    operation.prepare(world);
+    world.plan.FailAt(place.position, place.error);
+    if (rollbackFails) {
+      world.plan.FailRollbacks(ErrorsOf(Call::Rollback).front());
+    }
+    Outcome after = Run(operation, world);
+    ExpectProperBoxes(operation, world, place.call, place.error);
+    ExpectNothingLost(operation, world, place.before, place.whole, after);
+    ExpectRecovery(world);
+    return after;
+  }
+
   // Returns how many faults were injected.
   static int Sweep(const Operation& operation) {
     Outcome before;
@@ -170,14 +199,14 @@ class FaultSweep : public testing::Test {
                      std::to_string(calls.size()) + " (kind " +
                      std::to_string(static_cast<int>(calls[position])) + ") fails with " +
                      error.what());
-        World world;
-        operation.prepare(world);
-        world.plan.FailAt(position, error);
-        const Outcome after = Run(operation, world);
-        ExpectProperBoxes(operation, world, calls[position], error);
-        ExpectNothingLost(operation, world, before, whole, after);
-        ExpectRecovery(world);
+        const Place place{position, calls[position], error, before, whole};
+        const Outcome after = RunWithFault(operation, place);
         ++faults;
+        if (after.rolledBack) {
+          const Outcome worse = RunWithFault(operation, place, true);
+          EXPECT_EQ(worse.boxes, after.boxes) << "of the rollback nothing is shown";
+          ++faults;
+        }
         if (testing::Test::HasFailure() && faults > 20) {
           return faults;
         }

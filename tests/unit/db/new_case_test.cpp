@@ -69,6 +69,17 @@ TEST_F(NewCase, ExecutesTheThreadsLastStatementAgainForAnyOtherType) {
   EXPECT_EQ(database.Log(), expected);
 }
 
+TEST_F(NewCase, OfAnyOtherTypeIsRefusedAsTheThreadsFirstOperation) {
+  database.ClearLog();
+  Add(2);
+  EXPECT_EQ(Boxes(),
+            std::vector<std::u16string>{
+                u"-2147217908 Command text was not set for the command object. in AddNewCase"});
+  EXPECT_EQ(database.Log(),
+            (std::vector<std::u16string>{u"BeginTrans", u"Execute -1: ", u"RollbackTrans"}));
+  EXPECT_FALSE(database.InTransaction());
+}
+
 TEST_F(NewCase, ExecutesAStatementThatAnEarlierObjectLeft) {
   {
     ForgetThreadState();

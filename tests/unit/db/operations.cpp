@@ -33,13 +33,15 @@ template <class Run>
 Operation RecordsetLookup(const std::string& name, const std::u16string& mode,
                           const std::u16string& statement, Run run) {
   return {
-      .name = name,
+      .operation = name,
+      .variant = "",
       .answers = {{statement, {{u"ID"}, {{1}}}}},
       .identities = {},
       .run = [run](DBVilnor& database) { return Value(run(database) != nullptr); },
       .result = true,
       .emptyResult = false,
-      .calls = InOrder(Wide(name), {mode + statement, u"Recordset.Clone -1", u"Recordset.Close"})};
+      .calls = InOrder(Wide(name), {mode + statement, u"Recordset.Clone -1", u"Recordset.Close"}),
+      .boxesWithoutARow = {}};
 }
 
 // A lookup by one statement of which one value is taken.
@@ -47,13 +49,15 @@ template <class Run>
 Operation ValueLookup(const std::string& name, const std::u16string& mode,
                       const std::u16string& statement, const fakes::Rows& rows, Run run,
                       const Value& result, const Value& emptyResult) {
-  return {.name = name,
+  return {.operation = name,
+          .variant = "",
           .answers = {{statement, rows}},
           .identities = {},
           .run = [run](DBVilnor& database) { return Value(run(database)); },
           .result = result,
           .emptyResult = emptyResult,
-          .calls = InOrder(Wide(name), {mode + statement, u"Recordset.Close"})};
+          .calls = InOrder(Wide(name), {mode + statement, u"Recordset.Close"}),
+          .boxesWithoutARow = {}};
 }
 
 std::vector<Operation> RecordsetLookups() {
@@ -130,9 +134,10 @@ std::vector<Operation> ValueLookups() {
 
 // An operation without a result.
 template <class Run>
-Operation Write(const std::string& name, const Answers& answers, Run run,
-                std::vector<ExpectedCall> calls) {
-  return {.name = name,
+Operation Write(const std::string& operation, const std::string& variant, const Answers& answers,
+                Run run, std::vector<ExpectedCall> calls) {
+  return {.operation = operation,
+          .variant = variant,
           .answers = answers,
           .identities = {},
           .run =
@@ -142,7 +147,8 @@ Operation Write(const std::string& name, const Answers& answers, Run run,
               },
           .result = {},
           .emptyResult = {},
-          .calls = std::move(calls)};
+          .calls = std::move(calls),
+          .boxesWithoutARow = {}};
 }
 
 std::vector<Operation> Deletions() {
@@ -157,10 +163,10 @@ std::vector<Operation> Deletions() {
   };
   return {
       Write(
-          "DeleteFHP", {{byFhp, link}}, [](DBVilnor& database) { database.DeleteFHP(77); },
+          "DeleteFHP", "", {{byFhp, link}}, [](DBVilnor& database) { database.DeleteFHP(77); },
           calls(u"DeleteFHP", byFhp)),
       Write(
-          "DeleteCase", {{byCase, link}},
+          "DeleteCase", "", {{byCase, link}},
           [](DBVilnor& database) { database.DeleteCase(u"  VL-1 "); },
           calls(u"DeleteCase", byCase)),
   };
@@ -185,28 +191,35 @@ std::vector<Operation> Updates() {
   const std::u16string byId = u"SELECT Journal_ID from Vilnor Where VilnorID= 5";
   const std::u16string byFhp = u"SELECT Journal_ID from Vilnor Where FHP_ID= 77 AND CaseType = 1";
   const std::u16string byPid = u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9";
-  return {
+  std::vector<Operation> updates = {
       Write(
-          "UpdateCaseById", script(byId),
+          "UpdateCaseById", "", script(byId),
           [](DBVilnor& database) { database.UpdateCaseById(5, u"2002", 1); },
           UpdateCalls(u"UpdateCaseById", byId,
                       u"Update Vilnor SET CaseId = 2002, StatusCode = 1 Where VilnorId= 5",
                       u"Update Journal SET Tekst = 'Överförd ref2002' Where ID = 40")),
       Write(
-          "UpdateCaseOfApplication", script(byFhp),
+          "UpdateCase", "OfApplication", script(byFhp),
           [](DBVilnor& database) { database.UpdateCase(u"2002", 77, 1, 1); },
           UpdateCalls(u"UpdateCase", byFhp,
                       u"Update Vilnor SET CaseId = 2002, StatusCode = 1 Where FHP_ID= 77 AND "
                       u"CaseType = 1",
                       u"Update Journal set Tekst = 'Överförd ref2002' Where ID = 40")),
       Write(
-          "UpdateCaseOfPatient", script(byPid),
+          "UpdateCase", "OfPatient", script(byPid),
           [](DBVilnor& database) { database.UpdateCase(u"2002", 4711, 1, 9); },
           UpdateCalls(u"UpdateCase", byPid,
                       u"Update Vilnor SET CaseId = 2002, StatusCode = 1 Where PID = 4711 AND "
                       u"CaseType = 9",
                       u"Update Journal set Tekst = 'Överförd ref2002' Where ID = 40")),
   };
+  for (auto& update : updates) {
+    update.boxesWithoutARow = {
+        u"3021 Either BOF or EOF is True, or the current record has been "
+        u"deleted. Requested operation requires a current record. in " +
+        Wide(update.operation)};
+  }
+  return updates;
 }
 
 // A key that cannot be read is reported by GetScalarValue and leaves a gap in the next statement.
@@ -228,7 +241,7 @@ std::vector<ExpectedCall> NewCaseCalls(const std::u16string& linkInsert,
 std::vector<Operation> NewCases() {
   std::vector<Operation> operations = {
       Write(
-          "AddNewCaseOfApplication", {},
+          "AddNewCase", "OfApplication", {},
           [](DBVilnor& database) {
             database.AddNewCase(4711, 12, 3, u"VL-1", 77, 1, 5, u"åsa", u"K-9");
           },
@@ -240,7 +253,7 @@ std::vector<Operation> NewCases() {
               u"values (4711,'Förhandsprövning, ärendenr: K-9 överförd till Vilnor Link ref.nr "
               u"VL-1',12,3,#11-16-2026 14:05:00#,22302,'U',0, 5)")),
       Write(
-          "AddNewCaseOfPatient", {},
+          "AddNewCase", "OfPatient", {},
           [](DBVilnor& database) { database.AddNewCase(4711, 12, 3, u"VL-1", 4711, 9, 5, u"åsa"); },
           NewCaseCalls(
               u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
@@ -265,32 +278,33 @@ std::vector<Operation> Users() {
   const ExpectedCall close{u"Recordset.Close", {BoxIn(u"GetVilnorUserByPID")}};
   return {
       Write(
-          "AddNewVilnorUser", Answers{},
+          "AddNewVilnorUser", "", Answers{},
           [](DBVilnor& database) { database.AddNewVilnorUser(4711, u"'åsa'"); },
           InOrder(u"AddNewVilnorUser",
                   {kExecute + u"Insert into VilnorPasient (PID, UserName) VALUES (4711,'åsa')"})),
       Write(
-          "DeleteVilnorUser", Answers{},
+          "DeleteVilnorUser", "", Answers{},
           [](DBVilnor& database) { database.DeleteVilnorUser(4711); },
           InOrder(u"DeleteVilnorUser", {kExecute + u"Delete from VilnorPasient where PID = 4711"})),
-      Write("UpdateVilnorUserToAnotherName", mapped,
+      Write("UpdateVilnorUser", "ToAnotherName", mapped,
             [](DBVilnor& database) { database.UpdateVilnorUser(4711, u"'per'"); },
             {look,
              close,
              {kExecute + u"Update VilnorPasient SET PID = 4711, UserName = 'per' Where PID= 4711",
               {BoxIn(u"AddNewVilnorUser")}}}),
-      Write("UpdateVilnorUserToNoName", mapped,
+      Write("UpdateVilnorUser", "ToNoName", mapped,
             [](DBVilnor& database) { database.UpdateVilnorUser(4711, u""); },
             {look,
              close,
              {kExecute + u"Delete from VilnorPasient where PID = 4711",
               {BoxIn(u"DeleteVilnorUser")}}}),
-      Write("UpdateVilnorUserFromNoName", Answers{},
+      Write("UpdateVilnorUser", "FromNoName", Answers{},
             [](DBVilnor& database) { database.UpdateVilnorUser(4711, u"'per'"); },
             {look,
              {kExecute + u"Insert into VilnorPasient (PID, UserName) VALUES (4711,'per')",
               {BoxIn(u"AddNewVilnorUser")}}}),
-      {.name = "GetVilnorUserByCode1",
+      {.operation = "GetVilnorUserByCode1",
+       .variant = "",
        .answers = {{byCode, {{u"ID"}, {{4711}}}}, {byPid, name}},
        .identities = {},
        .run = [](DBVilnor& database) { return Value(database.GetVilnorUserByCode1(-32000)); },
@@ -299,7 +313,8 @@ std::vector<Operation> Users() {
        .calls = {{kKeyset + byCode, {BoxIn(u"GetVilnorUserByCode1")}},
                  {u"Recordset.Close", {BoxIn(u"GetVilnorUserByCode1")}},
                  look,
-                 close}},
+                 close},
+       .boxesWithoutARow = {kAlreadyOpen + u"GetVilnorUserByPID"}},
   };
 }
 

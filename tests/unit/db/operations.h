@@ -20,7 +20,9 @@ struct ExpectedCall {
 };
 
 struct Operation {
-  std::string name;
+  std::string operation;
+  // Tells the operation's rows of the table apart: "OfApplication".
+  std::string variant;
   // What the database holds for it.
   std::map<std::u16string, fakes::Rows> answers;
   std::vector<automation::Value> identities;
@@ -29,6 +31,10 @@ struct Operation {
   automation::Value result;
   automation::Value emptyResult;
   std::vector<ExpectedCall> calls;
+  // What an operation that begins with a query shows when no row answers it.
+  std::vector<std::u16string> boxesWithoutARow;
+
+  std::string Name() const { return operation + variant; }
 };
 
 const std::vector<Operation>& Operations();
@@ -38,7 +44,7 @@ void Script(fakes::Database& database, const Operation& operation);
 
 // How GoogleTest names the case in its output.
 inline void PrintTo(const Operation& operation, std::ostream* out) {
-  *out << operation.name;
+  *out << operation.Name();
 }
 
 }  // namespace unit

@@ -129,42 +129,84 @@ TEST_P(EveryOperation, WorksAgainOnAFreshObjectAfterAnyFailedCall) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryOperation, testing::ValuesIn(Operations()),
-                         [](const auto& tested) { return tested.param.name; });
+std::string NameOf(const testing::TestParamInfo<Operation>& tested) {
+  return tested.param.Name();
+}
 
-// All 24 but InitConnection, which has no trap and is tested with the connection.
-TEST(OperationTable, HoldsEveryOperationOfTheInterface) {
-  std::vector<std::string> missing;
-  for (const char* name : {"DeleteFHP",
-                           "DeleteCase",
-                           "GetCaseIdByVilnorId",
-                           "CaseExists",
-                           "CaseExistsPID",
-                           "GetFHPById",
-                           "GetVilnorIdByFHPId",
-                           "GetBIDById",
-                           "GetRIDById",
-                           "GetPIDById",
-                           "GetCityByPostnr",
-                           "PreRequestCostExists",
-                           "GetPreRequestCostByFHPid",
-                           "AddNewCase",
-                           "UpdateCaseById",
-                           "UpdateCase",
-                           "GetPatientByPID",
-                           "GetPatientSSNByPID",
-                           "AddNewVilnorUser",
-                           "UpdateVilnorUser",
-                           "DeleteVilnorUser",
-                           "GetVilnorUserByPID",
-                           "GetVilnorUserByCode1"}) {
-    const auto& all = Operations();
-    if (std::none_of(all.begin(), all.end(),
-                     [&](const auto& operation) { return operation.name.starts_with(name); })) {
-      missing.emplace_back(name);
+INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryOperation, testing::ValuesIn(Operations()), NameOf);
+
+// The operations that begin with a query.
+class EveryQuery : public EveryOperation {};
+
+std::vector<Operation> Queries() {
+  std::vector<Operation> queries;
+  std::copy_if(Operations().begin(), Operations().end(), std::back_inserter(queries),
+               [](const auto& operation) {
+                 return operation.calls.at(0).entry.starts_with(u"Recordset.Open");
+               });
+  return queries;
+}
+
+// The box of a query that finds the shared recordset open, by that of one that is refused.
+std::u16string AlreadyOpenBox(const ExpectedCall& query) {
+  const std::u16string& refused = query.boxesWhenItFails.at(0);
+  return kAlreadyOpen + refused.substr(refused.rfind(u" in ") + 4);
+}
+
+TEST_P(EveryQuery, WithoutARowIsEmptyAndLeavesTheRecordsetOpenForAllThatFollow) {
+  {
+    db::DBVilnor operations;
+    EXPECT_EQ(GetParam().run(operations), GetParam().emptyResult);
+    EXPECT_EQ(Boxes(), GetParam().boxesWithoutARow);
+    EXPECT_TRUE(database.LogOf(u"Recordset.Close").empty());
+    EXPECT_FALSE(database.InTransaction());
+    Script(database, GetParam());
+    for (int next = 1; next <= 2; ++next) {
+      SCOPED_TRACE(next);
+      dialogs.shown.clear();
+      EXPECT_EQ(GetParam().run(operations), GetParam().emptyResult);
+      EXPECT_EQ(Boxes(), std::vector<std::u16string>{AlreadyOpenBox(GetParam().calls[0])});
     }
   }
-  EXPECT_EQ(missing, std::vector<std::string>());
+  dialogs.shown.clear();
+  db::DBVilnor fresh;
+  EXPECT_EQ(GetParam().run(fresh), GetParam().result);
+  EXPECT_TRUE(Boxes().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryQuery, testing::ValuesIn(Queries()), NameOf);
+
+// All 24 but InitConnection, which has no trap and is tested with the connection; how many rows of
+// the table each has.
+TEST(OperationTable, HoldsEveryOperationOfTheInterface) {
+  std::map<std::string, int> rows;
+  for (const auto& operation : Operations()) {
+    ++rows[operation.operation];
+  }
+  const std::map<std::string, int> expected = {{"DeleteFHP", 1},
+                                               {"DeleteCase", 1},
+                                               {"GetCaseIdByVilnorId", 1},
+                                               {"CaseExists", 1},
+                                               {"CaseExistsPID", 1},
+                                               {"GetFHPById", 1},
+                                               {"GetVilnorIdByFHPId", 1},
+                                               {"GetBIDById", 1},
+                                               {"GetRIDById", 1},
+                                               {"GetPIDById", 1},
+                                               {"GetCityByPostnr", 1},
+                                               {"PreRequestCostExists", 1},
+                                               {"GetPreRequestCostByFHPid", 1},
+                                               {"AddNewCase", 2},
+                                               {"UpdateCaseById", 1},
+                                               {"UpdateCase", 2},
+                                               {"GetPatientByPID", 1},
+                                               {"GetPatientSSNByPID", 1},
+                                               {"AddNewVilnorUser", 1},
+                                               {"UpdateVilnorUser", 3},
+                                               {"DeleteVilnorUser", 1},
+                                               {"GetVilnorUserByPID", 1},
+                                               {"GetVilnorUserByCode1", 1}};
+  EXPECT_EQ(rows, expected);
 }
 
 }  // namespace
