@@ -1,0 +1,109 @@
+// The component's surroundings for a fuzzer: doubles, the real parser, and a folder of its own in
+// memory.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "fakes/fake_database.h"
+#include "fakes/fakes.h"
+#include "platform/platform.h"
+#include "portable/local_files.h"
+#include "portable/memory_registry.h"
+#include "portable/xml_documents.h"
+#include "util/session.h"
+
+// What libFuzzer, or replay.cpp, calls with each input.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace fuzz {
+
+// Ends the run, as a sanitizer does, when what must hold does not.
+inline void Require(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
+
+inline std::string Bytes(const std::uint8_t* data, std::size_t size) {
+  return {reinterpret_cast<const char*>(data), size};  // NOLINT: bytes are characters here
+}
+
+// The input as UTF-16 units, in pairs of bytes.
+inline std::u16string Units(const std::uint8_t* data, std::size_t size) {
+  std::u16string text;
+  for (std::size_t i = 0; i + 1 < size; i += 2) {
+    text += static_cast<char16_t>(data[i] | data[i + 1] << 8);
+  }
+  return text;
+}
+
+// As Units, but a byte is a unit: most inputs are then readable.
+inline std::u16string Latin1(const std::uint8_t* data, std::size_t size) {
+  return {data, data + size};
+}
+
+// A folder in memory, the process's own.
+class Folder {
+ public:
+  Folder() { std::filesystem::create_directories(path); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() { std::filesystem::remove_all(path); }
+
+  std::filesystem::path path =
+      std::filesystem::path("/dev/shm") / ("vilnor-fuzz-" + std::to_string(::getpid()));
+};
+
+// Fresh for each input.
+class World {
+ public:
+  World() {
+    platform::Use(ports);
+    locale.UseSwedish();
+    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
+                              .gKestraLangID = 1,
+                              .gDbType = 1,
+                              .gDateFormat = u"yyyy-MM-dd"};
+  }
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+  ~World() {
+    db::ReleaseGDB();
+    db::ReleaseShared();
+  }
+
+  static const std::filesystem::path& Place() {
+    static const Folder folder;
+    return folder.path;
+  }
+  static void Put(const std::string& name, std::string_view bytes) {
+    std::ofstream(Place() / name, std::ios::binary) << bytes;
+  }
+  static bool Has(const std::string& name) { return std::filesystem::exists(Place() / name); }
+  static std::u16string PathOf(const std::string& name) {
+    return automation::FromUtf8((Place() / name).string());
+  }
+
+  fakes::Clock clock;
+  fakes::Locale locale;
+  fakes::Dialogs dialogs;
+  fakes::Processes processes;
+  portable::LocalFiles files;
+  fakes::UserSettings userSettings;
+  portable::MemoryRegistry registry;
+  fakes::Database database;
+  portable::XmlDocuments documents;
+  fakes::WindowSystem windows;
+  platform::Platform ports{clock,        locale,   dialogs,  processes, files,
+                           userSettings, registry, database, documents, windows};
+};
+
+}  // namespace fuzz
