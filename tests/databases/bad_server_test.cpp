@@ -85,10 +85,10 @@ TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
       {u"UpdateCase", [](auto& gone) { gone.UpdateCase(u"3072", 4712, 1, 9); }},
       {u"GetCaseIdByVilnorId", [](auto& gone) { EXPECT_EQ(gone.GetCaseIdByVilnorId(102), u""); }},
       {u"GetPatientByPID", [](auto& gone) { EXPECT_EQ(gone.GetPatientByPID(4711), nullptr); }}};
-  for (const auto& [procedure, operation] : operations) {
-    ExpectRefused(procedure, [&](auto& connected) {
+  for (const auto& operation : operations) {
+    ExpectRefused(operation.first, [&](auto& connected) {
       CutOffOtherClients();
-      operation(connected);
+      operation.second(connected);
     });
   }
   ExpectThatANewCaseWorks();

@@ -69,7 +69,7 @@ class FaultSweep : public testing::Test {
   // Where a fault strikes, and what is right when nothing or everything has been done.
   struct Place {
     std::size_t position = 0;
-    Call call;
+    Call call = {};
     AutomationError error;
     const Outcome& before;
     const Outcome& whole;

@@ -135,7 +135,7 @@ std::vector<Operation> ValueLookups() {
 // An operation without a result.
 template <class Run>
 Operation Write(const std::string& operation, const std::string& variant, const Answers& answers,
-                Run run, std::vector<ExpectedCall> calls) {
+                Run run, const std::vector<ExpectedCall>& calls) {
   return {.operation = operation,
           .variant = variant,
           .answers = answers,
@@ -147,7 +147,7 @@ Operation Write(const std::string& operation, const std::string& variant, const 
               },
           .result = {},
           .emptyResult = {},
-          .calls = std::move(calls),
+          .calls = calls,
           .boxesWithoutARow = {}};
 }
 

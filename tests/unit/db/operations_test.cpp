@@ -1,6 +1,9 @@
 // What the database receives from every operation, and what each failure leaves.
 #include "operations.h"
 
+#include <fstream>
+#include <iterator>
+
 #include "fixture.h"
 
 namespace unit {
@@ -207,6 +210,28 @@ TEST(OperationTable, HoldsEveryOperationOfTheInterface) {
                                                {"GetVilnorUserByPID", 1},
                                                {"GetVilnorUserByCode1", 1}};
   EXPECT_EQ(rows, expected);
+}
+
+// A row a call: operation, call, statement.
+std::string TableInMarkdown() {
+  std::string table = "| operation | call | statement |\n|---|---|---|\n";
+  for (const auto& operation : Operations()) {
+    for (const auto& call : operation.calls) {
+      const std::string entry = automation::ToUtf8(call.entry);
+      const auto colon = entry.find(": ");
+      table += "| " + operation.Name() + " | " + entry.substr(0, colon) + " | " +
+               (colon == std::string::npos ? "" : "`" + entry.substr(colon + 2) + "`") + " |\n";
+    }
+  }
+  return table;
+}
+
+TEST(OperationTable, StandsInTheDocumentAsItIs) {
+  std::ifstream file(VILNOR_SOURCE_DIR "/docs/edge-cases/database.md", std::ios::binary);
+  const std::string document{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_TRUE(document.ends_with("\n" + TableInMarkdown()))
+      << "The table at the document's end is not this one:\n"
+      << TableInMarkdown();
 }
 
 }  // namespace
