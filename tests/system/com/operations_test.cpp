@@ -113,6 +113,20 @@ TEST_F(DBVilnorOperations, HandOutRecordsets) {
             Value(304));
 }
 
+// Batch optimistic or optimistic, held at the client: a recordset keeps the way it was opened.
+TEST_F(DBVilnorOperations, OpenTheirRecordsetsInTheWayOfEach) {
+  ComPtr<IDispatch> patient;
+  EXPECT_EQ(object_->GetPatientByPID(Number(4711), patient.Receive()), S_OK);
+  ASSERT_TRUE(patient);
+  EXPECT_EQ(Get(*patient.get(), L"LockType"), Value(4));
+  EXPECT_EQ(Get(*patient.get(), L"CursorLocation"), Value(3));
+  ComPtr<IDispatch> withNumber;
+  EXPECT_EQ(object_->GetPIDById(Number(4711), withNumber.Receive()), S_OK);
+  ASSERT_TRUE(withNumber);
+  EXPECT_EQ(Get(*withNumber.get(), L"LockType"), Value(3));
+  EXPECT_EQ(Get(*withNumber.get(), L"CursorLocation"), Value(3));
+}
+
 TEST_F(DBVilnorOperations, LookValuesUp) {
   EXPECT_EQ(TextOf([&](auto* out) { return object_->GetCityByPostnr(Number(35230), out); }),
             u"Växjö");
