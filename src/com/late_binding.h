@@ -7,10 +7,9 @@ namespace com {
 
 // IDispatch::Invoke on an object's dual interface, whose description `typeInfo` is. Beyond what the
 // system's own invocation does everywhere:
-// - an argument by reference may be given as a value, as a script's variable (VT_BYREF |
-// VT_VARIANT)
-//   or as a variable of another type; it is converted for the call, and a changed result is stored
-//   back into the variable in its own type;
+// - an argument by reference may be given as a value, as a script's variable (a VARIANT by
+//   reference) or as a variable of another type; it is converted for the call, and a changed result
+//   is stored back into the variable in its own type;
 // - an argument left out gets the default that the type library names, by reference too.
 // DISP_E_MEMBERNOTFOUND, DISP_E_BADPARAMCOUNT for too many arguments, DISP_E_TYPEMISMATCH or
 // DISP_E_OVERFLOW for one that cannot be converted.

@@ -1,9 +1,8 @@
 #include "exchange/request_writers.h"
 
 #include "automation/text.h"
-#include "db/connection_state.h"
-#include "db/db_vilnor.h"
 #include "exchange/envelope.h"
+#include "exchange/linked_case.h"
 #include "util/guarded.h"
 
 namespace exchange {
@@ -12,12 +11,6 @@ namespace {
 using automation::Decimal10;
 using util::Guarded;
 using util::kBVilnorIcon;
-
-std::u16string CaseIdOf(std::int32_t vilnorId) {
-  std::u16string caseId = db::RenewGDB()->GetCaseIdByVilnorId(vilnorId);
-  db::ReleaseGDB();
-  return caseId;
-}
 
 }  // namespace
 
@@ -42,7 +35,7 @@ std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string&
 
 std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath) {
   return Guarded(u" in WriteExistCase", kBVilnorIcon, [&] {
-    const std::u16string caseId = CaseIdOf(vilnorId);
+    const std::u16string caseId = LinkedCaseId(vilnorId);
     const std::u16string key = Decimal10(vilnorId);
     PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutExistCase", key);
     Element envelope = NewEnvelope();

@@ -8,14 +8,16 @@ namespace exchange {
 namespace {
 
 template <class Variable, class Convert>
-void ReadElement(platform::ResultDocument& document, std::u16string_view tag, Variable& variable,
+bool ReadElement(platform::ResultDocument& document, std::u16string_view tag, Variable& variable,
                  Convert convert) {
   try {
     variable = convert(document.FirstValue(std::u16string(tag)));
+    return true;
   } catch (const automation::AutomationError& error) {
     if (!error.Is(automation::RuntimeError::ObjectNotSet)) {
       throw;
     }
+    return false;
   }
 }
 
@@ -30,16 +32,16 @@ platform::ParseError ResultDocumentReader::Error() const {
   return document_->GetParseError();
 }
 
-void ResultDocumentReader::Read(std::u16string_view tag, double& variable) const {
-  ReadElement(*document_, tag, variable, platform::ToDouble);
+bool ResultDocumentReader::Read(std::u16string_view tag, double& variable) const {
+  return ReadElement(*document_, tag, variable, platform::ToDouble);
 }
 
-void ResultDocumentReader::Read(std::u16string_view tag, std::int32_t& variable) const {
-  ReadElement(*document_, tag, variable, platform::ToInt32);
+bool ResultDocumentReader::Read(std::u16string_view tag, std::int32_t& variable) const {
+  return ReadElement(*document_, tag, variable, platform::ToInt32);
 }
 
-void ResultDocumentReader::Read(std::u16string_view tag, std::u16string& variable) const {
-  ReadElement(*document_, tag, variable, platform::ToText);
+bool ResultDocumentReader::Read(std::u16string_view tag, std::u16string& variable) const {
+  return ReadElement(*document_, tag, variable, platform::ToText);
 }
 
 }  // namespace exchange

@@ -19,10 +19,10 @@ class ResultDocumentReader {
 
   // The first element of that name, put into `variable`, which keeps its value when there is no
   // such element. Kept: the link program leaves out what it has nothing to say about. Error 13 for
-  // text where a number is due, 6 for a number out of range.
-  void Read(std::u16string_view tag, double& variable) const;
-  void Read(std::u16string_view tag, std::int32_t& variable) const;
-  void Read(std::u16string_view tag, std::u16string& variable) const;
+  // text where a number is due, 6 for a number out of range. Returns whether the element is there.
+  bool Read(std::u16string_view tag, double& variable) const;
+  bool Read(std::u16string_view tag, std::int32_t& variable) const;
+  bool Read(std::u16string_view tag, std::u16string& variable) const;
 
  private:
   std::unique_ptr<platform::ResultDocument> document_;

@@ -1,5 +1,6 @@
 // The result files that the link program leaves: read, entered into the link records and the
-// journal, deleted. Nothing is raised; what fails is shown, and the result file then stays.
+// journal, deleted. Nothing is raised; what fails is shown, and the result file then stays. Kept: a
+// file that is not there or cannot be parsed ends its reading without a word.
 #pragma once
 
 #include <cstdint>

@@ -23,7 +23,8 @@ struct NewFHPData {
 // "PID&BID&RID". Error 5 when a separator is missing, 13 for a field that is no number, 6 for one
 // beyond 32 bits.
 NewCaseData SplitNewCaseData(std::u16string_view userDefData);
-// "PID&BID&RID&FHPId&case number"; the same errors.
+// "PID&BID&RID&FHPId&case number"; the same errors for the first three fields. Kept: without a
+// fourth separator there is no error and the whole text is the case number.
 NewFHPData SplitNewFHPData(std::u16string_view userDefData);
 
 }  // namespace exchange

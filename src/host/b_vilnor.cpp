@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "automation/automation_error.h"
+#include "db/case_types.h"
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
 #include "exchange/request_writers.h"
@@ -175,12 +176,16 @@ void BVilnor::ReadNewCase(std::int32_t pid) {
 
 bool BVilnor::FHPExists(std::int32_t fhpId) {
   return Guarded(u" in FHPExists", kBVilnorIcon, [&] {
-    constexpr std::int32_t kPriorApproval = 1;
     // Kept: the host refreshes its journal at each of the four events.
     RaiseUpdateJournal();
     db::RenewGDB();
     RaiseUpdateJournal();
-    const bool exists = db::GDB()->CaseExists(fhpId, kPriorApproval);
+    const std::uint32_t errorsBefore = util::ErrorsShown();
+    const bool exists = db::GDB()->CaseExists(fhpId, db::kPriorApproval);
+    if (util::ErrorsShown() != errorsBefore) {
+      db::ReleaseGDB();
+      return false;
+    }
     RaiseUpdateJournal();
     db::ReleaseGDB();
     RaiseUpdateJournal();

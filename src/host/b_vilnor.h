@@ -41,7 +41,8 @@ class BVilnor : private exchange::ResultReaderHost {
   void ReadNewCase(std::int32_t pid);
 
   // Whether a link record of case type 1 exists for the application. Raises UpdateJournal four
-  // times.
+  // times: before and after the database object is made, before and after it is released. A failure
+  // ends the events: one is raised when the object cannot be made, two when the query fails.
   bool FHPExists(std::int32_t fhpId);
 
   // Writes the new-case request file and returns its full path.

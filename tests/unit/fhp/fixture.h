@@ -25,7 +25,9 @@ class FhpFixture : public fakes::ComponentFixture {
  protected:
   FhpFixture();
 
-  // Scripts the rows below and calls WriteNewFHP(5, 6, 7, 8, the exchange directory).
+  // Puts the rows below into the database.
+  void Script();
+  // Does so and calls WriteNewFHP(5, 6, 7, 8, the exchange directory).
   std::u16string Write();
   // The bytes of the request file.
   std::string File() const { return Contents(u"InNewFHP8.xml"); }
@@ -53,7 +55,6 @@ class FhpFixture : public fakes::ComponentFixture {
   std::vector<Row> estimateRows;
 
  private:
-  void Script();
   void AnswerRow(const std::u16string& statement, const Row& row);
 };
 

@@ -1,11 +1,10 @@
 #include "host/b_vilnor.h"
 
 #include <functional>
-#include <thread>
 
-#include "exchange/envelope.h"
-#include "fakes/component_fixture.h"
-#include "host/notification_window.h"
+#include "unit/fhp/fixture.h"
+#include "unit/host/host_fixture.h"
+#include "util/guarded.h"
 
 namespace host {
 namespace {
@@ -13,45 +12,7 @@ namespace {
 using Texts = std::vector<std::u16string>;
 using platform::Icon;
 
-constexpr std::uint32_t kLocalMachine = 0x80000002;
-constexpr const char16_t* kLinkKey =
-    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
-constexpr const char16_t* kHostKey = u"SOFTWARE\\Kestra\\Kestra.Main.exe";
-constexpr const char16_t* kPatient = u"SELECT  fDato, PersNr,ForNavn,Navn from Pasient where ID = ";
-constexpr const char16_t* kPatientSsn = u"SELECT  fDato, PersNr from Pasient where ID = ";
-
-class CountingEvents : public Events {
- public:
-  void UpdateJournal() override {
-    ++count;
-    if (atEach) {
-      atEach();
-    }
-  }
-  int count = 0;
-  std::function<void()> atEach;
-};
-
-class BVilnorTest : public fakes::ComponentFixture {
- protected:
-  BVilnorTest() {
-    registry.SetText(kLocalMachine, kHostKey, u"Path", hostPath);
-    registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link");
-    database.Answer(
-        std::u16string(kPatient) + u"4711",
-        {{u"fDato", u"PersNr", u"ForNavn", u"Navn"},
-         {{automation::MakeDate({1985, 3, 12, 0, 0, 0}), u"1234", u"Åsa-Märta", u"Öberg"}}});
-    database.Answer(
-        std::u16string(kPatientSsn) + u"4711",
-        {{u"fDato", u"PersNr"}, {{automation::MakeDate({1985, 3, 12, 0, 0, 0}), u"1234"}}});
-  }
-  Texts Started(const std::u16string& request) const {
-    return {u"C:\\Link\\Link.exe path=\"" + ExchangePath(request) +
-            u"\" version=2 caller=KestraDental removefiles=1"};
-  }
-  CountingEvents events;
-  BVilnor vilnor{events};
-};
+const automation::AutomationError kServerGone{-2147467259, u"", u"server closed the connection"};
 
 TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
   locale.UseSwedish();
@@ -127,10 +88,17 @@ TEST_F(BVilnorTest, OpenVilnorStartsTheProgramAloneAndNeedsNoHostRegistration) {
 
 TEST_F(BVilnorTest, WithoutTheLinkProgramOnlyTheDirectoryIsMadeAndTheUserTold) {
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"");
-  const std::vector<std::function<void()>> operations = {
-      [&] { vilnor.OpenExistCase(7); }, [&] { vilnor.OpenWithNewFHP(4711, 12, 3, 8); },
-      [&] { vilnor.OpenSearchPatient(4711); }};
-  for (const auto& open : operations) {
+  struct Operation {
+    std::function<void()> open;
+    int connectionsLeft;
+  };
+  const std::vector<Operation> operations = {{[&] { vilnor.OpenExistCase(7); }, 0},
+                                             {[&] { vilnor.OpenExistFHP(8); }, 0},
+                                             {[&] { vilnor.OpenWithNewFHP(4711, 12, 3, 8); }, 0},
+                                             {[&] { vilnor.OpenSearchPatient(4711); }, 1},
+                                             {[&] { vilnor.OpenWithNewCase(4711, 12, 3); }, 1}};
+  for (const auto& [open, connectionsLeft] : operations) {
+    db::ReleaseGDB();
     dialogs.shown.clear();
     std::filesystem::remove_all(folder / "Vilnor");
     open();
@@ -139,7 +107,28 @@ TEST_F(BVilnorTest, WithoutTheLinkProgramOnlyTheDirectoryIsMadeAndTheUserTold) {
     EXPECT_TRUE(std::filesystem::is_directory(folder / "Vilnor"));
     EXPECT_TRUE(std::filesystem::is_empty(folder / "Vilnor"));
     EXPECT_TRUE(processes.started.empty());
+    EXPECT_EQ(database.OpenConnections(), connectionsLeft);
   }
+}
+
+TEST_F(BVilnorTest, AMissingHostRegistrationIsToldBeforeTheMissingLinkProgram) {
+  registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
+  registry.SetText(kLocalMachine, kLinkKey, u"Path", u"");
+  vilnor.OpenExistCase(7);
+  ASSERT_EQ(dialogs.shown.size(), 2U);
+  EXPECT_EQ(dialogs.shown[0].text,
+            u"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath");
+  EXPECT_TRUE(dialogs.shown[1].text.starts_with(u"Kunde inte hitta"));
+}
+
+TEST_F(BVilnorTest, AResultWithoutAHostRegistrationIsNotLookedFor) {
+  registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
+  Put(u"OutNewCase4711.xml", "<a><Cancelled>1</Cancelled></a>");
+  vilnor.ReadNewCase(4711);
+  EXPECT_EQ(dialogs.Texts(),
+            Texts{u"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath"});
+  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+  EXPECT_EQ(events.count, 0);
 }
 
 TEST_F(BVilnorTest, AConnectionLeftOpenFailsTheNextOperationOnceAndTheOneAfterItWorks) {
@@ -216,6 +205,45 @@ TEST_F(BVilnorTest, FHPExistsEndsAtAnErrorAfterTheSecondEvent) {
             Texts{u"91 Object variable or With block variable not set in FHPExists"});
 }
 
+TEST_F(BVilnorTest, FHPExistsRaisesItsEventsAroundTheObjectsLife) {
+  std::vector<int> connections;
+  std::vector<std::size_t> queries;
+  events.atEach = [&] {
+    connections.push_back(database.AliveConnections());
+    queries.push_back(database.LogOf(u"Recordset.Open").size());
+  };
+  vilnor.FHPExists(8);
+  EXPECT_EQ(connections, (std::vector<int>{0, 1, 1, 0}));
+  EXPECT_EQ(queries, (std::vector<std::size_t>{0, 0, 1, 1}));
+}
+
+TEST_F(BVilnorTest, FHPExistsEndsAtAFailedQueryWithTheQuerysOwnBox) {
+  database.FailStatement(u"SELECT * FROM Vilnor WHERE FHP_ID", kServerGone);
+  EXPECT_FALSE(vilnor.FHPExists(8));
+  EXPECT_EQ(events.count, 2);
+  EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
+                               {.text = u"-2147467259 server closed the connection in CaseExists",
+                                .title = u"Vilnor Link connection",
+                                .icon = Icon::Critical}}));
+  EXPECT_EQ(database.AliveConnections(), 0);
+
+  database.ClearFailures();
+  database.Answer(u"SELECT * FROM Vilnor WHERE FHP_ID = 8 and CaseType = 1",
+                  {{u"VilnorId"}, {{std::int32_t{77}}}});
+  EXPECT_TRUE(vilnor.FHPExists(8));
+  EXPECT_EQ(events.count, 6);
+}
+
+TEST_F(BVilnorTest, FHPExistsCountsNoBoxThatAnEventBrings) {
+  events.atEach = [&] {
+    if (events.count == 2) {
+      util::ShowError(kServerGone, u" in the host", Icon::Exclamation);
+    }
+  };
+  vilnor.FHPExists(8);
+  EXPECT_EQ(events.count, 4);
+}
+
 TEST_F(BVilnorTest, UserMappingGoesThroughTheDatabaseClass) {
   vilnor.AddNewVilnorUser(5, u"'kåre'");
   vilnor.DeleteVilnorUser(5);
@@ -267,105 +295,85 @@ TEST_F(BVilnorTest, LaunchesAreCountedIn16BitsAndTheirOverflowIsReported) {
                              userSettings, registry, database, documents, windows};
   platform::Use(changed);
   for (int i = 0; i < 32767; ++i) {
-    vilnor.OpenExistCase(7);
+    switch (i % 1000) {
+      case 0:
+        vilnor.OpenSearchPatient(4711);
+        break;
+      case 1:
+        vilnor.OpenWithNewCase(4711, 12, 3);
+        break;
+      default:
+        vilnor.OpenExistCase(7);
+    }
   }
   ASSERT_EQ(processes.started.size(), 32767U);
   vilnor.OpenExistCase(7);
-  EXPECT_EQ(dialogs.Texts(), Texts{u"6 Overflow in OpenExistCase"});
+  vilnor.OpenSearchPatient(4711);
+  vilnor.OpenWithNewCase(4711, 12, 3);
+  EXPECT_EQ(dialogs.Texts(),
+            (Texts{u"6 Overflow in OpenExistCase", u"6 Overflow in OpenSearchPatient",
+                   u"6 Overflow in OpenWithNewCase"}));
+  EXPECT_EQ(processes.started.size(), 32767U);
   vilnor.OpenVilnor();
   EXPECT_EQ(processes.started.size(), 32768U);
   platform::Use(ports);
 }
 
-class NotificationWindow : public BVilnorTest {};
+class OpenWithNewFHP : public HostOn<fhp::FhpFixture> {};
 
-TEST_F(NotificationWindow, IsHiddenTopLevelAndOfTheAnnouncedClass) {
-  const platform::WindowHandle window = NotifyWnd();
-  const auto& description = windows.windows.at(window);
-  EXPECT_EQ(description.className, u"KestraToVilnor");
-  EXPECT_EQ(description.title, u"VB Window");
-  EXPECT_EQ(description.style, 0);
-  EXPECT_EQ(description.extendedStyle, 0);
-  EXPECT_EQ(description.x, 0);
-  EXPECT_EQ(description.y, 0);
-  EXPECT_EQ(description.width, 640);
-  EXPECT_EQ(description.height, 480);
-  EXPECT_EQ(description.parent, 0);
-  const auto& windowClass = windows.classes.at(u"KestraToVilnor");
-  EXPECT_EQ(windowClass.procedure, &MsgHandling);
-  EXPECT_EQ(windowClass.style, 0);
-  EXPECT_EQ(windowClass.menuName, u"");
+TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
+  Script();
+  vilnor.OpenWithNewFHP(5, 6, 7, 8);
+  EXPECT_EQ(processes.started, Started(u"InNewFHP8.xml"));
+  EXPECT_TRUE(File().ends_with("</Envelope>\n"));
+  EXPECT_TRUE(dialogs.shown.empty());
+  EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(NotificationWindow, GivesEveryMessageItsDefaultProcessingAndResult) {
-  windows.defaultResult = 42;
-  const auto known = windows.windows.size();
-  EXPECT_EQ(windows.Send(NotifyWnd(), 10003, 5, 6), 42);
-  EXPECT_EQ(windows.defaulted.back(), std::make_tuple(NotifyWnd(), 10003, 5, 6));
-  EXPECT_EQ(windows.windows.size(), known);
+TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
+  Script();
+  NoFiles noFiles;
+  platform::Platform changed{clock,        locale,   dialogs,  processes, noFiles,
+                             userSettings, registry, database, documents, windows};
+  platform::Use(changed);
+  for (int i = 0; i < 32767; ++i) {
+    vilnor.OpenExistCase(7);
+  }
+  vilnor.OpenWithNewFHP(5, 6, 7, 8);
+  EXPECT_EQ(processes.started.size(), 32768U);
+  EXPECT_EQ(processes.started.back(), Started(u"InNewFHP8.xml").front());
+  EXPECT_TRUE(dialogs.shown.empty());
+  platform::Use(ports);
 }
 
-// On a thread of its own, where no notification has come yet.
-template <class Body>
-void OnFreshThread(Body body) {
-  std::thread(body).join();
+TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
+  application.clear();
+  Script();
+  Put(u"InNewFHP8.xml", "older");
+  vilnor.OpenWithNewFHP(5, 6, 7, 8);
+  EXPECT_EQ(dialogs.Texts(),
+            Texts{u"91 Object variable or With block variable not set in WriteNewFHP"});
+  EXPECT_TRUE(processes.started.empty());
+  EXPECT_EQ(File(), "older");
 }
 
-TEST_F(NotificationWindow, HandsTheThreeMessagesToTheirReadersAfterTheDefaultProcessing) {
-  OnFreshThread([&] {
-    platform::Use(ports);
-    util::CurrentSession().gDbType = 1;
-    BVilnor own(events);
-    const platform::WindowHandle first = NotifyWnd();
-    const auto known = windows.windows.size();
-    struct Message {
-      std::int32_t number;
-      const char16_t* file;
-    };
-    for (const auto& message :
-         {Message{10001, u"OutNewFHP4711.xml"}, Message{10002, u"OutNewCase4711.xml"},
-          Message{10009, u"OutExistCase4711.xml"}}) {
-      Put(message.file, "<a><Cancelled>1</Cancelled></a>");
-      windows.Send(first, message.number, 4711);
-      EXPECT_FALSE(Exists(message.file)) << message.number;
-      EXPECT_EQ(std::get<1>(windows.defaulted.back()), message.number);
-      EXPECT_EQ(windows.windows.size(), known + 1) << "one further window, from the first on";
-      EXPECT_NE(NotifyWnd(), first);
+TEST_F(OpenWithNewFHP, WhoseFileCannotBeWrittenStartsNothing) {
+  class ProtectedFiles : public portable::LocalFiles {
+   public:
+    void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {
+      throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
     }
-    EXPECT_GE(NotifyTargets(), 1);
-    EXPECT_EQ(events.count, 0) << "the host is not connected to the object that reads";
-    EXPECT_TRUE(dialogs.shown.empty());
-  });
-}
-
-TEST_F(NotificationWindow, ComesAndGoesWithItsObjectWithoutABox) {
-  OnFreshThread([&] {
-    platform::Use(ports);
-    fakes::WindowSystem fresh;
-    platform::Platform changed{clock,        locale,   dialogs,  processes, files,
-                               userSettings, registry, database, documents, fresh};
-    platform::Use(changed);
-    for (int i = 0; i < 1000; ++i) {
-      const BVilnor own(events);
-      EXPECT_EQ(fresh.windows.size(), 1U);
-    }
-    EXPECT_TRUE(fresh.windows.empty());
-    EXPECT_TRUE(fresh.classes.empty());
-    EXPECT_TRUE(dialogs.shown.empty());
-  });
-}
-
-TEST_F(NotificationWindow, OfAnotherObjectKeepsTheClass) {
-  OnFreshThread([&] {
-    fakes::WindowSystem fresh;
-    platform::Platform changed{clock,        locale,   dialogs,  processes, files,
-                               userSettings, registry, database, documents, fresh};
-    platform::Use(changed);
-    const BVilnor first(events);
-    { const BVilnor second(events); }
-    EXPECT_EQ(fresh.windows.size(), 1U);
-    EXPECT_EQ(fresh.classes.size(), 1U);
-  });
+  } protectedFiles;
+  platform::Platform changed{clock,        locale,   dialogs,  processes, protectedFiles,
+                             userSettings, registry, database, documents, windows};
+  platform::Use(changed);
+  Script();
+  Put(u"InNewFHP8.xml", "older");
+  vilnor.OpenWithNewFHP(5, 6, 7, 8);
+  EXPECT_EQ(dialogs.Texts(), Texts{u"70 Permission denied in WriteNewFHP"});
+  EXPECT_TRUE(processes.started.empty());
+  EXPECT_EQ(File(), "older");
+  platform::Use(ports);
 }
 
 }  // namespace
