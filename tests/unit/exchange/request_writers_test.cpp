@@ -125,6 +125,37 @@ TEST_F(RequestWriters, ExistCaseWithoutADatabaseIsReportedAndNotWritten) {
   EXPECT_FALSE(Exists(u"InExistCase5.xml"));
 }
 
+TEST_F(RequestWriters, ExistCaseWhoseLookupFailsIsWrittenWithoutACase) {
+  database.FailStatement(u"SELECT * FROM Vilnor",
+                         {-2147467259, u"", u"server closed the connection"});
+  EXPECT_EQ(WriteExistCase(5, exchangeDirectory), ExchangePath(u"InExistCase5.xml"));
+  EXPECT_EQ(dialogs.shown,
+            (std::vector<platform::MessageBox>{
+                {.text = u"-2147467259 server closed the connection in GetCaseIdByVilnorId",
+                 .title = u"Vilnor Link connection",
+                 .icon = Icon::Critical}}));
+  EXPECT_NE(Contents(u"InExistCase5.xml").find("<UserDefData/>"), std::string::npos);
+  EXPECT_NE(Contents(u"InExistCase5.xml").find("</Result><CaseId/></Case>"), std::string::npos);
+}
+
+TEST_F(RequestWriters, ExistCaseWithoutAFolderIsReported) {
+  EXPECT_EQ(WriteExistCase(5, hostPath + u"Nowhere"), u"");
+  EXPECT_EQ(dialogs.shown,
+            (std::vector<platform::MessageBox>{{.text = u"76 Path not found in WriteExistCase",
+                                                .title = u"Vilnor Link connection",
+                                                .icon = Icon::Exclamation}}));
+}
+
+TEST_F(RequestWriters, ThePendingResultIsTheOneOfTheLastRequestThatGotAsFarAsItsPath) {
+  WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory);
+  database.installed = false;
+  WriteExistCase(5, exchangeDirectory);
+  EXPECT_EQ(PendingResultPath(), ExchangePath(u"OutNewCase1.xml")) << "its lookup failed before";
+  database.installed = true;
+  WriteExistCase(5, hostPath + u"Nowhere");
+  EXPECT_EQ(PendingResultPath(), hostPath + u"Nowhere\\OutExistCase5.xml") << "its save failed";
+}
+
 TEST_F(RequestWriters, SearchAnnouncesNoAnswerAndLeavesThePendingResult) {
   WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory);
   EXPECT_EQ(WriteSearchPatient(u"19450101-1234", exchangeDirectory),

@@ -1,5 +1,8 @@
 #include "exchange/result_readers.h"
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
 #include <optional>
 
 #include "fakes/component_fixture.h"
@@ -16,7 +19,10 @@ const automation::AutomationError kServerGone{-2147467259, u"", u"server closed 
 class ResultReaders : public fakes::ComponentFixture, protected ResultReaderHost {
  protected:
   std::u16string GetVilnorOutputPath() override { return exchangeDirectory; }
-  void RaiseUpdateJournal() override { ++updateJournals; }
+  void RaiseUpdateJournal() override {
+    ++updateJournals;
+    atUpdateJournal();
+  }
 
   // What the database was asked to change, in order; transactions and readings left out.
   Statements Changes() const {
@@ -41,6 +47,7 @@ class ResultReaders : public fakes::ComponentFixture, protected ResultReaderHost
   }
 
   int updateJournals = 0;
+  std::function<void()> atUpdateJournal = [] {};
 };
 
 std::string Element(const std::string& name, const std::optional<std::string>& text) {
@@ -415,36 +422,379 @@ TEST_F(ResultReaders, AResultWhoseRowsWereNotWrittenStays) {
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, NothingIsAddedWhenItIsUnknownWhetherTheCaseExists) {
-  database.FailStatement(u"SELECT * FROM Vilnor WHERE PID", kServerGone);
-  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
-  ReadNewCase(4711, *this);
-  EXPECT_EQ(Changes(), Statements());
-  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+// The real parser, with its living documents counted, and something that happens before the n-th
+// is made.
+class WatchedDocuments : public platform::ResultDocuments {
+ public:
+  class Document : public platform::ResultDocument {
+   public:
+    Document(std::unique_ptr<platform::ResultDocument> real, int& alive)
+        : real_(std::move(real)), alive_(alive) {
+      ++alive_;
+    }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+    ~Document() override { --alive_; }
+    void Load(const std::u16string& path) override { real_->Load(path); }
+    platform::ParseError GetParseError() override { return real_->GetParseError(); }
+    automation::Value FirstValue(const std::u16string& tagName) override {
+      return real_->FirstValue(tagName);
+    }
+
+   private:
+    std::unique_ptr<platform::ResultDocument> real_;
+    int& alive_;
+  };
+  std::unique_ptr<platform::ResultDocument> New() override {
+    beforeDocument(++made);
+    return std::make_unique<Document>(real_.New(), alive);
+  }
+  int made = 0;
+  int alive = 0;
+  std::function<void(int)> beforeDocument = [](int) {};
+
+ private:
+  portable::XmlDocuments real_;
+};
+
+// The folder, with something that happens before a file is deleted.
+class WatchedFiles : public portable::LocalFiles {
+ public:
+  void DeleteFile(const std::u16string& path) override {
+    beforeDeletion();
+    portable::LocalFiles::DeleteFile(path);
+  }
+  std::function<void()> beforeDeletion = [] {};
+};
+
+class WatchedResultReaders : public ResultReaders {
+ protected:
+  WatchedResultReaders() { platform::Use(watched_); }
+  ~WatchedResultReaders() override { platform::Use(ports); }
+
+  WatchedDocuments watchedDocuments;
+  WatchedFiles watchedFiles;
+
+ private:
+  platform::Platform watched_{clock,        locale,   dialogs,  processes,        watchedFiles,
+                              userSettings, registry, database, watchedDocuments, windows};
+};
+
+TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {
+  int deletions = 0;
+  watchedFiles.beforeDeletion = [&] {
+    ++deletions;
+    EXPECT_EQ(watchedDocuments.alive, 0);
+    EXPECT_EQ(database.AliveConnections(), 0);
+  };
+  int expected = 0;
+  for (const auto& cell : EveryCell()) {
+    SCOPED_TRACE(Describe(cell));
+    database = fakes::Database();
+    database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+    AnswerJournal(cell.reader.updateQuery);
+    dialogs = fakes::Dialogs();
+    dialogs.answers = {cell.answer};
+    Put(cell.reader.file, ResultFile(cell.cancelled, cell.status, cell.reader.userDefData));
+    cell.reader.read(4711, *this);
+    expected += ExpectedOf(cell).fileDeleted ? 1 : 0;
+    EXPECT_EQ(deletions, expected);
+  }
 }
 
-TEST_F(ResultReaders, AResultThatCannotBeDeletedIsReportedAfterItsRowsAreWritten) {
-  class StuckFiles : public portable::LocalFiles {
-   public:
-    void DeleteFile(const std::u16string& /*path*/) override {
-      throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
-    }
-  } stuck;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, stuck,
-                             userSettings, registry, database, documents, windows};
-  platform::Use(changed);
+TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
+  for (const auto& reader : kReaders) {
+    SCOPED_TRACE(reader.name);
+    database = fakes::Database();
+    AnswerJournal(reader.updateQuery);
+    Put(reader.file, ResultFile("99", "1", reader.userDefData));
+    std::vector<std::string> steps;
+    atUpdateJournal = [&] {
+      steps.emplace_back("told");
+      EXPECT_EQ(Changes().size(), 2U) << "the rows are written";
+      EXPECT_EQ(database.AliveConnections(), 1) << "the database object is still there";
+      EXPECT_FALSE(database.InTransaction());
+    };
+    watchedFiles.beforeDeletion = [&] {
+      steps.emplace_back("deleted");
+      EXPECT_EQ(database.AliveConnections(), 0);
+    };
+    reader.read(4711, *this);
+    EXPECT_EQ(steps, (std::vector<std::string>{"told", "deleted"}));
+  }
+}
+
+TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
+  for (const auto& reader : {kReaders[0], kReaders[1]}) {
+    dialogs.shown.clear();
+    watchedDocuments.made = 0;
+    watchedDocuments.beforeDocument = [&](int number) {
+      if (number == 2) {
+        std::filesystem::remove(folder / "Vilnor" / ToUtf8(reader.file));
+      }
+    };
+    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    reader.read(4711, *this);
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_TRUE(dialogs.shown[0].text.starts_with(u"XMLDOM Error -"));
+    EXPECT_NE(dialogs.shown[0].text.find(u"\r\nPos 0Reason "), std::u16string::npos);
+    EXPECT_EQ(dialogs.shown[0].title, u"");
+    EXPECT_EQ(dialogs.shown[0].icon, platform::Icon::None);
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+  }
+}
+
+TEST_F(WatchedResultReaders, AFileThatGoesBeforeItsDeletionIsReportedAfterItsRowsAreWritten) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  watchedFiles.beforeDeletion = [&] {
+    std::filesystem::remove(folder / "Vilnor" / "OutNewCase4711.xml");
+  };
   Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
   ReadNewCase(4711, *this);
-  EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in ReadNewCase"});
-  EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(Changes(), Insertion(false));
+  EXPECT_EQ(updateJournals, 1);
+  EXPECT_EQ(dialogs.Texts(), Statements{u"53 File not found in ReadNewCase"});
+}
 
-  dialogs.shown.clear();
-  Put(u"OutNewCase4711.xml", ResultFile("1", "5", "1&amp;12&amp;3"));
+TEST_F(WatchedResultReaders, AFileThatCannotBeDeletedIsReportedUnderItsReader) {
+  watchedFiles.beforeDeletion = [] {
+    throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
+  };
+  for (const auto& reader : kReaders) {
+    SCOPED_TRACE(reader.name);
+    database = fakes::Database();
+    AnswerJournal(reader.updateQuery);
+    const std::u16string name = automation::FromUtf8(reader.name);
+    dialogs.shown.clear();
+    updateJournals = 0;
+    Put(reader.file, ResultFile("99", "1", reader.userDefData));
+    reader.read(4711, *this);
+    EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in " + name});
+    EXPECT_EQ(updateJournals, 1);
+    EXPECT_EQ(Changes().size(), 2U);
+    EXPECT_EQ(database.AliveConnections(), 0);
+
+    dialogs.shown.clear();
+    Put(reader.file, ResultFile("1", "1", reader.userDefData));
+    reader.read(4711, *this);
+    EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XML" + name});
+    EXPECT_EQ(updateJournals, 1);
+    EXPECT_TRUE(Exists(reader.file));
+  }
+}
+
+class FailedLookup : public ResultReaders {
+ protected:
+  FailedLookup() {
+    AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'");
+    AnswerJournal(u"SELECT Journal_ID from Vilnor Where VilnorID= 4711");
+    database.FailStatement(u"SELECT * FROM Vilnor WHERE VilnorId", kServerGone);
+    dialogs.answers = {Answer::Ok, Answer::Yes};
+  }
+  void Read(const std::string& elements) {
+    Put(u"OutExistCase4711.xml", "<a>" + elements + "</a>");
+    ReadExistCase(4711, *this);
+    EXPECT_EQ(dialogs.Texts(),
+              Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId"});
+    EXPECT_EQ(database.AliveConnections(), 0);
+  }
+  bool Stays() const { return Exists(u"OutExistCase4711.xml"); }
+};
+
+TEST_F(FailedLookup, OfADeletedCaseAsksNothing) {
+  Read("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_EQ(updateJournals, 0);
+  EXPECT_TRUE(Stays());
+}
+
+TEST_F(FailedLookup, OfACancelledCaseLosesNothingByItsDeletion) {
+  Read("<Cancelled>0</Cancelled><Status>7</Status>");
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_EQ(updateJournals, 0);
+  EXPECT_FALSE(Stays());
+}
+
+TEST_F(FailedLookup, OfAWithdrawnCaseDeletesTheCaseOfTheFileAndKeepsTheFile) {
+  Read("<Status>7</Status><Id>L-9</Id>");
+  EXPECT_EQ(Changes(), Deletion(true));
+  EXPECT_EQ(updateJournals, 1);
+  EXPECT_TRUE(Stays());
+}
+
+TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndKeepsTheFile) {
+  Read("<Status>1</Status><Id>L-9</Id>");
+  EXPECT_EQ(Changes(),
+            (Statements{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
+                        u"Update Journal SET Tekst = 'Ärende ref.nr L-9' Where ID = 900"}));
+  EXPECT_EQ(updateJournals, 1);
+  EXPECT_TRUE(Stays());
+}
+
+TEST_F(FailedLookup, LeavesAResultAloneThatNamesNoCase) {
+  for (const char* status : {"1", "7"}) {
+    dialogs.shown.clear();
+    Read("<Status>" + std::string(status) + "</Status>");
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+    EXPECT_TRUE(Stays());
+  }
+}
+
+TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) {
+  AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
+  AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
+  Put(u"OutExistCase4711.xml", "<a><Status>7</Status></a>");
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(Changes(), Deletion(true));
+  EXPECT_EQ(updateJournals, 1);
+  EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
+}
+
+TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
+  AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
+  AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
+  Put(u"OutExistCase4711.xml", ResultFile("0", "x", ""));
+  ReadExistCase(4711, *this);
+  EXPECT_TRUE(dialogs.shown.empty());
+  EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
+  EXPECT_EQ(Changes(), Statements());
+
+  dialogs.answers = {Answer::Yes};
+  Put(u"OutExistCase4711.xml", ResultFile("3", "x", ""));
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
+  EXPECT_EQ(Changes(), Deletion(true));
+}
+
+TEST_F(ResultReaders, AnExistingCasesNumbersAreWholeAndInTheUsersFormat) {
+  struct Result {
+    const char* cancelled;
+    const char* status;
+    Statements boxes;
+  };
+  locale.UseSwedish();
+  const Result results[] = {{"x", "7", {u"13 Type mismatch in XMLReadExistCase"}},
+                            {"99", "x", {u"13 Type mismatch in XMLReadExistCase"}},
+                            {"99999999999", "7", {u"6 Overflow in XMLReadExistCase"}},
+                            {"2,4", "7", {}}};
+  for (const auto& result : results) {
+    SCOPED_TRACE(std::string(result.cancelled) + " " + result.status);
+    dialogs.shown.clear();
+    Put(u"OutExistCase4711.xml", ResultFile(result.cancelled, result.status, ""));
+    ReadExistCase(4711, *this);
+    EXPECT_EQ(dialogs.Texts(), result.boxes);
+    EXPECT_EQ(Exists(u"OutExistCase4711.xml"), !result.boxes.empty());
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+  }
+}
+
+TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCancels) {
+  locale.UseSwedish();
+  for (const char* cancelled : {"99999999999", "1,4", "0,9"}) {
+    SCOPED_TRACE(cancelled);
+    database = fakes::Database();
+    database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+    Put(u"OutNewCase4711.xml", ResultFile(cancelled, "5", "1&amp;12&amp;3"));
+    ReadNewCase(4711, *this);
+    EXPECT_EQ(Changes(), Insertion(false));
+    EXPECT_TRUE(dialogs.shown.empty());
+  }
+  database = fakes::Database();
+  Put(u"OutNewCase4711.xml", ResultFile("1,0", "5", "1&amp;12&amp;3"));
   ReadNewCase(4711, *this);
-  EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XMLReadNewCase"});
-  platform::Use(ports);
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
+}
+
+TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
+  const std::pair<const char*, const char16_t*> results[] = {
+      {"x&amp;12&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+      {"55&amp;x&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+      {"55&amp;12&amp;x&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+      {"55&amp;12&amp;3", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
+      {"55&amp;12", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
+      {"", u"5 Invalid procedure call or argument in XMLReadNewFHP"}};
+  for (const auto& [userDefData, text] : results) {
+    SCOPED_TRACE(userDefData);
+    dialogs.shown.clear();
+    Put(u"OutNewFHP4711.xml", ResultFile("0", "5", userDefData));
+    ReadNewFHP(4711, *this);
+    EXPECT_EQ(dialogs.Texts(), Statements{text});
+    EXPECT_TRUE(Exists(u"OutNewFHP4711.xml"));
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+  }
+  dialogs.shown.clear();
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  Put(u"OutNewFHP4711.xml", ResultFile("0", "5", "55&amp;12&amp;3&amp;8"));
+  ReadNewFHP(4711, *this);
+  EXPECT_TRUE(dialogs.shown.empty());
+  ASSERT_EQ(Changes().size(), 3U);
+  EXPECT_NE(Changes()[1].find(u"ärendenr: 55&12&3&8 överförd"), std::u16string::npos);
+}
+
+TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCase) {
+  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  ReadExistCase(4711, *this);
+  const auto& log = database.Log();
+  const auto isOpening = [](const auto& call) { return call.starts_with(u"Connection.Open"); };
+  const auto first = std::find_if(log.begin(), log.end(), isOpening);
+  const auto second = std::find_if(std::next(first), log.end(), isOpening);
+  ASSERT_NE(second, log.end());
+
+  database.FailCall(static_cast<std::size_t>(second - log.begin()) + 1, kServerGone);
+  updateJournals = 0;
+  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  ReadExistCase(4711, *this);
+  EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in "
+                                        u"ReadExistCase"});
+  EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
+  EXPECT_EQ(updateJournals, 0);
+  EXPECT_EQ(database.AliveConnections(), 0);
+}
+
+TEST_F(ResultReaders, NothingIsAddedOrDeletedWhenTheExistenceTestFails) {
+  for (const auto& reader : {kReaders[0], kReaders[1]}) {
+    for (const char* status : {"5", "7"}) {
+      SCOPED_TRACE(std::string(reader.name) + " " + status);
+      database = fakes::Database();
+      AnswerLink(reader.existsQuery);
+      AnswerLink(reader.deleteQuery);
+      database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
+      dialogs.shown.clear();
+      updateJournals = 0;
+      Put(reader.file, ResultFile("0", status, reader.userDefData));
+      reader.read(4711, *this);
+      EXPECT_EQ(Changes(), Statements());
+      EXPECT_EQ(dialogs.shown.size(), 1U);
+      EXPECT_EQ(dialogs.shown.front().icon, platform::Icon::Critical);
+      EXPECT_EQ(updateJournals, 1);
+      EXPECT_TRUE(Exists(reader.file));
+    }
+  }
+}
+
+TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
+  constexpr std::size_t kSize = 50'000'000;
+  const std::string line = "<b>" + std::string(1000, 'x') + "</b>";
+  std::string lines;
+  while (lines.size() < kSize) {
+    lines += line;
+  }
+  const std::string start = "<a><Status>3</Status><Id>";
+  for (const std::string& contents :
+       {start + std::string(kSize, 'x') + "</Id></a>", start + "</Id>" + lines + "</a>"}) {
+    Put(u"OutExistCase4711.xml", contents);
+    ReadExistCase(4711, *this);
+    EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
+    EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_EQ(Changes(), Statements());
+    EXPECT_EQ(updateJournals, 0);
+  }
 }
 
 }  // namespace
