@@ -2,9 +2,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <libxml/parser.h>
 #include <limits>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -83,8 +83,9 @@ class XmlDocument : public platform::ResultDocument {
                 .reason = u"The system cannot locate the object specified.\r\n"};
       return;
     }
-    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
-    Parse(bytes);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    Parse(bytes.str());
   }
 
   platform::ParseError GetParseError() override { return error_; }
