@@ -4,6 +4,8 @@
 #include "system/com/box_answerer.h"
 #include "system/com/database.h"
 #include "system/com/event_sink.h"
+#include "system/com/host_registration.h"
+#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -140,6 +142,70 @@ TEST_F(Events, ComeOnceWhenTheDatabaseCannotBeOpened) {
   Raise();
   EXPECT_THAT(sink.raised, SizeIs(1));
   EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in FHPExists")));
+  point_->Unadvise(cookie);
+}
+
+TEST_F(Events, ComeTwiceWhenTheQueryFails) {
+  EventSink sink;
+  DWORD cookie = 0;
+  ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
+  sink.atEvent = [&] {
+    if (sink.raised.size() == 2) {
+      database_.Execute(u"DROP TABLE Vilnor");
+    }
+  };
+  Raise();
+  EXPECT_THAT(sink.raised, SizeIs(2));
+  EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists")));
+  // The connection was let go of: the next call gets as far.
+  Raise();
+  EXPECT_THAT(sink.raised, SizeIs(4));
+  EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists"),
+                                                   testing::EndsWith(L" in CaseExists")));
+  point_->Unadvise(cookie);
+}
+
+TEST_F(Events, AreNeverCloseVilnor) {
+  const HostRegistration host;
+  EventSink sink;
+  DWORD cookie = 0;
+  ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
+  long key = 101;
+  long pid = 4712;
+  long bid = 12;
+  long rid = 3;
+  short number = 1;
+  short databaseType = 2;
+  VARIANT_BOOL answer = VARIANT_FALSE;
+  TextArgument connection(database_.ConnectionString());
+  TextArgument text(u"anna");
+  TextArgument message(u"");
+  const Bstr folder(windows::FromWide(host.ExchangeFolder().wstring()));
+  Bstr path;
+  Bstr user;
+  _BVilnor& session = *session_.get();
+  const std::array<HRESULT, 17> results = {
+      session.InitVilnor(connection.Reference(), &number, &databaseType),
+      session.OpenExistCase(&key),
+      session.OpenExistFHP(&key),
+      session.OpenSearchPatient(&pid),
+      session.OpenWithNewCase(&pid, &bid, &rid),
+      session.OpenWithNewFHP(&pid, &bid, &rid, &key),
+      session.OpenVilnor(),
+      session.ReadNewFHP(&key),
+      session.ReadExistCase(&key),
+      session.FHPExists(&key, &answer),
+      session.WriteNewCase(&pid, &bid, &rid, text.Reference(), text.Reference(), text.Reference(),
+                           folder.get(), path.Receive()),
+      session.ReadNewCase(&pid),
+      session.AddNewVilnorUser(&pid, text.Reference()),
+      session.UpdateVilnorUser(&pid, text.Reference()),
+      session.DeleteVilnorUser(&pid),
+      session.GetVilnorUserByPID(&pid, user.Receive()),
+      session.OKToSend(&key, &number, message.Reference(), &answer)};
+  EXPECT_THAT(results, Each(S_OK));
+  EXPECT_THAT(sink.raised, testing::Not(testing::IsEmpty()));
+  EXPECT_THAT(sink.raised, Each(testing::Field(&RaisedEvent::id, kUpdateJournal)));
   point_->Unadvise(cookie);
 }
 
