@@ -17,6 +17,15 @@ SECRET = "the secret of another file"
 ENTERED = [NEW_LINK, NEW_JOURNAL]
 DENIED = box("70 Permission denied in ReadNewCase")
 
+# The withdrawn results of the other two readers.
+APPLICATION = {"call": "read-new-fhp 71", "file": "OutNewFHP71.xml"}
+APPLICATION_BODY = ("<Result><Cancelled>0</Cancelled><Status>7</Status><UserDefData>"
+                    "4712&amp;12&amp;3&amp;71&amp;2026-071</UserDefData><Id>2071</Id></Result>")
+APPLICATION_GONE = ["- Vilnor 101", "- Journal 501"]
+EXISTING = {"call": "read-exist-case 103", "file": "OutExistCase103.xml"}
+EXISTING_BODY = "<Result><Status>7</Status><Id>2073</Id></Result>"
+EXISTING_GONE = ["- Vilnor 103", "- Journal 503"]
+
 
 def with_part(name, content):
     """The usual result with another content of one element; None leaves the element out."""
@@ -113,6 +122,18 @@ RESULTS = [
            changes=ENTERED, events=1, stays=True, boxes=[DENIED]),
     Result("read-only, entered and not deleted", as_it_is(BODY), read_only=True,
            changes=ENTERED, events=1, stays=True, boxes=[DENIED]),
+    ignored("of an application, ending too early", as_it_is(APPLICATION_BODY[:-4]), **APPLICATION),
+    ignored("of an application, locked by another program", as_it_is(APPLICATION_BODY),
+            held="none", **APPLICATION),
+    Result("of an application, read-only, entered and not deleted", as_it_is(APPLICATION_BODY),
+           read_only=True, changes=APPLICATION_GONE, events=1, stays=True,
+           boxes=[box("70 Permission denied in ReadNewFHP")], **APPLICATION),
+    ignored("of an existing case, ending too early", as_it_is(EXISTING_BODY[:-4]), **EXISTING),
+    ignored("of an existing case, locked by another program", as_it_is(EXISTING_BODY),
+            held="none", **EXISTING),
+    Result("of an existing case, read-only, entered and not deleted", as_it_is(EXISTING_BODY),
+           read_only=True, changes=EXISTING_GONE, events=1, stays=True,
+           boxes=[box("70 Permission denied in ReadExistCase")], **EXISTING),
 ]
 
 
