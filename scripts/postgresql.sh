@@ -4,8 +4,8 @@
 # begin_postgresql: afterwards $postgresql_port is its port on 127.0.0.1; the user is "vilnor",
 # without a password. Only a role named "with_password" is asked for one.
 begin_postgresql() {
-  local programs try
-  programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
+  local try
+  postgresql_programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
   postgresql=$(mktemp -d "${TMPDIR:-/tmp}/vilnor-pg.XXXXXX")
   at_exit rm -rf "$postgresql"
   # The server refuses to run as root.
@@ -14,14 +14,17 @@ begin_postgresql() {
     chown postgres "$postgresql"
     as_server=(env --chdir=/ setpriv --reuid postgres --regid postgres --clear-groups --pdeathsig INT)
   fi
-  "${as_server[@]}" "$programs/initdb" --pgdata "$postgresql/data" --username vilnor --auth trust \
+  "${as_server[@]}" "$postgresql_programs/initdb" --pgdata "$postgresql/data" --username vilnor --auth trust \
     --encoding UTF8 --locale C.UTF-8 --no-sync >"$postgresql/log" 2>&1 ||
     fail "initdb failed: $(tail -n 1 "$postgresql/log")"
   "${as_server[@]}" sed -i '1i host all with_password 127.0.0.1/32 scram-sha-256' \
     "$postgresql/data/pg_hba.conf"
   for try in 1 2 3 4 5; do
     postgresql_port=$(free_port)
-    start_postgresql "$programs" && return
+    if start_postgresql; then
+      at_exit stop_postgresql
+      return
+    fi
   done
   fail "PostgreSQL did not start after $try tries: $(tail -n 1 "$postgresql/log")"
 }
@@ -35,12 +38,12 @@ with socket.socket() as s:
     print(s.getsockname()[1])'
 }
 
+# start_postgresql, stop_postgresql: for whoever ends the server in between and wants it back.
 start_postgresql() {
-  "${as_server[@]}" "$1/postgres" -D "$postgresql/data" -p "$postgresql_port" -h 127.0.0.1 \
+  "${as_server[@]}" "$postgresql_programs/postgres" -D "$postgresql/data" -p "$postgresql_port" -h 127.0.0.1 \
     -k "$postgresql" -F >>"$postgresql/log" 2>&1 &
   postgresql_server=$!
   if wait_until 30 postgresql_settled && ! is_gone "$postgresql_server"; then
-    at_exit stop_postgresql "$postgresql_server"
     return
   fi
   stop_process "$postgresql_server"
@@ -52,10 +55,12 @@ postgresql_settled() {
     psql --quiet -h "$postgresql" -p "$postgresql_port" -U vilnor -d postgres -c '' 2>/dev/null
 }
 
-# Fast shutdown: clients that are left are cut off.
+# stop_postgresql [SIGNAL]: clients that are left are cut off; QUIT leaves the server's files as a
+# crash does.
 stop_postgresql() {
-  kill -INT "$1" 2>/dev/null
-  wait_until 10 is_gone "$1" || kill -QUIT "$1" 2>/dev/null
+  is_gone "$postgresql_server" && return
+  kill "-${1:-INT}" "$postgresql_server"
+  wait_until 10 is_gone "$postgresql_server" || kill -QUIT "$postgresql_server"
 }
 
 # make_database NAME: prints the ODBC connection string of a new, empty database.

@@ -89,26 +89,26 @@ class Computer:
         """Of a path on drive C."""
         return self.drive / path.removeprefix("C:\\").replace("\\", "/")
 
-    def start(self, *command, plan=None):
+    def start(self, *command, plan=None, bound=BOUND):
         """Starts a Windows program; with `plan`, the link program follows it."""
         environment = {name: value for name, value in os.environ.items()
                        if name != "VILNOR_LINK_PLAN"}
         if plan is not None:
             environment["VILNOR_LINK_PLAN"] = plan
-        return subprocess.Popen([*self._enter, "timeout", str(BOUND), "wine", *command],
+        return subprocess.Popen([*self._enter, "timeout", str(bound), "wine", *command],
                                 env=environment, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     @staticmethod
     def finish(process):
-        output, _ = process.communicate(timeout=BOUND + 30)
+        output, _ = process.communicate()
         lines = output.decode("utf-8", errors="replace").splitlines()
         # The link program's own log gets in between; its lines begin with the time.
         return HostRun(process.returncode,
                        [line for line in lines if not re.match(r"\d{4}-\d\d-\d\d ", line)])
 
-    def run(self, *command, plan=None):
-        return self.finish(self.start(*command, plan=plan))
+    def run(self, *command, plan=None, bound=BOUND):
+        return self.finish(self.start(*command, plan=plan, bound=bound))
 
     def host_command(self, connection, arguments):
         return [r"C:\Kestra\KestraHost.exe", "--connection", connection, *arguments]

@@ -27,23 +27,23 @@ class SqliteDatabase:
 
     def __init__(self, computer):
         self._template = computer.work / "template.db"
-        self._file = computer.host_folder / "kestra.db"
+        self.file = computer.host_folder / "kestra.db"
         with sqlite3.connect(self._template) as connection:
             connection.executescript(schema("sqlite"))
         connection.close()
-        self.connection = rf"Driver=SQLite3;Database={computer.windows_path(self._file)}"
+        self.connection = rf"Driver=SQLite3;Database={computer.windows_path(self.file)}"
 
     def renew(self):
-        shutil.copy(self._template, self._file)
+        shutil.copy(self._template, self.file)
 
     def execute(self, statement):
-        connection = sqlite3.connect(self._file)
+        connection = sqlite3.connect(self.file)
         with connection:
             connection.execute(statement)
         connection.close()
 
     def rows(self, table):
-        connection = sqlite3.connect(self._file)
+        connection = sqlite3.connect(self.file)
         cursor = connection.execute(f"select * from {table}")
         columns = [column[0] for column in cursor.description]
         rows = [dict(zip(columns, ["NULL" if v is None else str(v) for v in row]))
@@ -58,6 +58,7 @@ class PostgresqlDatabase:
 
     def __init__(self, socket_folder, port):
         self._server = ["-h", socket_folder, "-p", port, "-U", "vilnor"]
+        self.client = ["psql", *self._server, "-d", "clinic", "--quiet", "--no-psqlrc"]
         self._psql("postgres", "create database template_clinic")
         self._psql("template_clinic", schema("postgresql"))
         self.connection = (f"Driver=PostgreSQL Unicode;Server=127.0.0.1;Port={port};"
@@ -76,6 +77,9 @@ class PostgresqlDatabase:
 
     def execute(self, statement):
         self._psql("clinic", statement)
+
+    def number(self, query):
+        return int(self._psql("clinic", query).split()[1])
 
     def rows(self, table):
         names = column_names(table)
