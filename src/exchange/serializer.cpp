@@ -1,5 +1,9 @@
 #include "exchange/serializer.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 #include "automation/automation_error.h"
 
 namespace exchange {
@@ -68,22 +72,51 @@ void AppendLatin1(std::string& bytes, char16_t unit, bool inAttribute) {
   }
 }
 
+// The characters that are written as they are, in texts and in attributes.
+constexpr auto kPlain = [] {
+  std::array<bool, kLastLatin1 + 1> plain{};
+  std::fill(plain.begin() + u' ', plain.end(), true);
+  for (const char16_t special : {u'<', u'>', u'&', u'"'}) {
+    plain[special] = false;
+  }
+  return plain;
+}();
+
+void AppendNarrow(std::string& bytes, std::u16string_view latin1) {
+  const auto start = static_cast<std::ptrdiff_t>(bytes.size());
+  bytes.resize(bytes.size() + latin1.size());
+  std::transform(latin1.begin(), latin1.end(), bytes.begin() + start,
+                 [](char16_t unit) { return static_cast<char>(unit); });
+}
+
+// Appends the plain characters that the text begins with at once, since nearly all are. Returns
+// their number.
+std::size_t AppendPlain(std::string& bytes, std::u16string_view text) {
+  const auto* const end = std::find_if_not(
+      text.begin(), text.end(), [](char16_t unit) { return unit < kPlain.size() && kPlain[unit]; });
+  const auto length = static_cast<std::size_t>(end - text.begin());
+  AppendNarrow(bytes, text.substr(0, length));
+  return length;
+}
+
 void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) {
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  for (std::size_t at = AppendPlain(bytes, text); at < text.size();
+       at += AppendPlain(bytes, text.substr(at))) {
     if (text[at] <= kLastLatin1) {
       AppendLatin1(bytes, text[at], inAttribute);
     } else {
       AppendReference(bytes, WidePoint(text, at));
     }
+    ++at;
   }
 }
 
 void AppendElement(std::string& bytes, const Element& element) {
   bytes.push_back('<');
-  AppendText(bytes, element.name(), false);
+  AppendNarrow(bytes, element.name());
   for (const auto& attribute : element.attributes()) {
     bytes.push_back(' ');
-    AppendText(bytes, attribute.name, false);
+    AppendNarrow(bytes, attribute.name);
     bytes.append("=\"");
     AppendText(bytes, attribute.value, true);
     bytes.push_back('"');
@@ -98,7 +131,7 @@ void AppendElement(std::string& bytes, const Element& element) {
     AppendElement(bytes, child);
   }
   bytes.append("</");
-  AppendText(bytes, element.name(), false);
+  AppendNarrow(bytes, element.name());
   bytes.push_back('>');
 }
 

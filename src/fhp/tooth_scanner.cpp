@@ -1,5 +1,7 @@
 #include "fhp/tooth_scanner.h"
 
+#include <algorithm>
+
 #include "automation/automation_error.h"
 
 namespace fhp {
@@ -19,7 +21,8 @@ ToothScanner::ToothScanner(std::u16string_view column, ScanRules rules)
 
 std::optional<ToothText> ToothScanner::Next() {
   while (!ended_) {
-    MoveBy(1);
+    // Up to the next "<", or off the end.
+    MoveBy(std::min(column_.find(u'<', position_), lastScanned_) + 1 - position_);
     if (position_ > lastScanned_) {
       ended_ = true;
     } else if (AtTag()) {
