@@ -40,6 +40,10 @@ const std::vector<PracticeDatabase>& PracticeDatabases() {
   return databases;
 }
 
+const PracticeDatabase& SmallPractice() {
+  return PracticeDatabases().at(0);
+}
+
 Clinic::Clinic(const PracticeDatabase& practice) {
   const Inside inside(*this);
   locale_.UseSwedish();

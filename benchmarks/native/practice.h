@@ -32,6 +32,8 @@ struct PracticeDatabase {
 
 // Those that ./bench has made: the environment names each in VILNOR_BENCH_SQLITE_1 and the like.
 const std::vector<PracticeDatabase>& PracticeDatabases();
+// The small one on SQLite, with the sample applications.
+const PracticeDatabase& SmallPractice();
 
 class NoEvents : public host::Events {
  public:

@@ -1,0 +1,34 @@
+// A large prior-approval application in the host's database, and its document.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "exchange/element.h"
+#include "fhp/application_records.h"
+#include "native/practice.h"
+
+namespace benchmarks {
+
+// The sample application that has both forms.
+inline constexpr std::int32_t kFullApplication = 1017;
+
+class Application {
+ public:
+  // Gives the application so many estimate rows and as many teeth in its plan and findings, and
+  // reads it.
+  Application(Clinic& clinic, int rows);
+
+  // Both forms in an envelope.
+  exchange::Element Build();
+
+ private:
+  fhp::ApplicationRecords records_;
+  // The document's writer reads its own copy to the end.
+  std::unique_ptr<platform::Recordset> rows_;
+};
+
+std::size_t CountFields(const exchange::Element& document);
+
+}  // namespace benchmarks

@@ -1,0 +1,70 @@
+// What a byte of a result file costs to read. The result's status leaves the database as it is.
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "automation/text.h"
+#include "exchange/result_readers.h"
+#include "native/practice.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using benchmarks::Clinic;
+
+constexpr std::int32_t kPatient = 4711;
+constexpr std::size_t kLargest = std::size_t{64} << 20;
+
+// The exchange directory of a reader.
+class Directory : public exchange::ResultReaderHost {
+ public:
+  Directory() { fs::create_directory(path_); }
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+  ~Directory() override { fs::remove_all(path_); }
+
+  std::u16string GetVilnorOutputPath() override { return automation::FromUtf8(path_.string()); }
+  void RaiseUpdateJournal() override {}
+
+  // The link program's answer comes behind a form of the given length.
+  void PutResult(std::size_t length) const {
+    const std::string item =
+        "<FormItem><FormItemKey>edtAnamnes</FormItemKey><FormItemValue>V\xE4rk vid tuggning. "
+        "\xD6verk\xE4nslig.</FormItemValue></FormItem>";
+    const std::string start = "<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope><Form>";
+    const std::string end =
+        "</Form><Cancelled>0</Cancelled><Status>4</Status><Id>2071</Id><UserName>anna</UserName>"
+        "<UserDefData>4711&amp;12&amp;3</UserDefData></Envelope>\n";
+    std::string bytes = start;
+    while (bytes.size() + item.size() + end.size() <= length) {
+      bytes += item;
+    }
+    std::ofstream(path_ / "OutNewCase4711.xml", std::ios::binary)
+        << bytes << std::string(length - bytes.size() - end.size(), '\n') << end;
+  }
+
+ private:
+  fs::path path_ = fs::temp_directory_path() / "vilnor-bench-results";
+};
+
+void ReadsAResult(benchmark::State& state) {
+  Clinic clinic(benchmarks::SmallPractice());
+  const Clinic::Inside inside(clinic);
+  Directory directory;
+  directory.PutResult(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) {
+    exchange::ReadNewCase(kPatient, directory);
+  }
+  if (const std::string complaint = clinic.FirstComplaint(); !complaint.empty()) {
+    state.SkipWithError(complaint.c_str());
+  }
+  state.counters["per"] = static_cast<double>(state.range(0));
+}
+BENCHMARK(ReadsAResult)
+    ->Name("result/byte")
+    ->RangeMultiplier(2)
+    ->Range(1024, kLargest)
+    ->MinTime(0.02);
+
+}  // namespace

@@ -1,0 +1,50 @@
+// A clinic's computer in Wine: the real ports, but a link program that is not started, and boxes
+// that nobody need answer.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "fakes/fakes.h"
+#include "host/b_vilnor.h"
+#include "windows/system_platform.h"
+
+namespace benchmarks {
+
+// The sample application with forty estimate rows, and the patient of the new cases.
+inline constexpr std::int32_t kFullApplication = 1017;
+inline constexpr std::int32_t kPatient = 4711;
+
+class Computer {
+ public:
+  // `database` is the practice's SQLite file; a copy of it is used.
+  explicit Computer(const std::filesystem::path& database);
+  Computer(const Computer&) = delete;
+  Computer& operator=(const Computer&) = delete;
+  ~Computer();
+
+  host::BVilnor& vilnor() { return *vilnor_; }
+  const std::u16string& connectionString() const { return connectionString_; }
+  std::filesystem::path exchangeFolder() const { return folder_ / L"Vilnor"; }
+  void Run(const std::u16string& statement) const;
+  // Ends the program when the user has been told anything.
+  void MustBeQuiet() const;
+
+ private:
+  class NoEvents : public host::Events {
+   public:
+    void UpdateJournal() override {}
+  };
+
+  std::filesystem::path folder_;
+  std::u16string connectionString_;
+  windows::SystemPlatform system_;
+  fakes::Dialogs dialogs_;
+  fakes::Processes processes_;
+  platform::Platform ports_;
+  NoEvents events_;
+  std::unique_ptr<host::BVilnor> vilnor_;
+  std::unique_ptr<platform::Connection> beside_;
+};
+
+}  // namespace benchmarks

@@ -1,0 +1,43 @@
+// What ./bench measures in Wine: main PRACTICE.DB [SUBJECT...].
+#include <map>
+#include <set>
+
+#include "automation/automation_error.h"
+#include "automation/text.h"
+#include "windows/calls.h"
+#include "windows/document.h"
+#include "windows/harness.h"
+#include "windows/scan.h"
+#include "windows/trips.h"
+#include "windows/win32.h"
+
+namespace {
+
+using benchmarks::Computer;
+
+const std::map<std::string, void (*)(Computer&)> kSubjects = {
+    {"calls", benchmarks::MeasureCalls},          {"document", benchmarks::MeasureDocument},
+    {"many-trips", benchmarks::MeasureManyTrips}, {"scan", benchmarks::MeasureScan},
+    {"trips", benchmarks::MeasureTrips},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    benchmarks::Fail("which database?");
+  }
+  CoInitialize(nullptr);
+  try {
+    Computer computer(argv[1]);
+    const std::set<std::string> wanted(argv + 2, argv + argc);
+    for (const auto& [name, measure] : kSubjects) {
+      if (wanted.empty() || wanted.contains(name)) {
+        measure(computer);
+      }
+    }
+  } catch (const automation::AutomationError& error) {
+    benchmarks::Fail(automation::ToUtf8(error.description()));
+  }
+  return 0;
+}

@@ -1,0 +1,216 @@
+#include "windows/trips.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "automation/text.h"
+#include "db/connection_state.h"
+#include "db/db_vilnor.h"
+#include "exchange/envelope.h"
+#include "exchange/result_document_reader.h"
+#include "fhp/application_records.h"
+#include "host/link_program.h"
+#include "platform/conversions.h"
+#include "platform/files.h"
+#include "windows/dom.h"
+#include "windows/harness.h"
+#include "windows/wide_text.h"
+#include "windows/win32.h"
+// Needs win32.h in front of it.
+#include <psapi.h>
+
+namespace benchmarks {
+namespace {
+
+const std::u16string kCaseId = u"26100417";
+
+std::string Bytes(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// ADO as a program uses it that knows its statements.
+class BareAdo {
+ public:
+  explicit BareAdo(const Computer& computer)
+      : database_(platform::Current().database), connection_(database_.NewConnection()) {
+    connection_->Open(computer.connectionString(), u"", u"", platform::kOptionsUnspecified);
+  }
+
+  void Query(const std::u16string& statement) {
+    const auto rows = database_.NewRecordset();
+    rows->SetCursorLocation(platform::CursorLocation::Client);
+    rows->Open(statement, *connection_, platform::CursorType::Static,
+               platform::LockType::BatchOptimistic, platform::kOptionsUnspecified);
+    rows->Close();
+  }
+  std::u16string Key() {
+    const auto rows = connection_->Execute(u"Select @@Identity", platform::kOptionsUnspecified);
+    return platform::ToText(rows->Field(0));
+  }
+  platform::Connection& connection() { return *connection_; }
+  void Run(const std::u16string& statement) {
+    connection_->Execute(statement, platform::kOptionsUnspecified);
+  }
+
+ private:
+  platform::Database& database_;
+  std::unique_ptr<platform::Connection> connection_;
+};
+
+void RequestByAdo(const Computer& computer, const std::string& bytes) {
+  BareAdo ado(computer);
+  ado.Query(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1017");
+  ado.Query(
+      u"SELECT Worker.ToothSystem, Worker.ID, Worker.RID, Pasient.Fornavn, Pasient.Navn, "
+      u"Worker.ReseptID FROM Worker INNER JOIN Pasient ON Worker.IDArkiv = Pasient.ID Where "
+      u"Worker.ID = 41");
+  ado.Query(
+      u"Select pasient.Navn, pasient.adr1, pasient.adr2, pasient.postnr, pasient.organizationNo, "
+      u"pasient.tlfPrivat, company.levno from pasient, company where company.idarkiv = pasient.id "
+      u"and company.id = 31");
+  ado.Query(u"SELECT Poststedsnavn FROM Postadresseregister where Postnr = '11122'");
+  ado.Query(u"SELECT ID, Fornavn, Navn, fDato , PersNr FROM Pasient where ID = 21001");
+  ado.Query(u"SELECT COUNT(*) AS Antal FROM SEPrerequestEstimateRows WHERE SEPrerequest_ID = 1017");
+  ado.Query(
+      u"SELECT  Count(SEPreRequestEstimateRowsID) AS SelectNoOf, RateNo, InternalCode, Debit, "
+      u"IncrComp, NoOf, Amount, RegDate FROM SEPreRequestEstimateRows WHERE SEPreRequest_ID = 1017 "
+      u"GROUP BY RateNo, Amount, InternalCode, Debit, IncrComp, NoOf, RegDate");
+  ado.Query(u"SELECT ID from Pasient where Code1 = -32001");
+  ado.Query(u"SELECT UserName from VilnorPasient where PID = 9002");
+  std::ofstream(computer.exchangeFolder() / L"ado.xml", std::ios::binary) << bytes;
+}
+
+std::filesystem::path ResultFile(const Computer& computer) {
+  return computer.exchangeFolder() / L"OutNewCase4711.xml";
+}
+
+void PutResult(const Computer& computer) {
+  std::ofstream(ResultFile(computer), std::ios::binary)
+      << "<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope><NewCase><Cancelled>0</Cancelled>"
+         "<Status>5</Status><Id>26100417</Id><UserName>anna</UserName><UserDefData>4711&amp;12"
+         "&amp;3</UserDefData></NewCase></Envelope>\n";
+}
+
+void TakeCaseAway(const Computer& computer) {
+  computer.Run(u"DELETE FROM Journal WHERE ID IN (SELECT Journal_ID FROM Vilnor WHERE CaseId = '" +
+               kCaseId + u"')");
+  computer.Run(u"DELETE FROM Vilnor WHERE CaseId = '" + kCaseId + u"'");
+}
+
+void ResultByAdo(const Computer& computer) {
+  Dom dom;
+  dom.Load(windows::FromWide(ResultFile(computer).wstring()));
+  BareAdo ado(computer);
+  ado.Query(u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = '" + kCaseId +
+            u"'");
+  ado.connection().BeginTrans();
+  ado.Run(
+      u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, StatusCode, "
+      u"VilnorUser, RegDate) VALUES (4711,12,3,4711,'" +
+      kCaseId + u"',9,0,5,'anna',#11-16-2026 14:05:00#)");
+  const std::u16string vilnorId = ado.Key();
+  ado.Run(
+      u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) values "
+      u"(4711,'Ärende upprättat i Vilnor Link ref.nr " +
+      kCaseId + u"',12,3,#11-16-2026 14:05:00#,22302,'U',0, " + vilnorId + u")");
+  const std::u16string journalId = ado.Key();
+  ado.Run(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
+  ado.connection().CommitTrans();
+  DeleteFileW(ResultFile(computer).c_str());
+}
+
+// Posted by the link program, delivered by the host's message loop.
+void ResultByMessage() {
+  const HWND window = FindWindowA("KestraToVilnor", nullptr);
+  SendMessageA(window, static_cast<UINT>(exchange::ResultMessage::NewCase), kPatient, 0);
+}
+
+// --- Parts of the operations, to see where their time goes.
+
+void FindWays() {
+  host::GetVilnorOutputPath();
+  host::GetVilnorCommandLine();
+}
+
+void ReadRecords() {
+  db::RenewGDB();
+  fhp::ReadApplicationRecords(kFullApplication);
+  db::ReleaseGDB();
+}
+
+void WriteFile(const Computer& computer, const std::string& bytes) {
+  platform::Current().files.ReplaceContents(
+      windows::FromWide((computer.exchangeFolder() / L"parts.xml").wstring()), bytes);
+}
+
+void ParseResult(const Computer& computer) {
+  const exchange::ResultDocumentReader document(windows::FromWide(ResultFile(computer).wstring()));
+  std::u16string user;
+  document.Read(u"UserName", user);
+}
+
+void MeasureParts(const Computer& computer, const std::string& bytes) {
+  PutResult(computer);
+  Measure("parts",
+          {{.name = "paths from the registry", .run = FindWays},
+           {.name = "connecting", .run = [&] { const BareAdo ado(computer); }},
+           {.name = "connecting, reading the application's records", .run = ReadRecords},
+           {.name = "putting the request in place", .run = [&] { WriteFile(computer, bytes); }},
+           {.name = "parsing the result once", .run = [&] { ParseResult(computer); }}},
+          60, 2);
+}
+
+std::size_t MemoryInUse() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+  return counters.PagefileUsage;
+}
+
+}  // namespace
+
+void MeasureTrips(Computer& computer) {
+  const auto request = [&] { computer.vilnor().OpenWithNewFHP(kPatient, 12, 3, kFullApplication); };
+  request();
+  const std::string bytes = Bytes(computer.exchangeFolder() / L"InNewFHP1017.xml");
+  Measure("request",
+          {{.name = "Vilnor", .run = request},
+           {.name = "ADO", .run = [&] { RequestByAdo(computer, bytes); }}},
+          60, 2);
+  const auto prepare = [&] { PutResult(computer); };
+  const auto undo = [&] {
+    if (std::filesystem::exists(ResultFile(computer))) {
+      Fail("the result was not read");
+    }
+    TakeCaseAway(computer);
+  };
+  Measure(
+      "result",
+      {{.name = "Vilnor", .run = ResultByMessage, .before = prepare, .after = undo},
+       {.name = "ADO", .run = [&] { ResultByAdo(computer); }, .before = prepare, .after = undo}},
+      60, 2);
+  MeasureParts(computer, bytes);
+  computer.MustBeQuiet();
+}
+
+void MeasureManyTrips(Computer& computer) {
+  constexpr int kTrips = 10'000;
+  constexpr int kHundred = 100;
+  double start = 0;
+  for (int trip = 0; trip < kTrips; ++trip) {
+    if (trip % kHundred == 0) {
+      start = Now();
+    }
+    computer.vilnor().OpenWithNewFHP(kPatient, 12, 3, kFullApplication);
+    PutResult(computer);
+    ResultByMessage();
+    TakeCaseAway(computer);
+    if (trip % kHundred == kHundred - 1) {
+      Print("trips/time", (Now() - start) / kHundred * 1e9);
+      Print("trips/memory", static_cast<double>(MemoryInUse()));
+    }
+  }
+  computer.MustBeQuiet();
+}
+
+}  // namespace benchmarks
