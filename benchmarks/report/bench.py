@@ -11,6 +11,7 @@ import sys
 
 sys.dont_write_bytecode = True
 from document import measure_document  # noqa: E402
+from instructions import measure_instructions  # noqa: E402
 from new_case import measure_new_case  # noqa: E402
 from practice import measure_practice  # noqa: E402
 from request import measure_request  # noqa: E402
@@ -28,6 +29,7 @@ SUBJECTS = {
     "result": lambda: measure_result(NATIVE),
     "new-case": lambda: measure_new_case(NATIVE),
     "practice": lambda: measure_practice(NATIVE),
+    "instructions": measure_instructions,
     "wine": lambda: measure_wine(os.environ["VILNOR_BENCH_WINE"]),
     "trips": lambda: measure_trips(os.environ["VILNOR_BENCH_WINE"]),
 }

@@ -3,6 +3,9 @@
 from typing import NamedTuple, Optional
 
 
+NOT_MEASURED = "not measured"
+
+
 class Row(NamedTuple):
     """A line of the table. `reached` is None where there is no mark, nothing was measured, or the
     noise is too large to tell."""
@@ -13,7 +16,9 @@ class Row(NamedTuple):
     reached: Optional[bool]
 
     def verdict(self) -> str:
-        return {True: "yes", False: "**no**", None: "unclear" if self.mark else ""}[self.reached]
+        if self.measured == NOT_MEASURED or not self.mark:
+            return "–"
+        return {True: "yes", False: "**no**", None: "unclear"}[self.reached]
 
 
 class Plot(NamedTuple):

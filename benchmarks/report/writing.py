@@ -49,7 +49,6 @@ def write(subjects: list[Subject]) -> None:
 
 def show(subjects: list[Subject]) -> None:
     for row in (row for subject in subjects for row in subject.rows):
-        verdict = {True: "reached", False: "MISSED", None: "unclear" if row.mark else ""}[row.reached]
-        print(f"{row.what}, beside {row.beside}"
-              + (f"; to reach: {row.mark}" if row.mark else "") + f"  {verdict}")
+        print(row.what + (f", beside {row.beside}" if row.beside else "")
+              + (f"; {row.mark}: {row.verdict().strip('*')}" if row.mark else ""))
         print(textwrap.indent(textwrap.fill(row.measured, 92), "    "))

@@ -17,7 +17,7 @@ void RegisterPath(const wchar_t* key, const std::wstring& path) {
 }
 
 platform::Platform With(const platform::Platform& system, fakes::Dialogs& dialogs,
-                        fakes::Processes& processes) {
+                        platform::Processes& processes) {
   return {.clock = system.clock,
           .locale = system.locale,
           .dialogs = dialogs,

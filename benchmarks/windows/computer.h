@@ -36,11 +36,17 @@ class Computer {
     void UpdateJournal() override {}
   };
 
+  // Remembers nothing, so that memory is the component's alone.
+  class NoLinkProgram : public platform::Processes {
+   public:
+    void Start(const std::u16string& /*commandLine*/) override {}
+  };
+
   std::filesystem::path folder_;
   std::u16string connectionString_;
   windows::SystemPlatform system_;
   fakes::Dialogs dialogs_;
-  fakes::Processes processes_;
+  NoLinkProgram processes_;
   platform::Platform ports_;
   NoEvents events_;
   std::unique_ptr<host::BVilnor> vilnor_;

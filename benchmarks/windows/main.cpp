@@ -7,6 +7,7 @@
 #include "windows/calls.h"
 #include "windows/document.h"
 #include "windows/harness.h"
+#include "windows/loading.h"
 #include "windows/scan.h"
 #include "windows/trips.h"
 #include "windows/win32.h"
@@ -16,8 +17,11 @@ namespace {
 using benchmarks::Computer;
 
 const std::map<std::string, void (*)(Computer&)> kSubjects = {
-    {"calls", benchmarks::MeasureCalls},          {"document", benchmarks::MeasureDocument},
-    {"many-trips", benchmarks::MeasureManyTrips}, {"scan", benchmarks::MeasureScan},
+    {"calls", benchmarks::MeasureCalls},
+    {"document", benchmarks::MeasureDocument},
+    {"many-trips", benchmarks::MeasureManyTrips},
+    {"loading", benchmarks::MeasureLoading},
+    {"scan", benchmarks::MeasureScan},
     {"trips", benchmarks::MeasureTrips},
 };
 

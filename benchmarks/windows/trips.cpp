@@ -8,7 +8,9 @@
 #include "db/db_vilnor.h"
 #include "exchange/envelope.h"
 #include "exchange/result_document_reader.h"
+#include "fhp/application_form.h"
 #include "fhp/application_records.h"
+#include "fhp/cost_estimate.h"
 #include "host/link_program.h"
 #include "platform/conversions.h"
 #include "platform/files.h"
@@ -133,10 +135,17 @@ void FindWays() {
   host::GetVilnorCommandLine();
 }
 
-void ReadRecords() {
+fhp::ApplicationRecords ReadRecords() {
   db::RenewGDB();
-  fhp::ReadApplicationRecords(kFullApplication);
+  auto records = fhp::ReadApplicationRecords(kFullApplication);
   db::ReleaseGDB();
+  return records;
+}
+
+void BuildForms(fhp::ApplicationRecords& records) {
+  exchange::Element contribution(u"Contribution");
+  fhp::AddApplicationForm(contribution, records);
+  fhp::AddCostEstimate(contribution, records);
 }
 
 void WriteFile(const Computer& computer, const std::string& bytes) {
@@ -152,10 +161,15 @@ void ParseResult(const Computer& computer) {
 
 void MeasureParts(const Computer& computer, const std::string& bytes) {
   PutResult(computer);
+  fhp::ApplicationRecords records;
   Measure("parts",
           {{.name = "paths from the registry", .run = FindWays},
            {.name = "connecting", .run = [&] { const BareAdo ado(computer); }},
            {.name = "connecting, reading the application's records", .run = ReadRecords},
+           {.name = "building both forms from the records",
+            .run = [&] { BuildForms(records); },
+            .before = [&] { records = ReadRecords(); },
+            .after = [] {}},
            {.name = "putting the request in place", .run = [&] { WriteFile(computer, bytes); }},
            {.name = "parsing the result once", .run = [&] { ParseResult(computer); }}},
           60, 2);

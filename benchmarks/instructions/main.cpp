@@ -1,0 +1,85 @@
+// Takes one of the core's hot paths so many times, for callgrind to count the instructions:
+//   vilnor_instructions           lists the paths
+//   vilnor_instructions PATH N
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "automation/conversion.h"
+#include "automation/date.h"
+#include "exchange/envelope.h"
+#include "exchange/serializer.h"
+#include "odbc/column_value.h"
+#include "odbc/dialect.h"
+#include "shared/tooth_texts.h"
+
+namespace {
+
+// What the paths make goes here, so that they are taken.
+volatile std::size_t made = 0;
+
+void BuildARequest() {
+  constexpr int kFields = 200;
+  auto envelope = exchange::NewEnvelope();
+  auto& form = envelope.Add(u"NewCase").Add(u"Form");
+  for (int field = 0; field < kFields; ++field) {
+    auto& item = form.Add(u"FormItem");
+    item.Add(u"FormItemKey", u"edtBehandling");
+    item.Add(u"FormItemValue", u"Krona & bro, tand 11, är åtgärdad");
+  }
+  made = exchange::Serialize(envelope).size();
+}
+
+void ScanTeeth() {
+  static const std::u16string text = benchmarks::RunsOf(1000);
+  made = static_cast<std::size_t>(benchmarks::CountBlanks(text, fhp::kSendCheckScan));
+}
+
+void TranslateAnInsert() {
+  made = odbc::Translate(
+             u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
+             u"VilnorUser, RegDate) VALUES (4711,12,3,'26100417',9,0,5,'anna',#11-16-2026 "
+             u"14:05:00#)",
+             odbc::DialectOf(u"SQLite"), [](auto, auto) { return false; })
+             .size();
+}
+
+void ReadARow() {
+  made = odbc::ToValue(u"4711", odbc::ColumnKind::Int32).Is<std::int32_t>() +
+         odbc::ToValue(u"3975.5", odbc::ColumnKind::Double).Is<double>() +
+         odbc::ToValue(u"2026-11-16 10:20:00", odbc::ColumnKind::Date).Is<automation::Date>() +
+         odbc::ToValue(u"1", odbc::ColumnKind::Boolean).Is<bool>();
+}
+
+void MakeTexts() {
+  static const automation::Regional swedish = {.shortDate = u"yyyy-MM-dd",
+                                               .decimalSeparator = u',',
+                                               .groupSeparator = u'\u00A0',
+                                               .twelveHourClock = false};
+  static const automation::Date date = automation::MakeDate({2026, 11, 16, 14, 5, 0});
+  made = automation::ToText(date, swedish).size() + automation::ToText(3975.5, swedish).size();
+}
+
+const std::map<std::string, void (*)()> kPaths = {
+    {"a request of 200 fields", BuildARequest},  {"a scan of 1,000 characters", ScanTeeth},
+    {"an insert translated", TranslateAnInsert}, {"four columns' values", ReadARow},
+    {"a date's and a number's text", MakeTexts},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    for (const auto& [name, path] : kPaths) {
+      std::puts(name.c_str());
+    }
+    return 0;
+  }
+  const auto path = kPaths.at(argv[1]);
+  for (int run = std::atoi(argv[2]); run > 0; --run) {
+    path();
+  }
+  return 0;
+}

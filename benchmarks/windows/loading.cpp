@@ -1,0 +1,52 @@
+#include "windows/loading.h"
+
+#include "com/interfaces.h"
+#include "windows/com_error.h"
+#include "windows/com_ptr.h"
+#include "windows/harness.h"
+
+namespace benchmarks {
+namespace {
+
+using windows::Check;
+using windows::ComPtr;
+
+std::wstring BesideTheProgram(const wchar_t* library) {
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+  return path.substr(0, path.find_last_of(L'\\') + 1) + library;
+}
+
+// What a host's first call does once the registry has named the library.
+void MakeFirstObject(const std::wstring& library, const CLSID& classId) {
+  const HMODULE loaded = LoadLibraryW(library.c_str());
+  if (loaded == nullptr) {
+    Fail("a library cannot be loaded");
+  }
+  const auto getClassObject = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
+      reinterpret_cast<void*>(GetProcAddress(loaded, "DllGetClassObject")));
+  {
+    ComPtr<IClassFactory> factory;
+    Check(getClassObject(classId, IID_IClassFactory, factory.ReceiveVoid()));
+    ComPtr<IUnknown> object;
+    Check(factory->CreateInstance(nullptr, IID_IUnknown, object.ReceiveVoid()));
+  }
+  FreeLibrary(loaded);
+  if (GetModuleHandleW(library.c_str()) != nullptr) {
+    Fail("a library stays loaded, so that loading it cannot be measured again");
+  }
+}
+
+}  // namespace
+
+void MeasureLoading(Computer& computer) {
+  const std::wstring vilnor = BesideTheProgram(L"Vilnor.dll");
+  const std::wstring bare = BesideTheProgram(L"bare_server.dll");
+  Measure("loading",
+          {{.name = "Vilnor", .run = [&] { MakeFirstObject(vilnor, CLSID_BVilnor); }},
+           {.name = "bare server", .run = [&] { MakeFirstObject(bare, CLSID_BVilnor); }}},
+          40, 2);
+  computer.MustBeQuiet();
+}
+
+}  // namespace benchmarks
