@@ -1,6 +1,7 @@
 #include "exchange/result_readers.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <iterator>
 #include <optional>
@@ -73,19 +74,19 @@ struct Reader {
   const char16_t* deleteQuery;
 };
 
-constexpr Reader kReaders[] = {
-    {"ReadNewFHP", ReadNewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
-     u"SELECT * FROM Vilnor WHERE FHP_ID = 4711 and CaseType = 1",
-     u"SELECT Journal_ID from Vilnor Where FHP_ID= 4711 AND CaseType = 1",
-     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-    {"ReadNewCase", ReadNewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
-     u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'L-9'",
-     u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
-     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-    {"ReadExistCase", ReadExistCase, u"OutExistCase4711.xml", "L-LINK",
-     u"SELECT * FROM Vilnor WHERE VilnorId = 4711",
-     u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
-     u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}};
+constexpr auto kReaders = std::to_array<Reader>(
+    {{"ReadNewFHP", ReadNewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
+      u"SELECT * FROM Vilnor WHERE FHP_ID = 4711 and CaseType = 1",
+      u"SELECT Journal_ID from Vilnor Where FHP_ID= 4711 AND CaseType = 1",
+      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
+     {"ReadNewCase", ReadNewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
+      u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'L-9'",
+      u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
+      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
+     {"ReadExistCase", ReadExistCase, u"OutExistCase4711.xml", "L-LINK",
+      u"SELECT * FROM Vilnor WHERE VilnorId = 4711",
+      u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
+      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}});
 
 struct Cell {
   Reader reader;
@@ -328,19 +329,19 @@ struct BadResult {
 };
 
 TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
-  const BadResult results[] = {
-      {"x", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
-      {"", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "fem", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "99999999999", "1&amp;2&amp;3", u"6 Overflow in XMLReadNewCase"},
-      {"0", "5", "1&amp;två&amp;3", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "5", "1&amp;&amp;3", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "5", "1&amp;2&amp;", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "5", "1&amp;2&amp;3&amp;4", u"13 Type mismatch in XMLReadNewCase"},
-      {"0", "5", "1&amp;2147483648&amp;3", u"6 Overflow in XMLReadNewCase"},
-      {"0", "5", "1&amp;2", u"5 Invalid procedure call or argument in XMLReadNewCase"},
-      {"0", "5", "4711", u"5 Invalid procedure call or argument in XMLReadNewCase"},
-      {"0", "5", "", u"5 Invalid procedure call or argument in XMLReadNewCase"}};
+  const auto results = std::to_array<BadResult>(
+      {{"x", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+       {"", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "fem", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "99999999999", "1&amp;2&amp;3", u"6 Overflow in XMLReadNewCase"},
+       {"0", "5", "1&amp;två&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "5", "1&amp;&amp;3", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "5", "1&amp;2&amp;", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "5", "1&amp;2&amp;3&amp;4", u"13 Type mismatch in XMLReadNewCase"},
+       {"0", "5", "1&amp;2147483648&amp;3", u"6 Overflow in XMLReadNewCase"},
+       {"0", "5", "1&amp;2", u"5 Invalid procedure call or argument in XMLReadNewCase"},
+       {"0", "5", "4711", u"5 Invalid procedure call or argument in XMLReadNewCase"},
+       {"0", "5", "", u"5 Invalid procedure call or argument in XMLReadNewCase"}});
   for (const auto& result : results) {
     SCOPED_TRACE(ToUtf8(result.text) + " " + result.userDefData);
     dialogs.shown.clear();
@@ -676,10 +677,11 @@ TEST_F(ResultReaders, AnExistingCasesNumbersAreWholeAndInTheUsersFormat) {
     Statements boxes;
   };
   locale.UseSwedish();
-  const Result results[] = {{"x", "7", {u"13 Type mismatch in XMLReadExistCase"}},
-                            {"99", "x", {u"13 Type mismatch in XMLReadExistCase"}},
-                            {"99999999999", "7", {u"6 Overflow in XMLReadExistCase"}},
-                            {"2,4", "7", {}}};
+  const auto results =
+      std::to_array<Result>({{"x", "7", {u"13 Type mismatch in XMLReadExistCase"}},
+                             {"99", "x", {u"13 Type mismatch in XMLReadExistCase"}},
+                             {"99999999999", "7", {u"6 Overflow in XMLReadExistCase"}},
+                             {"2,4", "7", {}}});
   for (const auto& result : results) {
     SCOPED_TRACE(std::string(result.cancelled) + " " + result.status);
     dialogs.shown.clear();
@@ -711,13 +713,13 @@ TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCan
 }
 
 TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
-  const std::pair<const char*, const char16_t*> results[] = {
-      {"x&amp;12&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
-      {"55&amp;x&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
-      {"55&amp;12&amp;x&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
-      {"55&amp;12&amp;3", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
-      {"55&amp;12", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
-      {"", u"5 Invalid procedure call or argument in XMLReadNewFHP"}};
+  const auto results = std::to_array<std::pair<const char*, const char16_t*>>(
+      {{"x&amp;12&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+       {"55&amp;x&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+       {"55&amp;12&amp;x&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
+       {"55&amp;12&amp;3", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
+       {"55&amp;12", u"5 Invalid procedure call or argument in XMLReadNewFHP"},
+       {"", u"5 Invalid procedure call or argument in XMLReadNewFHP"}});
   for (const auto& [userDefData, text] : results) {
     SCOPED_TRACE(userDefData);
     dialogs.shown.clear();
@@ -785,9 +787,9 @@ TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   while (lines.size() < kSize) {
     lines += line;
   }
-  const std::string start = "<a><Status>3</Status><Id>";
-  for (const std::string& contents :
-       {start + std::string(kSize, 'x') + "</Id></a>", start + "</Id>" + lines + "</a>"}) {
+  const std::string oneText = "<a><Status>3</Status><Id>" + std::string(kSize, 'x') + "</Id></a>";
+  const std::string manyLines = "<a><Status>3</Status><Id>L-9</Id>" + lines + "</a>";
+  for (const auto& contents : {oneText, manyLines}) {
     Put(u"OutExistCase4711.xml", contents);
     ReadExistCase(4711, *this);
     EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
