@@ -115,6 +115,9 @@ struct Scientific {
 // By snprintf, since the library's to_chars for doubles alone would make a third of the DLL. The
 // separator that it prints is the C locale's of the host's process, so only digits are taken.
 Scientific TakeApart(double magnitude) {
+  if (!std::isfinite(magnitude)) {
+    Fail(RuntimeError::Overflow);
+  }
   std::array<char, 40> buffer{};
   const int length =
       std::snprintf(buffer.data(), buffer.size(), "%.*e", kSignificantDigits - 1, magnitude);

@@ -119,8 +119,8 @@ class DateReader {
     return true;
   }
 
-  // Three numbers, or two (day and month of the current century's year are not guessed: two fail),
-  // with one separator; nothing is consumed when there is no date.
+  // Three numbers (two are no date: a year is not guessed) with one separator; nothing is consumed
+  // when there is no date.
   bool ReadDate(DateParts& parts) {
     const std::size_t from = at_;
     const auto first = ReadNumber();
@@ -129,19 +129,30 @@ class DateReader {
       at_ = from;
       return false;
     }
-    ++at_;
+    PassSeparator(separator);
     const auto second = ReadNumber();
     if (!second || AtEnd() || text_[at_] != separator) {
       at_ = from;
       return false;
     }
-    ++at_;
+    PassSeparator(separator);
     const auto third = ReadNumber();
     if (!third || !Assign(*first, *second, *third, parts)) {
       at_ = from;
       return false;
     }
+    if (regional_.shortDate.ends_with(separator)) {
+      Take({&separator, 1});
+    }
     return true;
+  }
+
+  // Pictures like "d. M. yyyy" have a blank behind each separator.
+  void PassSeparator(char16_t separator) {
+    ++at_;
+    if (separator != u' ') {
+      SkipBlanks();
+    }
   }
 
   bool Assign(Number first, Number second, Number third, DateParts& parts) const {

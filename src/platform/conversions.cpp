@@ -38,8 +38,5 @@ std::u16string FixedText(double number) {
 std::u16string DateText(automation::Date date) {
   return automation::DateText(date, Regional());
 }
-std::optional<automation::Date> ParseDate(std::u16string_view text) {
-  return automation::ParseDate(text, Regional());
-}
 
 }  // namespace platform

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "automation/value.h"
@@ -17,6 +16,5 @@ std::u16string ToText(const automation::Value& value);
 automation::Date ToDate(const automation::Value& value);
 std::u16string FixedText(double number);
 std::u16string DateText(automation::Date date);
-std::optional<automation::Date> ParseDate(std::u16string_view text);
 
 }  // namespace platform

@@ -14,7 +14,7 @@ class Locale {
   // Settings for the conversions, as they stand now (the user may change them at any time).
   virtual automation::Regional Regional() = 0;
   // One item of the user's default locale by its number (31 is the short date), "" when the system
-  // gives no answer. The text ends at its first NUL.
+  // gives no answer.
   virtual std::u16string Info(std::int32_t item) = 0;
 };
 

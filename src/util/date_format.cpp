@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "automation/date.h"
 #include "automation/text.h"
-#include "platform/conversions.h"
 #include "platform/locale.h"
 #include "platform/platform.h"
 #include "util/guarded.h"
@@ -61,7 +61,9 @@ automation::Date DateFromParts(std::u16string_view year, std::u16string_view mon
     text = ReplaceNoCase(text, u"M", month);
     text = ReplaceNoCase(text, u"DD", day);
     text = ReplaceNoCase(text, u"D", day);
-    return platform::ParseDate(text).value_or(automation::Date{});
+    automation::Regional inThatFormat = platform::Current().locale.Regional();
+    inThatFormat.shortDate = CurrentSession().gDateFormat;
+    return automation::ParseDate(text, inThatFormat).value_or(automation::Date{});
   });
 }
 

@@ -12,8 +12,8 @@ namespace util {
 // the system gives none, one chosen by the session's gKestraLangID.
 std::u16string GetLanguageDateFormat();
 
-// The date that the three texts make in the session's gDateFormat, read back as a date text in the
-// user's locale; the empty date (days 0) when that is none.
+// The date that the three texts make in the session's gDateFormat, whatever the user's locale is by
+// now; the empty date (days 0) when that is none.
 automation::Date DateFromParts(std::u16string_view year, std::u16string_view month,
                                std::u16string_view day);
 

@@ -9,7 +9,7 @@ namespace util {
 struct Session {
   // The host's database connection string, passed to ADO as it is.
   std::u16string gConnectionParameter;
-  // The host's language id (1 Swedish, 2 Danish, 3 Norwegian and every other, 4 and 5 English).
+  // The host's language id. Only the date format of a system that gives none depends on it.
   std::int16_t gKestraLangID = 0;
   // 1 or 2; only SQL date literals depend on it.
   std::int16_t gDbType = 0;

@@ -137,6 +137,16 @@ TEST(FixedFormat, HasTwoPlacesAndNoGrouping) {
   EXPECT_EQ(FixedText(1e20, kUs), u"100000000000000000000.00");
 }
 
+TEST(NumbersAsText, BeyondTheRangeOfADoubleRaiseOverflow) {
+  using Limits = std::numeric_limits<double>;
+  for (const double number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+    EXPECT_EQ(ErrorNumberOf([&] { FixedText(number, kUs); }), 6);
+    EXPECT_EQ(ErrorNumberOf([&] { NumberText(number, kUs); }), 6);
+    EXPECT_EQ(ErrorNumberOf([&] { ToText(number, kUs); }), 6);
+  }
+  EXPECT_EQ(FixedText(Limits::max(), kUs).size(), 312U);
+}
+
 TEST(ErrorNumbers, OfComCallsFollowTheRuntime) {
   const auto number = [](std::uint32_t code) {
     return ErrorNumberFromHresult(static_cast<std::int32_t>(code));

@@ -81,6 +81,23 @@ TEST(DateReading, TakesATimeBehindTheDateOrAlone) {
   EXPECT_EQ(ParseDate(u"12:00", kSwedish), Date{0.5});
 }
 
+TEST(DateTexts, OfPicturesWithABlankBehindTheSeparatorOrOneAtTheEndAreRead) {
+  const Regional czech{.shortDate = u"d. M. yyyy", .twelveHourClock = false};
+  const Regional hungarian{.shortDate = u"yyyy. MM. dd.", .twelveHourClock = false};
+  const Regional croatian{.shortDate = u"d.M.yyyy.", .twelveHourClock = false};
+  for (const Regional& regional : {czech, hungarian, croatian}) {
+    for (const Date date : {Day(2002, 7, 1), Day(1942, 12, 31), Time(2026, 11, 16, 14, 5)}) {
+      EXPECT_EQ(ParseDate(DateText(date, regional), regional), date);
+    }
+  }
+  EXPECT_EQ(ParseDate(u"1.  7. 2002", czech), Day(2002, 7, 1));
+  EXPECT_EQ(ParseDate(u"2002. 07. 01", hungarian), Day(2002, 7, 1));
+  EXPECT_FALSE(ParseDate(u"1. 7. 2002.", czech));
+  EXPECT_FALSE(ParseDate(u"1.7.2002..", croatian));
+  EXPECT_FALSE(ParseDate(u"1 .7.2002", czech));
+  EXPECT_FALSE(ParseDate(u"1  7 2002", czech));
+}
+
 TEST(DateReading, RefusesWhatIsNoDate) {
   for (const auto* text : {u"",
                            u" ",

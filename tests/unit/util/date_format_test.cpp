@@ -51,6 +51,40 @@ TEST_F(LanguageDateFormat, FollowsTheHostsLanguageWhenTheSystemGivesNone) {
   EXPECT_EQ(ForLanguage(32767), u"DD.MM.YYYY");
 }
 
+// The user's settings cannot be read.
+class NoLocale : public platform::Locale {
+ public:
+  automation::Regional Regional() override { Fail(); }
+  std::u16string Info(std::int32_t /*item*/) override { Fail(); }
+
+ private:
+  [[noreturn]] static void Fail() {
+    throw automation::AutomationError(automation::RuntimeError::InvalidProcedureCall);
+  }
+};
+
+class WithoutALocale : public UtilTest {
+ protected:
+  WithoutALocale() { platform::Use(withoutLocale); }
+
+ private:
+  NoLocale none;
+  platform::Platform withoutLocale{clock,        none,     dialogs,  processes, files,
+                                   userSettings, registry, database, documents, windows};
+};
+
+TEST_F(WithoutALocale, TheDateFormatIsReportedAndEmpty) {
+  EXPECT_EQ(GetLanguageDateFormat(), u"");
+  EXPECT_EQ(dialogs.shown,
+            Boxes{ErrorBox(u"5 Invalid procedure call or argument in GetLanguageDateFormat")});
+}
+
+TEST_F(WithoutALocale, ADateOfPartsIsReportedAndEmpty) {
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
+  EXPECT_EQ(dialogs.shown,
+            Boxes{ErrorBox(u"5 Invalid procedure call or argument in DateFromParts")});
+}
+
 class DateOfParts : public UtilTest {};
 
 TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
@@ -61,6 +95,22 @@ TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
   UseNorwegianLocale();
   CurrentSession().gDateFormat = u"DD.MM.YYYY";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+}
+
+TEST_F(DateOfParts, IsReadInTheSessionsFormatWhateverTheLocale) {
+  UseUsLocale();
+  CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+  UseNorwegianLocale();
+  CurrentSession().gDateFormat = u"MM/DD/YYYY";
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+}
+
+TEST_F(DateOfParts, AreReadInFormatsWithABlankBehindTheSeparatorOrOneAtTheEnd) {
+  for (const auto* format : {u"d. M. yyyy", u"yyyy. MM. dd.", u"d.M.yyyy."}) {
+    CurrentSession().gDateFormat = format;
+    EXPECT_EQ(DateFromParts(u"2002", u"7", u"1"), Day(2002, 7, 1));
+  }
 }
 
 TEST_F(DateOfParts, PutsThePartsInForEitherCaseOfLetter) {
