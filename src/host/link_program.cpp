@@ -52,7 +52,7 @@ std::u16string RegisteredLinkProgram() {
       return {};
     }
     return path + (path.back() == u'\\' ? u"" : u"\\") + u"Link.exe";
-  } catch (const AutomationError&) {
+  } catch (...) {
     return {};  // the per-user setting may still name it
   }
 }
@@ -78,8 +78,8 @@ std::u16string LinkProgramOfSetting() {
       }
       candidate.clear();
     }
-  } catch (const AutomationError& error) {
-    if (error.Is(RuntimeError::FileNotFound)) {
+  } catch (...) {
+    if (util::CurrentError().Is(RuntimeError::FileNotFound)) {
       SetVilnorPath({});
     }
   }

@@ -6,6 +6,7 @@
 #include <exception>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "automation/automation_error.h"
 #include "platform/dialogs.h"
@@ -31,20 +32,26 @@ void ShowError(const automation::AutomationError& error, std::u16string_view pla
 // failure and returns as if empty; the caller for whom that matters compares before and after.
 std::uint32_t ErrorsShown();
 
-// Runs `body` under the trap. After an error the box is shown, then `afterBox` runs (its own errors
-// are dropped), and the result is empty: "", 0, false, nothing.
+// Runs `action` and drops its error: inside the trap it has nowhere to go.
+template <class Action>
+void DroppingErrors(Action&& action) {
+  try {
+    action();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): see above
+  }
+}
+
+// Runs `body` under the trap. After an error the box is shown, then `afterBox` runs, also where the
+// box could not be shown, and the result is empty: "", 0, false, nothing.
 template <class Body, class AfterBox>
 auto Guarded(std::u16string_view place, platform::Icon icon, Body&& body, AfterBox&& afterBox)
     -> std::invoke_result_t<Body> {
   try {
     return body();
   } catch (...) {
-    ShowError(CurrentError(), place, icon);
+    DroppingErrors([&] { ShowError(CurrentError(), place, icon); });
   }
-  try {
-    afterBox();
-  } catch (...) {  // NOLINT(bugprone-empty-catch): an error inside the trap has nowhere to go
-  }
+  DroppingErrors(std::forward<AfterBox>(afterBox));
   return std::invoke_result_t<Body>();
 }
 

@@ -18,7 +18,8 @@ bool NullToBool(const automation::Value& value) {
 }
 
 automation::Value NullToZero(const automation::Value& value) {
-  return value.IsNull() ? automation::Value(std::int16_t{0}) : value;
+  return Guarded(u" in NullToZero", kModBVilnorIcon,
+                 [&] { return value.IsNull() ? automation::Value(std::int16_t{0}) : value; });
 }
 
 }  // namespace util

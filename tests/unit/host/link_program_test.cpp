@@ -1,5 +1,8 @@
 #include "host/link_program.h"
 
+#include <new>
+#include <optional>
+
 #include "fakes/component_fixture.h"
 
 namespace host {
@@ -24,13 +27,70 @@ const platform::MessageBox kMissing{
     .icon = Icon::Exclamation,
     .buttons = platform::Buttons::Ok};
 
+// The host's settings, which refuse to be read or written.
+class RefusingSettings : public fakes::UserSettings {
+ public:
+  std::u16string Get(const std::u16string& application, const std::u16string& section,
+                     const std::u16string& key) override {
+    RefuseIf(refusesGet);
+    return UserSettings::Get(application, section, key);
+  }
+  void Save(const std::u16string& application, const std::u16string& section,
+            const std::u16string& key, const std::u16string& text) override {
+    RefuseIf(refusesSave);
+    UserSettings::Save(application, section, key, text);
+  }
+  bool refusesGet = false;
+  bool refusesSave = false;
+
+ private:
+  static void RefuseIf(bool refuses) {
+    if (refuses) {
+      throw automation::AutomationError(automation::RuntimeError::InvalidProcedureCall);
+    }
+  }
+};
+
+// A disk that does not tell a file's length.
+class FilesWithoutLength : public portable::LocalFiles {
+ public:
+  explicit FilesWithoutLength(automation::RuntimeError error) : error_(error) {}
+  std::int64_t FileLength(const std::u16string& /*path*/) override {
+    throw automation::AutomationError(error_);
+  }
+
+ private:
+  automation::RuntimeError error_;
+};
+
+// The memory is at its end when a key is opened.
+class ExhaustedRegistry : public portable::MemoryRegistry {
+ public:
+  std::int32_t CreateKey(Key /*parent*/, const std::u16string& /*path*/, std::uint32_t /*access*/,
+                         Key& /*opened*/, std::uint32_t& /*disposition*/) override {
+    throw std::bad_alloc();
+  }
+};
+
 class LinkProgram : public fakes::ComponentFixture {
  protected:
+  ~LinkProgram() override { platform::Use(ports); }
+
+  // Ports that a test has taken the place of.
+  void UsePorts(platform::Files& someFiles, platform::UserSettings& someSettings,
+                platform::RegistryApi& someRegistry) {
+    changed.emplace(platform::Platform{clock, locale, dialogs, processes, someFiles, someSettings,
+                                       someRegistry, database, documents, windows});
+    platform::Use(*changed);
+  }
   std::u16string& Setting() { return userSettings.stored[{u"KESTRA", u"Environment", u"Vilnor"}]; }
   std::u16string FileOf(const std::string& name, const std::string& bytes) const {
     std::ofstream(folder / name, std::ios::binary) << bytes;
     return hostPath + automation::FromUtf8(name);
   }
+
+ private:
+  std::optional<platform::Platform> changed;
 };
 
 TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {
@@ -81,6 +141,53 @@ TEST_F(LinkProgram, OfAnImpossibleSettingIsReportedAsMissing) {
   Setting() = hostPath + std::u16string(5000, u'x');
   EXPECT_EQ(GetVilnorCommandLine(), Setting());
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, IsTakenFromTheSettingAfterAnErrorOfAnyKindInTheRegistry) {
+  ExhaustedRegistry exhausted;
+  UsePorts(files, userSettings, exhausted);
+  Setting() = FileOf("Link.exe", "MZ");
+  EXPECT_EQ(GetVilnorCommandLine(), Setting());
+  EXPECT_TRUE(dialogs.shown.empty());
+  Setting() = u"";
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+}
+
+TEST_F(LinkProgram, OfASettingThatCannotBeReadIsMissingAndNothingIsSaved) {
+  RefusingSettings refusing;
+  refusing.refusesGet = true;
+  UsePorts(files, refusing, registry);
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+  EXPECT_TRUE(refusing.stored.empty());
+}
+
+TEST_F(LinkProgram, OfAStaleSettingThatCannotBeForgottenIsToldOfTwiceAndStillReturned) {
+  const std::u16string stale = hostPath + u"Gone.exe";
+  RefusingSettings refusing;
+  refusing.stored[{u"KESTRA", u"Environment", u"Vilnor"}] = stale;
+  refusing.refusesSave = true;
+  UsePorts(files, refusing, registry);
+  EXPECT_EQ(GetVilnorCommandLine(), stale);
+  EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
+                               {.text = u"5 Invalid procedure call or argument in SetVilnorPath",
+                                .title = u"Vilnor Link connection",
+                                .icon = Icon::Critical},
+                               kMissing}));
+}
+
+TEST_F(LinkProgram, OfASettingWhoseFileCannotBeAskedForIsMissingAndTheSettingStays) {
+  using automation::RuntimeError;
+  for (const auto error : {RuntimeError::PermissionDenied, RuntimeError::PathNotFound}) {
+    FilesWithoutLength unreachable(error);
+    UsePorts(unreachable, userSettings, registry);
+    Setting() = u"Q:\\Link.exe";
+    dialogs.shown.clear();
+    EXPECT_EQ(GetVilnorCommandLine(), u"Q:\\Link.exe");
+    EXPECT_EQ(Setting(), u"Q:\\Link.exe");
+    EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
+  }
 }
 
 TEST_F(LinkProgram, IsNotLookedForOnDiskWhenItIsRegistered) {
@@ -188,22 +295,14 @@ TEST_F(LinkProgram, SettingIsStoredWhereTheHostKeepsIt) {
 }
 
 TEST_F(LinkProgram, SettingThatCannotBeStoredIsReportedAsCritical) {
-  class RefusingSettings : public fakes::UserSettings {
-   public:
-    void Save(const std::u16string& /*application*/, const std::u16string& /*section*/,
-              const std::u16string& /*key*/, const std::u16string& /*text*/) override {
-      throw automation::AutomationError(automation::RuntimeError::InvalidProcedureCall);
-    }
-  } refusing;
-  platform::Platform changed{clock,    locale,   dialogs,  processes, files,
-                             refusing, registry, database, documents, windows};
-  platform::Use(changed);
+  RefusingSettings refusing;
+  refusing.refusesSave = true;
+  UsePorts(files, refusing, registry);
   SetVilnorPath(u"x");
   EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
                                {.text = u"5 Invalid procedure call or argument in SetVilnorPath",
                                 .title = u"Vilnor Link connection",
                                 .icon = Icon::Critical}}));
-  platform::Use(ports);
 }
 
 }  // namespace

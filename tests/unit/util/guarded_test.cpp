@@ -62,6 +62,26 @@ TEST_F(TheErrorTrap, RunsTheCleanUpAfterTheBoxAndDropsItsErrors) {
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
+TEST_F(TheErrorTrap, CleansUpAndLetsNothingOutWhereTheBoxCannotBeShown) {
+  class NoDialogs : public platform::Dialogs {
+   public:
+    platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }
+  } none;
+  platform::Platform withoutDialogs{clock,        locale,   none,     processes, files,
+                                    userSettings, registry, database, documents, windows};
+  platform::Use(withoutDialogs);
+  const auto before = ErrorsShown();
+  bool cleaned = false;
+  EXPECT_EQ(
+      Guarded(
+          u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
+          [&] { cleaned = true; }),
+      0);
+  EXPECT_TRUE(cleaned);
+  EXPECT_EQ(ErrorsShown(), before + 1);
+  platform::Use(ports);
+}
+
 TEST_F(TheErrorTrap, DoesNotCleanUpWithoutAnError) {
   bool cleaned = false;
   Guarded(
