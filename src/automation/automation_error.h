@@ -16,8 +16,8 @@ enum class RuntimeError : std::int32_t {
   TypeMismatch = 13,
   BadFileName = 52,
   FileNotFound = 53,
-  FileAlreadyOpen = 55,
   DeviceIoError = 57,
+  FileAlreadyExists = 58,
   DiskFull = 61,
   DeviceUnavailable = 68,
   PermissionDenied = 70,
@@ -25,11 +25,8 @@ enum class RuntimeError : std::int32_t {
   PathNotFound = 76,
   ObjectNotSet = 91,
   InvalidUseOfNull = 94,
-  ObjectRequired = 424,
   CannotCreateObject = 429,
-  MemberNotFound = 438,
   AutomationFailure = 440,
-  ActionNotSupported = 445,
 };
 
 class AutomationError : public std::exception {

@@ -13,8 +13,6 @@ namespace fs = std::filesystem;
 using automation::AutomationError;
 using automation::RuntimeError;
 
-constexpr std::int32_t kFileAlreadyExists = 58;
-
 [[noreturn]] void Raise(const std::error_code& error, RuntimeError missing) {
   const auto is = [&](std::errc code) { return error == code; };
   if (is(std::errc::no_such_file_or_directory)) {
@@ -24,8 +22,7 @@ constexpr std::int32_t kFileAlreadyExists = 58;
     throw AutomationError(RuntimeError::PathNotFound);
   }
   if (is(std::errc::file_exists)) {
-    throw AutomationError(kFileAlreadyExists, u"",
-                          automation::RuntimeErrorText(kFileAlreadyExists));
+    throw AutomationError(RuntimeError::FileAlreadyExists);
   }
   if (is(std::errc::permission_denied) || is(std::errc::operation_not_permitted) ||
       is(std::errc::read_only_file_system)) {

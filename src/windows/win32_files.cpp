@@ -13,47 +13,42 @@ namespace {
 using automation::AutomationError;
 using automation::RuntimeError;
 
-struct ErrorNumber {
+struct SystemCode {
   DWORD code;
-  std::int32_t number;
+  RuntimeError error;
 };
 
-// The runtime's numbers for the system's codes; any other code is 75 "Path/File access error".
-constexpr std::array kErrorNumbers = {
-    ErrorNumber{ERROR_FILE_NOT_FOUND, 53},
-    ErrorNumber{ERROR_PATH_NOT_FOUND, 76},
-    ErrorNumber{ERROR_BAD_PATHNAME, 76},
-    ErrorNumber{ERROR_BAD_NETPATH, 76},
-    ErrorNumber{ERROR_BAD_NET_NAME, 76},
-    ErrorNumber{ERROR_INVALID_DRIVE, 68},
-    ErrorNumber{ERROR_NOT_READY, 68},
-    ErrorNumber{ERROR_DEV_NOT_EXIST, 68},
-    ErrorNumber{ERROR_ACCESS_DENIED, 70},
-    ErrorNumber{ERROR_WRITE_PROTECT, 70},
-    ErrorNumber{ERROR_SHARING_VIOLATION, 70},
-    ErrorNumber{ERROR_LOCK_VIOLATION, 70},
-    ErrorNumber{ERROR_FILE_EXISTS, 58},
-    ErrorNumber{ERROR_ALREADY_EXISTS, 58},
-    ErrorNumber{ERROR_INVALID_NAME, 52},
-    ErrorNumber{ERROR_FILENAME_EXCED_RANGE, 52},
-    ErrorNumber{ERROR_DISK_FULL, 61},
-    ErrorNumber{ERROR_HANDLE_DISK_FULL, 61},
-    ErrorNumber{ERROR_CRC, 57},
-    ErrorNumber{ERROR_IO_DEVICE, 57},
-    ErrorNumber{ERROR_NOT_ENOUGH_MEMORY, 7},
-    ErrorNumber{ERROR_OUTOFMEMORY, 7},
+// The runtime's errors for the system's codes; any other code is 75 "Path/File access error".
+constexpr std::array kSystemCodes = {
+    SystemCode{ERROR_FILE_NOT_FOUND, RuntimeError::FileNotFound},
+    SystemCode{ERROR_PATH_NOT_FOUND, RuntimeError::PathNotFound},
+    SystemCode{ERROR_BAD_PATHNAME, RuntimeError::PathNotFound},
+    SystemCode{ERROR_BAD_NETPATH, RuntimeError::PathNotFound},
+    SystemCode{ERROR_BAD_NET_NAME, RuntimeError::PathNotFound},
+    SystemCode{ERROR_INVALID_DRIVE, RuntimeError::DeviceUnavailable},
+    SystemCode{ERROR_NOT_READY, RuntimeError::DeviceUnavailable},
+    SystemCode{ERROR_DEV_NOT_EXIST, RuntimeError::DeviceUnavailable},
+    SystemCode{ERROR_ACCESS_DENIED, RuntimeError::PermissionDenied},
+    SystemCode{ERROR_WRITE_PROTECT, RuntimeError::PermissionDenied},
+    SystemCode{ERROR_SHARING_VIOLATION, RuntimeError::PermissionDenied},
+    SystemCode{ERROR_LOCK_VIOLATION, RuntimeError::PermissionDenied},
+    SystemCode{ERROR_FILE_EXISTS, RuntimeError::FileAlreadyExists},
+    SystemCode{ERROR_ALREADY_EXISTS, RuntimeError::FileAlreadyExists},
+    SystemCode{ERROR_INVALID_NAME, RuntimeError::BadFileName},
+    SystemCode{ERROR_FILENAME_EXCED_RANGE, RuntimeError::BadFileName},
+    SystemCode{ERROR_DISK_FULL, RuntimeError::DiskFull},
+    SystemCode{ERROR_HANDLE_DISK_FULL, RuntimeError::DiskFull},
+    SystemCode{ERROR_CRC, RuntimeError::DeviceIoError},
+    SystemCode{ERROR_IO_DEVICE, RuntimeError::DeviceIoError},
+    SystemCode{ERROR_NOT_ENOUGH_MEMORY, RuntimeError::OutOfMemory},
+    SystemCode{ERROR_OUTOFMEMORY, RuntimeError::OutOfMemory},
 };
-
-[[noreturn]] void Raise(std::int32_t number) {
-  throw AutomationError(number, u"", automation::RuntimeErrorText(number));
-}
 
 [[noreturn]] void RaiseLastError() {
   const DWORD code = GetLastError();
-  const auto found = std::find_if(kErrorNumbers.begin(), kErrorNumbers.end(),
+  const auto found = std::find_if(kSystemCodes.begin(), kSystemCodes.end(),
                                   [&](const auto& entry) { return entry.code == code; });
-  Raise(found == kErrorNumbers.end() ? static_cast<std::int32_t>(RuntimeError::PathFileAccess)
-                                     : found->number);
+  throw AutomationError(found == kSystemCodes.end() ? RuntimeError::PathFileAccess : found->error);
 }
 
 // For calls that look for a file: it is missing just as well when its folder is.

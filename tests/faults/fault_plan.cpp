@@ -7,12 +7,17 @@ namespace faults {
 namespace {
 
 using automation::AutomationError;
-using automation::RuntimeErrorText;
+using automation::RuntimeError;
 
-std::vector<AutomationError> Runtime(std::initializer_list<std::int32_t> numbers) {
+std::vector<AutomationError> Runtime(std::initializer_list<RuntimeError> errors) {
+  return {errors.begin(), errors.end()};
+}
+
+// System codes, which a port call returns.
+std::vector<AutomationError> Codes(std::initializer_list<std::int32_t> codes) {
   std::vector<AutomationError> errors;
-  for (const auto number : numbers) {
-    errors.emplace_back(number, u"", RuntimeErrorText(number));
+  for (const auto code : codes) {
+    errors.emplace_back(code, u"", automation::RuntimeErrorText(code));
   }
   return errors;
 }
@@ -20,30 +25,33 @@ std::vector<AutomationError> Runtime(std::initializer_list<std::int32_t> numbers
 const AutomationError kServerGone(-2147467259, u"Provider", u"server closed the connection");
 const AutomationError kRefused(-2147217900, u"Provider", u"syntax error near \"x\"");
 const AutomationError kLocked(-2147467259, u"Provider", u"database is locked (5)");
-const AutomationError kOutOfMemory(7, u"", u"Out of memory");
+const AutomationError kOutOfMemory(RuntimeError::OutOfMemory);
 
 }  // namespace
 
 const std::vector<AutomationError>& ErrorsOf(Call call) {
+  using enum RuntimeError;
   static const std::map<Call, std::vector<AutomationError>> errors = {
-      {Call::StartProcess, Runtime({5, 53, 70})},
-      {Call::CreateFolder, Runtime({58, 61, 70, 75, 76})},
-      {Call::FileLength, Runtime({52, 53, 70, 76})},
-      {Call::DeleteFile, Runtime({53, 70, 75})},
-      {Call::ReplaceContents, Runtime({52, 57, 61, 70, 75, 76, 7})},
-      {Call::GetSetting, Runtime({5, 7})},
-      {Call::SaveSetting, Runtime({5, 7})},
-      {Call::Registry, Runtime({2, 5, 6, 234, 1010, 1018})},
-      {Call::NewDatabaseObject, Runtime({7, 429})},
+      {Call::StartProcess, Runtime({InvalidProcedureCall, FileNotFound, PermissionDenied})},
+      {Call::CreateFolder,
+       Runtime({FileAlreadyExists, DiskFull, PermissionDenied, PathFileAccess, PathNotFound})},
+      {Call::FileLength, Runtime({BadFileName, FileNotFound, PermissionDenied, PathNotFound})},
+      {Call::DeleteFile, Runtime({FileNotFound, PermissionDenied, PathFileAccess})},
+      {Call::ReplaceContents, Runtime({BadFileName, DeviceIoError, DiskFull, PermissionDenied,
+                                       PathFileAccess, PathNotFound, OutOfMemory})},
+      {Call::GetSetting, Runtime({InvalidProcedureCall, OutOfMemory})},
+      {Call::SaveSetting, Runtime({InvalidProcedureCall, OutOfMemory})},
+      {Call::Registry, Codes({2, 5, 6, 234, 1010, 1018})},
+      {Call::NewDatabaseObject, Runtime({OutOfMemory, CannotCreateObject})},
       {Call::OpenConnection, {kServerGone, kLocked}},
       {Call::Statement, {kServerGone, kRefused, kLocked, kOutOfMemory}},
       {Call::BeginOrCommit, {kServerGone, kLocked}},
       {Call::Rollback, {kServerGone}},
       {Call::Cursor, {kServerGone, kOutOfMemory}},
       {Call::Field, {kServerGone, AutomationError(3265, u"ADODB", u"Item cannot be found")}},
-      {Call::NewDocument, Runtime({7, 429})},
-      {Call::LoadDocument, Runtime({7, 440})},
-      {Call::ReadDocument, Runtime({7, 440})},
+      {Call::NewDocument, Runtime({OutOfMemory, CannotCreateObject})},
+      {Call::LoadDocument, Runtime({OutOfMemory, AutomationFailure})},
+      {Call::ReadDocument, Runtime({OutOfMemory, AutomationFailure})},
   };
   return errors.at(call);
 }
