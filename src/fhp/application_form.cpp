@@ -10,12 +10,7 @@ namespace {
 using enum Condition;
 using enum Writing;
 
-constexpr Record ApplicationRecords::*kApplication = &ApplicationRecords::application;
-constexpr Record ApplicationRecords::*kClinician = &ApplicationRecords::clinician;
-constexpr Record ApplicationRecords::*kProvider = &ApplicationRecords::provider;
-constexpr Record ApplicationRecords::*kPatient = &ApplicationRecords::patient;
-
-constexpr auto kFixedFields = std::to_array<FormField>({
+constexpr auto kChoices = std::to_array<FormField>({
     {u"edtArendeNr", kApplication, u"CaseNo", Always, Text},
     {u"cbProt", kApplication, u"Inlay", IfTrue, True},
     {u"cbTandregl", kApplication, u"Orthodontics", IfTrue, True},
@@ -38,14 +33,6 @@ constexpr auto kFixedFields = std::to_array<FormField>({
     {u"edtAntalIntyg", kApplication, u"NoOfCertificate", IfTrue, Text},
     // Kept: tested like a check box, written like a count; the link program knows either text.
     {u"cbKostnadsber", kApplication, u"EstimateOfCost", IfTrue, Text},
-    {u"edtVardgivareNamn", kProvider, u"Navn", Always, Text},
-    {u"edtVardgivareAdress", kProvider, u"Adr1", Always, Address},
-    {u"edtVardgivarePostNr", kProvider, u"Postnr", Always, Text},
-    {u"edtVardgivarePostort", kProvider, u"Postnr", Always, City},
-    {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Always, Text},
-    {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", IfNotNull, Text},
-    {u"edtPatientPersonNr", kPatient, u"PersNr", Always, PersonNumber},
-    {u"edtPatientNamn", kPatient, u"fornavn", Always, FullName},
 });
 
 constexpr auto kClinicalFields = std::to_array<FormField>({
@@ -57,7 +44,7 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
     {u"beh", kApplication, u"PlanTreatm", IfNotNull, PerTooth},
     {u"edtBerTidsatgang81", kApplication, u"TimeEstimate81", IfNotNull, Text},
     {u"edtBerTidsatgangTT", kApplication, u"TimeEstimateDentalTechnic", IfNotNull, Text},
-    {u"edtOrtDatum", kProvider, u"Postnr", Always, CityAndToday},
+    {u"edtOrtDatum", kProvider, nullptr, Always, CityAndToday},
     {u"edtTelefon", kProvider, u"tlfPrivat", Always, TextOrEmpty},
     {u"edtNamnfortydligande", kClinician, u"fornavn", Always, FullName},
     {u"edtUJbeh", kApplication, u"PlanTreatmUJaw", IfNotNull, Text},
@@ -68,7 +55,8 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
 
 void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records) {
   exchange::Element& form = AddForm(contribution, u"108692");
-  AddFields(form, kFixedFields, records);
+  AddFields(form, kChoices, records);
+  AddFields(form, kPartyFields, records);
   AddFields(form, kClinicalFields, records);
 }
 

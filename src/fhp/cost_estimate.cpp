@@ -22,20 +22,11 @@ using platform::FixedText;
 using enum Condition;
 using enum Writing;
 
-constexpr Record ApplicationRecords::*kApplication = &ApplicationRecords::application;
-constexpr Record ApplicationRecords::*kProvider = &ApplicationRecords::provider;
-constexpr Record ApplicationRecords::*kPatient = &ApplicationRecords::patient;
-
-constexpr auto kFields = std::to_array<FormField>({
+constexpr auto kCaseFields = std::to_array<FormField>({
     {u"edtArendeNr", kApplication, u"CaseNo", Always, Text},
-    {u"edtVardgivareNamn", kProvider, u"Navn", Always, Text},
-    {u"edtVardgivareAdress", kProvider, u"Adr1", Always, Address},
-    {u"edtVardgivarePostNr", kProvider, u"Postnr", Always, Text},
-    {u"edtVardgivarePostort", kProvider, u"Postnr", Always, City},
-    {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Always, Text},
-    {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", IfNotNull, Text},
-    {u"edtPatientPersonNr", kPatient, u"PersNr", Always, PersonNumber},
-    {u"edtPatientNamn", kPatient, u"fornavn", Always, FullName},
+});
+
+constexpr auto kNoteFields = std::to_array<FormField>({
     {u"memUpplysningar", kApplication, u"Notes", IfNotNull, Text},
 });
 
@@ -146,7 +137,9 @@ class EstimateRows {
 
 void AddCostEstimate(exchange::Element& contribution, ApplicationRecords& records) {
   exchange::Element& form = AddForm(contribution, u"108696");
-  AddFields(form, kFields, records);
+  AddFields(form, kCaseFields, records);
+  AddFields(form, kPartyFields, records);
+  AddFields(form, kNoteFields, records);
   EstimateRows rows(form);
   for (; !records.estimateRows.AtEnd(); records.estimateRows.MoveNext()) {
     if (IsTaken(records)) {

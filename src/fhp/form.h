@@ -1,6 +1,7 @@
 // Forms of the application: their fields as tables, and how a field is written.
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,10 +44,28 @@ enum class Writing {
 struct FormField {
   std::u16string_view key;
   Record ApplicationRecords::*source;
+  // nullptr for what is always written and no column holds: City, CityAndToday, PersonNumber.
   const char16_t* column;
   Condition condition;
   Writing writing;
 };
+
+inline constexpr Record ApplicationRecords::*kApplication = &ApplicationRecords::application;
+inline constexpr Record ApplicationRecords::*kClinician = &ApplicationRecords::clinician;
+inline constexpr Record ApplicationRecords::*kProvider = &ApplicationRecords::provider;
+inline constexpr Record ApplicationRecords::*kPatient = &ApplicationRecords::patient;
+
+// The clinic and the patient, as both forms have them.
+inline constexpr auto kPartyFields = std::to_array<FormField>({
+    {u"edtVardgivareNamn", kProvider, u"Navn", Condition::Always, Writing::Text},
+    {u"edtVardgivareAdress", kProvider, u"Adr1", Condition::Always, Writing::Address},
+    {u"edtVardgivarePostNr", kProvider, u"Postnr", Condition::Always, Writing::Text},
+    {u"edtVardgivarePostort", kProvider, nullptr, Condition::Always, Writing::City},
+    {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Condition::Always, Writing::Text},
+    {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", Condition::IfNotNull, Writing::Text},
+    {u"edtPatientPersonNr", kPatient, nullptr, Condition::Always, Writing::PersonNumber},
+    {u"edtPatientNamn", kPatient, u"fornavn", Condition::Always, Writing::FullName},
+});
 
 // Appends an empty form to the contribution.
 exchange::Element& AddForm(exchange::Element& contribution, std::u16string_view formId);

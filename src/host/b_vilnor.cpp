@@ -44,14 +44,6 @@ Ways FindWays() {
   return ways;
 }
 
-// A lookup that failed or found nothing gives no recordset to read from.
-platform::Recordset& Existing(const std::unique_ptr<platform::Recordset>& recordset) {
-  if (!recordset) {
-    throw AutomationError(RuntimeError::ObjectNotSet);
-  }
-  return *recordset;
-}
-
 // The full personal identity number of the patient in hand.
 std::u16string SSNOf(platform::Recordset& patient) {
   const automation::Date birthDate = platform::ToDate(patient.Field(u"FDato"));
@@ -110,7 +102,7 @@ void BVilnor::OpenSearchPatient(std::int32_t pid) {
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::GDB()->GetPatientSSNByPID(pid);
-    const std::u16string ssn = SSNOf(Existing(patient));
+    const std::u16string ssn = SSNOf(platform::Existing(patient));
     db::ReleaseGDB();
     patient.reset();
     const auto requestPath = exchange::WriteSearchPatient(ssn, ways.outputPath);
@@ -128,7 +120,7 @@ void BVilnor::OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t r
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::GDB()->GetPatientByPID(pid);
-    const std::u16string ssn = SSNOf(Existing(patient));
+    const std::u16string ssn = SSNOf(platform::Existing(patient));
     const std::u16string firstName = platform::ToText(patient->Field(u"fornavn"));
     const std::u16string lastName = platform::ToText(patient->Field(u"Navn"));
     db::ReleaseGDB();

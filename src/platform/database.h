@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "automation/automation_error.h"
 #include "automation/value.h"
 
 namespace platform {
@@ -44,6 +45,15 @@ class Recordset {
   virtual std::unique_ptr<Recordset> Clone(LockType lockType) = 0;
   virtual void Close() = 0;
 };
+
+// The recordset of a lookup; where it gave none error 91, as the classic runtime raises at the use
+// of an object that is not set.
+inline Recordset& Existing(const std::unique_ptr<Recordset>& recordset) {
+  if (!recordset) {
+    throw automation::AutomationError(automation::RuntimeError::ObjectNotSet);
+  }
+  return *recordset;
+}
 
 // An ADO Connection. Execute and the transaction calls raise 3704 on a closed one.
 class Connection {
