@@ -86,6 +86,19 @@ void AddHostOperations(std::vector<Operation>& all) {
         [application](World& world) { world.vilnor().OpenWithNewFHP(4711, 12, 3, application); }));
   }
   all.push_back(Procedure("OpenVilnor", [](World& world) { world.vilnor().OpenVilnor(); }));
+  Operation bySetting = all.back();
+  bySetting.name = "OpenVilnor from the setting";
+  bySetting.prepare = [](World& world) {
+    world.UseSettingInsteadOfRegistration(world.PutProgram("Link.exe"));
+  };
+  all.push_back(bySetting);
+  Operation byStaleSetting = bySetting;
+  byStaleSetting.name = "OpenVilnor, stale setting";
+  byStaleSetting.prepare = [](World& world) {
+    world.UseSettingInsteadOfRegistration(u"C:\\Gone.exe");
+  };
+  byStaleSetting.tellsOfMissingProgram = true;
+  all.push_back(byStaleSetting);
   all.push_back(Function("FHPExists", [](World& world) { return !world.vilnor().FHPExists(71); }));
   all.push_back(Request("WriteNewCase", "InNewCase1.xml", [](World& world) {
     world.vilnor().WriteNewCase(1, 2, 3, u"s", u"Åsa", u"b", world.exchangeDirectory());

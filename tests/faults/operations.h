@@ -19,6 +19,8 @@ struct Operation {
   // The files in the exchange directory that the operation reads or replaces; "" for none.
   std::string resultFile;
   std::string requestFile;
+  // The box about the missing link program is shown without a fault, too.
+  bool tellsOfMissingProgram = false;
 };
 
 inline void PrintTo(const Operation& operation, std::ostream* out) {

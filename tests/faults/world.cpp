@@ -50,6 +50,9 @@ std::vector<std::u16string> Query(platform::Connection& connection, const std::u
   return lines;
 }
 
+constexpr const char16_t* kLinkRegistration =
+    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
+
 std::u16string ConnectionString(const fs::path& folder) {
   return u"Driver=SQLite3;Database=" + FromUtf8((folder / "kestra.db").string());
 }
@@ -64,9 +67,7 @@ World::World()
   const std::u16string home = FromUtf8(folder_.string()) + u"\\";
   registry.SetText(portable::MemoryRegistry::kLocalMachine, u"SOFTWARE\\Kestra\\Kestra.Main.exe",
                    u"Path", home);
-  registry.SetText(portable::MemoryRegistry::kLocalMachine,
-                   u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe", u"Path",
-                   u"C:\\Link");
+  RegisterLinkProgram();
   platform::Use(ports_);
   vilnor_ = std::make_unique<host::BVilnor>(events);
   vilnor_->InitVilnor(ConnectionString(folder_), 1, 1);
@@ -129,6 +130,21 @@ std::vector<std::string> World::ExchangeFiles() const {
   }
   std::sort(names.begin(), names.end());
   return names;
+}
+
+void World::RegisterLinkProgram() {
+  registry.SetText(portable::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path",
+                   u"C:\\Link");
+}
+
+void World::UseSettingInsteadOfRegistration(const std::u16string& path) {
+  registry.SetText(portable::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path", u"");
+  settings_.Save(u"KESTRA", u"Environment", u"Vilnor", path);
+}
+
+std::u16string World::PutProgram(const std::string& name) const {
+  std::ofstream(folder_ / name, std::ios::binary) << "MZ";
+  return FromUtf8(folder_.string()) + u"\\" + FromUtf8(name);
 }
 
 std::u16string World::exchangeDirectory() const {

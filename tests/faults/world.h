@@ -56,6 +56,12 @@ class World {
   CountingEvents events;
   portable::MemoryRegistry registry;
 
+  void RegisterLinkProgram();
+  // The link program is not registered; the host's setting names its path.
+  void UseSettingInsteadOfRegistration(const std::u16string& path);
+  // A program in the host's own folder.
+  std::u16string PutProgram(const std::string& name) const;
+
   host::BVilnor& vilnor() { return *vilnor_; }
   std::u16string exchangeDirectory() const;
 

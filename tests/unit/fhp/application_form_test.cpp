@@ -97,6 +97,15 @@ TEST_F(ApplicationForm, ACheckBoxIsWrittenAsTrueWhenItsColumnIs) {
   EXPECT_TRUE(Boxes().empty());
 }
 
+TEST_F(ApplicationForm, AFlagThatIsNoneIsToldAndLeftOut) {
+  application[u"Inlay"] = u"ja";
+  application[u"LAF"] = true;
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(Boxes(), std::vector<std::u16string>{u"13 Type mismatch in NullToBool"});
+  EXPECT_EQ(File().find("cbProt"), std::string::npos);
+  EXPECT_NE(File().find("cbLAF"), std::string::npos);
+}
+
 TEST_F(ApplicationForm, ACountIsWrittenAsItsTextUnlessZero) {
   for (const auto& count : kCounts) {
     application[count.column] = 12;

@@ -208,6 +208,38 @@ TEST_F(WriteNewFHPTest, APostcodeThatIsNoNumberIsReported) {
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
+TEST_F(WriteNewFHPTest, ATownThatCannotBeLookedUpIsToldAndEmpty) {
+  database.FailStatement(u"SELECT Poststedsnavn", {1001, u"Test", u"Scripted failure"});
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"1001 Scripted failure in GetCityByPostnr"});
+  EXPECT_TRUE(Holds("<FormItemKey>edtVardgivarePostort</FormItemKey><FormItemValue/>"));
+}
+
+TEST_F(WriteNewFHPTest, RowsThatCannotBeCountedAreToldAndTheEstimateIsLeftOut) {
+  UseOlderPatient();
+  AddEstimateRow();
+  database.FailStatement(u"SELECT COUNT(*)", {1001, u"Test", u"Scripted failure"});
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"1001 Scripted failure in PreRequestCostExists"});
+  EXPECT_FALSE(Holds("<FormDescrId>108696<"));
+  EXPECT_TRUE(Holds("<UserId>anmeld</UserId>"));
+}
+
+TEST_F(WriteNewFHPTest, APostcodeWithABlankIsANumberWhereBlanksGroup) {
+  provider[u"postnr"] = u"111 22";
+  EXPECT_NE(Write(), u"");
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_TRUE(
+      Holds("<FormItemKey>edtVardgivarePostNr</FormItemKey>"
+            "<FormItemValue>111 22</FormItemValue>"));
+  EXPECT_TRUE(
+      Holds("<FormItemKey>edtVardgivarePostort</FormItemKey>"
+            "<FormItemValue>Stockholm</FormItemValue>"));
+  locale.regional = {};
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
+}
+
 TEST_F(WriteNewFHPTest, AMissingPatientIsReported) {
   patient.clear();
   EXPECT_EQ(Write(), u"");
@@ -283,7 +315,8 @@ TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrAWholeOne) {
     database.FailCall(call, {1001, u"Test", u"Scripted failure"});
     const auto path = Write();
     database.ClearFailures();
-    // Only the lookups of the participant and of the rows go on without an answer, each with a box.
+    // With a file in spite of it (the lookups of the town, of the rows' number and of the
+    // participant go on without an answer) or without: the failure is told.
     EXPECT_FALSE(dialogs.shown.empty()) << call;
     EXPECT_EQ(path.empty(), !Exists(u"InNewFHP8.xml")) << call;
     EXPECT_TRUE(path.empty() || File().ends_with("</Envelope>\n")) << call;

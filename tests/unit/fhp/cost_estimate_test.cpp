@@ -1,6 +1,7 @@
 // Form "108696": which rows are taken, how they are numbered, counted and summed.
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <limits>
 
 #include "automation/date.h"
 #include "unit/fhp/fixture.h"
@@ -129,6 +130,17 @@ TEST_F(CostEstimate, TheTenthOrdinaryRowSharesItsKeysWithTheFixedRates) {
   EXPECT_EQ(ValueOfRow("edtBer12Atgard"), "412");
 }
 
+TEST_F(CostEstimate, TheEleventhOrdinaryRowSharesItsKeysWithTheSecondFixedRate) {
+  for (std::int32_t row = 1; row <= 11; ++row) {
+    AddEstimateRow({{u"RateNo", 400 + row}});
+  }
+  AddEstimateRow({{u"RateNo", 682}});
+  const auto keys = Keys(kForm);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer11Antal"), 2);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer11Atgard"), 1);
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Antal"), 1);
+}
+
 TEST_F(CostEstimate, TheRowCounterHasSixteenBits) {
   for (std::int32_t row = 1; row <= 32766; ++row) {
     AddEstimateRow();
@@ -144,6 +156,12 @@ TEST_F(CostEstimate, GroupedRowsMultiplyTheCount) {
   AddEstimateRow({{u"SelectNoOf", 2}, {u"NoOf", 3}});
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "6");
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "6000,00");
+}
+
+TEST_F(CostEstimate, AMissingNumberOfEqualRowsIsNone) {
+  AddEstimateRow({{u"SelectNoOf", Null()}, {u"NoOf", 3}});
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "0");
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "0,00");
 }
 
 TEST_F(CostEstimate, ACountOfNoneIsOneBeforeItIsMultiplied) {
@@ -193,12 +211,48 @@ TEST_F(CostEstimate, ARowWithoutARateIsNotTaken) {
 TEST_F(CostEstimate, ARowThatTheCompensationRuleRefusesIsNotTaken) {
   // Under the older subsidy rules.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})}});
-  // From before the patient was 20.
+  // Of a year in which the patient was 19, and under the older rules besides.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 1961, .month = 12, .day = 31})}});
   ExpectNotTaken({{u"RegDate", Null()}});
   // Increased compensation that was applied for.
   application[u"IncreasedComp"] = true;
   ExpectNotTaken({{u"IncrComp", true}});
+}
+
+TEST_F(CostEstimate, InTheQuarterBeforeTheReformTheRateDecides) {
+  const Value lastQuarter = MakeDate({.year = 2002, .month = 5, .day = 1});
+  ExpectNotTaken({{u"RegDate", lastQuarter}, {u"RateNo", 55}});
+  estimateRows.clear();
+  AddEstimateRow({{u"RegDate", lastQuarter}, {u"RateNo", 321}});
+  EXPECT_EQ(ValueOfRow("edtBer1Atgard"), "321");
+}
+
+TEST_F(CostEstimate, ARowOfAYearInWhichThePatientWasUnderTwentyIsNotTaken) {
+  patient[u"fDato"] = MakeDate({.year = 1990, .month = 7, .day = 1});
+  application[u"RegDate"] = MakeDate({.year = 2060, .month = 1, .day = 2});
+  AddEstimateRow(
+      {{u"RateNo", 401}, {u"RegDate", MakeDate({.year = 2009, .month = 12, .day = 31})}});
+  AddEstimateRow({{u"RateNo", 402}, {u"RegDate", MakeDate({.year = 2010, .month = 1, .day = 1})}});
+  EXPECT_EQ(ValueOfRow("edtBer1Atgard"), "402");
+  EXPECT_EQ(ValueOfRow("edtBer2Atgard"), "not written");
+}
+
+TEST_F(CostEstimate, ItsRowsAreClosedBeforeTheParticipantIsLookedUp) {
+  AddEstimateRow();
+  Write();
+  const auto& log = database.Log();
+  const auto opening = [&](const std::u16string& statement) {
+    return std::find_if(log.begin(), log.end(), [&](const auto& call) {
+      return call.starts_with(u"Recordset.Open") && call.find(statement) != std::u16string::npos;
+    });
+  };
+  const auto rows = opening(u"SELECT  Count(");
+  const auto participant = opening(u"Code1 = -32001");
+  ASSERT_LT(rows, participant);
+  ASSERT_NE(participant, log.end());
+  // The shared recordset and the rows themselves.
+  EXPECT_EQ(std::count(rows, participant, u"Recordset.Clone -1"), 1);
+  EXPECT_EQ(std::count(rows, participant, u"Recordset.Close"), 2);
 }
 
 TEST_F(CostEstimate, AMarkOfIncreasedCompensationCountsOnlyWhenAppliedFor) {
@@ -231,6 +285,23 @@ TEST_F(CostEstimate, ProductsUpToThirtyTwoBitsAreCounted) {
   EXPECT_EQ(ValueOfRow("edtBer10Summa"), "2147481900,00");
 }
 
+TEST_F(CostEstimate, AnInfiniteAmountEndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow({{u"Amount", std::numeric_limits<double>::infinity()}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
+TEST_F(CostEstimate, ASumBeyondTheRangeOfADoubleEndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow({{u"Amount", 1e308}});
+  EXPECT_NE(Write(), u"");
+  std::filesystem::remove(folder / "Vilnor" / "InNewFHP8.xml");
+  AddEstimateRow({{u"Amount", 1e308}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
 class OverflowingRow : public CostEstimate, public testing::WithParamInterface<Row> {};
 
 TEST_P(OverflowingRow, EndsInTheBoxAndLeavesNoFile) {
@@ -245,6 +316,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, OverflowingRow,
                          testing::Values(Row{{u"NoOf", kLast32}, {u"SelectNoOf", 2}},
                                          Row{{u"NoOf", -kLast32}, {u"SelectNoOf", 2}},
                                          Row{{u"NoOf", 3000000000.0}},
+                                         Row{{u"NoOf", 2}, {u"Amount", 1e308}},
                                          Row{{u"RateNo", 681}, {u"NoOf", kLast32 / 2900 + 1}},
                                          Row{{u"RateNo", 682}, {u"NoOf", kLast32 / 3200 + 1}}));
 
@@ -252,6 +324,25 @@ TEST_F(CostEstimate, ATextWhereANumberBelongsIsReported) {
   AddEstimateRow({{u"NoOf", u"tre"}});
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
+}
+
+TEST_F(CostEstimate, ARateThatIsNoNumberEndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow();
+  AddEstimateRow({{u"RateNo", u"61a"}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
+TEST_F(CostEstimate, ARowThatTheRuleCannotReadIsToldOnceAndLeftOut) {
+  AddEstimateRow();
+  AddEstimateRow({{u"Amount", u"många"}});
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in GetRateCompensation"});
+  dialogs.shown.clear();
+  ExpectNotTaken({{u"Amount", u"många"}});
+  ExpectNotTaken({{u"RateNo", 3000000000.0}});
+  EXPECT_EQ(Boxes().back(), u"6 Overflow in GetRateCompensation");
 }
 
 }  // namespace

@@ -48,6 +48,16 @@ TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
 }
 
+TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
+  util::CurrentSession().gDateFormat = u"";
+  UseOlderPatient();
+  AddEstimateRow();
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(File().find("<FormDescrId>108696<"), std::string::npos);
+  EXPECT_NE(File().find("<UserId>anmeld</UserId>"), std::string::npos);
+  EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(EstimateDecision, GivesTheParticipantsCode) {
   EXPECT_EQ(ParticipantCode(false), -32000);
   EXPECT_EQ(ParticipantCode(true), -32001);

@@ -90,6 +90,13 @@ TEST_P(NeededColumn, EndsInTheBoxAndLeavesNoFile) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
+TEST_P(NeededColumn, LeavesAnEarlierFileAsItWas) {
+  Put(u"InNewFHP8.xml", "earlier");
+  Nullify();
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(File(), "earlier");
+}
+
 TEST_P(SkippedColumn, TakesItsOwnFieldsAwayAndNoOther) {
   auto expected = AllKeys();
   Nullify();
@@ -179,6 +186,13 @@ TEST_F(NullLookup, AParticipantWithoutANameIsToldByTheLookupAndLeftOut) {
   EXPECT_NE(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"94 Invalid use of Null in GetVilnorUserByPID"});
   EXPECT_EQ(File().find("<Participant>"), std::string::npos);
+}
+
+TEST_F(NullLookup, AMissingBirthDateEndsInTheBoxWithoutEstimateRows) {
+  patient[u"fDato"] = Null();
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"94 Invalid use of Null in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
 TEST_F(NullLookup, AMissingPersNrLeavesTheDateAndItsSeparator) {

@@ -142,6 +142,16 @@ TEST_F(SendCheck, AMissingApplicationIsReported) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
+TEST_F(SendCheck, AnApplicationThatCannotBeReadIsReportedByTheLookupToo) {
+  database.FailStatement(kStatement, {1001, u"Test", u"Scripted failure"});
+  EXPECT_FALSE(OKToSend(8, errCode, errMsg));
+  EXPECT_EQ(Boxes(), (Texts{u"1001 Scripted failure in GetFHPById",
+                            u"91 Object variable or With block variable not set in OKToSend"}));
+  EXPECT_EQ(errCode, 7);
+  EXPECT_EQ(errMsg, u"host's");
+  EXPECT_EQ(database.AliveConnections(), 0);
+}
+
 TEST_F(SendCheck, ADatabaseThatIsNotInstalledIsReported) {
   database.installed = false;
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
