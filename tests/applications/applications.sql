@@ -56,6 +56,10 @@ INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, Inlay,
    '<11>304 305</11><21>304</21><36>101 102 103 104</36>', '501 502', '601', '90 min', '3 tim',
    'Syns inte: anteckningarna hör till kostnadsberäkningen.');
 
+INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_ID, RateNo, Debit,
+  IncrComp, NoOf, Amount, RegDate) VALUES
+  (1081, 1002, 304, 'Ä', FALSE, 1, 3975, '2026-11-16 13:40:00');
+
 -- 1003-nothing-chosen: the same as 1001 by values instead of Null; empty texts are written, empty
 -- per-tooth columns are not.
 INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, Inlay, Orthodontics,
@@ -211,3 +215,54 @@ INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_I
   (1074, 1017, 404, 'R4', 'Ä', FALSE, 2, 845, '2026-11-16 10:20:00'),
   (1075, 1017, 681, 'P1', 'Ä', FALSE, 2, 2900, '2026-11-16 10:20:00'),
   (1076, 1017, 682, 'P2', 'Ä', FALSE, 1, 3200, '2026-11-16 10:20:00');
+
+-- 1018-older-without-rows: an older patient without estimate rows; the estimate stays out.
+INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, EstimateOfCost, Notes)
+VALUES (1018, 21001, 41, 31, '2026-11-16 09:00:00', '2026-1018', 1, 'Syns inte.');
+
+-- 1019-last-quarter: rows around the quarter before the reform, some by their month, some by their
+-- rate. Taken are those with an amount below 900.
+INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo) VALUES
+  (1019, 21001, 41, 31, '2007-01-02 00:00:00', '2007-1019');
+INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_ID, RateNo, Debit,
+  IncrComp, NoOf, Amount, RegDate) VALUES
+  (1091, 1019, 55, 'Ä', FALSE, 1, 901, '2002-05-01 00:00:00'),
+  (1092, 1019, 55, 'Ä', FALSE, 1, 110, '2002-07-01 00:00:00'),
+  (1093, 1019, 77, 'Ä', FALSE, 1, 120, '2002-05-01 00:00:00'),
+  (1094, 1019, 91, 'Ä', FALSE, 1, 902, '2002-05-01 00:00:00'),
+  (1095, 1019, 94, 'Ä', FALSE, 1, 130, '2002-05-01 00:00:00'),
+  (1096, 1019, 321, 'Ä', FALSE, 1, 903, '2002-03-31 23:59:59'),
+  (1097, 1019, 321, 'Ä', FALSE, 1, 140, '2002-04-01 00:00:00'),
+  (1098, 1019, 321, 'Ä', FALSE, 2, 150, '2002-06-30 23:59:59');
+
+-- 1020-reformed-rates: the rates that change with the reform itself, each on its last day under the
+-- older rules, not taken, and on its first under the newer ones.
+INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo) VALUES
+  (1020, 21004, 41, 31, '2026-11-16 09:00:00', '2026-1020');
+INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_ID, RateNo, Debit,
+  IncrComp, NoOf, Amount, RegDate) VALUES
+  (1101, 1020, 11, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1102, 1020, 11, 'Ä', FALSE, 1, 100, '2002-07-01 00:00:00'),
+  (1103, 1020, 59, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1104, 1020, 59, 'Ä', FALSE, 2, 100, '2002-07-01 00:00:00'),
+  (1105, 1020, 70, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1106, 1020, 70, 'Ä', FALSE, 3, 100, '2002-07-01 00:00:00'),
+  (1107, 1020, 76, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1108, 1020, 76, 'Ä', FALSE, 4, 100, '2002-07-01 00:00:00'),
+  (1109, 1020, 78, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1110, 1020, 78, 'Ä', FALSE, 5, 100, '2002-07-01 00:00:00'),
+  (1111, 1020, 79, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1112, 1020, 79, 'Ä', FALSE, 6, 100, '2002-07-01 00:00:00'),
+  (1113, 1020, 91, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1114, 1020, 91, 'Ä', FALSE, 7, 100, '2002-07-01 00:00:00'),
+  (1115, 1020, 97, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1116, 1020, 97, 'Ä', FALSE, 8, 100, '2002-07-01 00:00:00'),
+  (1117, 1020, 99, 'Ä', FALSE, 1, 999, '2002-06-30 00:00:00'),
+  (1118, 1020, 99, 'Ä', FALSE, 9, 100, '2002-07-01 00:00:00');
+
+-- 1021-increased-not-applied-for: a row of increased compensation, for which nobody applies.
+INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, IncreasedComp) VALUES
+  (1021, 21001, 41, 31, '2026-11-16 09:00:00', '2026-1021', FALSE);
+INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_ID, RateNo, Debit,
+  IncrComp, NoOf, Amount, RegDate) VALUES
+  (1131, 1021, 409, 'Ä', TRUE, 1, 999, '2026-11-16 09:00:00');
