@@ -1,6 +1,7 @@
 // This build's adapters, made in native/ or windows/.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,10 @@ namespace contract {
 std::unique_ptr<platform::Database> NewDatabase();
 std::unique_ptr<platform::Files> NewFiles();
 std::unique_ptr<platform::ResultDocuments> NewResultDocuments();
+
+// While it lives, the file cannot be replaced: on Windows another program has it open, elsewhere
+// its folder may not be written.
+std::shared_ptr<void> Held(const std::filesystem::path& file);
 
 // A full path in the build's own spelling, as the component would be given it ("Z:\tmp\x" under
 // Wine).

@@ -76,6 +76,19 @@ TEST_F(Files, ContentsInPlaceOfAFolderAreAnErrorAndNothingIsLeft) {
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
+TEST_F(Files, AFileThatCannotBeReplacedKeepsItsContentsAndNoOtherIsLeft) {
+  folder_.Write("In.xml", "earlier");
+  {
+    const auto held = Held(folder_.path() / "In.xml");
+    ASSERT_TRUE(held);
+    EXPECT_EQ(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / "In.xml", "later"); }), 70);
+  }
+  EXPECT_EQ(folder_.Read("In.xml"), "earlier");
+  EXPECT_EQ(FilesInFolder(), 1U);
+  files_->ReplaceContents(folder_ / "In.xml", "later");
+  EXPECT_EQ(folder_.Read("In.xml"), "later");
+}
+
 TEST_F(Files, ANameThatCannotBeOneIsAnError) {
   const std::string longName(5000, 'x');
   EXPECT_NE(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / longName, "x"); }), 0);

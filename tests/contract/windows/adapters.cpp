@@ -7,6 +7,7 @@
 #include "automation/text.h"
 #include "windows/ado_database.h"
 #include "windows/msxml_documents.h"
+#include "windows/win32.h"
 #include "windows/win32_files.h"
 
 namespace contract {
@@ -39,6 +40,12 @@ std::unique_ptr<platform::Files> NewFiles() {
 std::unique_ptr<platform::ResultDocuments> NewResultDocuments() {
   EnterApartment();
   return std::make_unique<::windows::MsxmlDocuments>();
+}
+
+std::shared_ptr<void> Held(const std::filesystem::path& file) {
+  const HANDLE handle =
+      CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  return handle == INVALID_HANDLE_VALUE ? nullptr : std::shared_ptr<void>(handle, CloseHandle);
 }
 
 std::u16string PathText(const std::string& nativePath) {

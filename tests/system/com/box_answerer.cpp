@@ -27,6 +27,17 @@ std::wstring BoxText(HWND box) {
   return {};
 }
 
+// Of the box's one static control that holds an icon.
+HICON BoxIcon(HWND box) {
+  HWND control = nullptr;
+  while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
+    if ((GetWindowLongW(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
+      return reinterpret_cast<HICON>(SendMessageW(control, STM_GETICON, 0, 0));
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 BoxAnswerer::~BoxAnswerer() {
@@ -68,7 +79,7 @@ bool BoxAnswerer::IsMine(HWND box) const {
 void BoxAnswerer::Answer(HWND box) {
   {
     const std::lock_guard lock(mutex_);
-    shown_.push_back({.title = TextOf(box), .text = BoxText(box)});
+    shown_.push_back({.title = TextOf(box), .text = BoxText(box), .icon = BoxIcon(box)});
   }
   if (atBox_) {
     atBox_();

@@ -12,6 +12,7 @@ namespace system_tests {
 struct ShownBox {
   std::wstring title;
   std::wstring text;
+  HICON icon = nullptr;
 };
 
 enum class Boxes { OfThisProcess, OfEveryProcess };

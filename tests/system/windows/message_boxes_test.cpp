@@ -31,6 +31,22 @@ TEST(MessageBoxes, CarryTheComponentsNameWhenTheyHaveNoTitle) {
   EXPECT_EQ(user.Shown()[0].title, L"Vilnor");
 }
 
+TEST(MessageBoxes, CarryTheSystemsIcons) {
+  struct Case {
+    Icon icon;
+    LPCWSTR systemIcon;
+  };
+  for (const auto& [icon, systemIcon] : {Case{Icon::Critical, IDI_ERROR},
+                                         {Icon::Exclamation, IDI_WARNING},
+                                         {Icon::Question, IDI_QUESTION}}) {
+    const BoxAnswerer user;
+    ::windows::MessageBoxes().Show({.text = u"text", .title = u"title", .icon = icon});
+    ASSERT_EQ(user.Shown().size(), 1U);
+    EXPECT_NE(user.Shown()[0].icon, nullptr);
+    EXPECT_EQ(user.Shown()[0].icon, LoadIconW(nullptr, systemIcon));
+  }
+}
+
 TEST(MessageBoxes, TellYesFromNo) {
   const platform::MessageBox question = {
       .text = u"?", .title = u"?", .icon = Icon::Question, .buttons = Buttons::YesNo};

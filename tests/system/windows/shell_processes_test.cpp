@@ -3,7 +3,7 @@
 #include <array>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <iterator>
+#include <string>
 
 #include "fakes/printing.h"
 #include "system/windows/noting_program.h"
@@ -42,15 +42,19 @@ class ShellProcesses : public testing::Test {
     return condition();
   }
 
-  // What the program noted, as soon as it can be read; "" when it never can.
-  std::wstring Note() const {
-    std::string noted;
+  // The lines that the program noted, as soon as they can be read; "" when they never can.
+  struct Note {
+    std::wstring commandLine;
+    std::wstring window;
+  };
+  Note Noted() const {
+    std::string commandLine;
+    std::string window;
     Wait([&] {
       std::ifstream file(note_, std::ios::binary);
-      noted.assign(std::istreambuf_iterator<char>(file), {});
-      return !noted.empty();
+      return std::getline(file, commandLine) && std::getline(file, window);
     });
-    return {noted.begin(), noted.end()};
+    return {{commandLine.begin(), commandLine.end()}, {window.begin(), window.end()}};
   }
 
   // The number of the error that starting raises, 0 for none.
@@ -68,7 +72,23 @@ TEST_F(ShellProcesses, HandOverTheCommandLineAsItIs) {
   const std::wstring commandLine =
       program_.wstring() + L" path=\"C:\\X\\InNewCase1.xml\" version=2" + NoteTo(note_);
   EXPECT_EQ(ErrorOf(commandLine), 0);
-  EXPECT_EQ(Note(), commandLine);
+  EXPECT_EQ(Noted().commandLine, commandLine);
+}
+
+TEST_F(ShellProcesses, AskForANormalWindow) {
+  EXPECT_EQ(ErrorOf(program_.wstring() + NoteTo(note_)), 0);
+  EXPECT_EQ(Noted().window, L"show 1");
+}
+
+TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
+  const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
+  const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
+  const std::wstring commandLine = program_.wstring() + WaitFor(name) + NoteTo(note_);
+  EXPECT_EQ(ErrorOf(commandLine), 0);
+  EXPECT_FALSE(fs::exists(note_));
+  SetEvent(event);
+  EXPECT_EQ(Noted().commandLine, commandLine);
+  CloseHandle(event);
 }
 
 TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
@@ -76,7 +96,7 @@ TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
   fs::create_directory(inBlanks.parent_path());
   fs::copy_file(program_, inBlanks);
   EXPECT_EQ(ErrorOf(inBlanks.wstring() + NoteTo(note_)), 0);
-  EXPECT_THAT(Note(), testing::HasSubstr(inBlanks.wstring()));
+  EXPECT_THAT(Noted().commandLine, testing::HasSubstr(inBlanks.wstring()));
 }
 
 TEST_F(ShellProcesses, MissAProgramThatIsNotThere) {

@@ -1,0 +1,42 @@
+// Texts as other programs write them into the registry, which the component's own calls cannot.
+#include <string>
+
+#include "contract/registry_fixture.h"
+#include "windows/wide_text.h"
+#include "windows/win32.h"
+
+namespace contract {
+namespace {
+
+class RegistryText : public RegistryContract {
+ protected:
+  // The value as it is read after these bytes were written as its text.
+  std::u16string ReadFrom(const std::string& bytes) {
+    const auto key = Opened(path);
+    const LSTATUS status = RegSetValueExA(reinterpret_cast<HKEY>(key.key()), "Path", 0, REG_SZ,
+                                          reinterpret_cast<const BYTE*>(bytes.data()),
+                                          static_cast<DWORD>(bytes.size()));
+    EXPECT_EQ(status, ERROR_SUCCESS);
+    Api::Limits limits;
+    EXPECT_EQ(Registry().QueryLimits(key.key(), limits), Api::kSuccess);
+    Api::ValueEntry entry;
+    EXPECT_EQ(Registry().EnumValue(key.key(), 0, limits, entry), Api::kSuccess);
+    EXPECT_EQ(entry.name, u"Path");
+    EXPECT_EQ(entry.type, Api::kTypeText);
+    return entry.text;
+  }
+};
+
+TEST_F(RegistryText, EndsWhereItsDataEndsWithoutATerminatingZero) {
+  EXPECT_EQ(ReadFrom("C:\\Link"), u"C:\\Link");
+  EXPECT_EQ(ReadFrom(std::string("C:\\Link\0", 8)), u"C:\\Link");
+  EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"C:\\Link");
+}
+
+TEST_F(RegistryText, OfNoBytesIsEmpty) {
+  EXPECT_EQ(ReadFrom(""), u"");
+  EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"");
+}
+
+}  // namespace
+}  // namespace contract
