@@ -23,6 +23,8 @@ HOST_SECOND = APP_PATHS + r"\Kestra.Main.exe"
 HOST_THIRD = APP_PATHS + r"\Kestra32.exe"
 PLACES = (LINK, HOST_FIRST, HOST_SECOND, HOST_THIRD, PER_USER_SETTINGS)
 
+RESULT_WORDS = (["result"], ["ErrCode"], ["ErrMsg"])
+
 BOUND = 300  # seconds for one program; a result file of 50 MB takes its time
 
 
@@ -56,6 +58,11 @@ class HostRun:
         """Texts of the message boxes; a title that is not the usual one in front."""
         return [box.removeprefix('"Vilnor Link connection" ').removesuffix(" OK")
                 for box in self.starting_with("box ")]
+
+    @property
+    def result(self):
+        """What a function gave back, a line for each argument that it filled, too."""
+        return [line for line in self.lines if line.split()[0:1] in RESULT_WORDS]
 
     @property
     def events(self):

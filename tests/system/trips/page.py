@@ -24,9 +24,10 @@ def table(header, rows):
 
 def trips_table(outcomes):
     return table(
-        ["trip", "the host's call", "Vilnor Link's answer", "rows", "files left", "boxes",
-         "events", "also played on"],
-        [[trip.name, code([trip.call]), answer_of(trip), code(outcome.changes), outcome.left,
+        ["trip", "the host's call", "its result", "Vilnor Link's answer", "rows", "files left",
+         "boxes", "events", "also played on"],
+        [[trip.name, code([trip.call]), code(outcome.result), answer_of(trip),
+          code(outcome.changes), outcome.left,
           outcome.boxes, str(outcome.events), ALSO[trip.where]] for trip, outcome in outcomes])
 
 

@@ -31,8 +31,9 @@ class Report:
 
 @dataclass
 class Outcome:
-    """What one trip left behind."""
+    """What the host was given, and what one trip left behind."""
 
+    result: list
     changes: list
     left: list
     boxes: list
@@ -66,7 +67,7 @@ class TripRunner:
         self._report = report
 
     def _plan_of(self, trip):
-        if trip.person or trip.request is None:
+        if trip.person:
             return None
         return f"{trip.plan};wait=30000;keep={self._computer.windows_path(self._computer.kept)}"
 
@@ -101,7 +102,7 @@ class TripRunner:
                             if trip.waits else ["return"]))
         self._check_start(trip)
         self._check_fields(trip)
-        outcome = Outcome(changes.list(), self._files(), run.boxes, len(run.events))
+        outcome = Outcome(run.result, changes.list(), self._files(), run.boxes, len(run.events))
         self._check_outcome(trip, outcome, run)
         return outcome
 
@@ -115,9 +116,12 @@ class TripRunner:
 
     def _check_start(self, trip):
         """How the component started the link program; and the end of a trip without an answer."""
-        if trip.person or trip.request is None:
+        if trip.person:
             return
         computer = self._computer
+        if trip.request is None:
+            self._report.check(f"{trip.name}: nothing is started", False, computer.kept.exists())
+            return
         stem = trip.request.removesuffix(".xml") + "." if trip.request else ""
         kept = computer.kept / f"{stem}commandline.txt"
         came = wait_until(lambda: is_whole(kept))
@@ -138,6 +142,7 @@ class TripRunner:
 
     def _check_outcome(self, trip, outcome, run):
         name, report = trip.name, self._report
+        report.check(f"{name}: result", trip.result, outcome.result)
         report.check(f"{name}: rows", trip.changes, outcome.changes)
         report.check(f"{name}: files left", trip.left, outcome.left)
         report.hold(f"{name}: boxes", like(trip.boxes, outcome.boxes),

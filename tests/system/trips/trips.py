@@ -4,7 +4,8 @@ afterwards.
 `changes` lists the rows added (+), changed (~) and deleted (-) in the tables Vilnor, Journal and
 VilnorPasient; a moment within the trip reads "now". `boxes` are the component's message boxes, with
 their title where it is not "Vilnor Link connection". `left` are the files in the exchange
-directory. `request` is the request file that the link program was started with.
+directory. `request` is the request file that the link program was started with, None when it was not started.
+`result` is what a function gave the host.
 """
 
 from dataclasses import dataclass, field
@@ -17,6 +18,9 @@ QUESTION_TITLE = "Kestra Dental koppling till Vilnor Link"
 DELETED_QUESTION = (f'"{QUESTION_TITLE}" '
                     '"Ärendet är borttaget i Vilnor Link\\r\\n\\r\\n'
                     'Ta bort kopplingen till ärendet i Kestra?" YesNo')
+
+TOO_MANY_MEASURES = ('"Vilnor Link kan max ta emot 4 st planerade åtgärder per tand, ÖK och UK'
+                     '\\r\\nVäljer du OK följer inte samtliga uppgifter med från Kestra Dental"')
 
 NEW_LINK = ("+ Vilnor 104: PID=4711 BID=12 RID=3 CaseId=26100417 CaseType=9 Journal_ID=505 "
             "StatusCode=5 VilnorUser=anna RegDate=now")
@@ -45,11 +49,12 @@ def sent_application(**values):
 class Trip:
     name: str
     call: str                # the host's operation
-    request: str             # name of the request file, "" when there is none
+    request: str | None      # name of the request file, "" when there is none
     plan: str = ""           # what the link program answers
     person: bool = False     # a person answers in the link program's window instead
     answer: str = "ok"       # the user's answer to the component's boxes
     waits: bool = True       # the host waits for the link program's message
+    result: list = field(default_factory=list)
     changes: list = field(default_factory=list)
     left: list = field(default_factory=list)
     boxes: list = field(default_factory=list)
@@ -143,6 +148,12 @@ TRIPS = [
     Trip("application cancelled", "new-fhp 4711 12 3 77", "InNewFHP77.xml", "outcome=cancelled"),
     Trip("application with an unreadable result", "new-fhp 4711 12 3 77", "InNewFHP77.xml",
          "outcome=unreadable", left=["OutNewFHP77.xml"]),
+    Trip("application that is not there", "new-fhp 4711 12 3 999", None, waits=False,
+         boxes=[box("91 Object variable or With block variable not set in WriteNewFHP")]),
+    Trip("asking whether a plan fits", "ok-to-send 77", None, waits=False,
+         result=["result true", "ErrCode 0", 'ErrMsg ""']),
+    Trip("asking whether a plan fits that has too many measures", "ok-to-send 80", None,
+         waits=False, result=["result false", "ErrCode 100", f"ErrMsg {TOO_MANY_MEASURES}"]),
 
     # --- Without an answer.
     Trip("search of a patient's cases", "search 4711", "Search19850312-1234.xml", "outcome=sent",
@@ -150,5 +161,6 @@ TRIPS = [
     Trip("Vilnor Link alone", "open", "", "outcome=sent", waits=False),
 
     # --- Events: a connected host hears of what it calls itself.
-    Trip("asking whether an application is linked", "fhp-exists 71", None, waits=False, events=4),
+    Trip("asking whether an application is linked", "fhp-exists 71", None, waits=False, events=4,
+         result=["result true"]),
 ]
