@@ -2,7 +2,7 @@
 
 import fnmatch
 import xml.etree.ElementTree as tree
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 
 from computer import HOST_FIRST, LINK, is_whole, wait_until
 from databases import Changes
@@ -33,11 +33,11 @@ class Report:
 class Outcome:
     """What the host was given, and what one trip left behind."""
 
-    result: list
     changes: list
     left: list
     boxes: list
     events: int
+    result: list = field(default_factory=list)
 
 
 def form_fields(file):
@@ -102,7 +102,7 @@ class TripRunner:
                             if trip.waits else ["return"]))
         self._check_start(trip)
         self._check_fields(trip)
-        outcome = Outcome(run.result, changes.list(), self._files(), run.boxes, len(run.events))
+        outcome = Outcome(changes.list(), self._files(), run.boxes, len(run.events), run.result)
         self._check_outcome(trip, outcome, run)
         return outcome
 
