@@ -161,20 +161,6 @@ std::u16string ExponentText(const Scientific& number, char16_t separator) {
          (exponent.size() < 2 ? u"0" + exponent : exponent);
 }
 
-bool TextToBool(const std::u16string& text, const Regional& regional) {
-  if (EqualsNoCase(text, u"True")) {
-    return true;
-  }
-  if (EqualsNoCase(text, u"False")) {
-    return false;
-  }
-  const auto number = ParseNumber(text, regional);
-  if (!number) {
-    Fail(RuntimeError::TypeMismatch);
-  }
-  return *number != 0;
-}
-
 double TextToDouble(const std::u16string& text, const Regional& regional) {
   const auto number = ParseNumber(text, regional);
   if (!number) {
@@ -184,6 +170,16 @@ double TextToDouble(const std::u16string& text, const Regional& regional) {
     Fail(RuntimeError::Overflow);
   }
   return *number;
+}
+
+bool TextToBool(const std::u16string& text, const Regional& regional) {
+  if (EqualsNoCase(text, u"True")) {
+    return true;
+  }
+  if (EqualsNoCase(text, u"False")) {
+    return false;
+  }
+  return TextToDouble(text, regional) != 0;
 }
 
 // As the runtime prints a decimal: without the zeros that end its places.

@@ -27,7 +27,7 @@ Date ToDate(const Value& value, const Regional& regional);
 // Rounds half to even into 32 bits; error 6 outside.
 std::int32_t RoundToInt32(double number);
 // The number that a text holds (sign, grouping, decimal separator, exponent, blanks around), or
-// nothing.
+// nothing; infinite beyond a double's range.
 std::optional<double> ParseNumber(std::u16string_view text, const Regional& regional);
 std::u16string NumberText(double number, const Regional& regional);
 // "Fixed": at least one digit before and exactly two behind the decimal separator, half away from

@@ -82,6 +82,7 @@ TEST(Booleans, AreReadFromNumbersAndTheirOwnTexts) {
   EXPECT_FALSE(ToBool(u"False", kUs));
   EXPECT_TRUE(ToBool(u"7", kUs));
   EXPECT_EQ(ErrorNumberOf([] { ToBool(u"ja", kUs); }), 13);
+  EXPECT_EQ(ErrorNumberOf([] { ToBool(u"1e400", kUs); }), 6);
   EXPECT_EQ(ToInt32(true, kUs), -1);
   EXPECT_EQ(ToText(true, kUs), u"True");
   EXPECT_EQ(ToText(false, kUs), u"False");
