@@ -46,6 +46,10 @@ struct Document {
     const Clinic::Inside inside(clinic);
     content = ContentOf(application.Build());
   }
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+  ~Document() { std::filesystem::remove(path); }
+
   Clinic clinic;
   Application application;
   Content content;
