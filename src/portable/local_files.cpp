@@ -97,6 +97,7 @@ void LocalFiles::ReplaceContents(const std::u16string& path, std::string_view by
   const TemporaryFile temporary(target.string() + ".tmp");
   std::error_code error;
   if (!fs::is_directory(target.parent_path(), error)) {
+    Check(error, RuntimeError::PathNotFound);
     throw AutomationError(RuntimeError::PathNotFound);
   }
   errno = 0;
