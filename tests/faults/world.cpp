@@ -22,7 +22,7 @@ using automation::FromUtf8;
 // The host's database, made once.
 const fs::path& TemplateDatabase() {
   static const fs::path path = [] {
-    const fs::path made =
+    fs::path made =
         fs::temp_directory_path() / ("vilnor-faults-" + std::to_string(getpid()) + ".db");
     fs::remove(made);
     const std::string command = "python3 " VILNOR_SOURCE_DIR

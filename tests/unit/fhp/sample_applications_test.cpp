@@ -71,7 +71,7 @@ class OnHostDatabase : public fakes::ComponentFixture {
   explicit OnHostDatabase(const HostProduct& product) {
     std::filesystem::create_directories(folder / "Vilnor");
     locale.UseSwedish();
-    platform::Use(real);
+    platform::Use(real_);
     util::CurrentSession().gConnectionParameter = product.connectionString;
     static std::set<std::string> loaded;
     if (loaded.insert(product.name).second) {
@@ -84,9 +84,9 @@ class OnHostDatabase : public fakes::ComponentFixture {
   }
 
  private:
-  portable::OdbcDatabase odbc;
-  platform::Platform real{clock,        locale,   dialogs, processes, files,
-                          userSettings, registry, odbc,    documents, windows};
+  portable::OdbcDatabase odbc_;
+  platform::Platform real_{clock,        locale,   dialogs, processes, files,
+                           userSettings, registry, odbc_,   documents, windows};
 };
 
 using Case = std::tuple<HostProduct, Sample>;

@@ -79,9 +79,9 @@ class LinkProgram : public fakes::ComponentFixture {
   // Ports that a test has taken the place of.
   void UsePorts(platform::Files& someFiles, platform::UserSettings& someSettings,
                 platform::RegistryApi& someRegistry) {
-    changed.emplace(platform::Platform{clock, locale, dialogs, processes, someFiles, someSettings,
-                                       someRegistry, database, documents, windows});
-    platform::Use(*changed);
+    changed_.emplace(platform::Platform{clock, locale, dialogs, processes, someFiles, someSettings,
+                                        someRegistry, database, documents, windows});
+    platform::Use(*changed_);
   }
   std::u16string& Setting() { return userSettings.stored[{u"KESTRA", u"Environment", u"Vilnor"}]; }
   std::u16string FileOf(const std::string& name, const std::string& bytes) const {
@@ -90,7 +90,7 @@ class LinkProgram : public fakes::ComponentFixture {
   }
 
  private:
-  std::optional<platform::Platform> changed;
+  std::optional<platform::Platform> changed_;
 };
 
 TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {

@@ -65,12 +65,12 @@ class NoLocale : public platform::Locale {
 
 class WithoutALocale : public UtilTest {
  protected:
-  WithoutALocale() { platform::Use(withoutLocale); }
+  WithoutALocale() { platform::Use(withoutLocale_); }
 
  private:
-  NoLocale none;
-  platform::Platform withoutLocale{clock,        none,     dialogs,  processes, files,
-                                   userSettings, registry, database, documents, windows};
+  NoLocale none_;
+  platform::Platform withoutLocale_{clock,        none_,    dialogs,  processes, files,
+                                    userSettings, registry, database, documents, windows};
 };
 
 TEST_F(WithoutALocale, TheDateFormatIsReportedAndEmpty) {
