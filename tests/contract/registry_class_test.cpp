@@ -1,6 +1,4 @@
 // The registry class on this build's registry.
-#include <algorithm>
-#include <chrono>
 
 #include "contract/registry_fixture.h"
 #include "registry/errors.h"
@@ -92,41 +90,19 @@ TEST_F(RegistryClass, LoadsNamesAndDataAtTheSystemsLimits) {
   EXPECT_EQ(key.GetSubKey(0), longestKey);
 }
 
-class RegistryClassAtSize : public RegistryContract {
- protected:
-  static void Fill(const std::u16string& keyPath, int count) {
-    const auto handle = Opened(keyPath);
-    for (int i = 0; i < count; ++i) {
+// That each item costs one call of the system, the unit tests hold; here the system keeps so many.
+TEST_F(RegistryClass, LoadsTenThousandValues) {
+  constexpr int many = 10000;
+  {
+    const auto handle = Opened(path + u"\\Many");
+    for (int i = 0; i < many; ++i) {
       ASSERT_EQ(Registry().SetTextValue(handle.key(), u"v" + Decimal10(i), u"text " + Decimal10(i)),
                 Api::kSuccess);
     }
   }
-  static std::chrono::nanoseconds TimeOf(registry::CRegistry& key) {
-    const auto start = std::chrono::steady_clock::now();
-    key.Refresh();
-    return std::chrono::steady_clock::now() - start;
-  }
-};
-
-TEST_F(RegistryClassAtSize, LoadsTenThousandValuesInTimeThatGrowsLinearly) {
-  constexpr int few = 1000;
-  constexpr int many = 10000;
-  Fill(path + u"\\Few", few);
-  Fill(path + u"\\Many", many);
-  auto small = Loaded(path + u"\\Few");
-  auto large = Loaded(path + u"\\Many");
-  EXPECT_EQ(small.ValueCount(), few);
-  EXPECT_EQ(large.ValueCount(), many);
-  EXPECT_EQ(large.GetValue(u"v9999"), u"text 9999");
-  // The least of runs that take turns, so that other work of the machine does not count.
-  auto timeOfFew = std::chrono::nanoseconds::max();
-  auto timeOfMany = std::chrono::nanoseconds::max();
-  for (int run = 0; run < 5; ++run) {
-    timeOfFew = std::min(timeOfFew, TimeOf(small));
-    timeOfMany = std::min(timeOfMany, TimeOf(large));
-  }
-  // Ten times the values; a hundred times the time would be quadratic.
-  EXPECT_LT(timeOfMany, timeOfFew * 40);
+  const auto key = Loaded(path + u"\\Many");
+  EXPECT_EQ(key.ValueCount(), many);
+  EXPECT_EQ(key.GetValue(u"v9999"), u"text 9999");
 }
 
 }  // namespace
