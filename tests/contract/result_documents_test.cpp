@@ -90,6 +90,18 @@ TEST_F(ResultDocuments, DoNotReadExternalEntities) {
   }
 }
 
+TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
+  constexpr int levels = 100000;
+  std::string nested;
+  for (int level = 0; level < levels; ++level) {
+    nested += "<a>";
+  }
+  for (int level = 0; level < levels; ++level) {
+    nested += "</a>";
+  }
+  EXPECT_NE(Load(nested)->GetParseError().code, 0);
+}
+
 TEST_F(ResultDocuments, LeaveTheFileFree) {
   auto document = Load("<r><a>1</a></r>");
   EXPECT_EQ(ErrorNumberOf([&] { NewFiles()->DeleteFile(folder_ / "Out Åsa.xml"); }), 0);

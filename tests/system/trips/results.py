@@ -3,6 +3,7 @@
 The host reads each directly, so that it hears the component's events. `content` is put where the
 link program leaves its result."""
 
+import socket
 from dataclasses import dataclass, field
 
 from computer import wait_until
@@ -76,6 +77,11 @@ def with_notes(count):
 
 ENTITY = ('<!DOCTYPE Result [<!ENTITY x SYSTEM "file:///C:/Kestra/secret.txt">]>'
           + BODY.replace("anna", "anna&x;"))
+# PORT becomes that of a listener on this machine, which nobody may call.
+PORT = b"@PORT@"
+CALLING = (f'<!DOCTYPE Result SYSTEM "http://127.0.0.1:{PORT.decode()}/result.dtd" '
+           f'[<!ENTITY x SYSTEM "http://127.0.0.1:{PORT.decode()}/x">]>'
+           + BODY.replace("anna", "anna&x;"))
 OUTSIDE_TYPE = '<!DOCTYPE Result SYSTEM "file:///C:/Kestra/secret.dtd">' + BODY
 DOUBLINGS = "".join(f'<!ENTITY d{i} "&d{i - 1};&d{i - 1};">' for i in range(1, 31))
 BOMB = (f'<!DOCTYPE Result [<!ENTITY d0 "lots">{DOUBLINGS}]>' + BODY.replace("anna", "&d30;"))
@@ -113,7 +119,10 @@ RESULTS = [
            changes=ENTERED, events=1),
     Result("with an outside document type, which is not read", as_it_is(OUTSIDE_TYPE),
            changes=ENTERED, events=1),
+    Result("with an entity and a document type of a server, which is not called",
+           as_it_is(CALLING), changes=ENTERED, events=1),
     ignored("with entities that grow without end", as_it_is(BOMB)),
+    ignored("nested 100,000 levels deep", as_it_is("<A>" * 100_000 + BODY + "</A>" * 100_000)),
     entered("of 9 MB", with_notes(9)),
     # Windows' own parser takes it.
     ignored("of 50 MB, which Wine's parser refuses", with_notes(50)),
@@ -137,6 +146,14 @@ RESULTS = [
 ]
 
 
+def was_called(listener):
+    try:
+        listener.accept()[0].close()
+    except BlockingIOError:
+        return False
+    return True
+
+
 class ResultRunner:
     def __init__(self, computer, database, report):
         self._computer = computer
@@ -151,8 +168,10 @@ class ResultRunner:
         (computer.host_folder / "secret.txt").write_text(SECRET)
         (computer.host_folder / "secret.dtd").write_text("<!ELEMENT broken")
         path = computer.exchange / result.file
+        listener = socket.create_server(("127.0.0.1", 0))
+        listener.setblocking(False)
         if result.content is not None:
-            path.write_bytes(result.content)
+            path.write_bytes(result.content.replace(PORT, b"%d" % listener.getsockname()[1]))
         if result.read_only:
             path.chmod(0o444)
         changes = Changes(self._database)
@@ -160,6 +179,9 @@ class ResultRunner:
         outcome = Outcome(changes.list(), [file.name for file in computer.exchange.iterdir()],
                           run.boxes, len(run.events))
         self._report.check(f"{name}: the host ends well", 0, run.status)
+        if PORT in (result.content or b""):
+            self._report.hold(f"{name}: nobody is called", not was_called(listener), "a call came")
+        listener.close()
         self._report.check(f"{name}: rows", result.changes, outcome.changes)
         self._report.check(f"{name}: files left", [result.file] if result.stays else [],
                            outcome.left)
