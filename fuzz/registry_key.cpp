@@ -79,9 +79,7 @@ void Call(Member member) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::World world;
   HostileRegistry registry(data, size);
-  platform::Platform ports{world.clock,     world.locale,       world.dialogs, world.processes,
-                           world.files,     world.userSettings, registry,      world.database,
-                           world.documents, world.windows};
+  platform::Platform ports = fakes::With(world.ports, registry);
   platform::Use(ports);
   registry::CRegistry key;
   Call([&] { key.SetKey(u"SOFTWARE\\Kestra"); });

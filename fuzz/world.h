@@ -12,12 +12,7 @@
 
 #include "automation/text.h"
 #include "db/connection_state.h"
-#include "fakes/fake_database.h"
-#include "fakes/fakes.h"
-#include "platform/platform.h"
-#include "portable/local_files.h"
-#include "portable/memory_registry.h"
-#include "portable/xml_documents.h"
+#include "fakes/ports.h"
 #include "util/session.h"
 
 // What libFuzzer, or replay.cpp, calls with each input.
@@ -63,7 +58,7 @@ class Folder {
 };
 
 // Fresh for each input.
-class World {
+class World : public fakes::Ports {
  public:
   World() {
     platform::Use(ports);
@@ -91,19 +86,6 @@ class World {
   static std::u16string PathOf(const std::string& name) {
     return automation::FromUtf8((Place() / name).string());
   }
-
-  fakes::Clock clock;
-  fakes::Locale locale;
-  fakes::Dialogs dialogs;
-  fakes::Processes processes;
-  portable::LocalFiles files;
-  fakes::UserSettings userSettings;
-  portable::MemoryRegistry registry;
-  fakes::Database database;
-  portable::XmlDocuments documents;
-  fakes::WindowSystem windows;
-  platform::Platform ports{clock,        locale,   dialogs,  processes, files,
-                           userSettings, registry, database, documents, windows};
 };
 
 }  // namespace fuzz

@@ -46,7 +46,7 @@ const PracticeDatabase& SmallPractice() {
 
 Clinic::Clinic(const PracticeDatabase& practice) {
   const Inside inside(*this);
-  locale_.UseSwedish();
+  doubles_.locale.UseSwedish();
   vilnor_ = std::make_unique<host::BVilnor>(events_);
   vilnor_->InitVilnor(practice.connectionString, 1, practice.dbType);
   beside_ = database_.NewConnection();
@@ -76,7 +76,8 @@ void Clinic::Run(const std::u16string& statement) const {
 }
 
 std::string Clinic::FirstComplaint() const {
-  return dialogs_.shown.empty() ? "" : automation::ToUtf8(dialogs_.shown.front().text);
+  return doubles_.dialogs.shown.empty() ? ""
+                                        : automation::ToUtf8(doubles_.dialogs.shown.front().text);
 }
 
 }  // namespace benchmarks

@@ -7,13 +7,9 @@
 #include <vector>
 
 #include "db/connection_state.h"
-#include "fakes/fakes.h"
+#include "fakes/ports.h"
 #include "host/b_vilnor.h"
-#include "platform/platform.h"
-#include "portable/local_files.h"
-#include "portable/memory_registry.h"
 #include "portable/odbc_database.h"
-#include "portable/xml_documents.h"
 #include "util/session.h"
 
 namespace benchmarks {
@@ -71,18 +67,9 @@ class Clinic {
  private:
   void ExchangeThreadState();
 
-  fakes::Clock clock_;
-  fakes::Locale locale_;
-  fakes::Dialogs dialogs_;
-  fakes::Processes processes_;
-  portable::LocalFiles files_;
-  fakes::UserSettings settings_;
-  portable::MemoryRegistry registry_;
+  fakes::Ports doubles_;
   portable::OdbcDatabase database_;
-  portable::XmlDocuments documents_;
-  fakes::WindowSystem windows_;
-  platform::Platform ports_{clock_,    locale_,   dialogs_,  processes_, files_,
-                            settings_, registry_, database_, documents_, windows_};
+  platform::Platform ports_ = fakes::With(doubles_.ports, database_);
   // What the component keeps for a thread, while the thread is elsewhere.
   db::ConnectionState connectionState_;
   util::Session session_;

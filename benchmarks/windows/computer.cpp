@@ -1,6 +1,7 @@
 #include "windows/computer.h"
 
 #include "automation/text.h"
+#include "fakes/with.h"
 #include "platform/database.h"
 #include "windows/harness.h"
 #include "windows/wide_text.h"
@@ -16,27 +17,13 @@ void RegisterPath(const wchar_t* key, const std::wstring& path) {
                   static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
 }
 
-platform::Platform With(const platform::Platform& system, fakes::Dialogs& dialogs,
-                        platform::Processes& processes) {
-  return {.clock = system.clock,
-          .locale = system.locale,
-          .dialogs = dialogs,
-          .processes = processes,
-          .files = system.files,
-          .userSettings = system.userSettings,
-          .registry = system.registry,
-          .database = system.database,
-          .resultDocuments = system.resultDocuments,
-          .windows = system.windows};
-}
-
 }  // namespace
 
 Computer::Computer(const fs::path& database)
     : folder_(fs::temp_directory_path() / L"Kestra"),
       connectionString_(u"Driver=SQLite3;Database=" +
                         windows::FromWide((folder_ / L"kestra.db").wstring())),
-      ports_(With(system_.platform(), dialogs_, processes_)) {
+      ports_(fakes::With(system_.platform(), dialogs_, processes_)) {
   fs::create_directories(exchangeFolder());
   fs::copy_file(database, folder_ / L"kestra.db", fs::copy_options::overwrite_existing);
   RegisterPath(L"SOFTWARE\\Kestra\\Kestra.Main.exe", folder_.wstring() + L"\\");

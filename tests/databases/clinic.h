@@ -13,6 +13,7 @@
 #include "db/connection_state.h"
 #include "fakes/fakes.h"
 #include "fakes/printing.h"
+#include "fakes/with.h"
 #include "platform/platform.h"
 #include "util/session.h"
 
@@ -49,16 +50,8 @@ class Clinic : public testing::TestWithParam<Product> {
   fakes::Locale locale;
   fakes::Dialogs dialogs;
   fakes::WindowSystem windows;
-  platform::Platform platform{clock,
-                              locale,
-                              dialogs,
-                              contract::RegistryPlatform().processes,
-                              contract::RegistryPlatform().files,
-                              contract::RegistryPlatform().userSettings,
-                              contract::RegistryPlatform().registry,
-                              database,
-                              contract::RegistryPlatform().resultDocuments,
-                              windows};
+  platform::Platform platform =
+      fakes::With(contract::RegistryPlatform(), clock, locale, dialogs, database, windows);
   util::Session& session = util::CurrentSession();
 
  private:

@@ -2,12 +2,10 @@
 #pragma once
 
 #include <functional>
-#include <memory>
-#include <optional>
 #include <string>
 
 #include "automation/automation_error.h"
-#include "platform/database.h"
+#include "fakes/intercepted_database.h"
 
 namespace databases {
 
@@ -20,37 +18,31 @@ enum class Break {
   Afterwards
 };
 
-// What all connections and recordsets of a SteppingDatabase share.
-struct Steps {
-  int count = 0;
-  int breaksAt = 0;
-  Break how = Break::Instead;
-  bool rollbackFails = false;
-  std::u16string brokenCall = {};
-  // Called in front of each step with its number.
-  std::function<void(int)> before = {};
-};
-
-class SteppingDatabase : public platform::Database {
+// Steps are the calls that reach the database: connections, statements, closings, and of a
+// transaction beginning and end, but no rollback.
+class SteppingDatabase : public fakes::InterceptedDatabase {
  public:
-  explicit SteppingDatabase(platform::Database& inner) : inner_(inner) {}
-  std::unique_ptr<platform::Connection> NewConnection() override;
-  std::unique_ptr<platform::Recordset> NewRecordset() override;
+  using InterceptedDatabase::InterceptedDatabase;
 
-  // The step-th call from now (1 is the next) breaks. Rollbacks are no steps; when they fail, they
-  // do not reach the database.
-  void BreakStep(int step, Break how, bool rollbackFails = false) {
-    *steps_ = {.breaksAt = step, .how = how, .rollbackFails = rollbackFails};
-  }
-  // From now on `before` is called in front of each step.
-  void Watch(std::function<void(int)> before) { *steps_ = {.before = std::move(before)}; }
-  void BreakNothing() { *steps_ = {}; }
+  // The step-th call from now (1 is the next) breaks. Rollbacks that fail do not reach the
+  // database.
+  void BreakStep(int step, Break how, bool rollbackFails = false);
+  // From now on `before` is called in front of each step with its number.
+  void Watch(std::function<void(int)> before);
+  void BreakNothing();
   // The call that broke, nothing when the step has not come.
-  const std::u16string& BrokenCall() const { return steps_->brokenCall; }
+  const std::u16string& BrokenCall() const { return brokenCall_; }
 
  private:
-  platform::Database& inner_;
-  std::shared_ptr<Steps> steps_ = std::make_shared<Steps>();
+  void On(fakes::DatabaseCall call, const std::u16string& statement,
+          const std::function<void()>& work) override;
+
+  int count_ = 0;
+  int breaksAt_ = 0;
+  Break how_ = Break::Instead;
+  bool rollbackFails_ = false;
+  std::u16string brokenCall_;
+  std::function<void(int)> before_;
 };
 
 }  // namespace databases

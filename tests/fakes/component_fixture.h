@@ -11,22 +11,15 @@
 
 #include "automation/text.h"
 #include "db/connection_state.h"
-#include "fakes/fake_database.h"
-#include "fakes/fakes.h"
-#include "fakes/printing.h"
-#include "platform/platform.h"
-#include "portable/local_files.h"
-#include "portable/memory_registry.h"
-#include "portable/xml_documents.h"
+#include "fakes/ports_fixture.h"
 #include "util/session.h"
 
 namespace fakes {
 
-class ComponentFixture : public testing::Test {
+class ComponentFixture : public PortsFixture {
  protected:
   ComponentFixture() {
     std::filesystem::create_directories(folder);
-    platform::Use(ports);
     util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
                               .gKestraLangID = 1,
                               .gDbType = 1,
@@ -60,19 +53,6 @@ class ComponentFixture : public testing::Test {
   // What the host registers, with the trailing backslash that the component relies on.
   std::u16string hostPath = automation::FromUtf8(folder.string()) + u"\\";
   std::u16string exchangeDirectory = hostPath + u"Vilnor";
-
-  Clock clock;
-  Locale locale;
-  Dialogs dialogs;
-  Processes processes;
-  portable::LocalFiles files;
-  UserSettings userSettings;
-  portable::MemoryRegistry registry;
-  Database database;
-  portable::XmlDocuments documents;
-  WindowSystem windows;
-  platform::Platform ports{clock,        locale,   dialogs,  processes, files,
-                           userSettings, registry, database, documents, windows};
 };
 
 }  // namespace fakes

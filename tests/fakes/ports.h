@@ -1,11 +1,9 @@
-// A whole platform of doubles, for the rooms that know nothing of the host's database.
+// A whole platform of doubles.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include "fakes/fake_database.h"
 #include "fakes/fakes.h"
-#include "fakes/printing.h"
+#include "fakes/with.h"
 #include "platform/platform.h"
 #include "portable/local_files.h"
 #include "portable/memory_registry.h"
@@ -13,10 +11,7 @@
 
 namespace fakes {
 
-class PortsFixture : public testing::Test {
- protected:
-  PortsFixture() { platform::Use(ports); }
-
+struct Ports {
   Clock clock;
   Locale locale;
   Dialogs dialogs;

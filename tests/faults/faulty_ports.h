@@ -1,12 +1,13 @@
 // Ports that pass every call on to a working one unless the plan lets it fail.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 
+#include "fakes/intercepted_database.h"
 #include "faults/fault_plan.h"
-#include "platform/database.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 #include "platform/registry_api.h"
@@ -119,15 +120,16 @@ class FaultyRegistry : public platform::RegistryApi {
   platform::RegistryApi& inner_;
 };
 
-class FaultyDatabase : public platform::Database {
+class FaultyDatabase : public fakes::InterceptedDatabase {
  public:
-  FaultyDatabase(FaultPlan& plan, platform::Database& inner) : plan_(plan), inner_(inner) {}
-  std::unique_ptr<platform::Connection> NewConnection() override;
-  std::unique_ptr<platform::Recordset> NewRecordset() override;
+  FaultyDatabase(FaultPlan& plan, platform::Database& inner)
+      : InterceptedDatabase(inner), plan_(plan) {}
 
  private:
+  void On(fakes::DatabaseCall call, const std::u16string& statement,
+          const std::function<void()>& work) override;
+
   FaultPlan& plan_;
-  platform::Database& inner_;
 };
 
 class FaultyDocuments : public platform::ResultDocuments {

@@ -68,7 +68,7 @@ World::World()
   registry.SetText(portable::MemoryRegistry::kLocalMachine, u"SOFTWARE\\Kestra\\Kestra.Main.exe",
                    u"Path", home);
   RegisterLinkProgram();
-  platform::Use(ports_);
+  platform::Use(faulty_);
   vilnor_ = std::make_unique<host::BVilnor>(events);
   vilnor_->InitVilnor(ConnectionString(folder_), 1, 1);
   plan.Clear();
@@ -82,19 +82,21 @@ World::~World() {
   fs::remove_all(folder_);
 }
 
-Rows World::ReadRows() const {
-  portable::OdbcDatabase database;
-  const auto connection = database.NewConnection();
+std::unique_ptr<platform::Connection> World::OwnConnection() const {
+  auto connection = portable::OdbcDatabase().NewConnection();
   connection->Open(ConnectionString(folder_), u"", u"", -1);
+  return connection;
+}
+
+Rows World::ReadRows() const {
+  const auto connection = OwnConnection();
   return {Query(*connection, u"SELECT * FROM Vilnor ORDER BY VilnorId", 11),
           Query(*connection, u"SELECT * FROM Journal ORDER BY ID", 10),
           Query(*connection, u"SELECT * FROM VilnorPasient ORDER BY PID", 2)};
 }
 
 std::vector<std::u16string> World::LooseEnds() const {
-  portable::OdbcDatabase database;
-  const auto connection = database.NewConnection();
-  connection->Open(ConnectionString(folder_), u"", u"", -1);
+  const auto connection = OwnConnection();
   auto loose = Query(*connection,
                      u"SELECT VilnorId FROM Vilnor v WHERE NOT EXISTS (SELECT 1 FROM Journal j "
                      u"WHERE j.ID = v.Journal_ID AND j.RefTBID = v.VilnorId)",
@@ -139,7 +141,7 @@ void World::RegisterLinkProgram() {
 
 void World::UseSettingInsteadOfRegistration(const std::u16string& path) {
   registry.SetText(portable::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path", u"");
-  settings_.Save(u"KESTRA", u"Environment", u"Vilnor", path);
+  userSettings.Save(u"KESTRA", u"Environment", u"Vilnor", path);
 }
 
 std::u16string World::PutProgram(const std::string& name) const {

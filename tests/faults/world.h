@@ -6,14 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "fakes/fakes.h"
+#include "fakes/ports.h"
 #include "faults/faulty_ports.h"
 #include "host/b_vilnor.h"
-#include "platform/platform.h"
-#include "portable/local_files.h"
-#include "portable/memory_registry.h"
 #include "portable/odbc_database.h"
-#include "portable/xml_documents.h"
 
 namespace faults {
 
@@ -31,7 +27,7 @@ class CountingEvents : public host::Events {
   int count = 0;
 };
 
-class World {
+class World : private fakes::Ports {
  public:
   World();
   World(const World&) = delete;
@@ -51,10 +47,10 @@ class World {
   std::vector<std::string> ExchangeFiles() const;
 
   FaultPlan plan;
-  fakes::Dialogs dialogs;
-  fakes::Processes processes;
   CountingEvents events;
-  portable::MemoryRegistry registry;
+  using Ports::dialogs;
+  using Ports::processes;
+  using Ports::registry;
 
   void RegisterLinkProgram();
   // The link program is not registered; the host's setting names its path.
@@ -66,23 +62,19 @@ class World {
   std::u16string exchangeDirectory() const;
 
  private:
+  // One that no fault strikes.
+  std::unique_ptr<platform::Connection> OwnConnection() const;
+
   std::filesystem::path folder_;
-  fakes::Clock clock_;
-  fakes::Locale locale_;
-  portable::LocalFiles files_;
-  fakes::UserSettings settings_;
-  portable::OdbcDatabase database_;
-  portable::XmlDocuments documents_;
-  fakes::WindowSystem windows_;
+  portable::OdbcDatabase odbc_;
   FaultyProcesses faultyProcesses_{plan, processes};
-  FaultyFiles faultyFiles_{plan, files_};
-  FaultySettings faultySettings_{plan, settings_};
+  FaultyFiles faultyFiles_{plan, files};
+  FaultySettings faultySettings_{plan, userSettings};
   FaultyRegistry faultyRegistry_{plan, registry};
-  FaultyDatabase faultyDatabase_{plan, database_};
-  FaultyDocuments faultyDocuments_{plan, documents_};
-  platform::Platform ports_{clock_,           locale_,         dialogs,         faultyProcesses_,
-                            faultyFiles_,     faultySettings_, faultyRegistry_, faultyDatabase_,
-                            faultyDocuments_, windows_};
+  FaultyDatabase faultyDatabase_{plan, odbc_};
+  FaultyDocuments faultyDocuments_{plan, documents};
+  platform::Platform faulty_ = fakes::With(ports, faultyProcesses_, faultyFiles_, faultySettings_,
+                                           faultyRegistry_, faultyDatabase_, faultyDocuments_);
   std::unique_ptr<host::BVilnor> vilnor_;
 };
 

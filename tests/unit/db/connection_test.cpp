@@ -124,7 +124,7 @@ TEST_F(SharedConnection, IsTheThreadsOwn) {
   DBVilnor operations;
   std::u16string userThere;
   std::thread([&] {
-    platform::Use(platform);
+    platform::Use(ports);
     EXPECT_EQ(util::CurrentSession().gConnectionParameter, u"");
     util::CurrentSession() = session;
     EXPECT_EQ(db::CurrentConnectionState().gConnection, nullptr);
@@ -143,7 +143,7 @@ TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
   DBVilnor operations;
   operations.DeleteVilnorUser(8);
   std::thread([&] {
-    platform::Use(platform);
+    platform::Use(ports);
     util::CurrentSession() = session;
     EXPECT_EQ(db::CurrentConnectionState().gSql, u"");
     DBVilnor().DeleteVilnorUser(9);
@@ -195,8 +195,7 @@ class RenewingDialogs : public fakes::Dialogs {
 
 TEST_F(ComponentsOwnObject, SurvivesItsOwnCallWhenItsBoxLetsAnotherOperationIn) {
   RenewingDialogs renewing;
-  platform::Platform reentered{clock,        locale,   renewing, processes, files,
-                               userSettings, registry, database, documents, windows};
+  platform::Platform reentered = fakes::With(ports, renewing);
   platform::Use(reentered);
   database.FailStatement(u"Delete from Journal", kScriptedFailure);
   db::RenewGDB()->DeleteFHP(77);

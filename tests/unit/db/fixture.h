@@ -6,13 +6,7 @@
 #include <vector>
 
 #include "db/connection_state.h"
-#include "fakes/fake_database.h"
-#include "fakes/fakes.h"
-#include "fakes/printing.h"
-#include "platform/platform.h"
-#include "portable/local_files.h"
-#include "portable/memory_registry.h"
-#include "portable/xml_documents.h"
+#include "fakes/ports_fixture.h"
 #include "util/session.h"
 
 namespace unit {
@@ -25,11 +19,10 @@ inline std::u16string BoxIn(const std::u16string& procedure) {
 inline const std::u16string kAlreadyOpen =
     u"3705 Operation is not allowed when the object is open. in ";
 
-class DbTest : public testing::Test {
+class DbTest : public fakes::PortsFixture {
  protected:
   DbTest() {
     ForgetThreadState();
-    platform::Use(platform);
     session = {.gConnectionParameter = u"Driver=Test;Database=clinic",
                .gKestraLangID = 1,
                .gDbType = 1,
@@ -46,18 +39,6 @@ class DbTest : public testing::Test {
   std::vector<std::u16string> Boxes() const { return dialogs.Texts(); }
 
   util::Session& session = util::CurrentSession();
-  fakes::Database database;
-  fakes::Dialogs dialogs;
-  fakes::Clock clock;
-  fakes::Locale locale;
-  fakes::Processes processes;
-  fakes::UserSettings userSettings;
-  fakes::WindowSystem windows;
-  portable::LocalFiles files;
-  portable::MemoryRegistry registry;
-  portable::XmlDocuments documents;
-  platform::Platform platform{clock,        locale,   dialogs,  processes, files,
-                              userSettings, registry, database, documents, windows};
 };
 
 }  // namespace unit

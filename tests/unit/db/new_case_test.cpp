@@ -41,8 +41,7 @@ TEST_F(NewCase, TakesTheTimeOfEachStatementWhenItIsBuilt) {
     }
     int calls = 0;
   } advancing;
-  platform::Platform later{advancing,    locale,   dialogs,  processes, files,
-                           userSettings, registry, database, documents, windows};
+  platform::Platform later = fakes::With(ports, advancing);
   platform::Use(later);
   database.AnswerIdentities({5, 40});
   Add(9);

@@ -89,8 +89,7 @@ TEST_P(EveryOperation, OnAClosedConnectionShowsItsBoxAndReturnsEmpty) {
 // Each call in turn is refused, looks at a recordset included.
 TEST_P(EveryOperation, AfterAnyFailedCallShowsItsBoxesThenRollsBackAndReturnsEmpty) {
   WatchingDialogs watching(database);
-  platform::Platform watched{clock,        locale,   watching, processes, files,
-                             userSettings, registry, database, documents, windows};
+  platform::Platform watched = fakes::With(ports, watching);
   platform::Use(watched);
   database.LogReads(true);
   for (std::size_t failing = 0;; ++failing) {

@@ -300,8 +300,7 @@ class ScriptedDocuments : public platform::ResultDocuments {
 
 TEST_F(ResultReaders, AFileThatGoesBadBeforeTheSecondLoadIsReported) {
   ScriptedDocuments scripted;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, files,
-                             userSettings, registry, database, scripted,  windows};
+  platform::Platform changed = fakes::With(ports, scripted);
   platform::Use(changed);
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     scripted.errors = {{},
@@ -477,8 +476,7 @@ class WatchedResultReaders : public ResultReaders {
   WatchedFiles watchedFiles;
 
  private:
-  platform::Platform watched_{clock,        locale,   dialogs,  processes,        watchedFiles,
-                              userSettings, registry, database, watchedDocuments, windows};
+  platform::Platform watched_ = fakes::With(ports, watchedFiles, watchedDocuments);
 };
 
 TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {

@@ -292,8 +292,7 @@ class WriteProtected : public portable::LocalFiles {
 TEST_F(WriteNewFHPTest, AnUnwritableDirectoryLeavesTheEarlierFileUntouched) {
   Put(u"InNewFHP8.xml", "earlier");
   WriteProtected protectedFiles;
-  platform::Platform withProtected{clock,        locale,   dialogs,  processes, protectedFiles,
-                                   userSettings, registry, database, documents, windows};
+  platform::Platform withProtected = fakes::With(ports, protectedFiles);
   platform::Use(withProtected);
   EXPECT_EQ(Write(), u"");
   platform::Use(ports);

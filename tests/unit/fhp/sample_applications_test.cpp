@@ -85,8 +85,7 @@ class OnHostDatabase : public fakes::ComponentFixture {
 
  private:
   portable::OdbcDatabase odbc_;
-  platform::Platform real_{clock,        locale,   dialogs, processes, files,
-                           userSettings, registry, odbc_,   documents, windows};
+  platform::Platform real_ = fakes::With(ports, odbc_);
 };
 
 using Case = std::tuple<HostProduct, Sample>;

@@ -291,8 +291,7 @@ class NoFiles : public platform::Files {
 
 TEST_F(BVilnorTest, LaunchesAreCountedIn16BitsAndTheirOverflowIsReported) {
   NoFiles noFiles;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, noFiles,
-                             userSettings, registry, database, documents, windows};
+  platform::Platform changed = fakes::With(ports, noFiles);
   platform::Use(changed);
   for (int i = 0; i < 32767; ++i) {
     switch (i % 1000) {
@@ -333,8 +332,7 @@ TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
 TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
   Script();
   NoFiles noFiles;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, noFiles,
-                             userSettings, registry, database, documents, windows};
+  platform::Platform changed = fakes::With(ports, noFiles);
   platform::Use(changed);
   for (int i = 0; i < 32767; ++i) {
     vilnor.OpenExistCase(7);
@@ -364,8 +362,7 @@ TEST_F(OpenWithNewFHP, WhoseFileCannotBeWrittenStartsNothing) {
       throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
     }
   } protectedFiles;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, protectedFiles,
-                             userSettings, registry, database, documents, windows};
+  platform::Platform changed = fakes::With(ports, protectedFiles);
   platform::Use(changed);
   Script();
   Put(u"InNewFHP8.xml", "older");

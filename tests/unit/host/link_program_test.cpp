@@ -79,8 +79,7 @@ class LinkProgram : public fakes::ComponentFixture {
   // Ports that a test has taken the place of.
   void UsePorts(platform::Files& someFiles, platform::UserSettings& someSettings,
                 platform::RegistryApi& someRegistry) {
-    changed_.emplace(platform::Platform{clock, locale, dialogs, processes, someFiles, someSettings,
-                                        someRegistry, database, documents, windows});
+    changed_.emplace(fakes::With(ports, someFiles, someSettings, someRegistry));
     platform::Use(*changed_);
   }
   std::u16string& Setting() { return userSettings.stored[{u"KESTRA", u"Environment", u"Vilnor"}]; }

@@ -67,8 +67,7 @@ class NotificationWindow : public BVilnorTest {
   fakes::WindowSystem fresh_;
   DispatchingDialogs user_;
   WatchedDocuments watchedDocuments_;
-  platform::Platform watched_{clock,        locale,   user_,    processes,         files,
-                              userSettings, registry, database, watchedDocuments_, fresh_};
+  platform::Platform watched_ = fakes::With(ports, user_, watchedDocuments_, fresh_);
 };
 
 TEST_F(NotificationWindow, IsHiddenTopLevelAndOfTheAnnouncedClass) {
@@ -87,8 +86,7 @@ TEST_F(NotificationWindow, IsHiddenTopLevelAndOfTheAnnouncedClass) {
 
 TEST_F(NotificationWindow, HasAClassWithNothingButItsNameAndProcedure) {
   fakes::WindowSystem unused;
-  platform::Platform changed{clock,        locale,   dialogs,  processes, files,
-                             userSettings, registry, database, documents, unused};
+  platform::Platform changed = fakes::With(ports, unused);
   platform::Use(changed);
   platform::WindowClass windowClass{.style = 1,
                                     .procedure = nullptr,
@@ -239,8 +237,7 @@ class FailingNotificationWindow : public NotificationWindow {
     dialogs.shown.clear();
   }
   FailingWindows failingWindows_;
-  platform::Platform failing_{clock,        locale,   dialogs,  processes, files,
-                              userSettings, registry, database, documents, failingWindows_};
+  platform::Platform failing_ = fakes::With(ports, failingWindows_);
 };
 
 TEST_F(FailingNotificationWindow, ReportsEachProcedureUnderItsName) {
@@ -274,8 +271,7 @@ TEST_F(FailingNotificationWindow, KeepsTheDefaultResultWhenTheReadersSideFails) 
         return answer;
       }
     } noDialogs;
-    platform::Platform changed{clock,        locale,   noDialogs, processes, files,
-                               userSettings, registry, database,  documents, failingWindows_};
+    platform::Platform changed = fakes::With(ports, noDialogs, failingWindows_);
     platform::Use(changed);
     database.installed = false;
     Put(u"OutNewCase4711.xml", SentCase());

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "automation/automation_error.h"
-#include "fakes/ports.h"
+#include "fakes/ports_fixture.h"
 #include "registry/c_registry.h"
 
 namespace registry {

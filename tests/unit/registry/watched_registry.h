@@ -67,8 +67,7 @@ class WatchedRegistryTest : public RegistryTest {
   ~WatchedRegistryTest() override { EXPECT_EQ(watched.OpenHandles(), 0U); }
 
   WatchedRegistry watched;
-  platform::Platform watchedPorts{clock,        locale,  dialogs,  processes, files,
-                                  userSettings, watched, database, documents, windows};
+  platform::Platform watchedPorts = fakes::With(ports, watched);
 };
 
 }  // namespace registry

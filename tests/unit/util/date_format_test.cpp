@@ -69,8 +69,7 @@ class WithoutALocale : public UtilTest {
 
  private:
   NoLocale none_;
-  platform::Platform withoutLocale_{clock,        none_,    dialogs,  processes, files,
-                                    userSettings, registry, database, documents, windows};
+  platform::Platform withoutLocale_ = fakes::With(ports, none_);
 };
 
 TEST_F(WithoutALocale, TheDateFormatIsReportedAndEmpty) {

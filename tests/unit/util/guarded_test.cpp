@@ -67,8 +67,7 @@ TEST_F(TheErrorTrap, CleansUpAndLetsNothingOutWhereTheBoxCannotBeShown) {
    public:
     platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }
   } none;
-  platform::Platform withoutDialogs{clock,        locale,   none,     processes, files,
-                                    userSettings, registry, database, documents, windows};
+  platform::Platform withoutDialogs = fakes::With(ports, none);
   platform::Use(withoutDialogs);
   const auto before = ErrorsShown();
   bool cleaned = false;

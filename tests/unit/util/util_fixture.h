@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "automation/date.h"
-#include "fakes/ports.h"
+#include "fakes/ports_fixture.h"
 #include "util/guarded.h"
 #include "util/session.h"
 
