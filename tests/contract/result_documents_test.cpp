@@ -1,5 +1,7 @@
 // What the component relies on when it reads a result file, whichever parser reads it.
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
@@ -12,6 +14,50 @@ namespace {
 
 using automation::Value;
 using fakes::ErrorNumberOf;
+
+// "<r><a>Åsa</a></r>" with a declaration, in units of so many bytes.
+struct Encoding {
+  std::string name;
+  std::string mark;
+  std::string letter;
+  std::size_t width = 1;
+  bool bigEndian = false;
+
+  std::string Bytes(const std::string& declared) const {
+    const std::string declaration =
+        declared.empty() ? "" : "<?xml version='1.0' encoding='" + declared + "'?>";
+    return Wide(declaration + "<r><a>") + letter + Wide("sa</a></r>");
+  }
+
+ private:
+  std::string Wide(const std::string& ascii) const {
+    std::string bytes;
+    for (const char character : ascii) {
+      const std::string zeros(width - 1, '\0');
+      bytes += bigEndian ? zeros + character : character + zeros;
+    }
+    return bytes;
+  }
+};
+
+const std::vector<Encoding> kEncodings = {
+    {.name = "UTF-8", .mark = "", .letter = "\xC3\x85"},
+    {.name = "ISO-8859-1", .mark = "", .letter = "\xC5"},
+    {.name = "US-ASCII", .mark = "", .letter = "\x8F"},
+    {.name = "UTF-16", .mark = "\xFF\xFE", .letter = std::string("\xC5\0", 2), .width = 2},
+    {.name = "UTF-16BE",
+     .mark = "\xFE\xFF",
+     .letter = std::string("\0\xC5", 2),
+     .width = 2,
+     .bigEndian = true},
+    {.name = "UTF-32",
+     .mark = std::string("\xFF\xFE\0\0", 4),
+     .letter = std::string("\xC5\0\0\0", 4),
+     .width = 4}};
+
+const std::vector<std::string> kDeclarations = {
+    "",       "UTF-8", "ISO-8859-1", "windows-1252", "US-ASCII", "UTF-16",   "UTF-16BE",
+    "UTF-32", "UTF-7", "EBCDIC-US",  "Shift_JIS",    "none",     "../../etc"};
 
 class ResultDocuments : public testing::Test {
  protected:
@@ -56,6 +102,32 @@ TEST_F(ResultDocuments, ReadReferencesSectionsAndUtf8) {
   EXPECT_EQ(FirstOf("<r><a><![CDATA[<&>]]></a></r>"), Value(u"<&>"));
   EXPECT_EQ(FirstOf("<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
   EXPECT_EQ(FirstOf("\xEF\xBB\xBF<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
+}
+
+// The same document in each encoding, under each declaration and with each byte order mark: it is
+// refused, or its element is some text, and where declaration, mark and bytes agree it is the right
+// one.
+TEST_F(ResultDocuments, TakeNoHarmFromAnEncodingThatIsNotTheDeclaredOne) {
+  int right = 0;
+  for (const auto& encoding : kEncodings) {
+    for (const auto& declared : kDeclarations) {
+      for (const auto& mark : {std::string(), encoding.mark, std::string("\xEF\xBB\xBF"),
+                               std::string("\xFF\xFE"), std::string("\xFE\xFF")}) {
+        SCOPED_TRACE(encoding.name + " declared as " + declared);
+        const auto document = Load(mark + encoding.Bytes(declared));
+        if (document->GetParseError().code != 0) {
+          EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+          continue;
+        }
+        const Value value = document->FirstValue(u"a");
+        if (declared == encoding.name && mark == encoding.mark) {
+          EXPECT_EQ(value, Value(u"Åsa"));
+          ++right;
+        }
+      }
+    }
+  }
+  EXPECT_GE(right, 3);
 }
 
 TEST_F(ResultDocuments, SayThatAFileIsMissing) {
