@@ -1,12 +1,15 @@
 """The forms of an application: fields, teeth, estimate rows."""
 
+import re
 from dataclasses import dataclass, field
-from decimal import Decimal, InvalidOperation
+from decimal import Decimal
 
 from exchange_page import labels
 
 # The link program takes no more measures than these for a tooth or jaw.
 MOST_MEASURES = 4
+# No amount of money is longer.
+_AMOUNT = re.compile(r"-?[0-9]{1,18}([.,][0-9]{0,18})?")
 
 
 @dataclass
@@ -68,11 +71,7 @@ def estimate_rows(form: Form) -> list[EstimateRow]:
 
 def amount_of(text: str):
     """The amount in either decimal separator, None when the text holds none."""
-    try:
-        amount = Decimal(text.replace(",", "."))
-    except InvalidOperation:
-        return None
-    return amount if amount.is_finite() else None
+    return Decimal(text.replace(",", ".")) if _AMOUNT.fullmatch(text) else None
 
 
 def amount_text(text: str) -> str:
