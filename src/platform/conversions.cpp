@@ -12,25 +12,42 @@ automation::Regional Regional() {
   return Current().locale.Regional();
 }
 
+// Asking the system for the settings costs more than a conversion, so only the conversions that
+// look at them are given them: texts are read by them, fractions and dates are printed by them.
+bool IsReadBySettings(const automation::Value& value) {
+  return value.Is<std::u16string>();
+}
+bool IsPrintedBySettings(const automation::Value& value) {
+  return value.Is<double>() || value.Is<automation::Currency>() ||
+         value.Is<automation::Decimal>() || value.Is<automation::Date>();
+}
+
+template <class Result>
+Result Convert(Result (*convert)(const automation::Value&, const automation::Regional&),
+               const automation::Value& value, bool bySettings) {
+  static const automation::Regional unused;
+  return bySettings ? convert(value, Regional()) : convert(value, unused);
+}
+
 }  // namespace
 
 std::int16_t ToInt16(const automation::Value& value) {
-  return automation::ToInt16(value, Regional());
+  return Convert(automation::ToInt16, value, IsReadBySettings(value));
 }
 std::int32_t ToInt32(const automation::Value& value) {
-  return automation::ToInt32(value, Regional());
+  return Convert(automation::ToInt32, value, IsReadBySettings(value));
 }
 double ToDouble(const automation::Value& value) {
-  return automation::ToDouble(value, Regional());
+  return Convert(automation::ToDouble, value, IsReadBySettings(value));
 }
 bool ToBool(const automation::Value& value) {
-  return automation::ToBool(value, Regional());
+  return Convert(automation::ToBool, value, IsReadBySettings(value));
 }
 std::u16string ToText(const automation::Value& value) {
-  return automation::ToText(value, Regional());
+  return Convert(automation::ToText, value, IsPrintedBySettings(value));
 }
 automation::Date ToDate(const automation::Value& value) {
-  return automation::ToDate(value, Regional());
+  return Convert(automation::ToDate, value, IsReadBySettings(value));
 }
 std::u16string FixedText(double number) {
   return automation::FixedText(number, Regional());
