@@ -4,7 +4,6 @@
 
 #include "odbc/ado_error.h"
 #include "windows/bstr.h"
-#include "windows/com_error.h"
 #include "windows/com_ptr.h"
 #include "windows/variant.h"
 #include "windows/wide_text.h"
@@ -43,10 +42,7 @@ BSTR NewText(std::u16string_view text) {
 }
 
 void Store(VARIANT* target, const automation::Value& value) {
-  VARIANT& variant = Out(target);
-  VariantInit(&variant);
-  const windows::Variant content(value);
-  windows::Check(VariantCopy(&variant, const_cast<VARIANT*>(&content.get())));
+  Out(target) = windows::Variant(value).Detach();
 }
 
 VARIANT_BOOL FromBool(bool value) {

@@ -72,8 +72,7 @@ class AdoRecordset : public platform::Recordset {
   IDispatch* dispatch() const { return recordset_.get(); }
 
  private:
-  ComPtr<ADOField> FieldAt(const automation::Value& nameOrIndex);
-  automation::Value FieldValue(const automation::Value& nameOrIndex);
+  automation::Value Collect(const Variant& nameOrIndex);
 
   ComPtr<_ADORecordset> recordset_;
 };
@@ -146,17 +145,17 @@ void AdoRecordset::MoveNext() {
 }
 
 automation::Value AdoRecordset::Field(const std::u16string& name) {
-  return FieldValue(name);
+  return Collect(Variant(Bstr(name)));
 }
 
 automation::Value AdoRecordset::Field(std::int32_t index) {
-  return FieldValue(index);
+  return Collect(Variant(automation::Value(index)));
 }
 
 void AdoRecordset::SetField(const std::u16string& name, const automation::Value& value) {
-  const ComPtr<ADOField> field = FieldAt(name);
+  const Variant index{Bstr(name)};
   const Variant content(value);
-  CheckCall([&] { return field->put_Value(content.get()); });
+  CheckCall([&] { return recordset_->put_Collect(index.get(), content.get()); });
 }
 
 std::unique_ptr<platform::Recordset> AdoRecordset::Clone(platform::LockType lockType) {
@@ -170,19 +169,11 @@ void AdoRecordset::Close() {
   CheckCall([&] { return recordset_->Close(); });
 }
 
-ComPtr<ADOField> AdoRecordset::FieldAt(const automation::Value& nameOrIndex) {
-  const Variant index(nameOrIndex);
-  ComPtr<ADOFields> fields;
-  CheckCall([&] { return recordset_->get_Fields(fields.Receive()); });
-  ComPtr<ADOField> field;
-  CheckCall([&] { return fields->get_Item(index.get(), field.Receive()); });
-  return field;
-}
-
-automation::Value AdoRecordset::FieldValue(const automation::Value& nameOrIndex) {
-  const ComPtr<ADOField> field = FieldAt(nameOrIndex);
+// The value of a field in one call, where Fields, its Item and that one's Value are three calls and
+// two objects more.
+automation::Value AdoRecordset::Collect(const Variant& nameOrIndex) {
   Variant content;
-  CheckCall([&] { return field->get_Value(content.Receive()); });
+  CheckCall([&] { return recordset_->get_Collect(nameOrIndex.get(), content.Receive()); });
   return ToValue(content.get());
 }
 

@@ -1,5 +1,6 @@
 #include "windows/bstr.h"
 
+#include <algorithm>
 #include <new>
 
 #include "windows/wide_text.h"
@@ -11,11 +12,11 @@ std::u16string TextOf(BSTR text) {
 }
 
 Bstr::Bstr(std::u16string_view text) {
-  const std::wstring wide = Wide(text);
-  text_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+  text_ = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
   if (text_ == nullptr) {
     throw std::bad_alloc();
   }
+  std::copy(text.begin(), text.end(), text_);
 }
 
 }  // namespace windows

@@ -4,7 +4,6 @@
 #include <variant>
 
 #include "automation/automation_error.h"
-#include "windows/bstr.h"
 #include "windows/com_error.h"
 
 namespace windows {
@@ -85,6 +84,11 @@ struct Filler {
 
 Variant::Variant(const Value& value) : Variant() {
   std::visit(Filler{content_}, value.content());
+}
+
+Variant::Variant(Bstr text) : Variant() {
+  V_VT(&content_) = VT_BSTR;
+  V_BSTR(&content_) = text.Detach();
 }
 
 Variant::Variant(IDispatch* object) : Variant() {

@@ -1,7 +1,10 @@
 // An owned VARIANT, and its way to and from the component's own values.
 #pragma once
 
+#include <utility>
+
 #include "automation/value.h"
+#include "windows/bstr.h"
 #include "windows/win32.h"
 
 namespace windows {
@@ -11,9 +14,11 @@ class Variant {
   Variant() = default;
   // Throws std::bad_alloc when there is no memory for a text.
   explicit Variant(const automation::Value& value);
+  explicit Variant(Bstr text);
   // Holds a reference of its own; nothing for a null pointer.
   explicit Variant(IDispatch* object);
   Variant(const Variant&) = delete;
+  Variant(Variant&& other) noexcept : content_(other.Detach()) {}
   Variant& operator=(const Variant&) = delete;
   ~Variant() { VariantClear(&content_); }
 
@@ -23,6 +28,8 @@ class Variant {
     VariantClear(&content_);
     return &content_;
   }
+  // Hands the value over to the caller.
+  VARIANT Detach() { return std::exchange(content_, VARIANT{}); }
 
  private:
   // VT_EMPTY.
