@@ -3,12 +3,9 @@
 from typing import NamedTuple, Optional
 
 
-NOT_MEASURED = "not measured"
-
-
 class Row(NamedTuple):
-    """A line of the table. `reached` is None where there is no mark, nothing was measured, or the
-    noise is too large to tell."""
+    """A line of the table. `reached` is None where there is no mark, or the noise is too large to
+    tell."""
     what: str
     beside: str
     mark: str
@@ -16,7 +13,7 @@ class Row(NamedTuple):
     reached: Optional[bool]
 
     def verdict(self) -> str:
-        if self.measured == NOT_MEASURED or not self.mark:
+        if not self.mark:
             return "–"
         return {True: "yes", False: "**no**", None: "unclear"}[self.reached]
 

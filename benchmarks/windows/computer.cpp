@@ -1,7 +1,10 @@
 #include "windows/computer.h"
 
+#include "automation/date.h"
 #include "automation/text.h"
 #include "fakes/with.h"
+#include "platform/clock.h"
+#include "platform/conversions.h"
 #include "platform/database.h"
 #include "windows/harness.h"
 #include "windows/wide_text.h"
@@ -18,6 +21,12 @@ void RegisterPath(const wchar_t* key, const std::wstring& path) {
 }
 
 }  // namespace
+
+std::u16string NowLiteral() {
+  const automation::Date now = platform::Current().clock.Now();
+  return u"#" + automation::FormatDate(now, u"mm-dd-yyyy") + u" " + automation::FormatTime(now) +
+         u"#";
+}
 
 Computer::Computer(const fs::path& database)
     : folder_(fs::temp_directory_path() / L"Kestra"),
@@ -44,6 +53,10 @@ Computer::~Computer() {
 
 void Computer::Run(const std::u16string& statement) const {
   beside_->Execute(statement, platform::kOptionsUnspecified);
+}
+
+std::u16string Computer::Ask(const std::u16string& query) const {
+  return platform::ToText(beside_->Execute(query, platform::kOptionsUnspecified)->Field(0));
 }
 
 void Computer::MustBeQuiet() const {

@@ -15,6 +15,9 @@ namespace benchmarks {
 inline constexpr std::int32_t kFullApplication = 1017;
 inline constexpr std::int32_t kPatient = 4711;
 
+// This moment, as statements for the practice have it.
+std::u16string NowLiteral();
+
 class Computer {
  public:
   // `database` is the practice's SQLite file; a copy of it is used.
@@ -27,6 +30,8 @@ class Computer {
   const std::u16string& connectionString() const { return connectionString_; }
   std::filesystem::path exchangeFolder() const { return folder_ / L"Vilnor"; }
   void Run(const std::u16string& statement) const;
+  // The one value that the query gives, as text.
+  std::u16string Ask(const std::u16string& query) const;
   // Ends the program when the user has been told anything.
   void MustBeQuiet() const;
 

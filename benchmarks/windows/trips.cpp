@@ -16,6 +16,7 @@
 #include "platform/files.h"
 #include "windows/dom.h"
 #include "windows/harness.h"
+#include "windows/script.h"
 #include "windows/wide_text.h"
 #include "windows/win32.h"
 // Needs win32.h in front of it.
@@ -31,19 +32,26 @@ std::string Bytes(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// ADO as a program uses it that knows its statements.
+// ADO as a program uses it that knows its statements, and perhaps also wants what they say.
 class BareAdo {
  public:
-  explicit BareAdo(const Computer& computer)
-      : database_(platform::Current().database), connection_(database_.NewConnection()) {
+  enum class Reading { Nothing, EachFieldOnce };
+
+  explicit BareAdo(const Computer& computer, Reading reading = Reading::Nothing)
+      : reading_(reading),
+        database_(platform::Current().database),
+        connection_(database_.NewConnection()) {
     connection_->Open(computer.connectionString(), u"", u"", platform::kOptionsUnspecified);
   }
 
-  void Query(const std::u16string& statement) {
+  void Query(const std::u16string& statement, std::int32_t fields) {
     const auto rows = database_.NewRecordset();
     rows->SetCursorLocation(platform::CursorLocation::Client);
     rows->Open(statement, *connection_, platform::CursorType::Static,
                platform::LockType::BatchOptimistic, platform::kOptionsUnspecified);
+    if (reading_ == Reading::EachFieldOnce) {
+      Read(*rows, fields);
+    }
     rows->Close();
   }
   std::u16string Key() {
@@ -56,30 +64,43 @@ class BareAdo {
   }
 
  private:
+  static void Read(platform::Recordset& rows, std::int32_t fields) {
+    for (; !rows.Eof(); rows.MoveNext()) {
+      for (std::int32_t field = 0; field < fields; ++field) {
+        rows.Field(field);
+      }
+    }
+  }
+
+  Reading reading_;
   platform::Database& database_;
   std::unique_ptr<platform::Connection> connection_;
 };
 
-void RequestByAdo(const Computer& computer, const std::string& bytes) {
-  BareAdo ado(computer);
-  ado.Query(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1017");
+void RequestByAdo(const Computer& computer, const std::string& bytes, BareAdo::Reading reading) {
+  BareAdo ado(computer, reading);
+  ado.Query(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1017", 37);
   ado.Query(
       u"SELECT Worker.ToothSystem, Worker.ID, Worker.RID, Pasient.Fornavn, Pasient.Navn, "
       u"Worker.ReseptID FROM Worker INNER JOIN Pasient ON Worker.IDArkiv = Pasient.ID Where "
-      u"Worker.ID = 41");
+      u"Worker.ID = 41",
+      6);
   ado.Query(
       u"Select pasient.Navn, pasient.adr1, pasient.adr2, pasient.postnr, pasient.organizationNo, "
       u"pasient.tlfPrivat, company.levno from pasient, company where company.idarkiv = pasient.id "
-      u"and company.id = 31");
-  ado.Query(u"SELECT Poststedsnavn FROM Postadresseregister where Postnr = '11122'");
-  ado.Query(u"SELECT ID, Fornavn, Navn, fDato , PersNr FROM Pasient where ID = 21001");
-  ado.Query(u"SELECT COUNT(*) AS Antal FROM SEPrerequestEstimateRows WHERE SEPrerequest_ID = 1017");
+      u"and company.id = 31",
+      7);
+  ado.Query(u"SELECT Poststedsnavn FROM Postadresseregister where Postnr = '11122'", 1);
+  ado.Query(u"SELECT ID, Fornavn, Navn, fDato , PersNr FROM Pasient where ID = 21001", 5);
+  ado.Query(u"SELECT COUNT(*) AS Antal FROM SEPrerequestEstimateRows WHERE SEPrerequest_ID = 1017",
+            1);
   ado.Query(
       u"SELECT  Count(SEPreRequestEstimateRowsID) AS SelectNoOf, RateNo, InternalCode, Debit, "
       u"IncrComp, NoOf, Amount, RegDate FROM SEPreRequestEstimateRows WHERE SEPreRequest_ID = 1017 "
-      u"GROUP BY RateNo, Amount, InternalCode, Debit, IncrComp, NoOf, RegDate");
-  ado.Query(u"SELECT ID from Pasient where Code1 = -32001");
-  ado.Query(u"SELECT UserName from VilnorPasient where PID = 9002");
+      u"GROUP BY RateNo, Amount, InternalCode, Debit, IncrComp, NoOf, RegDate",
+      8);
+  ado.Query(u"SELECT ID from Pasient where Code1 = -32001", 1);
+  ado.Query(u"SELECT UserName from VilnorPasient where PID = 9002", 1);
   std::ofstream(computer.exchangeFolder() / L"ado.xml", std::ios::binary) << bytes;
 }
 
@@ -95,6 +116,9 @@ void PutResult(const Computer& computer) {
 }
 
 void TakeCaseAway(const Computer& computer) {
+  if (std::filesystem::exists(ResultFile(computer))) {
+    Fail("the result was not read");
+  }
   computer.Run(u"DELETE FROM Journal WHERE ID IN (SELECT Journal_ID FROM Vilnor WHERE CaseId = '" +
                kCaseId + u"')");
   computer.Run(u"DELETE FROM Vilnor WHERE CaseId = '" + kCaseId + u"'");
@@ -104,18 +128,18 @@ void ResultByAdo(const Computer& computer) {
   Dom dom;
   dom.Load(windows::FromWide(ResultFile(computer).wstring()));
   BareAdo ado(computer);
-  ado.Query(u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = '" + kCaseId +
-            u"'");
+  ado.Query(
+      u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = '" + kCaseId + u"'", 0);
   ado.connection().BeginTrans();
   ado.Run(
-      u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, StatusCode, "
-      u"VilnorUser, RegDate) VALUES (4711,12,3,4711,'" +
-      kCaseId + u"',9,0,5,'anna',#11-16-2026 14:05:00#)");
+      u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
+      u"VilnorUser, RegDate) VALUES (4711,12,3,'" +
+      kCaseId + u"',9,0,5,'anna'," + NowLiteral() + u")");
   const std::u16string vilnorId = ado.Key();
   ado.Run(
       u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) values "
       u"(4711,'Ärende upprättat i Vilnor Link ref.nr " +
-      kCaseId + u"',12,3,#11-16-2026 14:05:00#,22302,'U',0, " + vilnorId + u")");
+      kCaseId + u"',12,3," + NowLiteral() + u",22302,'U',0, " + vilnorId + u")");
   const std::u16string journalId = ado.Key();
   ado.Run(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
   ado.connection().CommitTrans();
@@ -126,6 +150,20 @@ void ResultByAdo(const Computer& computer) {
 void ResultByMessage() {
   const HWND window = FindWindowA("KestraToVilnor", nullptr);
   SendMessageA(window, static_cast<UINT>(exchange::ResultMessage::NewCase), kPatient, 0);
+}
+
+// The case's rows after a result was entered, but for their keys and the time of day.
+std::u16string EnteredBy(const Computer& computer, const std::function<void()>& read) {
+  PutResult(computer);
+  read();
+  const std::u16string rows = computer.Ask(
+      u"SELECT json_group_array(json_array(V.PID, V.BID, V.RID, V.FHP_ID, V.CaseId, V.CaseType, "
+      u"V.StatusCode, V.VilnorUser, date(V.RegDate), J.PID, J.Tekst, J.BID, J.RID, date(J.Dato), "
+      u"J.KODE, J.Status, J.Fakturert, J.RefTBID = V.VilnorId)) "
+      u"FROM Vilnor V LEFT JOIN Journal J ON J.ID = V.Journal_ID WHERE V.CaseId = '" +
+      kCaseId + u"'");
+  TakeCaseAway(computer);
+  return rows;
 }
 
 // --- Parts of the operations, to see where their time goes.
@@ -185,24 +223,37 @@ std::size_t MemoryInUse() {
 
 void MeasureTrips(Computer& computer) {
   const auto request = [&] { computer.vilnor().OpenWithNewFHP(kPatient, 12, 3, kFullApplication); };
+  const auto requestByScript = [&] { RequestByScript(computer, L"script.xml"); };
   request();
+  requestByScript();
   const std::string bytes = Bytes(computer.exchangeFolder() / L"InNewFHP1017.xml");
+  if (bytes.empty() || Bytes(computer.exchangeFolder() / L"script.xml") != bytes) {
+    Fail("the script's request is not the component's");
+  }
+  const auto requestByAdo = [&](BareAdo::Reading reading) {
+    return [&, reading] { RequestByAdo(computer, bytes, reading); };
+  };
   Measure("request",
           {{.name = "Vilnor", .run = request},
-           {.name = "ADO", .run = [&] { RequestByAdo(computer, bytes); }}},
+           {.name = "ADO", .run = requestByAdo(BareAdo::Reading::Nothing)},
+           {.name = "ADO, reading", .run = requestByAdo(BareAdo::Reading::EachFieldOnce)},
+           {.name = "script", .run = requestByScript}},
           60, 2);
+
+  const auto resultByAdo = [&] { ResultByAdo(computer); };
+  const auto resultByScript = [&] { ResultByScript(computer); };
+  const auto entered = EnteredBy(computer, ResultByMessage);
+  if (EnteredBy(computer, resultByAdo) != entered ||
+      EnteredBy(computer, resultByScript) != entered) {
+    Fail("the result is not entered as the component does");
+  }
   const auto prepare = [&] { PutResult(computer); };
-  const auto undo = [&] {
-    if (std::filesystem::exists(ResultFile(computer))) {
-      Fail("the result was not read");
-    }
-    TakeCaseAway(computer);
-  };
-  Measure(
-      "result",
-      {{.name = "Vilnor", .run = ResultByMessage, .before = prepare, .after = undo},
-       {.name = "ADO", .run = [&] { ResultByAdo(computer); }, .before = prepare, .after = undo}},
-      60, 2);
+  const auto undo = [&] { TakeCaseAway(computer); };
+  Measure("result",
+          {{.name = "Vilnor", .run = ResultByMessage, .before = prepare, .after = undo},
+           {.name = "ADO", .run = resultByAdo, .before = prepare, .after = undo},
+           {.name = "script", .run = resultByScript, .before = prepare, .after = undo}},
+          60, 2);
   MeasureParts(computer, bytes);
   computer.MustBeQuiet();
 }
@@ -225,7 +276,7 @@ void MeasureManyTrips(Computer& computer) {
       const double end = Now();
       trips += end - start;
       if (trip % kTripsToControl == 0) {
-        RequestByAdo(computer, {});
+        RequestByAdo(computer, {}, BareAdo::Reading::Nothing);
         controls += Now() - end;
       }
     }

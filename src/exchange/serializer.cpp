@@ -113,6 +113,7 @@ void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) 
 
 void AppendElement(std::string& bytes, const Element& element) {
   bytes.push_back('<');
+  const std::size_t name = bytes.size();
   AppendNarrow(bytes, element.name());
   for (const auto& attribute : element.attributes()) {
     bytes.push_back(' ');
@@ -130,9 +131,7 @@ void AppendElement(std::string& bytes, const Element& element) {
   for (const auto& child : element.children()) {
     AppendElement(bytes, child);
   }
-  bytes.append("</");
-  AppendNarrow(bytes, element.name());
-  bytes.push_back('>');
+  bytes.append("</").append(bytes, name, element.name().size()).push_back('>');
 }
 
 }  // namespace

@@ -1,0 +1,69 @@
+// An automation object as a script engine uses it: each property and method is looked up by its
+// name at each use, and nothing is remembered.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "automation/value.h"
+#include "windows/com_ptr.h"
+#include "windows/variant.h"
+#include "windows/win32.h"
+
+namespace benchmarks {
+
+class LateBound {
+ public:
+  // CreateObject: by the program id.
+  static LateBound Create(const wchar_t* programId);
+
+  // What a property or a function gives, as a value or as an object. Any failure ends the program.
+  template <class... Arguments>
+  automation::Value Get(const wchar_t* name, const Arguments&... arguments) const {
+    windows::Variant result;
+    InvokeWith(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &result, arguments...);
+    return windows::ToValue(result.get());
+  }
+  template <class... Arguments>
+  LateBound Object(const wchar_t* name, const Arguments&... arguments) const {
+    windows::Variant result;
+    InvokeWith(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &result, arguments...);
+    return LateBound(ObjectIn(result.get()));
+  }
+  template <class... Arguments>
+  void Call(const wchar_t* name, const Arguments&... arguments) const {
+    InvokeWith(name, DISPATCH_METHOD, nullptr, arguments...);
+  }
+  void Put(const wchar_t* name, const automation::Value& value) const {
+    InvokeWith(name, DISPATCH_PROPERTYPUT, nullptr, value);
+  }
+
+ private:
+  explicit LateBound(windows::ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  static windows::Variant Argument(const automation::Value& value) {
+    return windows::Variant(value);
+  }
+  static windows::Variant Argument(const LateBound& object) {
+    return windows::Variant(object.object_.get());
+  }
+  static windows::ComPtr<IDispatch> ObjectIn(const VARIANT& variant);
+
+  template <class... Arguments>
+  void InvokeWith(const wchar_t* name, WORD kind, windows::Variant* result,
+                  const Arguments&... arguments) const {
+    const std::array<windows::Variant, sizeof...(arguments)> owned{Argument(arguments)...};
+    // The last argument comes first.
+    std::array<VARIANT, sizeof...(arguments)> passed{};
+    std::transform(owned.begin(), owned.end(), passed.rbegin(),
+                   [](const windows::Variant& argument) { return argument.get(); });
+    Invoke(name, kind, passed, result);
+  }
+  void Invoke(const wchar_t* name, WORD kind, std::span<VARIANT> arguments,
+              windows::Variant* result) const;
+
+  windows::ComPtr<IDispatch> object_;
+};
+
+}  // namespace benchmarks
