@@ -9,7 +9,6 @@
 
 extern "C" {
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the compiler's names
 std::uintptr_t __stack_chk_guard = 0;
 
 [[noreturn]] void __stack_chk_fail() {
@@ -18,7 +17,6 @@ std::uintptr_t __stack_chk_guard = 0;
   TerminateProcess(GetCurrentProcess(), 1);
   __builtin_unreachable();
 }
-// NOLINTEND(bugprone-reserved-identifier)
 }
 
 namespace {

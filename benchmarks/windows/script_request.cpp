@@ -1,19 +1,19 @@
-#include "windows/script.h"
-
+// What is only reckoned, with nothing called by name, is the component's own: the identity number,
+// the runs of per-tooth columns, the compensation rule. A script would be slower at it.
 #include <array>
 
 #include "automation/date.h"
 #include "automation/text.h"
-#include "exchange/user_def_data.h"
 #include "fhp/estimate_decision.h"
 #include "fhp/tooth_scanner.h"
+#include "platform/clock.h"
 #include "platform/conversions.h"
 #include "util/null_safe.h"
 #include "util/rate_compensation.h"
 #include "util/ssn.h"
 #include "util/subsidy_period.h"
-#include "windows/harness.h"
-#include "windows/late_bound.h"
+#include "windows/script.h"
+#include "windows/script_objects.h"
 #include "windows/wide_text.h"
 
 namespace benchmarks {
@@ -26,64 +26,9 @@ using platform::ToInt32;
 using platform::ToText;
 using Text = std::u16string;
 
-// What is only reckoned, with nothing called by name, is the component's own: the identity number,
-// the runs of per-tooth columns, the compensation rule. A script would be slower at it.
-
 Text TextOrEmpty(const Value& value) {
   return value.IsNull() ? Text() : ToText(value);
 }
-
-// --- The registry, and the exchange folder.
-
-Text RegisteredPath(const LateBound& shell, const Text& key) {
-  return ToText(shell.Get(L"RegRead", u"HKLM\\SOFTWARE\\" + key + u"\\Path"));
-}
-
-Text ExchangeFolder(const LateBound& shell) {
-  const Text folder = RegisteredPath(shell, u"Kestra\\Kestra.Main.exe") + u"Vilnor";
-  const auto files = LateBound::Create(L"Scripting.FileSystemObject");
-  if (!platform::ToBool(files.Get(L"FolderExists", folder))) {
-    files.Call(L"CreateFolder", folder);
-  }
-  return folder;
-}
-
-// --- ADO.
-
-LateBound Connect(const Computer& computer) {
-  auto connection = LateBound::Create(L"ADODB.Connection");
-  connection.Call(L"Open", computer.connectionString());
-  return connection;
-}
-
-LateBound Query(const LateBound& connection, const Text& statement) {
-  constexpr std::int32_t kClient = 3;
-  constexpr std::int32_t kStatic = 3;
-  constexpr std::int32_t kBatchOptimistic = 4;
-  auto rows = LateBound::Create(L"ADODB.Recordset");
-  rows.Put(L"CursorLocation", kClient);
-  rows.Call(L"Open", statement, connection, kStatic, kBatchOptimistic);
-  return rows;
-}
-
-bool AtEnd(const LateBound& rows) {
-  return platform::ToBool(rows.Get(L"EOF"));
-}
-
-// rows.Fields("name").Value
-Value Field(const LateBound& rows, const char16_t* name) {
-  return rows.Object(L"Fields", name).Get(L"Value");
-}
-
-Text TextField(const LateBound& rows, const char16_t* name) {
-  return ToText(Field(rows, name));
-}
-
-Text KeyField(const LateBound& rows, const char16_t* name) {
-  return Decimal10(ToInt32(Field(rows, name)));
-}
-
-// --- The request.
 
 // Everything that is read before the first element is made.
 struct Sources {
@@ -390,77 +335,6 @@ class Request {
 
 const Text Request::kFhpId = Decimal10(kFullApplication);
 
-// --- The result.
-
-struct Outcome {
-  std::int32_t status = 0;
-  Text caseId;
-  Text userName;
-  exchange::NewCaseData data;
-};
-
-LateBound Load(const Text& path) {
-  auto document = LateBound::Create(L"MSXML2.DOMDocument");
-  document.Put(L"async", false);
-  document.Put(L"validateOnParse", false);
-  document.Put(L"resolveExternals", false);
-  document.Call(L"load", path);
-  if (ToInt32(document.Object(L"parseError").Get(L"errorCode")) != 0) {
-    Fail("the script cannot load the result");
-  }
-  return document;
-}
-
-Value First(const LateBound& document, const char16_t* tag) {
-  return document.Object(L"getElementsByTagName", tag).Object(L"item", 0).Get(L"nodeTypedValue");
-}
-
-// Loaded a second time for what is wanted once the user has not cancelled, as the component does.
-Outcome ReadOutcome(const Text& path) {
-  constexpr std::int32_t kCancelled = 1;
-  if (ToInt32(First(Load(path), u"Cancelled")) == kCancelled) {
-    return {};
-  }
-  const LateBound document = Load(path);
-  return {.status = ToInt32(First(document, u"Status")),
-          .caseId = ToText(First(document, u"Id")),
-          .userName = ToText(First(document, u"UserName")),
-          .data = exchange::SplitNewCaseData(ToText(First(document, u"UserDefData")))};
-}
-
-Text Quoted(const Text& text) {
-  return u"'" + text + u"'";
-}
-
-Text NewKey(const LateBound& connection) {
-  return ToText(
-      connection.Object(L"Execute", u"Select @@Identity").Object(L"Fields", 0).Get(L"Value"));
-}
-
-void AddCase(const LateBound& connection, const Outcome& outcome) {
-  const Text people =
-      Decimal10(kPatient) + u"," + Decimal10(outcome.data.bid) + u"," + Decimal10(outcome.data.rid);
-  connection.Call(L"BeginTrans");
-  connection.Call(L"Execute",
-                  u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
-                  u"VilnorUser, RegDate) VALUES (" +
-                      people + u"," + Quoted(outcome.caseId) + u",9,0," +
-                      Decimal10(outcome.status) + u"," + Quoted(outcome.userName) + u"," +
-                      NowLiteral() + u")");
-  const Text vilnorId = NewKey(connection);
-  connection.Call(L"Execute",
-                  u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) "
-                  u"values (" +
-                      Decimal10(kPatient) + u"," +
-                      Quoted(u"Ärende upprättat i Vilnor Link ref.nr " + outcome.caseId) + u"," +
-                      Decimal10(outcome.data.bid) + u"," + Decimal10(outcome.data.rid) + u"," +
-                      NowLiteral() + u",22302,'U',0, " + vilnorId + u")");
-  const Text journalId = NewKey(connection);
-  connection.Call(L"Execute", u"UPDATE Vilnor set Journal_ID = " + journalId +
-                                  u" WHERE VilnorId = " + vilnorId);
-  connection.Call(L"CommitTrans");
-}
-
 }  // namespace
 
 void RequestByScript(const Computer& computer, const wchar_t* fileName) {
@@ -469,24 +343,6 @@ void RequestByScript(const Computer& computer, const wchar_t* fileName) {
   RegisteredPath(shell, u"Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe");
   const LateBound connection = Connect(computer);
   Request(connection, folder).Write(fileName);
-}
-
-void ResultByScript(const Computer& computer) {
-  const Text path = ExchangeFolder(LateBound::Create(L"WScript.Shell")) + u"\\OutNewCase" +
-                    Decimal10(kPatient) + u".xml";
-  const Outcome outcome = ReadOutcome(path);
-  constexpr std::int32_t kSent = 5;
-  if (outcome.status != kSent) {
-    return;
-  }
-  const LateBound connection = Connect(computer);
-  const LateBound existing =
-      Query(connection, u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(kPatient) +
-                            u" and CaseType = 9 and CaseId = " + Quoted(outcome.caseId));
-  if (AtEnd(existing)) {
-    AddCase(connection, outcome);
-  }
-  LateBound::Create(L"Scripting.FileSystemObject").Call(L"DeleteFile", path);
 }
 
 }  // namespace benchmarks
