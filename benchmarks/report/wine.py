@@ -6,8 +6,8 @@ import subprocess
 
 from figures import ratio
 from results import Plot, Row, Subject, table
-from running import variants
-from scan import scan_rows
+from running import by_number, variants
+from scan import FLAT, scan_rows
 
 CHECKOUT = pathlib.Path(__file__).resolve().parents[2]
 LIBRARY = CHECKOUT / "build/windows/bin/Vilnor.dll"
@@ -125,6 +125,16 @@ def size_row() -> Row:
                size <= LARGEST_LIBRARY)
 
 
+def registry_row(figures: Times) -> Row:
+    costs = by_number(of_subject(figures, "registry"))
+    fewest = min(costs)
+    most = max((ratio(times, costs[fewest]) for times in costs.values()),
+               key=lambda figure: figure.median)
+    return Row("loading a registry key in Wine, per value",
+               f"{fewest} values; doubled six times", "flat", f"at most {most}",
+               most.at_most(1 + FLAT))
+
+
 def loading_rows(figures: Times) -> list[Row]:
     times = of_subject(figures, "loading")
     figure = ratio(times["Vilnor"], times["bare server"])
@@ -137,12 +147,12 @@ def loading_rows(figures: Times) -> list[Row]:
 def measure_wine(database: str) -> Subject:
     # Loading needs a process that has not loaded the component yet.
     figures = (run_in_wine(database, ["loading"])
-               | run_in_wine(database, ["calls", "document", "scan", "trips"]))
+               | run_in_wine(database, ["calls", "document", "registry", "scan", "trips"]))
     loading = of_subject(figures, "loading")
     scans, scan_text, _ = scan_rows(of_subject(figures, "scan"), "in Wine")
     return Subject(
         "In Wine",
-        [document_row(figures), *trip_rows(figures), *scans, call_row(figures), size_row(),
+        [document_row(figures), *trip_rows(figures), *scans, registry_row(figures), call_row(figures), size_row(),
          *loading_rows(figures)],
         "The component as it is built for Windows, 32 bits and optimised for size, on the small\n"
         "practice on SQLite. `memchr` is that of the C library which the component runs with:\n\n"

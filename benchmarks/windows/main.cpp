@@ -8,6 +8,7 @@
 #include "windows/document.h"
 #include "windows/harness.h"
 #include "windows/loading.h"
+#include "windows/registry.h"
 #include "windows/scan.h"
 #include "windows/trips.h"
 #include "windows/win32.h"
@@ -17,11 +18,9 @@ namespace {
 using benchmarks::Computer;
 
 const std::map<std::string, void (*)(Computer&)> kSubjects = {
-    {"calls", benchmarks::MeasureCalls},
-    {"document", benchmarks::MeasureDocument},
-    {"many-trips", benchmarks::MeasureManyTrips},
-    {"loading", benchmarks::MeasureLoading},
-    {"scan", benchmarks::MeasureScan},
+    {"calls", benchmarks::MeasureCalls},          {"document", benchmarks::MeasureDocument},
+    {"many-trips", benchmarks::MeasureManyTrips}, {"loading", benchmarks::MeasureLoading},
+    {"registry", benchmarks::MeasureRegistry},    {"scan", benchmarks::MeasureScan},
     {"trips", benchmarks::MeasureTrips},
 };
 

@@ -1,0 +1,55 @@
+#include "windows/registry.h"
+
+#include <cwchar>
+
+#include "automation/text.h"
+#include "registry/c_registry.h"
+#include "windows/harness.h"
+#include "windows/wide_text.h"
+#include "windows/win32.h"
+
+namespace benchmarks {
+namespace {
+
+constexpr int kFewest = 250;
+constexpr int kMost = 16'000;
+
+std::u16string KeyOf(int values) {
+  return u"SOFTWARE\\Kestra\\Values" + automation::Decimal10(values);
+}
+
+void MakeKey(int values) {
+  HKEY key = nullptr;
+  RegCreateKeyW(HKEY_LOCAL_MACHINE, windows::Wide(KeyOf(values)).c_str(), &key);
+  constexpr const wchar_t* kText = L"C:\\Kestra\\Vilnor";
+  const auto size = static_cast<DWORD>((std::wcslen(kText) + 1) * sizeof(wchar_t));
+  for (int value = 0; value < values; ++value) {
+    RegSetValueExW(key, (L"Value " + std::to_wstring(value)).c_str(), 0, REG_SZ,
+                   reinterpret_cast<const BYTE*>(kText), size);
+  }
+  RegCloseKey(key);
+}
+
+void Load(int values) {
+  registry::CRegistry key;
+  key.SetRoot(registry::kLocalMachine);
+  key.SetKey(KeyOf(values));
+  if (key.ValueCount() != values) {
+    Fail("the registry key was not loaded whole");
+  }
+}
+
+}  // namespace
+
+void MeasureRegistry(Computer& /*computer*/) {
+  std::vector<Variant> variants;
+  for (int values = kFewest; values <= kMost; values *= 2) {
+    MakeKey(values);
+    variants.push_back({.name = std::to_string(values),
+                        .run = [values] { Load(values); },
+                        .per = static_cast<double>(values)});
+  }
+  Measure("registry", variants, 20, 1);
+}
+
+}  // namespace benchmarks
