@@ -22,7 +22,7 @@ ROOMS = {
 # Headers from outside the C++ standard library that a room may use; "folder/" allows all of one.
 OUTSIDE = {
     "odbc": ("sql.h", "sqlext.h", "windows.h"),
-    "windows": ("windows.h", "adoint.h", "msxml.h", "oleauto.h", "olectl.h"),
+    "windows": ("windows.h", "adoint.h", "msxml.h", "ntsecapi.h", "oleauto.h", "olectl.h"),
     "portable": ("libxml/",),
 }
 
