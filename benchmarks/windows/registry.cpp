@@ -49,7 +49,7 @@ void MeasureRegistry(Computer& /*computer*/) {
                         .run = [values] { Load(values); },
                         .per = static_cast<double>(values)});
   }
-  Measure("registry", variants, 20, 1);
+  Measure("registry", variants, 40, 1);
 }
 
 }  // namespace benchmarks
