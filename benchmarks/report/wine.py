@@ -95,16 +95,23 @@ def trip_rows(figures: Times) -> list[Row]:
         script_row(figures, "result", "the same")]
 
 
+# What a request consists of, and what a result does.
+PARTS_OF_BOTH = ("paths from the registry", "connecting")
+PARTS_OF_REQUEST = ("connecting, reading the application's records",
+                    "building both forms from the records", "putting the request in place")
+PARTS_OF_RESULT = ("connecting, the statements of a result", "parsing the result once")
+
+
 def parts_table(figures: Times) -> str:
-    """Where the time goes: parts of the two operations, and what else does them, beside the whole of
-    them."""
-    request = of_subject(figures, "request")
-    result = of_subject(figures, "result")
-    lines = [(name, ratio(times, request["Vilnor"]), ratio(times, result["Vilnor"]))
-             for name, times in of_subject(figures, "parts").items()]
-    lines.append(("all bare statements, and the file", ratio(request["ADO"], request["Vilnor"]),
-                  ratio(result["ADO"], result["Vilnor"])))
-    return table(("part", "of a request", "of a result"), lines)
+    """Where the time goes: parts of the two operations beside the whole of them."""
+    parts = of_subject(figures, "parts")
+    request = of_subject(figures, "request")["Vilnor"]
+    result = of_subject(figures, "result")["Vilnor"]
+    return table(("part", "of a request", "of a result"),
+                 [(name, ratio(parts[name], request), ratio(parts[name], result))
+                  for name in PARTS_OF_BOTH]
+                 + [(name, ratio(parts[name], request), "") for name in PARTS_OF_REQUEST]
+                 + [(name, "", ratio(parts[name], result)) for name in PARTS_OF_RESULT])
 
 
 def call_row(figures: Times) -> Row:

@@ -115,18 +115,20 @@ void PutResult(const Computer& computer) {
          "&amp;3</UserDefData></NewCase></Envelope>\n";
 }
 
-void TakeCaseAway(const Computer& computer) {
-  if (std::filesystem::exists(ResultFile(computer))) {
-    Fail("the result was not read");
-  }
+void RemoveCase(const Computer& computer) {
   computer.Run(u"DELETE FROM Journal WHERE ID IN (SELECT Journal_ID FROM Vilnor WHERE CaseId = '" +
                kCaseId + u"')");
   computer.Run(u"DELETE FROM Vilnor WHERE CaseId = '" + kCaseId + u"'");
 }
 
-void ResultByAdo(const Computer& computer) {
-  Dom dom;
-  dom.Load(windows::FromWide(ResultFile(computer).wstring()));
+void TakeCaseAway(const Computer& computer) {
+  if (std::filesystem::exists(ResultFile(computer))) {
+    Fail("the result was not read");
+  }
+  RemoveCase(computer);
+}
+
+void EnterByAdo(const Computer& computer) {
   BareAdo ado(computer);
   ado.Query(
       u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = '" + kCaseId + u"'", 0);
@@ -143,6 +145,12 @@ void ResultByAdo(const Computer& computer) {
   const std::u16string journalId = ado.Key();
   ado.Run(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
   ado.connection().CommitTrans();
+}
+
+void ResultByAdo(const Computer& computer) {
+  Dom dom;
+  dom.Load(windows::FromWide(ResultFile(computer).wstring()));
+  EnterByAdo(computer);
   DeleteFileW(ResultFile(computer).c_str());
 }
 
@@ -209,7 +217,11 @@ void MeasureParts(const Computer& computer, const std::string& bytes) {
             .before = [&] { records = ReadRecords(); },
             .after = [] {}},
            {.name = "putting the request in place", .run = [&] { WriteFile(computer, bytes); }},
-           {.name = "parsing the result once", .run = [&] { ParseResult(computer); }}},
+           {.name = "parsing the result once", .run = [&] { ParseResult(computer); }},
+           {.name = "connecting, the statements of a result",
+            .run = [&] { EnterByAdo(computer); },
+            .before = [] {},
+            .after = [&] { RemoveCase(computer); }}},
           60, 2);
 }
 
