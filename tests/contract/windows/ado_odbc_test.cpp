@@ -11,6 +11,7 @@
 #include "automation/text.h"
 #include "contract/adapters.h"
 #include "platform/database.h"
+#include "windows/ado_database.h"
 #include "windows/com_ptr.h"
 #include "windows/win32.h"
 
@@ -26,6 +27,26 @@ constexpr auto kConnectionKey = L"CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}"
   CoCreateInstance(kConnectionClass, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                    connection.ReceiveVoid());
   return connection;
+}
+
+// A property, found by its name as a script does.
+VARIANT PropertyOf(IDispatch& object, const wchar_t* name) {
+  auto* names = const_cast<wchar_t*>(name);
+  DISPID member = 0;
+  EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &names, 1, 0, &member), S_OK);
+  VARIANT content;
+  VariantInit(&content);
+  DISPPARAMS none{};
+  EXPECT_EQ(
+      object.Invoke(member, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &content, nullptr, nullptr),
+      S_OK);
+  return content;
+}
+
+LONG NumberOf(IDispatch& object, const wchar_t* name) {
+  const VARIANT content = PropertyOf(object, name);
+  EXPECT_EQ(V_VT(&content), VT_I4);
+  return V_I4(&content);
 }
 
 // One of the DLL's exports; null when it does not serve the class.
@@ -127,22 +148,41 @@ TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
+// What the component asks for is what ADO is asked for.
+TEST_F(AdoOdbc, ARecordsetHasTheCursorAndLockThatItWasOpenedWith) {
+  const auto connection = database->NewConnection();
+  connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
+  connection->Execute(u"CREATE TABLE T (A integer)", -1);
+  struct Way {
+    platform::CursorLocation location;
+    platform::CursorType type;
+    platform::LockType lock;
+  };
+  for (const auto& [location, type, lock] :
+       {Way{platform::CursorLocation::Client, platform::CursorType::Static,
+            platform::LockType::BatchOptimistic},
+        Way{platform::CursorLocation::Server, platform::CursorType::Keyset,
+            platform::LockType::Optimistic},
+        Way{platform::CursorLocation::Server, platform::CursorType::ForwardOnly,
+            platform::LockType::ReadOnly}}) {
+    const auto rows = database->NewRecordset();
+    rows->SetCursorLocation(location);
+    rows->Open(u"SELECT A FROM T", *connection, type, lock, -1);
+    const auto ado = ::windows::DispatchOf(*rows);
+    EXPECT_EQ(NumberOf(*ado.get(), L"CursorLocation"), static_cast<LONG>(location));
+    EXPECT_EQ(NumberOf(*ado.get(), L"CursorType"), static_cast<LONG>(type));
+    EXPECT_EQ(NumberOf(*ado.get(), L"LockType"), static_cast<LONG>(lock));
+  }
+}
+
 TEST_F(AdoOdbc, TheDllStaysLoadedAsLongAsAnyOfItsObjectsLives) {
   auto connection = NewAdoConnection();
   const auto canUnload = Export<Answer>("DllCanUnloadNow");
   ASSERT_NE(canUnload, nullptr) << "ADO's class is not AdoOdbc's";
   EXPECT_EQ(canUnload(), S_FALSE);
 
-  // Has the type library loaded too, by which a script would find the member.
-  auto* name = const_cast<wchar_t*>(L"Errors");
-  DISPID member = 0;
-  ASSERT_EQ(connection->GetIDsOfNames(IID_NULL, &name, 1, 0, &member), S_OK);
-  VARIANT errors;
-  VariantInit(&errors);
-  DISPPARAMS none{};
-  ASSERT_EQ(connection->Invoke(member, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &errors, nullptr,
-                               nullptr),
-            S_OK);
+  // Has the type library loaded too.
+  VARIANT errors = PropertyOf(*connection.get(), L"Errors");
   connection = {};
   EXPECT_EQ(canUnload(), S_FALSE) << "the collection outlives its connection";
   VariantClear(&errors);
