@@ -51,6 +51,7 @@ class Host:
         self._times = []
         self._news = threading.Condition()
         self._handle = None
+        self._pid = None
         self._reader = threading.Thread(target=self._read)
         self._reader.start()
 
@@ -93,8 +94,16 @@ class Host:
         """Until its first call; it can be killed at once from then on."""
         self.wait_for("call ")
         with contextlib.suppress(OSError, StopIteration):  # it has ended already
-            pid = next(filter(is_kestra_host, descendants(self._process.pid)))
-            self._handle = os.pidfd_open(pid)
+            self._pid = next(filter(is_kestra_host, descendants(self._process.pid)))
+            self._handle = os.pidfd_open(self._pid)
+
+    def peak_memory(self):
+        """The most bytes that it has held so far, 0 when it has ended."""
+        with contextlib.suppress(OSError):
+            for line in Path(f"/proc/{self._pid}/status").read_text("utf-8").splitlines():
+                if line.startswith("VmHWM:"):
+                    return int(line.split()[1]) * 1024
+        return 0
 
     def kill(self):
         """Without a chance to tidy up. False when it had ended by itself."""

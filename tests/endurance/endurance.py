@@ -14,12 +14,14 @@ import kill  # noqa: E402
 import leaks  # noqa: E402
 import load  # noqa: E402
 import server  # noqa: E402
+import size  # noqa: E402
 from clinic import Clinic, Server  # noqa: E402
 from computer import Computer  # noqa: E402
 from databases import PostgresqlDatabase, SqliteDatabase  # noqa: E402
 from trip_runner import USUAL_PLACES, Report  # noqa: E402
 
-SUBJECTS = {"kill": kill.play, "server": server.play, "load": load.play, "leaks": leaks.play}
+SUBJECTS = {"kill": kill.play, "server": server.play, "load": load.play, "leaks": leaks.play,
+            "size": size.play}
 
 
 def parse_arguments():
