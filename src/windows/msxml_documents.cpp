@@ -73,18 +73,15 @@ class MsxmlDocument : public platform::ResultDocument {
   }
 
   // From memory, since the parser goes through the system's internet library for a file that it is
-  // given by name, which takes three times as long as parsing a result. What cannot be loaded so is
-  // given by name, for the parse error.
+  // given by name, which takes three times as long as parsing a result. Only a file whose bytes
+  // cannot be had is given by name, for the parse error.
   void Load(const std::u16string& path) override {
     const Variant bytes = OpenedFile(path).Bytes();
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    if (V_VT(&bytes.get()) != VT_EMPTY && SUCCEEDED(document_->load(bytes.get(), &loaded)) &&
-        loaded != VARIANT_FALSE) {
-      return;
-    }
     const Variant name{automation::Value(path)};
+    const bool hasBytes = V_VT(&bytes.get()) != VT_EMPTY;
+    VARIANT_BOOL loaded = VARIANT_FALSE;
     // A document that is not well-formed or not there is no failed call but a parse error.
-    CheckCall([&] { return document_->load(name.get(), &loaded); });
+    CheckCall([&] { return document_->load(hasBytes ? bytes.get() : name.get(), &loaded); });
   }
 
   platform::ParseError GetParseError() override {
