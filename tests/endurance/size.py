@@ -7,7 +7,7 @@ MEGABYTE = 1_000_000
 
 
 def play(run, report):
-    size = 100 if run.long else 5
+    size = 100 if run.long else 2
     run.sqlite.renew()
     usual, _, _ = cost_of(run.sqlite, "")
     for name, filler in fillers(size).items():
