@@ -5,7 +5,7 @@ import os
 import subprocess
 from dataclasses import dataclass
 
-_SLOW = 0.15  # seconds of one test
+_SLOW = 0.1  # seconds of one test
 _LONGEST = 300
 
 
@@ -14,6 +14,7 @@ class Sitting:
     program: object
     tests: str  # GoogleTest's filter
     seconds: float
+    is_quick: bool
 
     def limit(self):
         """More than this is a hang."""
@@ -34,9 +35,10 @@ def _of_program(build, program, scratch):
              for suite in json.loads(report.read_text())["testsuites"] for test in suite["testsuite"]}
     slow = [test for test, seconds in times.items() if seconds > _SLOW]
     of_slow = sum(times[test] for test in slow)
-    yield Sitting(program, "-" + ":".join(slow) if slow else "*", sum(times.values()) - of_slow)
+    yield Sitting(program, "-" + ":".join(slow) if slow else "*", sum(times.values()) - of_slow,
+                  True)
     if slow:
-        yield Sitting(program, ":".join(slow), of_slow)
+        yield Sitting(program, ":".join(slow), of_slow, False)
 
 
 def passes(program, tests, temporary, limit, report=None):
