@@ -36,7 +36,7 @@ def _of_program(build, program, scratch):
     slow = [test for test, seconds in times.items() if seconds > _SLOW]
     of_slow = sum(times[test] for test in slow)
     yield Sitting(program, "-" + ":".join(slow) if slow else "*", sum(times.values()) - of_slow,
-                  True)
+                  program.name.startswith("unit_"))
     if slow:
         yield Sitting(program, ":".join(slow), of_slow, False)
 
