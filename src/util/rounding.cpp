@@ -15,9 +15,6 @@ namespace {
 constexpr std::array<double, 4> kFactors = {20, 10, 2, 1};
 
 double HalfWithSignOf(double number) {
-  if (number == 0) {
-    return 0;
-  }
   return number < 0 ? -0.5 : 0.5;
 }
 

@@ -148,25 +148,130 @@ TEST(NumbersAsText, BeyondTheRangeOfADoubleRaiseOverflow) {
   EXPECT_EQ(FixedText(Limits::max(), kUs).size(), 312U);
 }
 
-TEST(ErrorNumbers, OfComCallsFollowTheRuntime) {
-  const auto number = [](std::uint32_t code) {
-    return ErrorNumberFromHresult(static_cast<std::int32_t>(code));
-  };
-  EXPECT_EQ(number(0x800A0E78), 3704);
-  EXPECT_EQ(number(0x80020005), 13);
-  EXPECT_EQ(number(0x8002000A), 6);
-  EXPECT_EQ(number(0x8007000E), 7);
-  EXPECT_EQ(number(0x80070057), 5);
-  EXPECT_EQ(number(0x80040154), 429);
-  EXPECT_EQ(number(0x80040E14), -2147217900);
+TEST(NumbersAsText, AreWrittenOutUpToFifteenDigitsOnEitherSide) {
+  EXPECT_EQ(ToText(999999999999999.0, kUs), u"999999999999999");
+  EXPECT_EQ(ToText(1.5e15, kUs), u"1.5E+15");
+  EXPECT_EQ(ToText(1e-15, kUs), u"0.000000000000001");
+  EXPECT_EQ(ToText(1.5e-15, kSwedish), u"1,5E-15");
+  EXPECT_EQ(ToText(1e-16, kUs), u"1E-16");
+  EXPECT_EQ(ToText(1e-5, kUs), u"0.00001");
+  EXPECT_EQ(ToText(-1e100, kUs), u"-1E+100");
+  EXPECT_EQ(ToText(1.25e-100, kUs), u"1.25E-100");
+  EXPECT_EQ(ToText(12.0, kUs), u"12");
+  EXPECT_EQ(ToText(0.5, kSwedish), u"0,5");
 }
 
-TEST(ErrorTexts, ComeFromTheObjectElseFromTheRuntime) {
-  EXPECT_EQ(ErrorFromHresult(-2147217900, u"", u"near \"x\"").description(), u"near \"x\"");
-  EXPECT_EQ(ErrorFromHresult(-2147217900, u"", u"").description(), u"Automation error");
-  EXPECT_EQ(AutomationError(RuntimeError::ObjectNotSet).description(),
-            u"Object variable or With block variable not set");
-  EXPECT_EQ(RuntimeErrorText(4242), u"Application-defined or object-defined error");
+TEST(NumberTexts, MayHaveBlanksOfAnyKindAroundThem) {
+  for (const auto* text : {u"\t1", u"1\t", u"\n1\v", u"\f1\r", u"  1  "}) {
+    EXPECT_EQ(ToDouble(text, kUs), 1) << ToUtf8(text);
+  }
+  for (const auto* text : {u"\b1", u"1\b", u"\u000E1", u"1\u000E"}) {
+    EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
+  }
+}
+
+TEST(NumberTexts, MayHaveOneSignAndOneOfTheExponent) {
+  EXPECT_EQ(ToDouble(u"+5", kUs), 5);
+  EXPECT_EQ(ToDouble(u"1e+2", kUs), 100);
+  EXPECT_EQ(ToDouble(u"-1E-2", kUs), -0.01);
+  for (const auto* text :
+       {u"+-5", u"-+5", u"1e--2", u"1e+", u"5-", u"e5", u".e5", u"-", u"1e2.5"}) {
+    EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
+  }
+}
+
+TEST(NumberTexts, HaveGroupsBehindTheirFirstDigitAndBeforeTheDecimals) {
+  EXPECT_EQ(ToDouble(u"1,234,567", kUs), 1234567);
+  EXPECT_EQ(ToDouble(u"1,2", kUs), 12);
+  for (const auto* text : {u",5", u"-,5", u"1.2,3", u"1e1,0", u"1 234", u"1\u00A0234"}) {
+    EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
+  }
+  EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"1.234", kSwedish); }), 13);
+}
+
+TEST(NumberTexts, HaveTheDigitsFromZeroToNineAlone) {
+  EXPECT_EQ(ToDouble(u"1234567890", kUs), 1234567890);
+  for (const auto* text : {u"1/", u"1:", u"/1", u":1", u"1\u0661"}) {
+    EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
+  }
+}
+
+TEST(NumberTexts, TooSmallForADoubleAreZeroAndTooLargeOverflow) {
+  EXPECT_EQ(ToDouble(u"-1e-400", kUs), 0);
+  EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"1e400", kUs); }), 6);
+  EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"-1e400", kUs); }), 6);
+  EXPECT_TRUE(std::isinf(*ParseNumber(u"1e400", kUs)));
+  EXPECT_EQ(ToDouble(u"1e308", kUs), 1e308);
+}
+
+TEST(FixedFormat, RoundsOnTheThirdDecimal) {
+  EXPECT_EQ(FixedText(-0.005, kUs), u"-0.01");
+  EXPECT_EQ(FixedText(0.0005, kUs), u"0.00");
+  EXPECT_EQ(FixedText(0.001, kUs), u"0.00");
+  EXPECT_EQ(FixedText(0.009, kUs), u"0.01");
+  EXPECT_EQ(FixedText(0.0009, kUs), u"0.00");
+  EXPECT_EQ(FixedText(0.00001, kSwedish), u"0,00");
+  EXPECT_EQ(FixedText(0.0999, kUs), u"0.10");
+  EXPECT_EQ(FixedText(99.995, kUs), u"100.00");
+  EXPECT_EQ(FixedText(99.994, kUs), u"99.99");
+  EXPECT_EQ(FixedText(19.996, kUs), u"20.00");
+  EXPECT_EQ(FixedText(1234.5, kUs), u"1234.50");
+  EXPECT_EQ(FixedText(0.01, kUs), u"0.01");
+  EXPECT_EQ(FixedText(-0.01, kUs), u"-0.01");
+  EXPECT_EQ(FixedText(10, kUs), u"10.00");
+}
+
+TEST(Decimals, AreReadWithSignAndPlaces) {
+  const auto read = [](std::u16string_view text) { return ParseDecimal(text).value(); };
+  EXPECT_EQ(read(u"-12.50"), (Decimal{.lo = 1250, .hi = 0, .scale = 2, .negative = true}));
+  EXPECT_EQ(read(u"+12.5"), (Decimal{.lo = 125, .hi = 0, .scale = 1, .negative = false}));
+  EXPECT_EQ(read(u"12."), (Decimal{.lo = 12, .hi = 0, .scale = 0, .negative = false}));
+  EXPECT_EQ(read(u".5"), (Decimal{.lo = 5, .hi = 0, .scale = 1, .negative = false}));
+  EXPECT_EQ(read(u"4294967296"), (Decimal{.lo = 1ULL << 32, .hi = 0, .scale = 0}));
+  EXPECT_EQ(read(u"18446744073709551616"), (Decimal{.lo = 0, .hi = 1, .scale = 0}));
+  EXPECT_EQ(read(u"0.0000000000000000000000000001"), (Decimal{.lo = 1, .hi = 0, .scale = 28}));
+  EXPECT_FALSE(ParseDecimal(u"0.00000000000000000000000000001"));
+  for (const auto* text : {u".", u"+", u"+-1", u"1.2.3", u"1/", u"1:", u"1 "}) {
+    EXPECT_FALSE(ParseDecimal(text)) << ToUtf8(text);
+  }
+}
+
+TEST(Decimals, AreWrittenWithAllTheirPlaces) {
+  EXPECT_EQ(DecimalText({.lo = 1250, .hi = 0, .scale = 2, .negative = true}, u','), u"-12,50");
+  EXPECT_EQ(DecimalText({.lo = 5, .hi = 0, .scale = 3, .negative = false}, u'.'), u"0.005");
+  EXPECT_EQ(DecimalText({.lo = 0, .hi = 1, .scale = 1, .negative = false}, u'.'),
+            u"1844674407370955161.6");
+  EXPECT_EQ(DecimalText({.lo = 1ULL << 32, .hi = 0, .scale = 0}, u'.'), u"4294967296");
+  EXPECT_EQ(DecimalText({}, u'.'), u"0");
+  EXPECT_EQ(DecimalText({.lo = 0, .hi = 0, .scale = 2, .negative = false}, u'.'), u"0.00");
+}
+
+TEST(Decimals, ReadAsTheNearestDouble) {
+  EXPECT_EQ(DoubleOf({.lo = 1250, .hi = 0, .scale = 2, .negative = true}), -12.5);
+  EXPECT_EQ(DoubleOf({.lo = 3, .hi = 1, .scale = 0, .negative = false}), 18446744073709551619.0);
+  EXPECT_EQ(DoubleOf({.lo = 0, .hi = 2, .scale = 1, .negative = false}), 3689348814741910323.2);
+  EXPECT_EQ(DoubleOf(DecimalOf(-12)), -12);
+  EXPECT_EQ(DecimalOf(12), (Decimal{.lo = 12, .hi = 0, .scale = 0, .negative = false}));
+  EXPECT_EQ(DecimalOf(0), (Decimal{.lo = 0, .hi = 0, .scale = 0, .negative = false}));
+}
+
+TEST(EveryKindOfValue, ReadsAsANumber) {
+  EXPECT_EQ(ToDouble(true, kUs), -1);
+  EXPECT_EQ(ToDouble(false, kUs), 0);
+  EXPECT_EQ(ToDouble(std::int16_t{-7}, kUs), -7);
+  EXPECT_EQ(ToDouble(Currency{-12345}, kUs), -1.2345);
+  EXPECT_EQ(ToDouble(*ParseDecimal(u"-12.5"), kUs), -12.5);
+  EXPECT_EQ(ToDouble(Date{2.25}, kUs), 2.25);
+  EXPECT_EQ(ToInt16(-32768.0, kUs), -32768);
+  EXPECT_EQ(ToInt16(32767.0, kUs), 32767);
+  EXPECT_EQ(ErrorNumberOf([] { ToInt16(-32769.0, kUs); }), 6);
+}
+
+TEST(EveryKindOfValue, ReadsAsADateUnlessItsNumberIsNone) {
+  EXPECT_EQ(ToDate(2.25, kUs), Date{2.25});
+  EXPECT_EQ(ToDate(Date{46342}, kUs), Date{46342});
+  EXPECT_EQ(ToDate(u"1/1/1900", kUs), Date{2});
+  EXPECT_EQ(ErrorNumberOf([] { ToDate(u"2.25", kUs); }), 13);
 }
 
 }  // namespace

@@ -142,5 +142,136 @@ TEST(DateArithmetic, AddsYearsAndCountsDays) {
   EXPECT_EQ(DayOf(Time(2007, 1, 1, 23, 59)), Day(2007, 1, 1));
 }
 
+TEST(Dates, HaveEachPartWithinItsBounds) {
+  const auto makes = [](const DateParts& parts) {
+    return ErrorNumberOf([&] { MakeDate(parts); }) == 0;
+  };
+  EXPECT_TRUE(makes({100, 1, 1, 0, 0, 0}));
+  EXPECT_TRUE(makes({9999, 12, 31, 23, 59, 59}));
+  for (const DateParts& parts : {DateParts{99, 12, 31, 0, 0, 0}, DateParts{10000, 1, 1, 0, 0, 0},
+                                 DateParts{2026, 0, 1, 0, 0, 0}, DateParts{2026, 13, 1, 0, 0, 0},
+                                 DateParts{2026, 1, 0, 0, 0, 0}, DateParts{2026, 1, 32, 0, 0, 0},
+                                 DateParts{2026, 1, 257, 0, 0, 0}, DateParts{2026, 257, 1, 0, 0, 0},
+                                 DateParts{2026, 4, 31, 0, 0, 0}, DateParts{2026, 1, 1, 24, 0, 0},
+                                 DateParts{2026, 1, 1, -1, 0, 0}, DateParts{2026, 1, 1, 0, 60, 0},
+                                 DateParts{2026, 1, 1, 0, -1, 0}, DateParts{2026, 1, 1, 0, 0, 60},
+                                 DateParts{2026, 1, 1, 0, 0, -1}, DateParts{2026, -255, 1, 0, 0, 0},
+                                 DateParts{2026, 1, -255, 0, 0, 0}}) {
+    EXPECT_FALSE(makes(parts)) << testing::PrintToString(parts);
+  }
+}
+
+TEST(Dates, EndWithTheFirstAndTheLastDayOfTheCalendar) {
+  EXPECT_EQ(Day(100, 1, 1).days, -657434);
+  EXPECT_EQ(Day(9999, 12, 31).days, 2958465);
+  EXPECT_EQ(PartsOf({-657434.75}), (DateParts{100, 1, 1, 18, 0, 0}));
+  EXPECT_EQ(PartsOf({2958465.75}), (DateParts{9999, 12, 31, 18, 0, 0}));
+  EXPECT_EQ(ErrorNumberOf([] { PartsOf({-657435}); }), 6);
+  EXPECT_EQ(ErrorNumberOf([] { PartsOf({2958466}); }), 6);
+  EXPECT_EQ(ErrorNumberOf([] { PartsOf({2958465.9999999}); }), 6);
+}
+
+TEST(Dates, OfDayZeroAreNoMomentMoreThanTheDay) {
+  EXPECT_EQ(PartsOf({0}), DateParts());
+  EXPECT_EQ(DateParts(), (DateParts{1899, 12, 30, 0, 0, 0}));
+  EXPECT_EQ(Date().days, 0);
+}
+
+TEST(DateTexts, LeaveOutTheDateOfDayZeroAloneAndTheTimeOfMidnightAlone) {
+  EXPECT_EQ(DateText(Day(1899, 12, 31), kSwedish), u"1899-12-31");
+  EXPECT_EQ(DateText(Day(1899, 11, 30), kSwedish), u"1899-11-30");
+  EXPECT_EQ(DateText(Day(1900, 12, 30), kSwedish), u"1900-12-30");
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 1, 0), kSwedish), u"2026-01-05 01:00:00");
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 0, 1), kSwedish), u"2026-01-05 00:01:00");
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 0, 0, 1), kSwedish), u"2026-01-05 00:00:01");
+}
+
+TEST(DateTexts, OfATwelveHourClockTurnAtNoon) {
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 11, 59, 59), kUs), u"1/5/2026 11:59:59 AM");
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 12, 0), kUs), u"1/5/2026 12:00:00 PM");
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 13, 0), kUs), u"1/5/2026 1:00:00 PM");
+  const Regional named{.timeSeparator = u".", .amText = u"fm", .pmText = u"em"};
+  EXPECT_EQ(DateText(Time(2026, 1, 5, 14, 5), named), u"1/5/2026 2.05.00 em");
+  EXPECT_EQ(ParseDate(u"1/5/2026 2.05.09 EM", named), Time(2026, 1, 5, 14, 5, 9));
+  EXPECT_EQ(ParseDate(u"1/5/2026 2.05 fm", named), Time(2026, 1, 5, 2, 5));
+}
+
+TEST(DateReading, TakesHoursOfTheHalfDayFromOneToTwelve) {
+  EXPECT_EQ(ParseDate(u"1/5/2026 12:00 PM", kUs), Time(2026, 1, 5, 12, 0));
+  EXPECT_EQ(ParseDate(u"1/5/2026 11:59:59 PM", kUs), Time(2026, 1, 5, 23, 59, 59));
+  EXPECT_EQ(ParseDate(u"1/5/2026 1:00  AM", kUs), Time(2026, 1, 5, 1, 0));
+  EXPECT_FALSE(ParseDate(u"1/5/2026 0:30 AM", kUs));
+  EXPECT_FALSE(ParseDate(u"1/5/2026 13:00 AM", kUs));
+  EXPECT_FALSE(ParseDate(u"1/5/2026 1:00 XM", kUs));
+  EXPECT_FALSE(ParseDate(u"1/5/2026 1:00 PM x", kUs));
+  EXPECT_FALSE(ParseDate(u"1/5/2026 1:00PM", kUs));
+}
+
+TEST(DateReading, TakesTimesUpToOneSecondToMidnightInNumbersOfTwoDigits) {
+  EXPECT_EQ(ParseDate(u"2026-01-05 23:59:59", kSwedish), Time(2026, 1, 5, 23, 59, 59));
+  EXPECT_EQ(ParseDate(u"2026-01-05  1:2:3", kSwedish), Time(2026, 1, 5, 1, 2, 3));
+  for (const auto* text :
+       {u"2026-01-05 24:00", u"2026-01-05 23:60", u"2026-01-05 001:00", u"2026-01-05 1:000",
+        u"2026-01-05 1:00:000", u"2026-01-05 1:", u"2026-01-05 1:00:", u"2026-01-05 :00",
+        u"2026-01-05 1.00", u"2026-01-05 1:00 x", u"2026-01-051:00"}) {
+    EXPECT_FALSE(ParseDate(text, kSwedish)) << ToUtf8(text);
+  }
+}
+
+TEST(DateReading, TakesYearsOfOneTwoOrFourDigits) {
+  EXPECT_EQ(ParseDate(u"1/2/5", kUs), Day(2005, 1, 2));
+  EXPECT_EQ(ParseDate(u"1/2/0", kUs), Day(2000, 1, 2));
+  EXPECT_EQ(ParseDate(u"1/2/99", kUs), Day(1999, 1, 2));
+  EXPECT_EQ(ParseDate(u"1/2/0100", kUs), Day(100, 1, 2));
+  EXPECT_FALSE(ParseDate(u"1/2/20026", kUs));
+  EXPECT_FALSE(ParseDate(u"001/2/2026", kUs));
+  EXPECT_FALSE(ParseDate(u"1/002/2026", kUs));
+  EXPECT_FALSE(ParseDate(u"2026-001-02", kSwedish));
+}
+
+TEST(DateReading, TakesTheYearFirstWhereThePictureHasItSoUnlessItIsLast) {
+  EXPECT_EQ(ParseDate(u"01-02-2003", kSwedish), Day(2003, 1, 2));
+  EXPECT_EQ(ParseDate(u"01-02-03", kSwedish), Day(2001, 2, 3));
+  EXPECT_EQ(ParseDate(u"01.02.03", kGerman), Day(2003, 2, 1));
+  const Regional upper{.shortDate = u"YYYY-MM-DD"};
+  EXPECT_EQ(ParseDate(u"01-02-03", upper), Day(2001, 2, 3));
+  const Regional dayFirst{.shortDate = u"DD.MM.YYYY"};
+  EXPECT_EQ(ParseDate(u"01.02.2003", dayFirst), Day(2003, 2, 1));
+}
+
+TEST(DateReading, ChangesMonthAndDayAtThirteenAlone) {
+  EXPECT_EQ(ParseDate(u"13/12/2026", kUs), Day(2026, 12, 13));
+  EXPECT_EQ(ParseDate(u"2026-13-12", kSwedish), Day(2026, 12, 13));
+  EXPECT_FALSE(ParseDate(u"2/30/2026", kUs));
+  EXPECT_FALSE(ParseDate(u"0/12/2026", kUs));
+  EXPECT_FALSE(ParseDate(u"12/0/2026", kUs));
+  EXPECT_FALSE(ParseDate(u"2026-00-12", kSwedish));
+  EXPECT_FALSE(ParseDate(u"2026-12-00", kSwedish));
+}
+
+TEST(DateReading, TakesEachSeparatorOfDates) {
+  for (const auto* text : {u"2002-7-1", u"2002/7/1", u"2002.7.1", u"2002 7 1"}) {
+    EXPECT_EQ(ParseDate(text, kSwedish), Day(2002, 7, 1)) << ToUtf8(text);
+  }
+  EXPECT_FALSE(ParseDate(u"2002_7_1", kSwedish));
+  EXPECT_FALSE(ParseDate(u"2002-7", kSwedish));
+  EXPECT_FALSE(ParseDate(u"2002-7-", kSwedish));
+}
+
+TEST(DateFormats, PadDaysAndMonthsToTwoDigitsAtMost) {
+  EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"DDD.MMM.YYY"), u"05.01.2026");
+  EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"D/M/Y"), u"5/1/26");
+  EXPECT_EQ(FormatDate(Day(2007, 1, 5), u"y"), u"07");
+  EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"..x"), u"..x");
+  EXPECT_EQ(FormatDate(Day(226, 11, 15), u"yyyy-m-d"), u"0226-11-15");
+}
+
+TEST(DateArithmetic, KeepsTheLeapDayInLeapYearsAlone) {
+  EXPECT_EQ(AddYears(Day(2000, 2, 29), 4), Day(2004, 2, 29));
+  EXPECT_EQ(AddYears(Day(2000, 2, 29), -100), Day(1900, 2, 28));
+  EXPECT_EQ(AddYears(Day(2000, 3, 29), 1), Day(2001, 3, 29));
+  EXPECT_EQ(DayOf(Time(2007, 1, 1, 0, 59, 1)), Day(2007, 1, 1));
+}
+
 }  // namespace
 }  // namespace automation

@@ -81,5 +81,74 @@ TEST(DecimalTexts, ArePlain) {
   EXPECT_EQ(Decimal10(std::numeric_limits<std::int32_t>::min()), u"-2147483648");
 }
 
+TEST(Utf8, ChangesLengthAtItsBounds) {
+  struct Known {
+    std::u16string units;
+    std::string bytes;
+  };
+  for (const auto& [units, bytes] :
+       {Known{u"\u007F", "\x7F"}, Known{u"\u0080", "\xC2\x80"}, Known{u"\u07FF", "\xDF\xBF"},
+        Known{u"\u0800", "\xE0\xA0\x80"}, Known{u"\uD7FF", "\xED\x9F\xBF"},
+        Known{u"\uE000", "\xEE\x80\x80"}, Known{u"\uFFFF", "\xEF\xBF\xBF"},
+        Known{u"\U00010000", "\xF0\x90\x80\x80"}, Known{u"\U0010FFFF", "\xF4\x8F\xBF\xBF"}}) {
+    EXPECT_EQ(ToUtf8(units), bytes);
+    EXPECT_EQ(FromUtf8(bytes), units) << bytes;
+    EXPECT_EQ(FromUtf8(bytes + "x"), units + u"x") << bytes;
+  }
+}
+
+TEST(Utf8, IsReadInItsShortestFormAlone) {
+  for (const char* bytes :
+       {"\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
+        "\xF5\x80\x80\x80", "\xED\xA0\x80", "\xED\xBF\xBF", "\xE2\x82", "\xF0\x90\x80",
+        "\xE2\x28\x80", "\xC3\xC3", "\xE2\x82\xC0"}) {
+    const std::u16string read = FromUtf8(bytes);
+    EXPECT_EQ(read.front(), u'\uFFFD') << bytes;
+  }
+  EXPECT_EQ(FromUtf8("\xC3\xC3\xA5"), u"\uFFFDå");
+  EXPECT_EQ(FromUtf8("\xE2\x82x"), u"\uFFFD\uFFFDx");
+}
+
+TEST(Utf8, IsWrittenForPairsOfSurrogatesAlone) {
+  const auto bytes = [](std::initializer_list<char16_t> units) {
+    return ToUtf8(std::u16string(units));
+  };
+  const std::string replacement = "\xEF\xBF\xBD";
+  EXPECT_EQ(bytes({0xD800, 0xDC00}), "\xF0\x90\x80\x80");
+  EXPECT_EQ(bytes({0xDBFF, 0xDFFF}), "\xF4\x8F\xBF\xBF");
+  EXPECT_EQ(bytes({0xD800, 0xE000}), replacement + "\xEE\x80\x80");
+  EXPECT_EQ(bytes({0xD800, 0xDBFF}), replacement + replacement);
+  EXPECT_EQ(bytes({0xDC00, 0xDC00}), replacement + replacement);
+  EXPECT_EQ(bytes({0xDFFF}), replacement);
+  EXPECT_EQ(bytes({u'x', 0xD800}), "x" + replacement);
+}
+
+TEST(Pieces, MayBeEmptyAndBeginAtTheFirstCharacter) {
+  EXPECT_EQ(Left(u"abc", 2), u"ab");
+  EXPECT_EQ(Left(u"abc", 3), u"abc");
+  EXPECT_EQ(Right(u"abc", 0), u"");
+  EXPECT_EQ(Right(u"abc", 3), u"abc");
+  EXPECT_EQ(Mid(u"abc", 1, 0), u"");
+  EXPECT_EQ(Mid(u"abc", 1), u"abc");
+  EXPECT_EQ(Mid(u"abc", 3, 1), u"c");
+  EXPECT_EQ(Mid(u"abc", 4), u"");
+  EXPECT_EQ(ErrorNumberOf([] { Mid(u"abc", 0); }), 5);
+}
+
+TEST(Letters, OfLatin1HaveCapitals) {
+  EXPECT_EQ(UCase(u"`az{"), u"`AZ{");
+  EXPECT_EQ(UCase(u"\u00DF\u00E0\u00F6\u00F7\u00F8\u00FE\u00FF"),
+            u"\u00DF\u00C0\u00D6\u00F7\u00D8\u00DE\u00FF");
+  EXPECT_FALSE(EqualsNoCase(u"abc", u"ab"));
+}
+
+TEST(Replacing, TakesLettersOfAsciiAlone) {
+  EXPECT_EQ(ReplaceNoCase(u"[AZ]{az}", u"z", u"-"), u"[A-]{a-}");
+  EXPECT_EQ(ReplaceNoCase(u"[AZ]{az}", u"A", u"-"), u"[-Z]{-z}");
+  EXPECT_EQ(ReplaceNoCase(u"@`", u"`", u"-"), u"@-");
+  EXPECT_EQ(ReplaceNoCase(u"[{", u"{", u"-"), u"[-");
+  EXPECT_EQ(ReplaceNoCase(u"Åå", u"å", u"-"), u"Å-");
+}
+
 }  // namespace
 }  // namespace automation

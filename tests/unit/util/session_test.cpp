@@ -18,12 +18,14 @@ TEST_F(TheSession, IsEmptyAndApartOnAnotherThread) {
   CurrentSession().gKestraLangID = 5;
   Session other;
   other.gKestraLangID = 9;
+  other.gDbType = 9;
   std::thread([&] {
     other = CurrentSession();
     CurrentSession().gKestraLangID = 3;
   }).join();
   EXPECT_EQ(other.gKestraLangID, 0);
   EXPECT_EQ(other.gDateFormat, u"");
+  EXPECT_EQ(other.gDbType, 0);
   EXPECT_EQ(CurrentSession().gKestraLangID, 5);
 }
 

@@ -31,6 +31,11 @@ TEST_F(MakeSsn, SeparatesWithAPlusFromTheHundredthBirthdayOn) {
   EXPECT_EQ(MakeSSN(Day(1926, 11, 15), u"1234", true), u"19261115+1234");
 }
 
+TEST_F(MakeSsn, CountsMonthsBeforeDays) {
+  EXPECT_EQ(MakeSSN(Day(1926, 12, 1), u"1234", true), u"19261201-1234");
+  EXPECT_EQ(MakeSSN(Day(1926, 10, 31), u"1234", true), u"19261031+1234");
+}
+
 TEST_F(MakeSsn, LeavesTheTimeOfDayOutOfAccount) {
   EXPECT_EQ(MakeSSN(automation::MakeDate({1926, 11, 16, 23, 59, 59}), u"1234", true),
             u"19261116+1234");
