@@ -14,6 +14,7 @@ namespace {
 // Steps in one whole, by mode from 1.
 constexpr std::array<double, 4> kFactors = {20, 10, 2, 1};
 
+// Zero may have either half, it is cut off again.
 double HalfWithSignOf(double number) {
   return number < 0 ? -0.5 : 0.5;
 }
