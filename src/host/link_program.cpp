@@ -23,10 +23,10 @@ using util::Guarded;
 constexpr std::u16string_view kLinkRegistration =
     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
 // Where the host may have registered itself; the first that names a path counts.
-constexpr std::array<std::u16string_view, 3> kHostRegistrations = {
-    u"SOFTWARE\\Kestra\\Kestra.Main.exe",
-    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
-    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe"};
+constexpr auto kHostRegistrations = std::to_array<std::u16string_view>(
+    {u"SOFTWARE\\Kestra\\Kestra.Main.exe",
+     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
+     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe"});
 constexpr std::int32_t kNotRegistered = 10001;
 
 // The per-user setting in which the host keeps the path of Link.exe.

@@ -16,6 +16,7 @@ const automation::AutomationError kServerGone{-2147467259, u"", u"server closed 
 
 TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
   locale.UseSwedish();
+  util::CurrentSession() = {};
   BVilnor second(events);
   vilnor.InitVilnor(u"Driver=A", 1, 2);
   second.InitVilnor(u"Driver=B", 4, 1);
@@ -38,6 +39,32 @@ TEST_F(BVilnorTest, OpenWithNewCaseWritesTheRequestAndStartsTheProgramOnIt) {
   EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_EQ(database.AliveConnections(), 0);
   EXPECT_EQ(database.AliveRecordsets(), 0);
+}
+
+// Takes down how many recordsets and connections are still there when the program is started.
+class WatchedProcesses : public platform::Processes {
+ public:
+  explicit WatchedProcesses(const fakes::Database& database) : database_(database) {}
+  void Start(const std::u16string& /*commandLine*/) override {
+    left.push_back(database_.AliveRecordsets() + database_.AliveConnections());
+  }
+  std::vector<int> left;
+
+ private:
+  const fakes::Database& database_;
+};
+
+TEST_F(BVilnorTest, HoldsNothingOfTheDatabaseWhenTheProgramStarts) {
+  WatchedProcesses watched(database);
+  platform::Platform watchedPorts{clock,        locale,   dialogs,  watched,   files,
+                                  userSettings, registry, database, documents, windows};
+  platform::Use(watchedPorts);
+  vilnor.OpenWithNewCase(4711, 12, 3);
+  vilnor.OpenSearchPatient(4711);
+  vilnor.OpenExistCase(7);
+  vilnor.OpenExistFHP(8);
+  platform::Use(ports);
+  EXPECT_EQ(watched.left, (std::vector<int>{0, 0, 0, 0}));
 }
 
 TEST_F(BVilnorTest, OpenSearchPatientWritesTheSearchOfThePatientsNumber) {
