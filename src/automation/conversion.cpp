@@ -240,8 +240,8 @@ std::u16string FixedText(double number, const Regional& regional) {
   if (firstPlace < 0) {
     return std::u16string(u"0") + regional.decimalSeparator + u"00";
   }
-  digits.insert(0, "0");
-  const auto kept = static_cast<std::size_t>(firstPlace) + 1;
+  digits.insert(0, "000");  // at least one digit before the decimals, also for a carry
+  const auto kept = static_cast<std::size_t>(firstPlace) + 3;
   const bool up = digits.size() > kept && digits[kept] >= '5';
   digits.resize(kept, '0');
   for (auto digit = digits.rbegin(); up && digit != digits.rend(); ++digit) {
@@ -251,7 +251,6 @@ std::u16string FixedText(double number, const Regional& regional) {
     }
     *digit = '0';
   }
-  digits.insert(0, digits.size() < 3 ? 3 - digits.size() : 0, '0');
   const std::string whole = digits.substr(0, digits.size() - 2);
   const auto significant = std::min(whole.find_first_not_of('0'), whole.size() - 1);
   const bool zero = digits.find_first_not_of('0') == std::string::npos;

@@ -428,29 +428,31 @@ class WatchedDocuments : public platform::ResultDocuments {
  public:
   class Document : public platform::ResultDocument {
    public:
-    Document(std::unique_ptr<platform::ResultDocument> real, int& alive)
-        : real_(std::move(real)), alive_(alive) {
-      ++alive_;
+    Document(std::unique_ptr<platform::ResultDocument> real, WatchedDocuments& all)
+        : real_(std::move(real)), all_(all) {
+      ++all_.alive;
     }
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
-    ~Document() override { --alive_; }
+    ~Document() override { --all_.alive; }
     void Load(const std::u16string& path) override { real_->Load(path); }
     platform::ParseError GetParseError() override { return real_->GetParseError(); }
     automation::Value FirstValue(const std::u16string& tagName) override {
+      all_.read.push_back(tagName);
       return real_->FirstValue(tagName);
     }
 
    private:
     std::unique_ptr<platform::ResultDocument> real_;
-    int& alive_;
+    WatchedDocuments& all_;
   };
   std::unique_ptr<platform::ResultDocument> New() override {
     beforeDocument(++made);
-    return std::make_unique<Document>(real_.New(), alive);
+    return std::make_unique<Document>(real_.New(), *this);
   }
   int made = 0;
   int alive = 0;
+  std::vector<std::u16string> read;
   std::function<void(int)> beforeDocument = [](int) {};
 
  private:
@@ -520,6 +522,20 @@ TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
     };
     reader.read(4711, *this);
     EXPECT_EQ(steps, (std::vector<std::string>{"told", "deleted"}));
+  }
+}
+
+// Each reading can fail, and what comes behind it is then left out.
+TEST_F(WatchedResultReaders, ReadTheElementsInTheirOrder) {
+  for (const auto& reader : kReaders) {
+    SCOPED_TRACE(reader.name);
+    watchedDocuments.read.clear();
+    Put(reader.file, ResultFile("99", "0", reader.userDefData));
+    reader.read(4711, *this);
+    EXPECT_EQ(watchedDocuments.read,
+              reader.read == ReadExistCase
+                  ? (Statements{u"Cancelled", u"Status", u"Id", u"UserName", u"UserDefData"})
+                  : (Statements{u"Cancelled", u"Status", u"UserDefData", u"Id", u"UserName"}));
   }
 }
 
