@@ -81,6 +81,10 @@ TEST(ToothScanner, TheLastPositionIsScannedForTheDocument) {
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100}); }), 0);
 }
 
+TEST(ToothScanner, ATagMayBeginAtTheLastPositionThatIsScanned) {
+  EXPECT_THAT(RunsOf(u"<11>a</11><>", kSendCheckScan), ElementsAre(Pair("11", "a"), Pair("", "")));
+}
+
 TEST(ToothScanner, ReadsColumnsLongerThanSixteenBitsForTheDocument) {
   const std::u16string before(40000, u'x');
   EXPECT_THAT(RunsOf(before + u"<11>a</11>"), ElementsAre(Pair("11", "a")));
