@@ -152,10 +152,10 @@ std::int32_t InStr(std::int32_t start, std::u16string_view text, std::u16string_
 }
 
 std::vector<std::u16string> Split(std::u16string_view text, char16_t separator) {
-  std::vector<std::u16string> pieces;
   if (text.empty()) {
-    return pieces;
+    return {};
   }
+  std::vector<std::u16string> pieces;
   for (std::size_t from = 0;;) {
     const std::size_t end = text.find(separator, from);
     pieces.emplace_back(text.substr(from, end - from));
