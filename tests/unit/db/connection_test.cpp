@@ -155,8 +155,8 @@ class ComponentsOwnObject : public SharedConnection {};
 
 TEST_F(ComponentsOwnObject, IsError91BeforeItIsMadeAndAfterItsRelease) {
   EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
-  db::RenewGDB();
-  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 0);
+  EXPECT_NE(db::RenewGDB(), nullptr);
+  EXPECT_NE(db::GDB(), nullptr);
   db::ReleaseGDB();
   EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
   EXPECT_EQ(database.AliveConnections(), 0);

@@ -59,6 +59,15 @@ TEST_F(Reading, EndsWithOneEmptyValueAndRaisesAnErrorBehindIt) {
   }
 }
 
+TEST_F(Reading, GivesOneEmptyValueAndNothingElseBeforeTheFirstLoad) {
+  const CRegistry fresh;
+  EXPECT_EQ(fresh.GetValue(std::int16_t{0}), u"");
+  ExpectError(ErrorOf([&] { fresh.GetValue(std::int16_t{1}); }), 9, u"", u"Subscript out of range");
+  EXPECT_EQ(fresh.GetName(0), u"");
+  EXPECT_EQ(fresh.GetSubKey(-1), u"");
+  EXPECT_EQ(fresh.GetSubKey(0), u"");
+}
+
 TEST_F(Reading, RefusesNullAsAName) {
   ExpectError(ErrorOf([&] { key.GetValue(automation::Null()); }), 94, u"", u"Invalid use of Null");
 }
