@@ -47,7 +47,7 @@ def passes(program, tests, temporary, limit, report=None):
     process = subprocess.Popen(
         [program, f"--gtest_filter={tests}", "--gtest_fail_fast", "--gtest_brief=1", *output],
         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-        env=os.environ | {"TMPDIR": str(temporary)})
+        env=os.environ | {"TMPDIR": str(temporary)}, cwd=temporary)
     try:
         return process.wait(limit) == 0
     except subprocess.TimeoutExpired:
