@@ -234,7 +234,7 @@ std::u16string NumberText(double number, const Regional& regional) {
 std::u16string FixedText(double number, const Regional& regional) {
   // Halves are judged on the number as people read it, 15 digits: 0.145 rounds up although its
   // binary value lies below.
-  const Scientific parts = number == 0 ? Scientific{"0", 0} : TakeApart(std::fabs(number));
+  const Scientific parts = number == 0 ? Scientific() : TakeApart(std::fabs(number));
   std::string digits = parts.digits;
   const int firstPlace = parts.exponent + 3;  // how many digits stand before the third decimal
   if (firstPlace < 0) {

@@ -61,7 +61,7 @@ char32_t NextPoint(std::string_view text, std::size_t& position) {
     }
     point = (point << 6) | (byte(position + i) & 0x3FU);
   }
-  constexpr std::array<char32_t, 3> smallest = {0x80, 0x800, 0x10000};
+  constexpr auto smallest = std::to_array<char32_t>({0x80, 0x800, 0x10000});
   if (point < smallest[tails - 1] || point > 0x10FFFF || (point >= 0xD800 && point < 0xE000)) {
     return kReplacement;
   }

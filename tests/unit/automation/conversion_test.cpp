@@ -108,6 +108,7 @@ TEST(AmountsAsText, DropTheZerosThatEndTheirPlaces) {
   EXPECT_EQ(ToText(*ParseDecimal(u"12.50"), kSwedish), u"12,5");
   EXPECT_EQ(ToText(*ParseDecimal(u"100"), kUs), u"100");
   EXPECT_EQ(ToText(*ParseDecimal(u"-0.05"), kUs), u"-0.05");
+  EXPECT_EQ(ToText(*ParseDecimal(u"12.0"), kUs), u"12");
 }
 
 TEST(Decimals, HoldNinetySixBits) {
@@ -183,6 +184,7 @@ TEST(NumberTexts, MayHaveOneSignAndOneOfTheExponent) {
 TEST(NumberTexts, HaveGroupsBehindTheirFirstDigitAndBeforeTheDecimals) {
   EXPECT_EQ(ToDouble(u"1,234,567", kUs), 1234567);
   EXPECT_EQ(ToDouble(u"1,2", kUs), 12);
+  EXPECT_EQ(ToDouble(u"1 234 ", kSwedish), 1234);
   for (const auto* text : {u",5", u"-,5", u"1.2,3", u"1e1,0", u"1 234", u"1\u00A0234"}) {
     EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
   }

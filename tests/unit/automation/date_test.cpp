@@ -194,6 +194,9 @@ TEST(DateTexts, OfATwelveHourClockTurnAtNoon) {
   EXPECT_EQ(DateText(Time(2026, 1, 5, 14, 5), named), u"1/5/2026 2.05.00 em");
   EXPECT_EQ(ParseDate(u"1/5/2026 2.05.09 EM", named), Time(2026, 1, 5, 14, 5, 9));
   EXPECT_EQ(ParseDate(u"1/5/2026 2.05 fm", named), Time(2026, 1, 5, 2, 5));
+  EXPECT_EQ(ParseDate(u"1/5/2026 2.05 AM", named), Time(2026, 1, 5, 2, 5));
+  EXPECT_EQ(ParseDate(u"1/5/2026 2.05 pm", named), Time(2026, 1, 5, 14, 5));
+  EXPECT_EQ(ParseDate(u"12.00", named), Date{0.5});
 }
 
 TEST(DateReading, TakesHoursOfTheHalfDayFromOneToTwelve) {
@@ -224,6 +227,7 @@ TEST(DateReading, TakesYearsOfOneTwoOrFourDigits) {
   EXPECT_EQ(ParseDate(u"1/2/99", kUs), Day(1999, 1, 2));
   EXPECT_EQ(ParseDate(u"1/2/0100", kUs), Day(100, 1, 2));
   EXPECT_FALSE(ParseDate(u"1/2/20026", kUs));
+  EXPECT_FALSE(ParseDate(u"1/2/01999", kUs));
   EXPECT_FALSE(ParseDate(u"001/2/2026", kUs));
   EXPECT_FALSE(ParseDate(u"1/002/2026", kUs));
   EXPECT_FALSE(ParseDate(u"2026-001-02", kSwedish));
