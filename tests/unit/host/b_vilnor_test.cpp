@@ -56,8 +56,7 @@ class WatchedProcesses : public platform::Processes {
 
 TEST_F(BVilnorTest, HoldsNothingOfTheDatabaseWhenTheProgramStarts) {
   WatchedProcesses watched(database);
-  platform::Platform watchedPorts{clock,        locale,   dialogs,  watched,   files,
-                                  userSettings, registry, database, documents, windows};
+  platform::Platform watchedPorts = fakes::With(ports, watched);
   platform::Use(watchedPorts);
   vilnor.OpenWithNewCase(4711, 12, 3);
   vilnor.OpenSearchPatient(4711);
