@@ -41,7 +41,8 @@ char32_t WidePoint(std::u16string_view text, std::size_t& at) {
   return unit;
 }
 
-void AppendLatin1(std::string& bytes, char16_t unit, bool inAttribute) {
+// One of the characters that are not plain, below.
+void AppendSpecial(std::string& bytes, char16_t unit, bool inAttribute) {
   switch (unit) {
     case u'<':
       bytes.append("&lt;");
@@ -65,10 +66,7 @@ void AppendLatin1(std::string& bytes, char16_t unit, bool inAttribute) {
       bytes.append(inAttribute ? "&#9;" : "\t");
       return;
     default:
-      if (unit < u' ') {
-        RefuseCharacter();
-      }
-      bytes.push_back(static_cast<char>(unit));
+      RefuseCharacter();
   }
 }
 
@@ -103,7 +101,7 @@ void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) 
   for (std::size_t at = AppendPlain(bytes, text); at < text.size();
        at += AppendPlain(bytes, text.substr(at))) {
     if (text[at] <= kLastLatin1) {
-      AppendLatin1(bytes, text[at], inAttribute);
+      AppendSpecial(bytes, text[at], inAttribute);
     } else {
       AppendReference(bytes, WidePoint(text, at));
     }
