@@ -1,8 +1,10 @@
 #include "portable/xml_documents.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <libxml/parser.h>
+#include <limits>
 #include <string_view>
 #include <system_error>
 
@@ -51,11 +53,12 @@ void SetUpLibrary() {
   static_cast<void>(done);
 }
 
-// As xmlInputReadCallback: the number of bytes, 0 at the end, -1 for an error.
-int ReadFile(void* file, char* bytes, int length) {
-  auto& stream = *static_cast<std::ifstream*>(file);
-  stream.read(bytes, length);
-  return stream.bad() ? -1 : static_cast<int>(stream.gcount());
+std::string Contents(std::ifstream& file) {
+  file.seekg(0, std::ios::end);
+  std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(file.tellg(), 0)), '\0');
+  file.seekg(0);
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 const xmlNode* FirstElement(const xmlNode* node, std::string_view name) {
@@ -93,7 +96,8 @@ class XmlDocument : public platform::ResultDocument {
                 .reason = u"The system cannot locate the object specified.\r\n"};
       return;
     }
-    Parse(file);
+    const std::string bytes = Contents(file);
+    Parse(platform::HasTooManyAttributes(bytes) ? std::string_view() : bytes);
   }
 
   platform::ParseError GetParseError() override { return error_; }
@@ -109,14 +113,14 @@ class XmlDocument : public platform::ResultDocument {
   }
 
  private:
-  void Parse(std::ifstream& file) {
+  void Parse(std::string_view bytes) {
     const Context context(xmlNewParserCtxt(), xmlFreeParserCtxt);
-    if (!context) {
+    if (!context || bytes.size() > std::numeric_limits<int>::max()) {
       throw AutomationError(RuntimeError::OutOfMemory);
     }
-    Document loaded(
-        xmlCtxtReadIO(context.get(), ReadFile, nullptr, &file, nullptr, nullptr, kParseOptions),
-        xmlFreeDoc);
+    Document loaded(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()),
+                                      nullptr, nullptr, kParseOptions),
+                    xmlFreeDoc);
     if (loaded && context->wellFormed != 0) {
       document_ = std::move(loaded);
       return;

@@ -1,5 +1,7 @@
 #include "windows/msxml_documents.h"
 
+#include <algorithm>
+
 #include "automation/automation_error.h"
 #include "windows/bstr.h"
 #include "windows/com_error.h"
@@ -35,6 +37,7 @@ class OpenedFile {
   }
 
   // Its bytes as an array of the system; an empty VARIANT when they cannot be had, or are none.
+  // Blanks instead of a document that no parser should be given.
   Variant Bytes() const {
     Variant bytes;
     LARGE_INTEGER size{};
@@ -48,10 +51,13 @@ class OpenedFile {
     VARIANT& holder = *bytes.Receive();
     V_ARRAY(&holder) = array;
     V_VT(&holder) = VT_ARRAY | VT_UI1;
+    auto* const content = static_cast<char*>(array->pvData);
     DWORD read = 0;
-    const BOOL done = ReadFile(handle_, array->pvData, size.LowPart, &read, nullptr);
+    const BOOL done = ReadFile(handle_, content, size.LowPart, &read, nullptr);
     if (done == FALSE || read != size.LowPart) {
       bytes.Receive();
+    } else if (platform::HasTooManyAttributes({content, size.LowPart})) {
+      std::fill_n(content, size.LowPart, ' ');
     }
     return bytes;
   }

@@ -174,6 +174,21 @@ TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
   EXPECT_NE(Load(nested)->GetParseError().code, 0);
 }
 
+// Parsers compare each attribute of an element with all others: a hundred thousand take minutes.
+TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {
+  const auto withAttributes = [](int count) {
+    std::string bytes = "<r><a";
+    for (int i = 0; i < count; ++i) {
+      bytes += " b" + std::to_string(i) + "='>'";
+    }
+    return bytes + ">1</a></r>";
+  };
+  EXPECT_EQ(FirstOf(withAttributes(1000)), Value(u"1"));
+  const auto document = Load(withAttributes(100'000));
+  EXPECT_NE(document->GetParseError().code, 0);
+  EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+}
+
 TEST_F(ResultDocuments, LeaveTheFileFree) {
   auto document = Load("<r><a>1</a></r>");
   EXPECT_EQ(ErrorNumberOf([&] { NewFiles()->DeleteFile(folder_ / "Out Åsa.xml"); }), 0);
