@@ -60,7 +60,7 @@ def measure_result(program: pathlib.Path) -> Subject:
         "`ReadNewCase` of a result whose status leaves the database as it is, the answer behind a\n"
         "form of the given size; it loads the file twice, as it always has. Up to some hundred KB\n"
         "opening the file and the like still count, so that a byte becomes cheaper. The document in\n"
-        "memory is some six times the file: where it outgrows the processor's own cache a byte\n"
+        "memory is several times the file: where it outgrows the processor's own cache a byte\n"
         "becomes dearer, and before and behind that doublings cost double.\n\n"
         + table(("file", "time per byte beside half the file", "memory for each byte more"), lines),
         [Plot("result", "Reading a result file", LINE_CHART,
