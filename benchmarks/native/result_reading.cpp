@@ -7,6 +7,7 @@
 #include "automation/text.h"
 #include "exchange/result_readers.h"
 #include "native/practice.h"
+#include "platform/parser_limits.h"
 
 namespace {
 
@@ -14,7 +15,9 @@ namespace fs = std::filesystem;
 using benchmarks::Clinic;
 
 constexpr std::int32_t kPatient = 4711;
-constexpr std::size_t kLargest = std::size_t{64} << 20;
+constexpr std::size_t kLargest = platform::kLargestDocument;
+// Of a note: as many as keep the largest file below the number of elements that are read.
+constexpr int kSentences = 150;
 
 // The exchange directory of a reader.
 class Directory : public exchange::ResultReaderHost {
@@ -27,11 +30,14 @@ class Directory : public exchange::ResultReaderHost {
   std::u16string GetVilnorOutputPath() override { return automation::FromUtf8(path_.string()); }
   void RaiseUpdateJournal() override {}
 
-  // The link program's answer comes behind a form of the given length.
+  // The link program's answer comes behind a form of the given length. A large one has long notes.
   void PutResult(std::size_t length) const {
-    const std::string item =
-        "<FormItem><FormItemKey>edtAnamnes</FormItemKey><FormItemValue>V\xE4rk vid tuggning. "
-        "\xD6verk\xE4nslig.</FormItemValue></FormItem>";
+    std::string note;
+    for (int sentence = 0; sentence < kSentences; ++sentence) {
+      note += "V\xE4rk vid tuggning. \xD6verk\xE4nslig. ";
+    }
+    const std::string item = "<FormItem><FormItemKey>edtAnamnes</FormItemKey><FormItemValue>" + note +
+                             "</FormItemValue></FormItem>";
     const std::string start = "<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope><Form>";
     const std::string end =
         "</Form><Cancelled>0</Cancelled><Status>4</Status><Id>2071</Id><UserName>anna</UserName>"

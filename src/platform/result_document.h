@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "automation/value.h"
 
@@ -28,11 +27,6 @@ class ResultDocument {
   // 91 when there is none.
   virtual automation::Value FirstValue(const std::u16string& tagName) = 0;
 };
-
-// Whether an element of the document has so many attributes that a parser, which compares each with
-// all others, would be busy for minutes or hours. An adapter refuses such a document as no
-// document.
-bool HasTooManyAttributes(std::string_view bytes);
 
 class ResultDocuments {
  public:

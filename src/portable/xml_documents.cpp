@@ -10,6 +10,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
+#include "platform/parser_limits.h"
 #include "portable/paths.h"
 
 namespace portable {
@@ -53,12 +54,17 @@ void SetUpLibrary() {
   static_cast<void>(done);
 }
 
+// Nothing instead of a document that no parser should be given.
 std::string Contents(std::ifstream& file) {
   file.seekg(0, std::ios::end);
-  std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(file.tellg(), 0)), '\0');
+  const auto size = static_cast<std::uint64_t>(std::max<std::streamoff>(file.tellg(), 0));
+  if (size > platform::kLargestDocument) {
+    return {};
+  }
+  std::string bytes(static_cast<std::size_t>(size), '\0');
   file.seekg(0);
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return bytes;
+  return platform::IsTooMuchToParse(bytes) ? std::string() : bytes;
 }
 
 const xmlNode* FirstElement(const xmlNode* node, std::string_view name) {
@@ -96,8 +102,7 @@ class XmlDocument : public platform::ResultDocument {
                 .reason = u"The system cannot locate the object specified.\r\n"};
       return;
     }
-    const std::string bytes = Contents(file);
-    Parse(platform::HasTooManyAttributes(bytes) ? std::string_view() : bytes);
+    Parse(Contents(file));
   }
 
   platform::ParseError GetParseError() override { return error_; }

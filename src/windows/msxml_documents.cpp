@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/automation_error.h"
+#include "platform/parser_limits.h"
 #include "windows/bstr.h"
 #include "windows/com_error.h"
 #include "windows/com_ptr.h"
@@ -39,25 +40,27 @@ class OpenedFile {
   // Its bytes as an array of the system; an empty VARIANT when they cannot be had, or are none.
   // Blanks instead of a document that no parser should be given.
   Variant Bytes() const {
-    Variant bytes;
     LARGE_INTEGER size{};
-    if (GetFileSizeEx(handle_, &size) == FALSE || size.QuadPart == 0 || size.HighPart != 0) {
-      return bytes;
+    if (GetFileSizeEx(handle_, &size) == FALSE || size.QuadPart == 0) {
+      return {};
     }
-    SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, size.LowPart);
+    const bool isTooLarge = static_cast<std::uint64_t>(size.QuadPart) > platform::kLargestDocument;
+    const DWORD length = isTooLarge ? 1 : size.LowPart;
+    SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, length);
     if (array == nullptr) {
-      return bytes;
+      return {};
     }
+    Variant bytes;
     VARIANT& holder = *bytes.Receive();
     V_ARRAY(&holder) = array;
     V_VT(&holder) = VT_ARRAY | VT_UI1;
     auto* const content = static_cast<char*>(array->pvData);
     DWORD read = 0;
-    const BOOL done = ReadFile(handle_, content, size.LowPart, &read, nullptr);
-    if (done == FALSE || read != size.LowPart) {
-      bytes.Receive();
-    } else if (platform::HasTooManyAttributes({content, size.LowPart})) {
-      std::fill_n(content, size.LowPart, ' ');
+    if (ReadFile(handle_, content, length, &read, nullptr) == FALSE || read != length) {
+      return {};
+    }
+    if (isTooLarge || platform::IsTooMuchToParse({content, length})) {
+      std::fill_n(content, length, ' ');
     }
     return bytes;
   }

@@ -7,6 +7,7 @@
 #include "contract/temporary_folder.h"
 #include "fakes/printing.h"
 #include "platform/files.h"
+#include "platform/parser_limits.h"
 #include "platform/result_document.h"
 
 namespace contract {
@@ -174,6 +175,8 @@ TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
   EXPECT_NE(Load(nested)->GetParseError().code, 0);
 }
 
+// The limits themselves are tests/unit/platform/parser_limits_test.cpp's.
+
 // Parsers compare each attribute of an element with all others: a hundred thousand take minutes.
 TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {
   const auto withAttributes = [](int count) {
@@ -187,6 +190,29 @@ TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {
   const auto document = Load(withAttributes(100'000));
   EXPECT_NE(document->GetParseError().code, 0);
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
+}
+
+TEST_F(ResultDocuments, RefuseElementsWithoutEnd) {
+  const auto withElements = [](int count) {
+    std::string bytes = "<r><a>1</a>";
+    for (int i = 0; i < count; ++i) {
+      bytes += "<b/>";
+    }
+    return bytes + "</r>";
+  };
+  EXPECT_EQ(FirstOf(withElements(99'000)), Value(u"1"));
+  EXPECT_NE(Load(withElements(100'000))->GetParseError().code, 0);
+}
+
+TEST_F(ResultDocuments, RefuseMoreThan64MegabytesUnread) {
+  const std::string end = "</b></r>";
+  std::string bytes = "<?xml version='1.0' encoding='ISO-8859-1'?><r><a>1</a><b>";
+  while (bytes.size() < platform::kLargestDocument - 2'000'000) {
+    bytes += std::string(1'000'000, '\xC5') + "</b><b>";
+  }
+  bytes.resize(platform::kLargestDocument - end.size(), '\xC5');
+  EXPECT_EQ(FirstOf(bytes + end), Value(u"1"));
+  EXPECT_NE(Load(bytes + "\xC5" + end)->GetParseError().code, 0);
 }
 
 TEST_F(ResultDocuments, LeaveTheFileFree) {

@@ -1,13 +1,14 @@
 """Result files that are hostile by their size: none may be lost or stop the host. What they cost in time
-and memory is printed."""
+is printed; in memory it may not be more than ten times the file, but for what any host may spare."""
 
 import time
 
 MEGABYTE = 1_000_000
+SPARE = 20 * MEGABYTE
 
 
 def play(run, report):
-    size = 100 if run.long else 2
+    size = 64 if run.long else 2
     run.sqlite.renew()
     usual, _, _ = cost_of(run.sqlite, "")
     for name, filler in fillers(size).items():
@@ -19,9 +20,10 @@ def play(run, report):
         entered = run.sqlite.is_entered(work, rows)
         report.hold(f"{name}: entered and deleted, or neither",
                     entered != run.sqlite.file(work).exists(), f"entered: {entered}")
+        memory = max(0, peak - usual)
+        report.hold(f"{name}: memory", memory <= 10 * length + SPARE, f"{memory} for {length} bytes")
         print(f"{name}: {length / MEGABYTE:.1f} MB, {'entered' if entered else 'refused'} in "
-              f"{seconds:.1f} s, {max(0, peak - usual) / length:.1f} bytes of memory for each of it",
-              flush=True)
+              f"{seconds:.1f} s, {memory / MEGABYTE:.1f} MB of memory", flush=True)
     after = run.sqlite.new_work()
     run.sqlite.put([after])
     run.sqlite.read([after])
@@ -30,21 +32,37 @@ def play(run, report):
 
 
 def fillers(size):
-    """(what stands in front of the result's elements, document type) of so many megabytes."""
+    """(what stands in front of the result's elements, document type) of so many megabytes, or as much of
+    the kind as is read."""
     length = size * MEGABYTE
-    entity = '<!DOCTYPE Result [<!ENTITY x "' + "x" * MEGABYTE + '">]>'
+    many_attributes = "<Note " + " ".join(f'a{n}=""' for n in range(9_990)) + "/>"
     return {
         "one text": (f"<Note>{'x' * length}</Note>",),
         "texts of a megabyte": (f"<Note>{'x' * MEGABYTE}</Note>" * size,),
-        "elements without content": ("<n/>" * (length // 4),),
-        "references": (f"<Note>{'&#65;' * (length // 5)}</Note>",),
-        "one comment": (f"<!--{'x' * length}-->",),
+        "texts beyond ASCII": (f"<Note>{'ö' * MEGABYTE}</Note>" * size,),
+        "references to characters": (f"<Note>{'&#65;a' * (MEGABYTE // 6)}</Note>" * size,),
+        "comments": (f"<!--{'x' * MEGABYTE}-->" * size,),
         "one attribute": (f'<Note a="{"x" * length}"/>',),
-        "attributes": ("<Note " + " ".join(f'a{n}=""' for n in range(size * 1000)) + "/>",),
-        "a megabyte's entity, used again and again":
-            ("<Note>" + "&x;" * (size * 1000) + "</Note>", entity),
-        "levels": ("<n>" * (size * 1000) + "</n>" * (size * 1000),),
+        "elements without content": ("<n/>" * (length // 4),),
+        "as many elements as are read": ("".join(f"<n{n}/>" for n in range(99_900)),),
+        "as many attributes as are read": (many_attributes,),
+        "attributes": (many_attributes * size,),
+        "as many namespaces as are read":
+            ("<n " + " ".join(f'xmlns:a{n}="{n}"' for n in range(990)) + ">"
+             + "<a0:n/>" * 97_000 + "</n>",),
+        "as many references to an entity as are read":
+            (f"<Note>{'&x;' * 99_900}</Note>", document_type(f'<!ENTITY x "{"x" * 900}">')),
+        "an entity of a megabyte":
+            ("<Note>&x;</Note>", document_type(f'<!ENTITY x "{"x" * MEGABYTE}">')),
+        "a choice of elements":
+            ("", document_type(f"<!ELEMENT n ({'|'.join(f'a{n}' for n in range(length // 8))})>")),
+        "levels": ("<n>" * (size * 700) + "</n>" * (size * 700),),
+        "more than is read": (" " * (65 * MEGABYTE + (3 << 20)),),
     }
+
+
+def document_type(declaration):
+    return f"<!DOCTYPE Result [{declaration}]>"
 
 
 def text_of(work, filler, document_type=""):

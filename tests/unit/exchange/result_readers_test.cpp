@@ -796,7 +796,7 @@ TEST_F(ResultReaders, NothingIsAddedOrDeletedWhenTheExistenceTestFails) {
 
 TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   constexpr std::size_t kSize = 50'000'000;
-  const std::string line = "<b>" + std::string(1000, 'x') + "</b>";
+  const std::string line = "<b>" + std::string(10'000, 'x') + "</b>";
   std::string lines;
   while (lines.size() < kSize) {
     lines += line;
