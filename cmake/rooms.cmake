@@ -1,7 +1,9 @@
 # Settings that every target shares, and the two shapes of target that the project is made of.
-add_library(vilnor_settings INTERFACE)
-target_compile_options(vilnor_settings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+add_library(vilnor_warnings INTERFACE)
+target_compile_options(vilnor_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
                                                  -Werror)
+add_library(vilnor_settings INTERFACE)
+target_link_libraries(vilnor_settings INTERFACE vilnor_warnings)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlaps that cannot be in its own std::string when it optimises (GCC bug 105651).
   target_compile_options(vilnor_settings INTERFACE -Wno-restrict)
