@@ -16,15 +16,15 @@ struct ParseError {
   std::u16string reason;
 };
 
-// One XML document, loaded synchronously from a local file, without external entities, external
-// DTDs or network access.
+// One XML document, loaded synchronously from a local file, without a document type or network
+// access.
 class ResultDocument {
  public:
   virtual ~ResultDocument() = default;
   virtual void Load(const std::u16string& path) = 0;
   virtual ParseError GetParseError() = 0;
   // The typed value of the first element of that name in document order, wherever it stands. Error
-  // 91 when there is none.
+  // 91 when there is none, 7 when it is longer than any that a result has (parser_limits.h).
   virtual automation::Value FirstValue(const std::u16string& tagName) = 0;
 };
 

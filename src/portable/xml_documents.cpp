@@ -23,10 +23,9 @@ using automation::RuntimeError;
 // The code that MSXML gives for a file it cannot find.
 constexpr std::int32_t kFileNotFoundCode = -2146697210;
 constexpr std::int32_t kFirstParserCode = -1072898560;
-// Entities are left in place unless they are the internal ones of the document itself; nothing
-// outside the file is read.
+// Nothing outside the file is read.
 constexpr int kParseOptions =
-    XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOENT | XML_PARSE_COMPACT;
+    XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_COMPACT;
 
 using Document = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
 using Context = std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)>;
@@ -67,23 +66,33 @@ std::string Contents(std::ifstream& file) {
   return platform::IsTooMuchToParse(bytes) ? std::string() : bytes;
 }
 
-const xmlNode* FirstElement(const xmlNode* node, std::string_view name) {
-  // Not recursive: a hostile document may be deep.
-  const xmlNode* const top = node == nullptr ? nullptr : node->parent;
-  while (node != nullptr && node != top) {
-    if (node->type == XML_ELEMENT_NODE && View(node->name) == name) {
-      return node;
-    }
-    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
-      node = node->children;
-      continue;
-    }
-    while (node != nullptr && node != top && node->next == nullptr) {
-      node = node->parent;
-    }
-    node = node == nullptr || node == top ? nullptr : node->next;
+// The node after another in document order, as long as it is below `top`; else nothing. Not
+// recursive: a hostile document may be deep.
+const xmlNode* NodeAfter(const xmlNode* node, const xmlNode* top) {
+  if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+    return node->children;
   }
-  return nullptr;
+  while (node != top && node->next == nullptr) {
+    node = node->parent;
+  }
+  return node == top ? nullptr : node->next;
+}
+
+const xmlNode* FirstElement(const xmlNode* root, std::string_view name) {
+  const xmlNode* node = root;
+  while (node != nullptr && (node->type != XML_ELEMENT_NODE || View(node->name) != name)) {
+    node = NodeAfter(node, root);
+  }
+  return node;
+}
+
+bool HasTooManyPieces(const xmlNode* element) {
+  std::size_t count = 0;
+  for (const auto* node = NodeAfter(element, element); node != nullptr;
+       node = NodeAfter(node, element)) {
+    ++count;
+  }
+  return count > platform::kMostPieces;
 }
 
 class XmlDocument : public platform::ResultDocument {
@@ -114,7 +123,11 @@ class XmlDocument : public platform::ResultDocument {
       throw AutomationError(RuntimeError::ObjectNotSet);
     }
     const Content content(xmlNodeGetContent(element), xmlFree);
-    return FromUtf8(View(content.get()));
+    auto text = FromUtf8(View(content.get()));
+    if (text.size() > platform::kLongestValue || HasTooManyPieces(element)) {
+      throw AutomationError(RuntimeError::OutOfMemory);
+    }
+    return text;
   }
 
  private:

@@ -1,6 +1,7 @@
 #include "windows/msxml_documents.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "automation/automation_error.h"
 #include "platform/parser_limits.h"
@@ -69,6 +70,36 @@ class OpenedFile {
   HANDLE handle_;
 };
 
+// The pieces that an element's value is put together from. Wine's parser copies all that it has so
+// far for each of them.
+class Pieces {
+ public:
+  explicit Pieces(IXMLDOMNode& element) { Add(element); }
+
+  bool AreTooMany() const {
+    return count_ > platform::kMostPieces || characters_ > platform::kLongestValue;
+  }
+
+ private:
+  void Add(IXMLDOMNode& parent) {
+    ComPtr<IXMLDOMNode> piece;
+    CheckCall([&] { return parent.get_firstChild(piece.Receive()); });
+    while (piece && !AreTooMany()) {
+      ++count_;
+      Variant text;
+      CheckCall([&] { return piece->get_nodeValue(text.Receive()); });
+      characters_ += V_VT(&text.get()) == VT_BSTR ? SysStringLen(V_BSTR(&text.get())) : 0;
+      Add(*piece.get());
+      ComPtr<IXMLDOMNode> next;
+      CheckCall([&] { return piece->get_nextSibling(next.Receive()); });
+      piece = std::move(next);
+    }
+  }
+
+  std::size_t count_ = 0;
+  std::size_t characters_ = 0;
+};
+
 class MsxmlDocument : public platform::ResultDocument {
  public:
   MsxmlDocument() {
@@ -117,6 +148,9 @@ class MsxmlDocument : public platform::ResultDocument {
     CheckCall([&] { return elements->get_item(0, first.Receive()); });
     if (!first) {
       throw AutomationError(RuntimeError::ObjectNotSet);
+    }
+    if (Pieces(*first.get()).AreTooMany()) {
+      throw AutomationError(RuntimeError::OutOfMemory);
     }
     Variant value;
     CheckCall([&] { return first->get_nodeTypedValue(value.Receive()); });

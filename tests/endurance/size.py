@@ -50,19 +50,21 @@ def fillers(size):
         "as many namespaces as are read":
             ("<n " + " ".join(f'xmlns:a{n}="{n}"' for n in range(990)) + ">"
              + "<a0:n/>" * 97_000 + "</n>",),
-        "as many references to an entity as are read":
-            (f"<Note>{'&x;' * 99_900}</Note>", document_type(f'<!ENTITY x "{"x" * 900}">')),
-        "an entity of a megabyte":
-            ("<Note>&x;</Note>", document_type(f'<!ENTITY x "{"x" * MEGABYTE}">')),
-        "a choice of elements":
-            ("", document_type(f"<!ELEMENT n ({'|'.join(f'a{n}' for n in range(length // 8))})>")),
+        "a value of many sections":
+            (f"<Id>{'<![CDATA[x]]>y' * (length // 14)}</Id>",),
+        "a value of many elements": (f"<Id>{'<n>xxxx</n>' * 40_000}</Id>",),
+        "a long value": (f"<Id>{'ö' * min(length, 9 * MEGABYTE)}</Id>",),
+        "long values within each other":
+            ("<UserDefData><Id><UserName>" + f"{'ö' * MEGABYTE}<n/>" * size
+             + "</UserName></Id></UserDefData>",),
+        "an entity, used again and again":
+            (f"<Note>{'&x;' * 99_900}</Note>", f'<!DOCTYPE Result [<!ENTITY x "{"x" * 900}">]>'),
+        "entities within each other":
+            ("", "<!DOCTYPE Result [<!ENTITY % e0 ' '>" + "".join(
+                f"<!ENTITY % e{n} '{f'&#37;e{n - 1};' * 10}'>" for n in range(1, 5)) + "%e4;]>"),
         "levels": ("<n>" * (size * 700) + "</n>" * (size * 700),),
         "more than is read": (" " * (65 * MEGABYTE + (3 << 20)),),
     }
-
-
-def document_type(declaration):
-    return f"<!DOCTYPE Result [{declaration}]>"
 
 
 def text_of(work, filler, document_type=""):

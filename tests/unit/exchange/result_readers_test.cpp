@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "fakes/component_fixture.h"
+#include "platform/parser_limits.h"
 
 namespace exchange {
 namespace {
@@ -370,7 +371,7 @@ TEST_F(ResultReaders, ElementsAreFoundWhereverTheyStandAndTheFirstCounts) {
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, ExternalEntitiesAreNotRead) {
+TEST_F(ResultReaders, AFileWithADocumentTypeStaysWithoutAWord) {
   std::ofstream(folder / "secret.txt") << "5";
   Put(u"OutNewCase4711.xml", "<!DOCTYPE a [<!ENTITY e SYSTEM \"" +
                                  (folder / "secret.txt").string() +
@@ -378,6 +379,7 @@ TEST_F(ResultReaders, ExternalEntitiesAreNotRead) {
                                  "</UserDefData></a>");
   ReadNewCase(4711, *this);
   EXPECT_EQ(Changes(), Statements());
+  EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
 }
 
@@ -794,6 +796,15 @@ TEST_F(ResultReaders, NothingIsAddedOrDeletedWhenTheExistenceTestFails) {
   }
 }
 
+TEST_F(ResultReaders, AValueWithoutEndIsReportedWithTheXmlName) {
+  Put(u"OutNewCase4711.xml", "<a><Status>5</Status><UserDefData>1&amp;2&amp;3</UserDefData><Id>" +
+                                 std::string(platform::kLongestValue + 1, 'x') + "</Id></a>");
+  ReadNewCase(4711, *this);
+  EXPECT_EQ(Changes(), Statements());
+  EXPECT_EQ(dialogs.Texts(), Statements{u"7 Out of memory in XMLReadNewCase"});
+  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+}
+
 TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   constexpr std::size_t kSize = 50'000'000;
   const std::string line = "<b>" + std::string(10'000, 'x') + "</b>";
@@ -801,7 +812,8 @@ TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   while (lines.size() < kSize) {
     lines += line;
   }
-  const std::string oneText = "<a><Status>3</Status><Id>" + std::string(kSize, 'x') + "</Id></a>";
+  const std::string oneText =
+      "<a><Status>3</Status><Note>" + std::string(kSize, 'x') + "</Note></a>";
   const std::string manyLines = "<a><Status>3</Status><Id>L-9</Id>" + lines + "</a>";
   for (const auto& contents : {oneText, manyLines}) {
     Put(u"OutExistCase4711.xml", contents);
