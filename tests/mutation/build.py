@@ -96,11 +96,12 @@ class Build:
             raise CannotCompile(finished.stderr)
 
     def link(self, program, objects, result):
-        """The program with some of its objects replaced: since these come first, the archives'
-        own are not looked at."""
+        """The program with some of its objects replaced: these come first, so what they define counts
+        and not what the archives' own do, which are needed only where a mutant has lost a copy of an
+        inline function."""
         command = list(program.link)
         command[command.index("-o") + 1] = str(result)
-        _run([command[0], *objects, *command[1:]], self.folder)
+        _run([command[0], "-Wl,--allow-multiple-definition", *objects, *command[1:]], self.folder)
 
 
 def _flags(command):

@@ -127,6 +127,7 @@ TEST(Decimals, HoldNinetySixBits) {
 
 TEST(FixedFormat, HasTwoPlacesAndNoGrouping) {
   EXPECT_EQ(FixedText(0, kUs), u"0.00");
+  EXPECT_EQ(FixedText(1, kUs), u"1.00");
   EXPECT_EQ(FixedText(-7700, kUs), u"-7700.00");
   EXPECT_EQ(FixedText(1234567.891, kSwedish), u"1234567,89");
   EXPECT_EQ(FixedText(0.145, kUs), u"0.15");

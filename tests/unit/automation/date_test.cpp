@@ -197,6 +197,7 @@ TEST(DateTexts, OfATwelveHourClockTurnAtNoon) {
   EXPECT_EQ(ParseDate(u"1/5/2026 2.05 AM", named), Time(2026, 1, 5, 2, 5));
   EXPECT_EQ(ParseDate(u"1/5/2026 2.05 pm", named), Time(2026, 1, 5, 14, 5));
   EXPECT_EQ(ParseDate(u"12.00", named), Date{0.5});
+  EXPECT_EQ(ParseDate(u"12:00", named), Date{0.5});
 }
 
 TEST(DateReading, TakesHoursOfTheHalfDayFromOneToTwelve) {

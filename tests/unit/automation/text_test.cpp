@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <string_view>
 
 #include "fakes/printing.h"
 
@@ -52,6 +53,7 @@ TEST(Positions, CountFromOneAndAreZeroForNone) {
   EXPECT_EQ(InStr(5, u"a&b&c", u"&"), 0);
   EXPECT_EQ(InStr(99, u"a&b&c", u"&"), 0);
   EXPECT_EQ(InStr(1, u"", u"&"), 0);
+  EXPECT_EQ(InStr(1, u"", u""), 0);
   EXPECT_EQ(InStr(2, u"abc", u""), 2);
 }
 
@@ -90,7 +92,8 @@ TEST(Utf8, ChangesLengthAtItsBounds) {
        {Known{u"\u007F", "\x7F"}, Known{u"\u0080", "\xC2\x80"}, Known{u"\u07FF", "\xDF\xBF"},
         Known{u"\u0800", "\xE0\xA0\x80"}, Known{u"\uD7FF", "\xED\x9F\xBF"},
         Known{u"\uE000", "\xEE\x80\x80"}, Known{u"\uFFFF", "\xEF\xBF\xBF"},
-        Known{u"\U00010000", "\xF0\x90\x80\x80"}, Known{u"\U0010FFFF", "\xF4\x8F\xBF\xBF"}}) {
+        Known{u"\U00010000", "\xF0\x90\x80\x80"}, Known{u"\U0001F9B7", "\xF0\x9F\xA6\xB7"},
+        Known{u"\U0010FFFF", "\xF4\x8F\xBF\xBF"}}) {
     EXPECT_EQ(ToUtf8(units), bytes);
     EXPECT_EQ(FromUtf8(bytes), units) << bytes;
     EXPECT_EQ(FromUtf8(bytes + "x"), units + u"x") << bytes;
@@ -107,6 +110,11 @@ TEST(Utf8, IsReadInItsShortestFormAlone) {
   }
   EXPECT_EQ(FromUtf8("\xC3\xC3\xA5"), u"\uFFFDå");
   EXPECT_EQ(FromUtf8("\xE2\x82x"), u"\uFFFD\uFFFDx");
+}
+
+TEST(Utf8, IsNotReadBeyondItsEnd) {
+  EXPECT_EQ(FromUtf8(std::string_view("\xC3\xA5", 1)), u"\uFFFD");
+  EXPECT_EQ(ToUtf8(std::u16string_view(u"\U0001F9B7", 1)), "\xEF\xBF\xBD");
 }
 
 TEST(Utf8, IsWrittenForPairsOfSurrogatesAlone) {
