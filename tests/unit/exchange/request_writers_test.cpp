@@ -179,6 +179,29 @@ TEST(Serializing, KeepsEveryLatin1CharacterAsItsByte) {
   EXPECT_EQ(bytes.find("&#"), std::string::npos);
 }
 
+TEST(Serializing, WritesOtherCharactersAsReferences) {
+  const auto bytesOf = [](const std::u16string& text) { return Serialize(Element(u"E", text)); };
+  const auto reference = [](const std::string& number) {
+    return kDeclaration + std::string("<E>&#" + number + ";</E>\n");
+  };
+  EXPECT_EQ(bytesOf(u"\u0100"), reference("256"));
+  EXPECT_EQ(bytesOf(u"\uD7FF"), reference("55295"));
+  EXPECT_EQ(bytesOf(u"\uE000"), reference("57344"));
+  EXPECT_EQ(bytesOf(u"\uFFFD"), reference("65533"));
+  EXPECT_EQ(bytesOf(u"\U00010000"), reference("65536"));
+  EXPECT_EQ(bytesOf(u"\U0010FFFF"), reference("1114111"));
+}
+
+TEST(Serializing, RefusesWhatIsNoCharacter) {
+  using Units = std::u16string;
+  for (const Units& text :
+       {Units{0x1F}, Units{0xFFFE}, Units{0xFFFF}, Units{0xD800}, Units{0xDBFF, u'x'},
+        Units{0xD800, 0xD800}, Units{0xD800, 0xE000}, Units{0xDC00}, Units{0xDC00, 0xDC00},
+        Units{0xDFFF}, Units{0x100, 0xDC00}}) {
+    EXPECT_EQ(fakes::ErrorNumberOf([&] { Serialize(Element(u"E", text)); }), -1072896760);
+  }
+}
+
 TEST(Serializing, EscapesAttributes) {
   Element root(u"E");
   root.SetAttribute(u"a", u"\"<&>\n\t");

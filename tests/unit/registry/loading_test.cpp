@@ -197,6 +197,7 @@ TEST_F(Loading, LeavesNoValuesOfAnEarlierKeyAfterAnError) {
   CRegistry key = Loaded();
   EXPECT_NE(ErrorOf([&] { key.SetKey(u"\\none"); }).number(), 0);
   EXPECT_EQ(key.GetValue(u"Path"), u"");
+  EXPECT_EQ(key.GetValue(std::int16_t{0}), u"");
   EXPECT_EQ(key.ValueCount(), 0);
   EXPECT_EQ(key.SubKeyCount(), 0);
   EXPECT_EQ(key.GetSubKey(0), u"");
