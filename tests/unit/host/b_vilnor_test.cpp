@@ -370,6 +370,17 @@ TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
   platform::Use(ports);
 }
 
+TEST_F(OpenWithNewFHP, MayBePrecededByTheSendCheck) {
+  database.Answer(
+      u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 8",
+      {{u"PlanTreatm", u"PlanTreatmUJaw", u"PlanTreatmLJaw"}, {{u"<11>1 2 3 4</11>", u"", u""}}});
+  std::int16_t errCode = 7;
+  std::u16string errMsg = u"host's";
+  EXPECT_TRUE(vilnor.OKToSend(8, errCode, errMsg));
+  EXPECT_EQ(errCode, 0);
+  EXPECT_EQ(errMsg, u"");
+}
+
 TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
   application.clear();
   Script();
