@@ -101,11 +101,16 @@ class WindowSystem : public platform::WindowSystem {
     classes[windowClass.className] = windowClass;
     return 0xC000 + static_cast<std::int32_t>(classes.size());
   }
-  bool UnregisterClass(const std::u16string& className, std::int32_t /*instance*/) override {
+  bool UnregisterClass(const std::u16string& className, std::int32_t instance) override {
     const bool used = std::any_of(windows.begin(), windows.end(), [&](const auto& window) {
       return window.second.className == className;
     });
-    return !used && classes.erase(className) > 0;
+    const auto registered = classes.find(className);
+    if (used || registered == classes.end() || registered->second.instance != instance) {
+      return false;
+    }
+    classes.erase(registered);
+    return true;
   }
   platform::WindowHandle CreateWindow(const platform::WindowDescription& description) override {
     if (!classes.contains(description.className)) {
