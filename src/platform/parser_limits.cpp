@@ -1,90 +1,240 @@
 #include "platform/parser_limits.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
+
+#include "automation/text.h"
 
 namespace platform {
 namespace {
 
-// A result has a dozen parts, one that brings its whole form along a few thousand. In Wine's parser
-// each of them takes up to nine microseconds and a hundred bytes, however few bytes of the file it
-// is.
+// A result has a dozen elements, one that brings its whole form along a few thousand elements and
+// texts. In Wine's parser each of them takes up to nine microseconds and 130 bytes, however few
+// bytes of the file it is.
 constexpr std::size_t kMostParts = 100'000;
-// An attribute is compared with those before it, each name with the namespaces around it: half a
-// second.
-constexpr std::uint64_t kMostComparisons = 100'000'000;
-// Its entities can grow without end, and some six hundred bytes of them keep Wine's parser in a
-// loop that it does not leave.
-constexpr std::string_view kDocumentType = "<!DOCTYPE";
+// Compared with each other; and names with the namespaces among them.
+constexpr std::size_t kMostAttributes = 1'000;
+constexpr std::size_t kMostLevels = 256;
+// Where a text is interrupted, by a reference, a line's end or the end of a buffer, Wine's parser
+// looks through the attributes of all elements around it, which by itself costs as much as twenty
+// of them: half a second.
+constexpr std::uint64_t kMostLookups = 100'000'000;
+constexpr std::uint64_t kLookupsAtLeast = 20;
+constexpr std::uint64_t kBuffer = 300;
+// Three bytes that are no character in UTF-8 can be text in another encoding.
+constexpr std::size_t kMostOddities = 10'000;
 
-bool IsBlank(char character) {
-  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kNoName = " \t\r\n/>=<'\"&";
+
+bool IsControl(char character) {
+  return static_cast<unsigned char>(character) < 0x20 && kBlanks.find(character) == kBlanks.npos;
 }
 
-// How often an equals sign is followed by a quotation mark.
-std::size_t CountAttributes(std::string_view tag) {
-  std::size_t count = 0;
-  for (auto equals = tag.find('='); equals != tag.npos; equals = tag.find('=', equals + 1)) {
-    const auto* const value = std::find_if_not(tag.begin() + equals + 1, tag.end(), IsBlank);
-    count += value != tag.end() && (*value == '"' || *value == '\'') ? 1 : 0;
+bool IsCharacter(std::uint32_t point) {
+  return point < 0x20 ? point == '\t' || point == '\n' || point == '\r'
+                      : point < 0xD800 || (point >= 0xE000 && point < 0xFFFE) ||
+                            (point >= 0x10000 && point < 0x110000);
+}
+
+// The characters "#65" and "#x41" stand for.
+bool IsCharacterNumber(std::string_view number) {
+  const std::uint32_t base = number.starts_with("#x") ? 16 : 10;
+  number.remove_prefix(base == 16 ? 2 : 1);
+  std::uint32_t point = 0;
+  for (const char digit : number) {
+    const bool letter =
+        base == 16 && ((digit >= 'a' && digit <= 'f') || (digit >= 'A' && digit <= 'F'));
+    if (!letter && (digit < '0' || digit > '9')) {
+      return false;
+    }
+    point = point * base + static_cast<std::uint32_t>(letter ? (digit & 0x0F) + 9 : digit - '0');
+    if (point >= 0x110000) {
+      return false;
+    }
   }
-  return count;
+  return !number.empty() && IsCharacter(point);
 }
 
-std::size_t CountNamespaces(std::string_view tag) {
-  constexpr std::string_view kDeclaration = "xmlns";
-  std::size_t count = 0;
-  for (auto place = tag.find(kDeclaration); place != tag.npos;
-       place = tag.find(kDeclaration, place + kDeclaration.size())) {
-    ++count;
-  }
-  return count;
+// Without a document type there are no others.
+bool IsReference(std::string_view name) {
+  constexpr auto kNames = std::to_array<std::string_view>({"amp", "lt", "gt", "quot", "apos"});
+  return name.starts_with('#') ? IsCharacterNumber(name)
+                               : std::ranges::find(kNames, name) != kNames.end();
 }
 
-class Parts {
+// Goes through the document once, markup by markup, and stops at the first that is not in order or
+// one too many. Names may be any, and need not match: what is left to the parser costs it little.
+class Scanner {
  public:
-  // `piece` is what stands from one "<" to the next: a tag and the text behind it.
-  void Add(std::string_view piece) {
-    // A value may have a ">" of its own, so it is the last that surely ends the tag.
-    const std::string_view tag = piece.substr(0, piece.rfind('>'));
-    const std::size_t attributes = CountAttributes(tag);
-    count_ += 1 + attributes;
-    comparedAttributes_ += std::uint64_t{attributes} * attributes;
-    namespaces_ += attributes == 0 ? 0 : CountNamespaces(tag);
-  }
+  explicit Scanner(std::string_view text) : buffers_(text.size() / kBuffer), rest_(text) {}
 
-  bool AreTooMany() const {
-    return count_ > kMostParts || comparedAttributes_ + namespaces_ * count_ > kMostComparisons;
+  bool IsFit() {
+    while (!rest_.empty()) {
+      if (!PassPart() || !IsWithinLimits()) {
+        return false;
+      }
+    }
+    return level_ == 0;
   }
 
  private:
-  std::size_t count_ = 0;
-  std::uint64_t comparedAttributes_ = 0;
-  std::uint64_t namespaces_ = 0;
-};
-
-bool HasTooManyParts(std::string_view bytes) {
-  Parts parts;
-  bytes.remove_prefix(std::min(bytes.find('<'), bytes.size()));
-  while (!bytes.empty() && !parts.AreTooMany()) {
-    const std::string_view piece = bytes.substr(0, bytes.find('<', 1));
-    parts.Add(piece);
-    bytes.remove_prefix(piece.size());
+  bool IsWithinLimits() const {
+    const std::uint64_t lookups =
+        (interruptions_ + buffers_) * (attributes_ + levels_ + kLookupsAtLeast);
+    return parts_ <= kMostParts && attributes_ <= kMostAttributes && levels_ <= kMostLevels &&
+           lookups <= kMostLookups && oddities_ <= kMostOddities;
   }
-  return parts.AreTooMany();
-}
+
+  bool PassPart() {
+    if (rest_.front() != '<') {
+      ++parts_;
+      const std::string_view text = TakeUntil("<");
+      return text.find("]]>") == text.npos && AreCharacters(text) && AreReferences(text);
+    }
+    if (Take("</")) {
+      return PassEndTag();
+    }
+    ++parts_;
+    if (Take("<?")) {
+      return AreCharacters(TakeUntil("?>")) && Take("?>");
+    }
+    if (Take("<![CDATA[")) {
+      return AreCharacters(TakeUntil("]]>")) && Take("]]>");
+    }
+    if (Take("<!--")) {
+      return AreCharacters(TakeUntil("--")) && Take("-->");
+    }
+    return Take("<") && PassStartTag();
+  }
+
+  bool PassEndTag() {
+    const bool named = TakeName();
+    TakeBlanks();
+    return named && Take(">") && level_-- > 0;
+  }
+
+  bool PassStartTag() {
+    if (!TakeName()) {
+      return false;
+    }
+    for (;;) {
+      const bool apart = TakeBlanks();
+      if (Take("/>")) {
+        return true;
+      }
+      if (Take(">")) {
+        levels_ = std::max(levels_, ++level_);
+        return true;
+      }
+      if (!apart || !PassAttribute()) {
+        return false;
+      }
+    }
+  }
+
+  bool PassAttribute() {
+    ++attributes_;
+    const bool named = TakeName();
+    TakeBlanks();
+    if (!named || !Take("=")) {
+      return false;
+    }
+    TakeBlanks();
+    const std::string_view quote = rest_.substr(0, 1);
+    if (!Take("\"") && !Take("'")) {
+      return false;
+    }
+    const std::string_view value = TakeUntil(quote);
+    return value.find('<') == value.npos && AreCharacters(value) && AreReferences(value) &&
+           Take(quote);
+  }
+
+  // Counts line ends, and what may be no character.
+  bool AreCharacters(std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      const auto byte = static_cast<unsigned char>(text[at]);
+      if (byte < 0x20) {
+        if (IsControl(text[at])) {
+          return false;
+        }
+        interruptions_ += byte == '\r' ? 1 : 0;
+      } else if (byte == 0xED || byte == 0xEF) {
+        // Surrogates, U+FFFE and U+FFFF.
+        const std::string_view next = text.substr(at + 1, 2);
+        const bool surrogate = byte == 0xED && !next.empty() && next[0] >= '\xA0';
+        oddities_ +=
+            surrogate || (byte == 0xEF && (next == "\xBF\xBE" || next == "\xBF\xBF")) ? 1 : 0;
+      }
+    }
+    return true;
+  }
+
+  bool AreReferences(std::string_view text) {
+    for (auto start = text.find('&'); start != text.npos; start = text.find('&', start + 1)) {
+      ++interruptions_;
+      const auto end = text.find(';', start);
+      if (end == text.npos || !IsReference(text.substr(start + 1, end - start - 1))) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  bool Take(std::string_view expected) {
+    const bool there = rest_.starts_with(expected);
+    rest_.remove_prefix(there ? expected.size() : 0);
+    return there;
+  }
+
+  std::string_view TakeUntil(std::string_view end) {
+    const std::string_view taken = rest_.substr(0, rest_.find(end));
+    rest_.remove_prefix(taken.size());
+    return taken;
+  }
+
+  bool TakeName() {
+    const auto* const end = std::ranges::find_if(rest_, [](char character) {
+      return kNoName.find(character) != kNoName.npos || IsControl(character);
+    });
+    const auto length = static_cast<std::size_t>(end - rest_.begin());
+    rest_.remove_prefix(length);
+    return length > 0;
+  }
+
+  bool TakeBlanks() {
+    const std::size_t length = std::min(rest_.find_first_not_of(kBlanks), rest_.size());
+    rest_.remove_prefix(length);
+    return length > 0;
+  }
+
+  std::uint64_t interruptions_ = 0;
+  std::uint64_t buffers_;
+  std::size_t parts_ = 0;
+  std::size_t attributes_ = 0;
+  std::size_t level_ = 0;
+  std::size_t levels_ = 0;
+  std::size_t oddities_ = 0;
+  std::string_view rest_;
+};
 
 }  // namespace
 
-bool IsTooMuchToParse(std::string_view bytes) {
-  std::string withoutZeros;
-  // They need not begin with the file: a declaration in ASCII may be followed by UTF-16.
-  if (bytes.find('\0') != bytes.npos) {
-    withoutZeros = bytes;
-    std::erase(withoutZeros, '\0');
-    bytes = withoutZeros;
+bool IsFitToParse(std::string_view bytes) {
+  using std::string_view_literals::operator""sv;
+  const bool lowFirst = bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("<\0"sv);
+  const bool highFirst = bytes.starts_with("\xFE\xFF"sv) || bytes.starts_with("\0<"sv);
+  if (!lowFirst && !highFirst) {
+    return Scanner(bytes).IsFit();
   }
-  return bytes.find(kDocumentType) != bytes.npos || HasTooManyParts(bytes);
+  std::u16string units(bytes.size() / 2, u'\0');
+  for (std::size_t at = 0; at < units.size(); ++at) {
+    const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(bytes[place]); };
+    units[at] = static_cast<char16_t>(byte(2 * at + (lowFirst ? 0 : 1)) |
+                                      byte(2 * at + (lowFirst ? 1 : 0)) << 8);
+  }
+  return Scanner(automation::ToUtf8(units)).IsFit();
 }
 
 }  // namespace platform

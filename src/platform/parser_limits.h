@@ -16,13 +16,11 @@ inline constexpr std::uint64_t kLargestDocument = std::uint64_t{64} << 20;
 inline constexpr std::size_t kLongestValue = 65'536;
 inline constexpr std::size_t kMostPieces = 1'000;
 
-// Whether a document, given as the bytes of its file, is one that no result is and that would keep a
-// parser busy or become a tree many times its size: it has a document type, or too many parts (tags
-// and attributes), or too many attributes or namespaces that are compared with each other. An adapter
-// refuses it as no document. How long its texts are does not matter.
-//
-// The bytes are taken for ASCII with or without zero bytes between them: UTF-8, UTF-16, the code
-// pages. What only looks like a part, in a text or a comment, is counted as well.
-bool IsTooMuchToParse(std::string_view bytes);
+// Whether a document, given as the bytes of its file, may be given to a parser. It may when a parser
+// would find nothing but markup in order (parsers go on after an error, and some errors cost them
+// more the longer the file is), no document type, and no more of anything than a result could have:
+// elements and texts, attributes, levels, references. How long its texts are does not matter. Any
+// encoding is taken that has ASCII's characters as ASCII's bytes, and UTF-16.
+bool IsFitToParse(std::string_view bytes);
 
 }  // namespace platform

@@ -63,7 +63,7 @@ std::string Contents(std::ifstream& file) {
   std::string bytes(static_cast<std::size_t>(size), '\0');
   file.seekg(0);
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return platform::IsTooMuchToParse(bytes) ? std::string() : bytes;
+  return platform::IsFitToParse(bytes) ? bytes : std::string();
 }
 
 // The node after another in document order, as long as it is below `top`; else nothing. Not

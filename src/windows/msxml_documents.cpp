@@ -60,7 +60,7 @@ class OpenedFile {
     if (ReadFile(handle_, content, length, &read, nullptr) == FALSE || read != length) {
       return {};
     }
-    if (isTooLarge || platform::IsTooMuchToParse({content, length})) {
+    if (isTooLarge || !platform::IsFitToParse({content, length})) {
       std::fill_n(content, length, ' ');
     }
     return bytes;
@@ -86,9 +86,13 @@ class Pieces {
     CheckCall([&] { return parent.get_firstChild(piece.Receive()); });
     while (piece && !AreTooMany()) {
       ++count_;
-      Variant text;
-      CheckCall([&] { return piece->get_nodeValue(text.Receive()); });
-      characters_ += V_VT(&text.get()) == VT_BSTR ? SysStringLen(V_BSTR(&text.get())) : 0;
+      DOMNodeType type{};
+      CheckCall([&] { return piece->get_nodeType(&type); });
+      if (type == NODE_TEXT || type == NODE_CDATA_SECTION) {
+        Variant text;
+        CheckCall([&] { return piece->get_nodeValue(text.Receive()); });
+        characters_ += SysStringLen(V_BSTR(&text.get()));
+      }
       Add(*piece.get());
       ComPtr<IXMLDOMNode> next;
       CheckCall([&] { return piece->get_nextSibling(next.Receive()); });
