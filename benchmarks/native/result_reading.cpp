@@ -36,8 +36,8 @@ class Directory : public exchange::ResultReaderHost {
     for (int sentence = 0; sentence < kSentences; ++sentence) {
       note += "V\xE4rk vid tuggning. \xD6verk\xE4nslig. ";
     }
-    const std::string item = "<FormItem><FormItemKey>edtAnamnes</FormItemKey><FormItemValue>" + note +
-                             "</FormItemValue></FormItem>";
+    const std::string item = "<FormItem><FormItemKey>edtAnamnes</FormItemKey><FormItemValue>" +
+                             note + "</FormItemValue></FormItem>";
     const std::string start = "<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope><Form>";
     const std::string end =
         "</Form><Cancelled>0</Cancelled><Status>4</Status><Id>2071</Id><UserName>anna</UserName>"
