@@ -50,7 +50,6 @@ class Value {
   requires(!std::is_same_v<T, Value> &&
            std::is_constructible_v<Content, std::in_place_type_t<T>, T>) Value(T content)
       : content_(std::in_place_type<T>, std::move(content)) {}
-  Value(std::u16string_view text) : content_(std::u16string(text)) {}
   Value(const char16_t* text) : content_(std::u16string(text)) {}
 
   template <class T>
