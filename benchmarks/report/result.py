@@ -58,10 +58,10 @@ def measure_result(program: pathlib.Path) -> Subject:
          Row("the same, memory per byte", "16 MB; 64 MB", "linear", f"{memory_ratio:.2f}",
              memory_ratio <= MARK)],
         "`ReadNewCase` of a result whose status leaves the database as it is, the answer behind a\n"
-        "form of the given size; it loads the file twice, as it always has. Up to some hundred KB\n"
-        "opening the file and the like still count, so that a byte becomes cheaper. The document in\n"
-        "memory is several times the file: where it outgrows the processor's own cache a byte\n"
-        "becomes dearer, and before and behind that doublings cost double.\n\n"
+        "form of the given size, whose notes are long; it is looked through and loaded twice. Up to\n"
+        "some hundred KB opening the file and the like still count, so that a byte becomes cheaper.\n"
+        "The document in memory is larger than the file: where it outgrows the processor's own\n"
+        "cache a byte becomes dearer, and before and behind that doublings cost double.\n\n"
         + table(("file", "time per byte beside half the file", "memory for each byte more"), lines),
         [Plot("result", "Reading a result file", LINE_CHART,
               {"times": [(size >> 10, statistics.median(costs[size]) * size / first)
