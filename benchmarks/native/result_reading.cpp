@@ -49,7 +49,7 @@ class Directory : public exchange::ResultReaderHost {
       bytes += item;
     }
     std::ofstream(path_ / "OutNewCase4711.xml", std::ios::binary)
-        << bytes << std::string(length - bytes.size() - end.size(), 'x') << end;
+        << bytes << std::string(length - bytes.size() - end.size(), '\xE4') << end;
     // A file that is refused would cost next to nothing.
     const auto document = platform::Current().resultDocuments.New();
     document->Load(GetVilnorOutputPath() + u"\\OutNewCase4711.xml");
