@@ -76,7 +76,8 @@ class Scanner {
         return false;
       }
     }
-    return level_ == 0;
+    // Without an element it may be one in an encoding that cannot be looked through.
+    return levels_ > 0 && level_ == 0;
   }
 
  private:
@@ -119,13 +120,14 @@ class Scanner {
     if (!TakeName()) {
       return false;
     }
+    levels_ = std::max(levels_, level_ + 1);
     for (;;) {
       const bool apart = TakeBlanks();
       if (Take("/>")) {
         return true;
       }
       if (Take(">")) {
-        levels_ = std::max(levels_, ++level_);
+        ++level_;
         return true;
       }
       if (!apart || !PassAttribute()) {
