@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "ado-odbc/method.h"
+#include "windows/own_module.h"
 
 namespace ado_odbc {
 
@@ -36,7 +37,11 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** object) 
     return E_POINTER;
   }
   *object = nullptr;
-  return outer == nullptr ? class_.create(id, object) : CLASS_E_NOAGGREGATION;
+  if (outer != nullptr) {
+    return CLASS_E_NOAGGREGATION;
+  }
+  windows::StayLoaded();
+  return class_.create(id, object);
 }
 
 HRESULT ClassFactory::LockServer(BOOL lock) {

@@ -93,8 +93,9 @@ void ConnectionObject::OpenOn(std::u16string_view connectionString, std::u16stri
       [&](odbc::AdoConnection& ado) { ado.Open(WithUnixPath(connectionString_), user, password); });
 }
 
-HRESULT ConnectionObject::Open(BSTR connectionString, BSTR user, BSTR password, LONG /*options*/) {
+HRESULT ConnectionObject::Open(BSTR connectionString, BSTR user, BSTR password, LONG options) {
   return Method([&] {
+    RequireNoOptions(options, odbc::kConnectionSource);
     OpenOn(windows::TextOf(connectionString), windows::TextOf(user), windows::TextOf(password));
   });
 }
@@ -103,10 +104,11 @@ HRESULT ConnectionObject::Close() {
   return Method([&] { ado_.Close(); });
 }
 
-HRESULT ConnectionObject::Execute(BSTR statement, VARIANT* recordsAffected, LONG /*options*/,
+HRESULT ConnectionObject::Execute(BSTR statement, VARIANT* recordsAffected, LONG options,
                                   _Recordset** recordset) {
   return Method([&] {
     Out(recordset) = nullptr;
+    RequireNoOptions(options, odbc::kConnectionSource);
     std::int64_t affectedRows = 0;
     const auto text = windows::TextOf(statement);
     auto rows = Provide([&](odbc::AdoConnection& ado) {

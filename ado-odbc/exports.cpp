@@ -7,12 +7,17 @@
 #include "ado-odbc/method.h"
 #include "ado-odbc/module.h"
 #include "ado-odbc/registration.h"
+#include "ado-odbc/wine.h"
+#include "windows/own_module.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
   if (object == nullptr) {
     return E_POINTER;
   }
   *object = nullptr;
+  if (!ado_odbc::RunsInWine()) {
+    return CLASS_E_CLASSNOTAVAILABLE;
+  }
   const auto& classes = ado_odbc::Classes();
   const auto* const found =
       std::find_if(classes.begin(), classes.end(),
@@ -32,14 +37,24 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
+  if (!ado_odbc::RunsInWine()) {
+    return HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED);
+  }
   HRESULT result = S_OK;
-  const HRESULT done =
-      ado_odbc::Method([&] { result = ado_odbc::Register(ado_odbc::ModulePath()); });
+  const HRESULT done = ado_odbc::Method([&] {
+    windows::MachineClasses classes;
+    result = windows::Register(ado_odbc::Registration(windows::OwnModulePath()), classes);
+  });
   return FAILED(done) ? done : result;
 }
 
+// On a real Windows, too: whatever led to this file there has to be taken out.
 STDAPI DllUnregisterServer() {
   HRESULT result = S_OK;
-  const HRESULT done = ado_odbc::Method([&] { result = ado_odbc::Unregister(); });
+  const HRESULT done = ado_odbc::Method([&] {
+    windows::MachineClasses classes;
+    const std::wstring path = windows::OwnModulePath();
+    result = windows::Unregister(ado_odbc::Registration(path), path, classes);
+  });
   return FAILED(done) ? done : result;
 }

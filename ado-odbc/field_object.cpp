@@ -20,6 +20,7 @@ constexpr std::array kKindTypes = {
     KindType{odbc::ColumnKind::Int16, adSmallInt},
     KindType{odbc::ColumnKind::Int32, adInteger},
     KindType{odbc::ColumnKind::BigInt, adBigInt},
+    KindType{odbc::ColumnKind::Single, adSingle},
     KindType{odbc::ColumnKind::Double, adDouble},
     KindType{odbc::ColumnKind::Decimal, adNumeric},
     KindType{odbc::ColumnKind::Currency, adCurrency},

@@ -54,4 +54,11 @@ bool IsMissing(const VARIANT& argument) {
          (V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND);
 }
 
+void RequireNoOptions(LONG options, std::u16string_view source) {
+  constexpr LONG kUnspecified = -1;
+  if (options != kUnspecified) {
+    throw odbc::MakeError(odbc::AdoError::WrongArguments, source);
+  }
+}
+
 }  // namespace ado_odbc

@@ -4,6 +4,7 @@
 
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "automation/automation_error.h"
@@ -52,5 +53,9 @@ VARIANT_BOOL FromBool(bool value);
 
 // VT_ERROR stands for an argument that the caller left out, as an empty VARIANT does here.
 bool IsMissing(const VARIANT& argument);
+
+// Execute and open options: nothing but adOptionUnspecified is implemented, so any other is ADO's
+// 3001.
+void RequireNoOptions(LONG options, std::u16string_view source);
 
 }  // namespace ado_odbc

@@ -1,7 +1,6 @@
 #include "ado-odbc/module.h"
 
-#include <array>
-#include <string>
+#include "windows/own_module.h"
 
 namespace ado_odbc {
 namespace {
@@ -19,14 +18,6 @@ class Locked {
   Locked& operator=(const Locked&) = delete;
   ~Locked() { ReleaseSRWLockExclusive(&gLock); }
 };
-
-HMODULE Module() {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<const wchar_t*>(&gLock), &module);
-  return module;
-}
 
 }  // namespace
 
@@ -55,18 +46,13 @@ bool IsModuleUsed() {
 windows::ComPtr<ITypeInfo> TypeInfoOf(const IID& interfaceId) {
   const Locked locked;
   windows::ComPtr<ITypeInfo> info;
-  if (gLibrary == nullptr && FAILED(LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, &gLibrary))) {
+  if (gLibrary == nullptr &&
+      FAILED(LoadTypeLibEx(windows::OwnModulePath().c_str(), REGKIND_NONE, &gLibrary))) {
     gLibrary = nullptr;
     return info;
   }
   gLibrary->GetTypeInfoOfGuid(interfaceId, info.Receive());
   return info;
-}
-
-std::wstring ModulePath() {
-  std::array<wchar_t, MAX_PATH> path{};
-  const DWORD length = GetModuleFileNameW(Module(), path.data(), static_cast<DWORD>(path.size()));
-  return {path.data(), length};
 }
 
 }  // namespace ado_odbc

@@ -1,8 +1,6 @@
 // The DLL itself: what keeps it loaded, and the type library inside it.
 #pragma once
 
-#include <string>
-
 #include "windows/com_ptr.h"
 #include "windows/win32.h"
 
@@ -24,8 +22,5 @@ bool IsModuleUsed();
 // What the type library says of an interface; null when it cannot be loaded. The library is loaded
 // at the first call and released with the DLL's last object.
 windows::ComPtr<ITypeInfo> TypeInfoOf(const IID& interfaceId);
-
-// Full path of the DLL.
-std::wstring ModulePath();
 
 }  // namespace ado_odbc

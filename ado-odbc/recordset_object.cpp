@@ -218,8 +218,9 @@ HRESULT RecordsetObject::MoveLast() {
 }
 
 HRESULT RecordsetObject::Open(VARIANT source, VARIANT activeConnection, CursorTypeEnum cursorType,
-                              LockTypeEnum lockType, LONG /*options*/) {
+                              LockTypeEnum lockType, LONG options) {
   return Method([&] {
+    RequireNoOptions(options, odbc::kRecordsetSource);
     RequireClosed();
     if (!IsMissing(source)) {
       source_ = automation::ToText(windows::ToValue(source), automation::Regional());

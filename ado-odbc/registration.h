@@ -2,15 +2,12 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "windows/win32.h"
+#include "windows/server_registration.h"
 
 namespace ado_odbc {
 
-// Both give the system's error code of the first entry that fails, as an HRESULT. A registration
-// that fails in the middle is taken back.
-HRESULT Register(const std::wstring& modulePath);
-// Removes every key that Register() makes, whoever made it.
-HRESULT Unregister();
+std::vector<windows::RegisteredPart> Registration(const std::wstring& modulePath);
 
 }  // namespace ado_odbc

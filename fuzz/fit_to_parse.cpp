@@ -1,4 +1,5 @@
-// A document of any content: what a parser finds in order, without a document type, is fit for it.
+// A document of any content: what a parser finds in order, without declarations in a document type,
+// is fit for it.
 #include <libxml/parser.h>
 #include <memory>
 
@@ -15,7 +16,8 @@ bool IsReadByAParser(const std::string& bytes) {
       xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
                     XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
       xmlFreeDoc);
-  return document != nullptr && document->intSubset == nullptr;
+  return document != nullptr &&
+         (document->intSubset == nullptr || bytes.find('[') == std::string::npos);
 }
 
 // Of the encodings that the limits do not claim to look through.

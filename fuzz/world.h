@@ -2,6 +2,7 @@
 // memory.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -82,7 +83,16 @@ class World : public fakes::Ports {
   static void Put(const std::string& name, std::string_view bytes) {
     std::ofstream(Place() / name, std::ios::binary) << bytes;
   }
-  static bool Has(const std::string& name) { return std::filesystem::exists(Place() / name); }
+  static void Empty() {
+    std::filesystem::remove_all(Place());
+    std::filesystem::create_directory(Place());
+  }
+  // Whether a file is there whose name begins so.
+  static bool HasAny(const std::string& beginning) {
+    return std::any_of(std::filesystem::directory_iterator(Place()), {}, [&](const auto& file) {
+      return file.path().filename().string().starts_with(beginning);
+    });
+  }
   static std::u16string PathOf(const std::string& name) {
     return automation::FromUtf8((Place() / name).string());
   }

@@ -1,60 +1,109 @@
 #!/usr/bin/env python3
 """Counts what a test program found: prints "PASSED FAILED", then a line for each failure.
 
-    count_cases.py STATUS LOG [JSON]
+    count_cases.py STATUS LOG [--json FILE] [--differences FILE PROGRAM]
 
-STATUS is the program's exit code and LOG its output. With JSON, the file that GoogleTest writes at
-its end, that is what counts; without it the program says "ok NAME" and "not ok NAME" in its
-output. A program that crashed, that ran no test or that left one out has failed.
+STATUS is the program's exit code and LOG its output. With --json, the file that GoogleTest writes at
+its end, that is what counts; without it the program says "ok NAME" and "not ok NAME: REASON" in its
+output. A program that crashed, that ran no test or that left one out has failed. With --differences,
+a Markdown table, a case of PROGRAM that stands there counts as passed when it failed as it says there,
+and as failed when it did anything else.
 """
 
+import argparse
 import json
 import re
-import sys
+from dataclasses import dataclass
 from pathlib import Path
 
 TIMEOUT_STATUSES = (124, 137)
 
 
+@dataclass
+class Case:
+    name: str
+    failures: tuple = ()  # messages
+
+
 def googletest_cases(report):
-    """(name, passed) of each case; a skipped or disabled one has not passed."""
-    return [(f"{suite['name']}.{case['name']}",
-             case.get("result") == "COMPLETED" and not case.get("failures"))
-            for suite in report["testsuites"] for case in suite["testsuite"]]
+    """A skipped or disabled case has not passed."""
+    for suite in report["testsuites"]:
+        for case in suite["testsuite"]:
+            failures = tuple(each.get("failure", "") for each in case.get("failures", ()))
+            if not failures and case.get("result") != "COMPLETED":
+                failures = ("not run",)
+            yield Case(f"{suite['name']}.{case['name']}", failures)
 
 
 def started_cases(log):
-    """The same of a GoogleTest program that did not reach its end."""
+    """Of a GoogleTest program that did not reach its end."""
     finished = re.findall(r"\[ +(OK|FAILED) +\] ([^\s,]+)(?:, where .*)? \(\d+ ms\)", log)
-    return [(name, mark == "OK") for mark, name in finished]
+    return [Case(name, () if mark == "OK" else ("failed",)) for mark, name in finished]
 
 
 def script_cases(log):
-    return [(name, not failed) for failed, name in re.findall(r"^(not )?ok (.+)$", log, re.MULTILINE)]
+    return [Case(name, (reason,) if failed else ()) for failed, name, reason in
+            re.findall(r"^(not )?ok (.+?)(?(1)(?:: (.*))?)$", log, re.MULTILINE)]
 
 
-def count(status, log, json_file=None):
+def listed_differences(table, program):
+    """{case: text of its only failure}"""
+    rows = re.findall(r"^\| (\S+) (.+?) \| (.+?) \| .+ \|$", table, re.MULTILINE)
+    return {name: text for owner, name, text in rows if owner == program}
+
+
+def objection(case, difference):
+    """What is wrong with a case, None when nothing is. `difference` is the text of its only failure."""
+    if difference is None:
+        return case.name if case.failures else None
+    if not case.failures:
+        return f"{case.name} passes: its row in the table of differences is out of date"
+    if len(case.failures) > 1 or difference not in case.failures[0]:
+        return f"{case.name} does not fail as the table of differences says"
+    return None
+
+
+def count(status, log, json_file=None, differences=None):
     """(number of passed cases, lines about the failed ones)"""
-    ended = True
+    ended, differences = True, differences or {}
     if json_file is None:
         cases = script_cases(log)
     elif json_file.is_file():
-        cases = googletest_cases(json.loads(json_file.read_text(encoding="utf-8")))
+        cases = list(googletest_cases(json.loads(json_file.read_text(encoding="utf-8"))))
     else:
         cases, ended = started_cases(log), False
-    failures = [name for name, passed in cases if not passed]
+    objections = [objection(case, differences.get(case.name)) for case in cases]
+    failures = [each for each in objections if each]
+    passed = len(cases) - len(failures)
+    failures += [f"{name} was not run: its row in the table of differences is out of date"
+                 for name in differences if name not in {case.name for case in cases}]
+    explained = {0, 1} if any(case.failures for case in cases) else {0}
     if status in TIMEOUT_STATUSES:
         failures.append("ended by the time limit")
-    elif not ended or (status != 0 and not failures):
+    elif not ended or status not in explained:
         failures.append(f"ended with exit code {status} before its end")
     elif not cases:
         failures.append("ran no test")
-    return len(cases) - sum(not passed for _, passed in cases), failures
+    return passed, failures
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("status", type=int)
+    parser.add_argument("log", type=Path)
+    parser.add_argument("--json", type=Path)
+    parser.add_argument("--differences", nargs=2, metavar=("FILE", "PROGRAM"))
+    return parser.parse_args()
 
 
 def main():
-    status, log = int(sys.argv[1]), Path(sys.argv[2]).read_text(encoding="utf-8", errors="replace")
-    passed, failures = count(status, log, Path(sys.argv[3]) if len(sys.argv) > 3 else None)
+    arguments = parse_arguments()
+    differences = {}
+    if arguments.differences:
+        table, program = arguments.differences
+        differences = listed_differences(Path(table).read_text(encoding="utf-8"), program)
+    log = arguments.log.read_text(encoding="utf-8", errors="replace")
+    passed, failures = count(arguments.status, log, arguments.json, differences)
     print(passed, len(failures))
     print("\n".join(failures))
 

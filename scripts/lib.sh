@@ -78,6 +78,8 @@ why_it_failed() {
     cause="the disk is full"
   elif line=$(grep -m 1 -iE "$unreachable" "$1"); then
     cause="Debian's archive cannot be reached"
+  elif line=$(grep -m 1 NO_PUBKEY "$1"); then
+    cause="this machine does not know the archive's key; update debian-archive-keyring"
   else
     line=$({ grep -E '^(E|Err|error):' "$1" || cat "$1"; } | tail -n 1)
     cause="an unexpected error"

@@ -1,9 +1,11 @@
 # shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
+# shellcheck disable=SC2030,SC2031  # side_by_side counts in shells of their own
 # Running checks and counting what they find. Each one's output goes to out/check/NAME.log and is
 # shown when it fails.
 
 passed=0
 failed=0
+differences=''
 logs=$checkout/out/check
 rm -rf "$logs"
 mkdir -p "$logs"
@@ -31,11 +33,13 @@ googletest() {
 # script NAME SECONDS COMMAND ARG...: a program that says "ok CASE" and "not ok CASE".
 script() { counted "$1" "$2" "" "${@:3}"; }
 
-# counted NAME SECONDS REPORT COMMAND ARG...
+# counted NAME SECONDS REPORT COMMAND ARG...: ends with the shell that runs it. With $differences, a
+# table, cases that stand there under the part of NAME behind the first "-" fail as it says there.
 counted() {
   local name=$1 report=$3 log=$logs/$1.log status=0 result good bad
-  timeout --kill-after=30 "$2" "${@:4}" >"$log" 2>&1 </dev/null || status=$?
-  result=$(python3 "$checkout/scripts/count_cases.py" "$status" "$log" ${report:+"$report"})
+  setpriv --pdeathsig TERM timeout --kill-after=30 "$2" "${@:4}" >"$log" 2>&1 </dev/null || status=$?
+  result=$(python3 "$checkout/scripts/count_cases.py" "$status" "$log" ${report:+--json "$report"} \
+    ${differences:+--differences "$differences" "${name#*-}"})
   read -r good bad <<<"$result"
   add "$name" "$good" "$bad"
   if ((bad)); then
@@ -56,6 +60,31 @@ add() {
   printf '%-6s %s: %s passed, %s failed (%s s)\n' "$word" "$1" "$2" "$3" "$SECONDS"
   passed=$((passed + $2))
   failed=$((failed + $3))
+}
+
+# side_by_side FUNCTION...: each in a shell of its own, all at once. What they print comes in turn.
+side_by_side() {
+  local lane lanes=() counts
+  for lane in "$@"; do
+    (
+      passed=0 failed=0
+      "$lane"
+      say "$passed $failed" >"$logs/$lane.counts"
+    ) >"$logs/$lane.lane" 2>&1 &
+    lanes+=($!)
+    at_exit stop_process $!
+  done
+  for lane in "$@"; do
+    wait "${lanes[0]}" || true
+    lanes=("${lanes[@]:1}")
+    cat "$logs/$lane.lane"
+    if read -r -a counts <"$logs/$lane.counts"; then
+      passed=$((passed + counts[0]))
+      failed=$((failed + counts[1]))
+    else
+      add "$lane" 0 1
+    fi
+  done
 }
 
 # The last line of all, and the exit code.

@@ -1,12 +1,13 @@
-# shellcheck shell=bash
-# Entering the Wine root.
+# shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
+# Entering a Wine root.
 
 # enter_root PLACE SESSION COMMAND ARG...: runs the command in the root of PLACE (what make-root
 # prints), in place of the calling (sub)shell, and ends with its caller. In there the root and the
-# checkout are read-only, but for the checkout's out/; the folder SESSION holds /tmp, the home and
+# checkout are read-only, except for the checkout's out/; the folder SESSION holds /tmp, the home and
 # the Wine prefix and is seen under its own name, as is the checkout. The prefix's system32 is the
-# template's, read-only. Of the
-# environment only VILNOR_*, DISPLAY, WINEDEBUG and WINEDLLOVERRIDES get in.
+# template's, read-only. The root has process ids of its own: when the command ends, or its caller is
+# killed, the kernel ends everything that was started in there. Information for join_root goes to
+# file descriptor 3.
 enter_root() {
   local root=$1/root template=$1/prefix session=$2 entry system32=drive_c/windows/system32
   local -a mounts=() environment=()
@@ -25,13 +26,34 @@ enter_root() {
   [[ ! -d $checkout/out ]] || mounts+=(--bind "$checkout/out" "$checkout/out")
   [[ ! -d $template ]] || mounts+=(--ro-bind "$template/$system32" "$session/prefix/$system32")
   ((EUID == 0)) || mounts+=(--unshare-user --uid 0 --gid 0)
-  for entry in "${!VILNOR_@}" ${DISPLAY:+DISPLAY}; do
-    environment+=(--setenv "$entry" "${!entry}")
+  set_environment "$session"
+  exec bwrap --tmpfs / "${mounts[@]}" --remount-ro / --unshare-pid --die-with-parent --info-fd 3 \
+    env --ignore-environment --chdir="$session" "${environment[@]}" "$@"
+}
+
+# join_root PID SESSION COMMAND ARG...: the same, in the root that is there already; PID is its first
+# process, seen from here.
+join_root() {
+  local session=$2 process=$1
+  local -a user=() environment=()
+  shift 2
+  ((EUID == 0)) || user=(--user --preserve-credentials)
+  set_environment "$session"
+  # A signal to the outer process does not reach the inner one, only its end does.
+  exec setpriv --pdeathsig KILL nsenter --target "$process" --mount --pid "${user[@]}" \
+    env --ignore-environment --chdir="${session_folder:-$session}" "${environment[@]}" \
+    setpriv --pdeathsig KILL "$@"
+}
+
+# set_environment SESSION: into $environment. Of the caller's only VILNOR_*, DISPLAY, TZ, WINEDEBUG
+# and WINEDLLOVERRIDES get in.
+set_environment() {
+  local entry
+  for entry in "${!VILNOR_@}" ${DISPLAY:+DISPLAY} ${TZ:+TZ}; do
+    environment+=("$entry=${!entry}")
   done
-  exec bwrap --tmpfs / "${mounts[@]}" --die-with-parent --chdir "$session" \
-    --clearenv "${environment[@]}" \
-    --setenv HOME /home/user --setenv USER root --setenv PATH /usr/bin:/bin:/usr/sbin:/sbin \
-    --setenv WINEPREFIX "$session/prefix" --setenv WINEDEBUG "${WINEDEBUG:--all}" \
-    --setenv WINEDLLOVERRIDES "${WINEDLLOVERRIDES-winedbg.exe=d;mscoree=;mshtml=}" \
-    "$@"
+  environment+=(HOME=/home/user USER=root PATH=/usr/bin:/bin:/usr/sbin:/sbin
+    "WINEPREFIX=$1/prefix" "LC_ALL=${session_locale:-C}"
+    "WINEDEBUG=${WINEDEBUG:--all}"
+    "WINEDLLOVERRIDES=${WINEDLLOVERRIDES-winedbg.exe=d;mscoree=;mshtml=}")
 }

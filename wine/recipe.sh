@@ -1,8 +1,10 @@
 # shellcheck shell=bash
-# What the private 32-bit Wine root is made of. A change here makes a new root on the next run.
+# What the private 32-bit Wine roots are made of. A change here makes new roots on the next run.
 
-# shellcheck disable=SC2034  # for wine/make-root
-suite=bookworm
+# The Debian releases that a root is made of. Everything runs in the first one's Wine; ./check also
+# runs the Windows tests in that of the next one.
+# shellcheck disable=SC2034  # for wine/make-root and wine/session.sh
+suite=bookworm next_suite=trixie
 
 packages=(
   wine wine32           # Windows programs of 32 bits
@@ -12,6 +14,7 @@ packages=(
   libsqliteodbc         # the embedded database
   odbc-postgresql       # the real server
   locales               # the source of sv_SE
+  tzdata                # the sessions' time zone, which is not UTC
 )
 
 # finish_root ROOT: the rest, once the packages are in place.

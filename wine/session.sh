@@ -4,11 +4,14 @@
 
 source "$checkout/wine/enter.sh"
 
-# begin_session [LOCALE]: afterwards $session is the session's folder ($session/desk is for the
-# caller's files) and DISPLAY its screen. sv_SE.UTF-8 is a Swedish Windows, C.UTF-8 a US one.
+# begin_session [LOCALE [ROOT_OPTION]]: afterwards $session is the session's folder ($session/desk is
+# for the caller's files) and DISPLAY its screen. sv_SE.UTF-8 is a Swedish Windows, C.UTF-8 a US one.
+# ROOT_OPTION is make-root's. The clocks show another time than UTC, so that who takes one for the
+# other is found out; the caller's own programs compare with them.
 begin_session() {
   session_locale=${1:-sv_SE.UTF-8}
-  hold_root
+  export TZ=Europe/Stockholm
+  hold_root "${@:2}"
   session=$(mktemp -d "${TMPDIR:-/tmp}/vilnor.XXXXXX")
   at_exit rm -rf "$session"
   # Servers of other users reach what the callers put in here.
@@ -21,10 +24,11 @@ begin_session() {
 
 # Keeps the root from being removed by a checkout with another recipe; one that was removed before it
 # was held is made again.
+# hold_root [ROOT_OPTION]
 hold_root() {
   local try
   for try in 1 2 3; do
-    place=$("$checkout/wine/make-root")
+    place=$("$checkout/wine/make-root" "$@")
     if { exec {session_lock}<"$place"; } 2>/dev/null && flock --shared "$session_lock" &&
       [[ -d $place/prefix ]]; then
       return
@@ -58,22 +62,34 @@ start_display() {
 }
 
 start_wine() {
-  in_wine wineserver --foreground --persistent >"$session/log/wineserver" 2>&1 &
-  local server=$!
+  local server
+  enter_root "$place" "$session" wineserver --foreground --persistent \
+    3>"$session/log/root" >"$session/log/wineserver" 2>&1 &
+  server=$!
   at_exit stop_process "$server"
   at_exit stop_wine "$server"
   wait_until 20 wine_listens || fail "wineserver did not start: $(tail -n 1 "$session/log/wineserver")"
+  # For programs that are given the session's folder and source this file.
+  printf '%s=%q\n' session_locale "$session_locale" session_process \
+    "$(sed -n 's/.*"child-pid": *\([0-9]*\).*/\1/p' "$session/log/root")" >"$session/state"
 }
 
 wine_listens() { compgen -G "$session/tmp/*/server-*/socket" >/dev/null; }
 
+# The program that ends the server ends with it, as all others in the root do; the shell would tell of it.
 stop_wine() {
-  (in_wine wineserver --kill)
+  { (in_wine wineserver --kill) || true; } 2>/dev/null
   wait_until 10 is_gone "$1"
 }
 
-# in_wine COMMAND ARG...: runs the command in the session's root, in place of the calling subshell.
-in_wine() { enter_root "$place" "$session" env LC_ALL="$session_locale" "$@"; }
+# in_wine COMMAND ARG...: runs the command in the root of $session, in place of the calling subshell.
+# With $session_folder it starts there, a folder of drive C or another.
+in_wine() {
+  local session_locale session_process
+  # shellcheck source=/dev/null
+  source "$session/state"
+  join_root "$session_process" "$session" "$@"
+}
 
 # wine PROGRAM ARG...: runs a Windows program to its end and gives its exit code.
 wine() { (in_wine wine "$@"); }
@@ -88,9 +104,9 @@ windows_path() {
 # register_components: Vilnor.dll, and AdoOdbc.dll in the part of ADO, which Wine lacks.
 register_components() {
   local library
-  for library in AdoOdbc.dll Vilnor.dll; do
-    [[ -f $bin/$library ]] || fail "$bin/$library has not been built"
-    wine regsvr32 /s "$(windows_path "$bin/$library")" ||
-      fail "$library cannot be registered in Wine"
+  for library in "${bin%/*}/ado-odbc/AdoOdbc.dll" "$bin/Vilnor.dll"; do
+    [[ -f $library ]] || fail "$library has not been built"
+    wine regsvr32 /s "$(windows_path "$library")" >"$session/log/regsvr32" 2>&1 ||
+      fail "${library##*/} cannot be registered in Wine: $(tail -n 1 "$session/log/regsvr32")"
   done
 }

@@ -141,14 +141,15 @@ std::vector<Operation> Lookups() {
        }},
       Lookup("GetCaseIdByVilnorId",
              [](auto& vilnor, auto& turn) {
-               return !vilnor.GetCaseIdByVilnorId(turn.VilnorId()).empty();
+               return !vilnor.GetCaseIdByVilnorId(turn.VilnorId()).value.empty();
              }),
-      Lookup(
-          "CaseExists",
-          [](auto& vilnor, auto& turn) { return vilnor.CaseExists(turn.FHPId(), kPriorApproval); }),
+      Lookup("CaseExists",
+             [](auto& vilnor, auto& turn) {
+               return vilnor.CaseExists(turn.FHPId(), kPriorApproval).value;
+             }),
       Lookup("CaseExistsPID",
              [](auto& vilnor, auto& turn) {
-               return vilnor.CaseExistsPID(turn.PID(), kOrdinaryCase, turn.caseId());
+               return vilnor.CaseExistsPID(turn.PID(), kOrdinaryCase, turn.caseId()).value;
              }),
       Lookup("GetFHPById",
              [](auto& vilnor, auto& turn) { return vilnor.GetFHPById(turn.FHPId()) != nullptr; }),

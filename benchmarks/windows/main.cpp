@@ -1,6 +1,8 @@
 // What ./bench measures in Wine: main PRACTICE.DB [SUBJECT...].
 #include <map>
 #include <set>
+#include <string>
+#include <string_view>
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
@@ -31,6 +33,9 @@ int main(int argc, char** argv) {
     benchmarks::Fail("which database?");
   }
   CoInitialize(nullptr);
+  if (argc == 3 && argv[1] == std::string_view("--loading")) {
+    return benchmarks::MicrosecondsOfLoading(std::stoul(argv[2]));
+  }
   try {
     Computer computer(argv[1]);
     const std::set<std::string> wanted(argv + 2, argv + argc);

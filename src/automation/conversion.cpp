@@ -114,13 +114,13 @@ struct Scientific {
 
 // By snprintf, since the library's to_chars for doubles alone would make a third of the DLL. The
 // separator that it prints is the C locale's of the host's process, so only digits are taken.
-Scientific TakeApart(double magnitude) {
+Scientific TakeApart(double magnitude, int significantDigits = kSignificantDigits) {
   if (!std::isfinite(magnitude)) {
     Fail(RuntimeError::Overflow);
   }
   std::array<char, 40> buffer{};
   const int length =
-      std::snprintf(buffer.data(), buffer.size(), "%.*e", kSignificantDigits - 1, magnitude);
+      std::snprintf(buffer.data(), buffer.size(), "%.*e", significantDigits - 1, magnitude);
   const std::string_view text(buffer.data(), static_cast<std::size_t>(length));
   const auto mark = text.find('e');
   Scientific result;
@@ -204,6 +204,19 @@ Decimal DecimalOfCurrency(Currency amount) {
 
 std::int32_t RoundToInt32(double number) {
   return Rounded<std::int32_t>(number);
+}
+
+double WidenSingle(float number) {
+  constexpr int kDigitsOfASingle = 7;
+  if (number == 0 || !std::isfinite(number)) {
+    return number;
+  }
+  const Scientific parts = TakeApart(std::abs(number), kDigitsOfASingle);
+  const int exponent = parts.exponent + 1 - static_cast<int>(parts.digits.size());
+  const std::string text = parts.digits + "e" + std::to_string(exponent);
+  double magnitude = 0;
+  std::from_chars(text.data(), text.data() + text.size(), magnitude);
+  return std::copysign(magnitude, number);
 }
 
 std::optional<double> ParseNumber(std::u16string_view text, const Regional& regional) {

@@ -24,8 +24,17 @@ bool ToBool(const Value& value, const Regional& regional);
 std::u16string ToText(const Value& value, const Regional& regional);
 Date ToDate(const Value& value, const Regional& regional);
 
+// `number` in the digits of a double. While it calculates, a 32-bit processor keeps more of them,
+// or not, as the compiler likes and the host has set it; a result that decides something goes
+// through here.
+inline double InDoubleDigits(double number) {
+  volatile double digits = number;
+  return digits;
+}
 // Rounds half to even into 32 bits; error 6 outside.
 std::int32_t RoundToInt32(double number);
+// A single-precision number by its seven significant digits: 1.1 is 1.1, not 1.10000002384186.
+double WidenSingle(float number);
 // The number that a text holds (sign, grouping, decimal separator, exponent, blanks around), or
 // nothing; infinite beyond a double's range.
 std::optional<double> ParseNumber(std::u16string_view text, const Regional& regional);

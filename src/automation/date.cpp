@@ -119,8 +119,8 @@ class DateReader {
     return true;
   }
 
-  // Three numbers (two are no date: a year is not guessed) with one separator; nothing is consumed
-  // when there is no date.
+  // Three numbers (two are no date: a year is not guessed) with their separators; nothing is
+  // consumed when there is no date.
   bool ReadDate(DateParts& parts) {
     const std::size_t from = at_;
     const auto first = ReadNumber();
@@ -131,11 +131,11 @@ class DateReader {
     }
     PassSeparator(separator);
     const auto second = ReadNumber();
-    if (!second || AtEnd() || text_[at_] != separator) {
+    if (!second || AtEnd() || !FollowsAs(text_[at_], separator)) {
       at_ = from;
       return false;
     }
-    PassSeparator(separator);
+    PassSeparator(text_[at_]);
     const auto third = ReadNumber();
     if (!third || !Assign(*first, *second, *third, parts)) {
       at_ = from;
@@ -145,6 +145,16 @@ class DateReader {
       Take({&separator, 1});
     }
     return true;
+  }
+
+  // Whether the second separator is the first one again, or both are those of the picture, as in
+  // "dd/MM yyyy".
+  bool FollowsAs(char16_t second, char16_t first) const {
+    std::u16string ofPicture = regional_.shortDate;
+    std::erase_if(ofPicture, [](char16_t unit) {
+      return std::u16string_view(u"yYmMdD").find(unit) != std::u16string_view::npos;
+    });
+    return second == first || ofPicture == std::u16string{first, second};
   }
 
   // Pictures like "d. M. yyyy" have a blank behind each separator.
@@ -168,7 +178,7 @@ class DateReader {
     const Number& month = dayBeforeMonth ? second : first;
     const Number& day = dayBeforeMonth ? first : second;
     // Kept as the classic runtime reads it: where the month cannot be one, month and day change
-    // places.
+    // places. No other order is tried, since a year of two digits would turn up anywhere.
     return SetDate(third, month, day, parts) ||
            (month.value > 12 && SetDate(third, day, month, parts));
   }

@@ -33,10 +33,11 @@ Date DayOf(Date date);
 // time when the day is 1899-12-30.
 std::u16string DateText(Date date, const Regional& regional);
 // The date that a text holds in the user's locale, or nothing: numbers in the order of the short
-// date picture (year first when four digits lead), separated by one kind of "-", "/", "." or
-// blank (blanks may follow the others; one stands at the end, too, where the picture ends with it),
-// with an optional time "hh:mm[:ss]"; a two-digit year below 30 lies in 2000, else in 1900. Month
-// names are not read.
+// date picture (year first when four digits lead; month and day change places where the month is
+// beyond 12), separated by one kind of "-", "/", "." or blank, or by the picture's own two (blanks
+// may follow the others; one stands at the end, too, where the picture ends with it), with an
+// optional time "hh:mm[:ss]"; a two-digit year below 30 lies in 2000, else in 1900. Names of months
+// and weekdays are not read.
 std::optional<Date> ParseDate(std::u16string_view text, const Regional& regional);
 // `picture` with yyyy, yy, mm, m, dd, d (in either case) replaced by the date's parts, as the
 // classic Format function does for these; all else stands as it is.

@@ -119,9 +119,12 @@ HRESULT BVilnorObject::FindConnectionPoint(REFIID interfaceId, IConnectionPoint*
   if (point == nullptr) {
     return E_POINTER;
   }
-  const bool known = interfaceId == DIID___BVilnor;
-  *point = known ? ComPtr<IConnectionPoint>(&events_).Detach() : nullptr;
-  return known ? S_OK : CONNECT_E_NOCONNECTION;
+  *point = nullptr;
+  return Call([&] {
+    const bool known = interfaceId == DIID___BVilnor;
+    *point = known ? ComPtr<IConnectionPoint>(&events_).Detach() : nullptr;
+    return known ? S_OK : CONNECT_E_NOCONNECTION;
+  });
 }
 
 void BVilnorObject::UpdateJournal() {

@@ -1,6 +1,7 @@
 #include "com/class_factory.h"
 
 #include "com/failure.h"
+#include "windows/own_module.h"
 
 namespace com {
 
@@ -12,6 +13,7 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void**
   if (outer != nullptr) {
     return CLASS_E_NOAGGREGATION;
   }
+  windows::StayLoaded();
   return Guarded(IID_IClassFactory,
                  [&] { return entry_.create()->QueryInterface(interfaceId, object); });
 }

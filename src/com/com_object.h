@@ -64,7 +64,7 @@ class ComObject : public First, public Rest... {
 
   ULONG STDMETHODCALLTYPE Release() override {
     const ULONG left = --references_;
-    if (left == 0) {
+    if (left == 0 && MayEnd()) {
       const std::unique_ptr<ComObject> last(this);
     }
     return left;
@@ -76,6 +76,9 @@ class ComObject : public First, public Rest... {
 
  private:
   friend std::default_delete<ComObject>;
+
+  // Whether the object ends on the calling thread when its last reference has gone.
+  virtual bool MayEnd() const { return true; }
 
   void* Find(REFIID interfaceId) {
     if (interfaceId == IID_IUnknown) {

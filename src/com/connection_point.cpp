@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "com/enumerator.h"
-#include "com/failure.h"
 
 namespace com {
 namespace {
@@ -45,16 +44,15 @@ HRESULT ConnectionPoint::GetConnectionInterface(IID* interfaceId) {
   if (interfaceId == nullptr) {
     return E_POINTER;
   }
-  *interfaceId = DIID___BVilnor;
-  return S_OK;
+  return Call([&] { *interfaceId = DIID___BVilnor; });
 }
 
 HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
   if (container == nullptr) {
     return E_POINTER;
   }
-  *container = ComPtr<IConnectionPointContainer>(&container_).Detach();
-  return S_OK;
+  *container = nullptr;
+  return Call([&] { *container = ComPtr<IConnectionPointContainer>(&container_).Detach(); });
 }
 
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
@@ -62,7 +60,7 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
     return E_POINTER;
   }
   *cookie = 0;
-  return Guarded(IID_IConnectionPoint, [&]() -> HRESULT {
+  return Call([&]() -> HRESULT {
     ComPtr<IDispatch> events;
     if (FAILED(sink->QueryInterface(DIID___BVilnor, events.ReceiveVoid()))) {
       return CONNECT_E_CANNOTCONNECT;
@@ -74,9 +72,11 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
-  // Taken out before its release, which may come back here.
-  const auto sink = sinks_.extract(cookie);
-  return sink.empty() ? CONNECT_E_NOCONNECTION : S_OK;
+  return Call([&] {
+    // Taken out before its release, which may come back here.
+    const auto sink = sinks_.extract(cookie);
+    return sink.empty() ? CONNECT_E_NOCONNECTION : S_OK;
+  });
 }
 
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
@@ -84,7 +84,7 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
     return E_POINTER;
   }
   *connections = nullptr;
-  return Guarded(IID_IConnectionPoint, [&] {
+  return Call([&] {
     std::vector<Connection> snapshot;
     std::transform(sinks_.begin(), sinks_.end(), std::back_inserter(snapshot),
                    [](const auto& sink) {

@@ -2,14 +2,18 @@
 #pragma once
 
 #include <map>
+#include <utility>
 
+#include "com/failure.h"
+#include "com/home_thread.h"
 #include "windows/com_ptr.h"
 #include "windows/win32.h"
 
 namespace com {
 
 // The point for __BVilnor. Part of the object that it raises events for: it has an identity of its
-// own but lives and ends with the object's references.
+// own but lives and ends with the object's references, and as the object it answers another thread
+// than its own with RPC_E_WRONG_THREAD.
 class ConnectionPoint : public IConnectionPoint {
  public:
   // `container` is the object that this is part of.
@@ -35,6 +39,13 @@ class ConnectionPoint : public IConnectionPoint {
   void Raise(DISPID event);
 
  private:
+  template <class Body>
+  HRESULT Call(Body&& body) {
+    return home_.IsCurrent() ? Guarded(IID_IConnectionPoint, std::forward<Body>(body))
+                             : RPC_E_WRONG_THREAD;
+  }
+
+  const HomeThread home_;
   IConnectionPointContainer& container_;
   // By cookie, in the order of connection.
   std::map<DWORD, windows::ComPtr<IDispatch>> sinks_;

@@ -17,16 +17,17 @@ HRESULT DBVilnorObject::DeleteCase(BSTR* caseId) {
 }
 
 HRESULT DBVilnorObject::GetCaseIdByVilnorId(long* vilnorId, BSTR* result) {
-  return CallFor(result, [&] { return core_.GetCaseIdByVilnorId(In(vilnorId)); });
+  return CallFor(result, [&] { return core_.GetCaseIdByVilnorId(In(vilnorId)).value; });
 }
 
 HRESULT DBVilnorObject::CaseExists(long* fhpId, long* caseTypeId, VARIANT_BOOL* result) {
-  return CallFor(result, [&] { return core_.CaseExists(In(fhpId), In(caseTypeId)); });
+  return CallFor(result, [&] { return core_.CaseExists(In(fhpId), In(caseTypeId)).value; });
 }
 
 HRESULT DBVilnorObject::CaseExistsPID(long* pid, long* caseTypeId, BSTR* caseId,
                                       VARIANT_BOOL* result) {
-  return CallFor(result, [&] { return core_.CaseExistsPID(In(pid), In(caseTypeId), In(caseId)); });
+  return CallFor(result,
+                 [&] { return core_.CaseExistsPID(In(pid), In(caseTypeId), In(caseId)).value; });
 }
 
 HRESULT DBVilnorObject::GetFHPById(long* fhpId, IDispatch** result) {

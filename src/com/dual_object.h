@@ -5,6 +5,7 @@
 #include "com/arguments.h"
 #include "com/com_object.h"
 #include "com/failure.h"
+#include "com/home_thread.h"
 #include "com/late_binding.h"
 
 namespace com {
@@ -17,8 +18,7 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, IProvideClassInfo2,
     if (count == nullptr) {
       return E_POINTER;
     }
-    *count = 1;
-    return S_OK;
+    return Call([&] { *count = 1; });
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID /*locale*/,
@@ -83,8 +83,12 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, IProvideClassInfo2,
 
   // Runs the body of an interface's method. The object lives until the body has returned, even when
   // the caller's last reference goes meanwhile (in an event, or while a message box is open).
+  // RPC_E_WRONG_THREAD on another thread than the one that made the object.
   template <class Body>
   HRESULT Call(Body&& body) {
+    if (!home_.IsCurrent()) {
+      return RPC_E_WRONG_THREAD;
+    }
     const windows::ComPtr<Dual> alive(this);
     return Guarded(__uuidof(Dual), std::forward<Body>(body));
   }
@@ -107,6 +111,11 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, IProvideClassInfo2,
     return description_;
   }
 
+  // An object whose last reference goes on another thread stays for good: its end would be the end
+  // of that thread's window and connection.
+  bool MayEnd() const override { return home_.IsCurrent(); }
+
+  const HomeThread home_;
   const CLSID classId_;
   const IID eventInterface_;
   // Read from the DLL's resources at the first call that needs it.

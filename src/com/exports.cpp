@@ -4,6 +4,7 @@
 #include "com/class_factory.h"
 #include "com/failure.h"
 #include "com/registration.h"
+#include "windows/own_module.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
   if (object == nullptr) {
@@ -25,9 +26,16 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-  return com::Guarded(IID_IUnknown, com::Register);
+  return com::Guarded(IID_IUnknown, [] {
+    windows::MachineClasses classes;
+    return windows::Register(com::Registration(windows::OwnModulePath()), classes);
+  });
 }
 
 STDAPI DllUnregisterServer() {
-  return com::Guarded(IID_IUnknown, com::Unregister);
+  return com::Guarded(IID_IUnknown, [] {
+    windows::MachineClasses classes;
+    const std::wstring path = windows::OwnModulePath();
+    return windows::Unregister(com::Registration(path), path, classes);
+  });
 }

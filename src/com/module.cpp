@@ -2,9 +2,9 @@
 
 #include <atomic>
 
-#include "automation/automation_error.h"
 #include "host/notification_window.h"
 #include "windows/com_error.h"
+#include "windows/own_module.h"
 #include "windows/system_platform.h"
 #include "windows/user32_windows.h"
 
@@ -12,9 +12,6 @@ namespace com {
 namespace {
 
 std::atomic<long> locks = 0;
-
-// Longest path that the system's wide calls give.
-constexpr std::size_t kLongestPath = 32768;
 
 }  // namespace
 
@@ -40,24 +37,9 @@ bool ModuleInUse() {
   return locks != 0 || windows::WindowsExist() || host::NotifyTargets() != 0;
 }
 
-std::wstring ModulePath() {
-  HMODULE module = nullptr;
-  std::wstring path(kLongestPath, L'\0');
-  const BOOL known = GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<const wchar_t*>(&locks), &module);
-  path.resize(known == FALSE
-                  ? 0
-                  : GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));
-  if (path.empty()) {
-    throw automation::AutomationError(automation::RuntimeError::FileNotFound);
-  }
-  return path;
-}
-
 windows::ComPtr<ITypeLib> TypeLibrary() {
   windows::ComPtr<ITypeLib> library;
-  windows::Check(LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, library.Receive()));
+  windows::Check(LoadTypeLibEx(windows::OwnModulePath().c_str(), REGKIND_NONE, library.Receive()));
   return library;
 }
 

@@ -1,7 +1,5 @@
-// The DLL as a whole: what keeps it loaded, where it lies, and the type library inside it.
+// The DLL as a whole: what keeps it loaded, and the type library inside it.
 #pragma once
-
-#include <string>
 
 #include "windows/com_ptr.h"
 
@@ -23,9 +21,6 @@ void UnlockModule();
 // Whether the DLL must stay loaded: an object or a lock is alive, a notification window still has
 // its procedure here, or a thread keeps the object that received its notifications.
 bool ModuleInUse();
-
-// Full path of the DLL. Throws error 53 when the system does not tell it.
-std::wstring ModulePath();
 
 // The type library in the DLL's resources, and the description of one interface or class in it.
 // Both throw the system's error.

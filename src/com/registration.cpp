@@ -1,131 +1,97 @@
 #include "com/registration.h"
 
-#include <algorithm>
 #include <array>
-#include <string>
-#include <vector>
 
 #include "com/classes.h"
-#include "com/com_object.h"
-#include "com/module.h"
-#include "windows/bstr.h"
+#include "com/interfaces.h"
 
 namespace com {
 namespace {
 
-constexpr WORD kMajorVersion = 1;
-constexpr WORD kMinorVersion = 5;
-constexpr const wchar_t* kVersion = L"1.5";
-constexpr LCID kLibraryLocale = 0x409;
+using windows::RegisteredPart;
+using windows::RegistryText;
+using windows::TextOf;
 
-struct RegistryText {
-  std::wstring key;
-  // Empty: the key's default value.
-  std::wstring name;
-  std::wstring text;
+constexpr const wchar_t* kVersion = L"1.5";
+// How calls between apartments are passed on: both by the type library, the second for an interface
+// that has nothing but names.
+constexpr const wchar_t* kDualProxy = L"{00020424-0000-0000-C000-000000000046}";
+constexpr const wchar_t* kDispatchProxy = L"{00020420-0000-0000-C000-000000000046}";
+
+struct Interface {
+  const IID& id;
+  const wchar_t* name;
+  const wchar_t* proxy;
 };
 
-std::wstring TextOf(const GUID& identifier) {
-  std::array<wchar_t, 40> text{};
-  StringFromGUID2(identifier, text.data(), static_cast<int>(text.size()));
-  return text.data();
-}
-
-std::wstring ClassKey(const ClassEntry& entry) {
-  return L"CLSID\\" + TextOf(entry.id);
-}
-
-// The values of one class, all below HKEY_CLASSES_ROOT.
-std::vector<RegistryText> TextsOf(const ClassEntry& entry, const std::wstring& modulePath) {
-  const std::wstring programId = entry.ProgramId();
-  const std::wstring classKey = ClassKey(entry);
-  return {
-      {programId, L"", programId},
-      {programId + L"\\CLSID", L"", TextOf(entry.id)},
-      {classKey, L"", programId},
-      {classKey + L"\\InprocServer32", L"", modulePath},
-      {classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
-      {classKey + L"\\ProgID", L"", programId},
-      {classKey + L"\\TypeLib", L"", TextOf(LIBID_Vilnor)},
-      {classKey + L"\\Version", L"", kVersion},
+const std::array<Interface, 3>& Interfaces() {
+  static const std::array<Interface, 3> interfaces = {
+      Interface{IID__BVilnor, L"_BVilnor", kDualProxy},
+      Interface{DIID___BVilnor, L"__BVilnor", kDispatchProxy},
+      Interface{IID__DBVilnor, L"_DBVilnor", kDualProxy},
   };
+  return interfaces;
 }
 
-bool Write(const RegistryText& entry) {
-  const auto bytes = static_cast<DWORD>((entry.text.size() + 1) * sizeof(wchar_t));
-  return RegSetKeyValueW(HKEY_CLASSES_ROOT, entry.key.c_str(), entry.name.c_str(), REG_SZ,
-                         entry.text.c_str(), bytes) == ERROR_SUCCESS;
+RegisteredPart Class(const ClassEntry& entry, const std::wstring& modulePath) {
+  const std::wstring programId = entry.ProgramId();
+  const std::wstring id = TextOf(entry.id);
+  const std::wstring key = L"CLSID\\" + id;
+  RegisteredPart part;
+  part.Add(programId, L"", L"", programId);
+  part.Add(programId, L"\\CLSID", L"", id);
+  const RegistryText programClass = part.texts.back();
+  part.Add(key, L"", L"", programId);
+  part.Add(key, L"\\InprocServer32", L"", modulePath);
+  part.fileKeys.push_back(part.texts.back().key);
+  part.Add(key, L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  part.Add(key, L"\\ProgID", L"", programId);
+  part.Add(key, L"\\TypeLib", L"", TextOf(LIBID_Vilnor));
+  part.Add(key, L"\\Version", L"", kVersion);
+  part.removed.push_back({programId, programClass});
+  part.removed.push_back({key, {}});
+  return part;
 }
 
-bool WriteClass(const ClassEntry& entry, const std::wstring& modulePath) {
-  const auto texts = TextsOf(entry, modulePath);
-  return std::all_of(texts.begin(), texts.end(), Write);
+void AddInterface(RegisteredPart& library, const Interface& described) {
+  const std::wstring key = L"Interface\\" + TextOf(described.id);
+  library.Add(key, L"", L"", described.name);
+  library.Add(key, L"\\ProxyStubClsid32", L"", described.proxy);
+  library.Add(key, L"\\TypeLib", L"", TextOf(LIBID_Vilnor));
+  library.Add(key, L"\\TypeLib", L"Version", kVersion);
+  library.removed.push_back({key, library.texts.back()});
 }
 
-// Whether nothing of the key is left.
-bool DeleteTree(const std::wstring& key) {
-  const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
-  return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
-}
-
-bool DeleteClass(const ClassEntry& entry) {
-  const bool classGone = DeleteTree(ClassKey(entry));
-  return DeleteTree(entry.ProgramId()) && classGone;
-}
-
-// The system enters the library under its own locale only, where calls between apartments and users
-// of another language may miss it; under the neutral locale everyone finds it.
-std::wstring NeutralLocaleKey() {
-  return L"TypeLib\\" + TextOf(LIBID_Vilnor) + L"\\" + kVersion + L"\\0";
-}
-
-HRESULT RegisterTypeLibrary(const std::wstring& modulePath) {
-  const HRESULT result =
-      RegisterTypeLib(TypeLibrary().get(), const_cast<wchar_t*>(modulePath.c_str()), nullptr);
-  const bool found = SUCCEEDED(result) && Write({NeutralLocaleKey() + L"\\win32", L"", modulePath});
-  return found ? S_OK : SELFREG_E_TYPELIB;
-}
-
-bool UnregisterTypeLibrary() {
-  const bool neutralGone = DeleteTree(NeutralLocaleKey());
-  windows::Bstr path;
-  if (FAILED(QueryPathOfRegTypeLib(LIBID_Vilnor, kMajorVersion, kMinorVersion, kLibraryLocale,
-                                   path.Receive()))) {
-    return neutralGone;
+// Entered here and not by the system's RegisterTypeLib, which writes to the merged view of the
+// classes, tells nothing of what it could not write, and enters the library under its own locale
+// only, where calls between users of another language may miss it; under the neutral locale
+// everyone finds it.
+RegisteredPart TypeLibrary(const std::wstring& modulePath) {
+  RegisteredPart part;
+  part.parent = L"TypeLib\\" + TextOf(LIBID_Vilnor);
+  const std::wstring version = part.parent + L"\\" + kVersion;
+  part.Add(version, L"", L"", L"Vilnor");
+  part.Add(version, L"\\FLAGS", L"", L"0");
+  part.Add(version, L"\\HELPDIR", L"", modulePath.substr(0, modulePath.find_last_of(L'\\')));
+  for (const wchar_t* locale : {L"\\409\\win32", L"\\0\\win32"}) {
+    part.Add(version, locale, L"", modulePath);
+    part.fileKeys.push_back(part.texts.back().key);
   }
-  const HRESULT result =
-      UnRegisterTypeLib(LIBID_Vilnor, kMajorVersion, kMinorVersion, kLibraryLocale, SYS_WIN32);
-  return SUCCEEDED(result) && neutralGone;
-}
-
-HRESULT TryToRegister() {
-  const std::wstring path = ModulePath();
-  if (FAILED(RegisterTypeLibrary(path))) {
-    return SELFREG_E_TYPELIB;
+  for (const Interface& described : Interfaces()) {
+    AddInterface(part, described);
   }
-  const bool written = std::all_of(Classes().begin(), Classes().end(),
-                                   [&](const auto& entry) { return WriteClass(entry, path); });
-  return written ? S_OK : SELFREG_E_CLASS;
+  part.removed.push_back({version, {}});
+  return part;
 }
 
 }  // namespace
 
-HRESULT Register() {
-  const HRESULT result = TryToRegister();
-  if (FAILED(result)) {
-    Unregister();
+std::vector<RegisteredPart> Registration(const std::wstring& modulePath) {
+  std::vector<RegisteredPart> parts = {TypeLibrary(modulePath)};
+  for (const ClassEntry& entry : Classes()) {
+    parts.push_back(Class(entry, modulePath));
   }
-  return result;
-}
-
-HRESULT Unregister() {
-  const bool libraryGone = UnregisterTypeLibrary();
-  const auto failures = std::count_if(Classes().begin(), Classes().end(),
-                                      [](const auto& entry) { return !DeleteClass(entry); });
-  if (failures != 0) {
-    return SELFREG_E_CLASS;
-  }
-  return libraryGone ? S_OK : SELFREG_E_TYPELIB;
+  return parts;
 }
 
 }  // namespace com

@@ -48,13 +48,24 @@ void ReleaseShared() {
 
 std::shared_ptr<DBVilnor> RenewGDB() {
   auto& gDB = CurrentConnectionState().gDB;
+  const std::weak_ptr<DBVilnor> older = gDB;
+  gDB.reset();
   try {
     gDB = std::make_shared<DBVilnor>();
   } catch (...) {
-    gDB.reset();
+    gDB = older.lock();  // alive only when a call on it is still running
     throw;
   }
   return gDB;
+}
+
+std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made) {
+  auto kept = made.lock();
+  return kept ? kept : RenewGDB();
+}
+
+GDBUse::~GDBUse() {
+  ReleaseGDB();
 }
 
 std::shared_ptr<DBVilnor> GDB() {

@@ -29,12 +29,29 @@ void RenewSharedRecordset();
 // Lets go of both without closing them.
 void ReleaseShared();
 
-// Puts a fresh DBVilnor into gDB. The fresh one is made while the older one is still there, so an
-// older one with its connection open makes it fail (3705). After a failure gDB is empty, so that
-// the next call works again; the error goes to the caller.
-// The reference keeps the object for the length of a call: a notification that is dispatched while
-// one of its boxes is open may renew or release gDB.
+// Puts a fresh DBVilnor into gDB. What an earlier operation has left there is released first. While
+// another object of the thread is alive, the host's own or one whose call is still running, it
+// fails (3705), takes nothing from that object, and the error goes to the caller. The reference
+// keeps the object for the length of a call: a notification that is dispatched while one of its
+// boxes is open may renew or release gDB.
 std::shared_ptr<DBVilnor> RenewGDB();
+// The object that RenewGDB made, or a fresh one when the host, or a notification, has had another
+// operation replace it meanwhile.
+std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made);
+
+// Renews gDB for the length of a task and lets go of it at its end, also after an error: the next
+// operation of the user must not find the shared connection open.
+class GDBUse {
+ public:
+  GDBUse() : made_(RenewGDB()) {}
+  GDBUse(const GDBUse&) = delete;
+  GDBUse& operator=(const GDBUse&) = delete;
+  ~GDBUse();
+  std::shared_ptr<DBVilnor> operator->() const { return KeptOrRenewed(made_); }
+
+ private:
+  std::weak_ptr<DBVilnor> made_;
+};
 // gDB as it is; error 91 when it is empty.
 std::shared_ptr<DBVilnor> GDB();
 void ReleaseGDB();

@@ -5,11 +5,32 @@
 
 namespace db {
 
+namespace {
+
+// Kept: on a connection that another object has open this raises 3705; a host creates one object at
+// a time.
+void SetConnectionString() {
+  SharedConnection().SetConnectionString(util::CurrentSession().gConnectionParameter);
+}
+
+void OpenConnection() {
+  SharedConnection().Open({}, {}, {}, platform::kOptionsUnspecified);
+  RenewSharedRecordset();
+}
+
+}  // namespace
+
 DBVilnor::DBVilnor() {
+  // Released after a failure only if it is this object's: made here, or found closed.
+  bool ours = !CurrentConnectionState().gConnection;
   try {
-    InitConnection();
+    SetConnectionString();
+    ours = true;
+    OpenConnection();
   } catch (...) {
-    ReleaseShared();
+    if (ours) {
+      ReleaseShared();
+    }
     throw;
   }
 }
@@ -20,12 +41,8 @@ DBVilnor::~DBVilnor() {
 }
 
 void DBVilnor::InitConnection() {
-  // Kept: while another object has the connection open, this raises 3705; a host creates one object
-  // at a time.
-  platform::Connection& connection = SharedConnection();
-  connection.SetConnectionString(util::CurrentSession().gConnectionParameter);
-  connection.Open({}, {}, {}, platform::kOptionsUnspecified);
-  RenewSharedRecordset();
+  SetConnectionString();
+  OpenConnection();
 }
 
 }  // namespace db

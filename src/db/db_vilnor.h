@@ -7,19 +7,28 @@
 #include <string>
 
 #include "platform/database.h"
+#include "util/guarded.h"
 
 namespace db {
 
+// What an update of a link gave.
+struct UpdateAttempt : util::Attempt<void> {
+  // Another attempt would only fail again: there is no such link, or its journal line's text has no
+  // "!" that the number follows.
+  bool isFinal = false;
+};
+
 // Every operation but InitConnection runs under the error trap: after a failure it has shown its
-// box, has rolled its transaction back and returns its empty result. A recordset that is returned
+// box, has rolled its transaction back and returns its empty result; an Attempt says so to callers
+// for whom a failure is not as good as nothing. A recordset that is returned
 // belongs to the caller and lives on when the shared one is closed; nullptr when no row was found.
 // Key numbers are the host's: PID patient, BID practitioner, RID provider company, FHPId
 // prior-approval application; VilnorId is the key of a link record, CaseId the case number that
 // Vilnor Link gave. Case types: 1 prior-approval application, 9 ordinary case.
 class DBVilnor {
  public:
-  // Opens the thread's shared connection. An error goes to the creator, after the shared connection
-  // and recordset were released as at any object's end.
+  // Opens the thread's shared connection. An error goes to the creator. What another object of the
+  // thread has open stays open: 3705 then, and nothing else changes.
   DBVilnor();
   // Releases the shared connection and recordset for every other object of the thread, too.
   ~DBVilnor();
@@ -33,10 +42,11 @@ class DBVilnor {
 
   // Deletes the application's link and its journal line.
   void DeleteFHP(std::int32_t FHPId);
-  void DeleteCase(const std::u16string& CaseId);
-  std::u16string GetCaseIdByVilnorId(std::int32_t VilnorId);
-  bool CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
-  bool CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId, const std::u16string& CaseId);
+  util::Attempt<void> DeleteCase(const std::u16string& CaseId);
+  util::Attempt<std::u16string> GetCaseIdByVilnorId(std::int32_t VilnorId);
+  util::Attempt<bool> CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
+  util::Attempt<bool> CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                                    const std::u16string& CaseId);
   // All columns of the application.
   std::unique_ptr<platform::Recordset> GetFHPById(std::int32_t FHPId);
   // 0 when the application has no link.
@@ -54,17 +64,19 @@ class DBVilnor {
   std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t FHPId);
 
   // Writes a link, its journal line, and the line's key into the link.
-  void AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                  const std::u16string& CaseId, std::int32_t FHP_ID, std::int32_t CaseTypeId,
-                  std::int32_t StatusCode, const std::u16string& VilnorUser,
-                  const std::u16string& KestraCaseId = {});
+  util::Attempt<void> AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                                 const std::u16string& CaseId, std::int32_t FHP_ID,
+                                 std::int32_t CaseTypeId, std::int32_t StatusCode,
+                                 const std::u16string& VilnorUser,
+                                 const std::u16string& KestraCaseId = {});
   // Stores the case's new number and status; the number also replaces the end of the journal
   // line's text, from its first "!" on.
-  void UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId, std::int32_t CaseStatus);
+  UpdateAttempt UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                               std::int32_t CaseStatus);
   // The same for the link of an application (type 1, KestraId is its id) or for the links of a
   // patient (type 9, KestraId is the PID); for any other type it does nothing.
-  void UpdateCase(const std::u16string& CaseId, std::int32_t KestraId, std::int32_t CaseStatus,
-                  std::int32_t CaseTypeId);
+  UpdateAttempt UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                           std::int32_t CaseStatus, std::int32_t CaseTypeId);
 
   std::unique_ptr<platform::Recordset> GetPatientByPID(std::int32_t PID);
   std::unique_ptr<platform::Recordset> GetPatientSSNByPID(std::int32_t PID);

@@ -1,4 +1,5 @@
 // DBVilnor's link records, the table Vilnor: finding, deleting and updating them.
+#include "automation/automation_error.h"
 #include "automation/text.h"
 #include "db/case_types.h"
 #include "db/query.h"
@@ -7,7 +8,7 @@ namespace db {
 namespace {
 
 using automation::Decimal10;
-using util::Guarded;
+using util::Attempt;
 using util::kDBVilnorIcon;
 
 constexpr Lookup kGetCaseIdByVilnorId = {
@@ -55,8 +56,22 @@ auto OnlyRow(const std::u16string& query, Take take) {
 
 // Kept: only a text with a "!" in front of its reference can be rewritten, though AddNewCase writes
 // none; another one raises error 5. The "!" goes, too.
-std::u16string WithReference(const std::u16string& journalText, const std::u16string& caseId) {
-  return automation::Left(journalText, automation::InStr(1, journalText, u"!") - 1) + caseId;
+std::u16string WithReference(const std::u16string& journalText, const std::u16string& caseId,
+                             bool& isFinal) {
+  const std::int32_t mark = automation::InStr(1, journalText, u"!");
+  isFinal = mark == 0;
+  return automation::Left(journalText, mark - 1) + caseId;
+}
+
+// The journal line of an update's link; ADO tells by 3021 that there is no link.
+std::int32_t JournalIdOf(platform::Recordset& link, bool& isFinal) {
+  try {
+    return NumberOf(link, u"Journal_ID");
+  } catch (const automation::AutomationError& error) {
+    constexpr std::int32_t kNoCurrentRecord = 3021;
+    isFinal = error.number() == kNoCurrentRecord;
+    throw;
+  }
 }
 
 // How the statements of one update differ.
@@ -69,13 +84,14 @@ struct LinkUpdate {
 
 // Kept: the case id stands without quotes in the link's update, unlike in the insert.
 // Kept: a patient's links are all updated, but the journal line of the first one only.
-void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int32_t caseStatus) {
+void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int32_t caseStatus,
+                bool& isFinal) {
   const std::int32_t journalId =
-      OnlyRow(update.journalQuery, [](auto& link) { return NumberOf(link, u"Journal_ID"); });
+      OnlyRow(update.journalQuery, [&](auto& link) { return JournalIdOf(link, isFinal); });
   const std::u16string oldText =
       OnlyRow(u"SELECT Tekst from Journal Where ID = " + Decimal10(journalId),
               [](auto& line) { return TextOf(line, u"Tekst"); });
-  const std::u16string newText = WithReference(oldText, caseId);
+  const std::u16string newText = WithReference(oldText, caseId, isFinal);
   InTransaction([&] {
     Execute(u"Update Vilnor SET CaseId = " + caseId + u", StatusCode = " + Decimal10(caseStatus) +
             update.where);
@@ -84,35 +100,44 @@ void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int
   });
 }
 
+UpdateAttempt TryUpdate(std::u16string_view place, const LinkUpdate& update,
+                        const std::u16string& caseId, std::int32_t caseStatus) {
+  UpdateAttempt attempt;
+  attempt.error =
+      TryWrite(place, [&] { UpdateLink(update, caseId, caseStatus, attempt.isFinal); }).error;
+  return attempt;
+}
+
 }  // namespace
 
 void DBVilnor::DeleteFHP(std::int32_t FHPId) {
-  GuardedWrite(u" in DeleteFHP", [&] {
+  TryWrite(u" in DeleteFHP", [&] {
     DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where FHP_ID = " + Decimal10(FHPId));
   });
 }
 
-void DBVilnor::DeleteCase(const std::u16string& CaseId) {
-  GuardedWrite(u" in DeleteCase", [&] {
+Attempt<void> DBVilnor::DeleteCase(const std::u16string& CaseId) {
+  return TryWrite(u" in DeleteCase", [&] {
     DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = '" +
                automation::Trim(CaseId) + u"'");
   });
 }
 
-std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
-  return LookUp(kGetCaseIdByVilnorId, VilnorId, [](auto& link) { return TextOf(link, u"CaseId"); });
+Attempt<std::u16string> DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
+  return TryLookUp(kGetCaseIdByVilnorId, VilnorId,
+                   [](auto& link) { return TextOf(link, u"CaseId"); });
 }
 
-bool DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
-  return Guarded(u" in CaseExists", kDBVilnorIcon, [&] {
+Attempt<bool> DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
+  return util::Try(u" in CaseExists", kDBVilnorIcon, [&] {
     return RowExists(u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
                      u" and CaseType = " + Decimal10(CaseTypeId));
   });
 }
 
-bool DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                             const std::u16string& CaseId) {
-  return Guarded(u" in CaseExistsPID", kDBVilnorIcon, [&] {
+Attempt<bool> DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                                      const std::u16string& CaseId) {
+  return util::Try(u" in CaseExistsPID", kDBVilnorIcon, [&] {
     return RowExists(u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) + u" and CaseType = " +
                      Decimal10(CaseTypeId) + u" and CaseId = '" + CaseId + u"'");
   });
@@ -122,33 +147,31 @@ std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
   return LookUp(kGetVilnorIdByFHPId, FHPId, [](auto& link) { return NumberOf(link, u"VilnorId"); });
 }
 
-void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                              std::int32_t CaseStatus) {
-  GuardedWrite(u" in UpdateCaseById", [&] {
-    const std::u16string key = Decimal10(VilnorId);
-    UpdateLink({.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
-                .where = u" Where VilnorId= " + key,
-                .journalUpdate = u"Update Journal SET Tekst = "},
-               CaseId, CaseStatus);
-  });
+UpdateAttempt DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                                       std::int32_t CaseStatus) {
+  const std::u16string key = Decimal10(VilnorId);
+  return TryUpdate(u" in UpdateCaseById",
+                   {.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
+                    .where = u" Where VilnorId= " + key,
+                    .journalUpdate = u"Update Journal SET Tekst = "},
+                   CaseId, CaseStatus);
 }
 
-void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                          std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+UpdateAttempt DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                                   std::int32_t CaseStatus, std::int32_t CaseTypeId) {
   // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
   if (CaseTypeId != kPriorApproval && CaseTypeId != kOrdinaryCase) {
-    return;
+    return {};
   }
-  GuardedWrite(u" in UpdateCase", [&] {
-    const bool isApplication = CaseTypeId == kPriorApproval;
-    const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
-    UpdateLink({.journalQuery = (isApplication ? u"SELECT Journal_ID from Vilnor Where FHP_ID= "
-                                               : u"SELECT Journal_ID from Vilnor Where PID= ") +
-                                key,
-                .where = (isApplication ? u" Where FHP_ID= " : u" Where PID = ") + key,
-                .journalUpdate = u"Update Journal set Tekst = "},
-               CaseId, CaseStatus);
-  });
+  const bool isApplication = CaseTypeId == kPriorApproval;
+  const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
+  return TryUpdate(u" in UpdateCase",
+                   {.journalQuery = (isApplication ? u"SELECT Journal_ID from Vilnor Where FHP_ID= "
+                                                   : u"SELECT Journal_ID from Vilnor Where PID= ") +
+                                    key,
+                    .where = (isApplication ? u" Where FHP_ID= " : u" Where PID = ") + key,
+                    .journalUpdate = u"Update Journal set Tekst = "},
+                   CaseId, CaseStatus);
 }
 
 }  // namespace db

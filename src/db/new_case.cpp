@@ -1,4 +1,6 @@
 // DBVilnor::AddNewCase: the link, its journal line, and the line's key in the link.
+#include <optional>
+
 #include "automation/date.h"
 #include "automation/text.h"
 #include "db/case_types.h"
@@ -21,12 +23,31 @@ std::u16string NowLiteral() {
   return util::GetSqlDate(automation::DayOf(now), false, time);
 }
 
-// The key that the last insert on this connection was given. After a failure it is the empty text:
-// the statement that needs the key is then refused by the database, and the transaction rolled
-// back.
-std::u16string NewKey() {
-  return platform::ToText(GetScalarValue(u"Select @@Identity"));
-}
+// The keys that the inserts of one transaction were given.
+class NewKeys {
+ public:
+  // The key of the last insert on this connection. After a failure it is the empty text: the
+  // statement that needs the key is then refused by the database, and the transaction rolled back.
+  std::u16string Read() {
+    automation::Value key;
+    try {
+      key = ReadScalarValue(u"Select @@Identity");
+    } catch (...) {
+      error_ = util::CurrentError();
+    }
+    return platform::ToText(key);
+  }
+
+  // Shows the failure, once the transaction is over.
+  void ShowError() const {
+    if (error_) {
+      ShowScalarError(*error_);
+    }
+  }
+
+ private:
+  std::optional<automation::AutomationError> error_;
+};
 
 std::u16string Quoted(const std::u16string& text) {
   return u"'" + text + u"'";
@@ -34,16 +55,18 @@ std::u16string Quoted(const std::u16string& text) {
 
 }  // namespace
 
-void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                          const std::u16string& CaseId, std::int32_t FHP_ID,
-                          std::int32_t CaseTypeId, std::int32_t StatusCode,
-                          const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
+util::Attempt<void> DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                                         const std::u16string& CaseId, std::int32_t FHP_ID,
+                                         std::int32_t CaseTypeId, std::int32_t StatusCode,
+                                         const std::u16string& VilnorUser,
+                                         const std::u16string& KestraCaseId) {
   // The journal line does not exist yet, its key is 0.
   const auto fromCaseId = [&] {
     return Quoted(CaseId) + u"," + Decimal10(CaseTypeId) + u",0," + Decimal10(StatusCode) + u"," +
            Quoted(VilnorUser) + u"," + NowLiteral() + u")";
   };
-  GuardedWrite(u" in AddNewCase", [&] {
+  NewKeys keys;
+  const auto insert = [&] {
     const std::u16string people = Decimal10(PID) + u"," + Decimal10(BID) + u"," + Decimal10(RID);
     std::u16string& gSql = CurrentConnectionState().gSql;
     std::u16string journalText;
@@ -65,16 +88,17 @@ void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
     }
     InTransaction([&] {
       ExecuteCurrentSql();
-      const std::u16string vilnorId = NewKey();
+      const std::u16string vilnorId = keys.Read();
       Execute(
           u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) "
           u"values (" +
           Decimal10(PID) + u"," + Quoted(journalText) + u"," + Decimal10(BID) + u"," +
           Decimal10(RID) + u"," + NowLiteral() + u",22302,'U',0, " + vilnorId + u")");
-      const std::u16string journalId = NewKey();
+      const std::u16string journalId = keys.Read();
       Execute(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
     });
-  });
+  };
+  return TryWrite(u" in AddNewCase", insert, [&] { keys.ShowError(); });
 }
 
 }  // namespace db

@@ -62,9 +62,13 @@ std::u16string StatementOf(const Lookup& lookup, std::int32_t key);
 
 // The lookup's first row under the error trap.
 template <class Take>
+auto TryLookUp(const Lookup& lookup, std::int32_t key, Take take) {
+  return util::Try(lookup.place, util::kDBVilnorIcon,
+                   [&] { return FirstRow(StatementOf(lookup, key), lookup.mode, take); });
+}
+template <class Take>
 auto LookUp(const Lookup& lookup, std::int32_t key, Take take) {
-  return util::Guarded(lookup.place, util::kDBVilnorIcon,
-                       [&] { return FirstRow(StatementOf(lookup, key), lookup.mode, take); });
+  return TryLookUp(lookup, key, take).value;
 }
 
 // Runs `body` between BeginTrans and CommitTrans.
@@ -75,12 +79,20 @@ void InTransaction(Body body) {
   SharedConnection().CommitTrans();
 }
 
-// Runs `body`, which makes a transaction, under the error trap.
-// Kept: the rollback comes after the box, and also when the transaction had not begun; its own
-// error is dropped.
+// Runs `body`, which makes a transaction, under the error trap. The rollback comes before the box:
+// a box that waits over lunch must not keep the tables locked for every other workstation. Kept: it
+// is also made when the transaction had not begun; its own error is dropped. `afterRollback` runs
+// between the two.
+template <class Body, class AfterRollback>
+util::Attempt<void> TryWrite(std::u16string_view place, Body body, AfterRollback afterRollback) {
+  return util::Try(place, util::kDBVilnorIcon, body, [&] {
+    util::DroppingErrors([] { SharedConnection().RollbackTrans(); });
+    afterRollback();
+  });
+}
 template <class Body>
-void GuardedWrite(std::u16string_view place, Body body) {
-  util::Guarded(place, util::kDBVilnorIcon, body, [] { SharedConnection().RollbackTrans(); });
+util::Attempt<void> TryWrite(std::u16string_view place, Body body) {
+  return TryWrite(place, body, [] {});
 }
 
 }  // namespace db

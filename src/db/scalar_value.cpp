@@ -4,12 +4,23 @@
 #include "util/guarded.h"
 
 namespace db {
+namespace {
+
+constexpr std::u16string_view kPlace = u" in GetScalarValue";
+
+}  // namespace
 
 automation::Value GetScalarValue(const std::u16string& statement) {
-  return util::Guarded(u" in GetScalarValue", util::kModBVilnorIcon, [&] {
-    const auto rows = SharedConnection().Execute(statement, platform::kOptionsUnspecified);
-    return rows->Eof() ? automation::Value() : rows->Field(0);
-  });
+  return util::Guarded(kPlace, util::kModBVilnorIcon, [&] { return ReadScalarValue(statement); });
+}
+
+automation::Value ReadScalarValue(const std::u16string& statement) {
+  const auto rows = SharedConnection().Execute(statement, platform::kOptionsUnspecified);
+  return rows->Eof() ? automation::Value() : rows->Field(0);
+}
+
+void ShowScalarError(const automation::AutomationError& error) {
+  util::ShowError(error, kPlace, util::kModBVilnorIcon);
 }
 
 }  // namespace db

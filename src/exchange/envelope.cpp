@@ -1,6 +1,7 @@
 #include "exchange/envelope.h"
 
 #include "automation/text.h"
+#include "exchange/result_files.h"
 #include "exchange/serializer.h"
 #include "platform/files.h"
 #include "platform/platform.h"
@@ -42,6 +43,12 @@ void AddResultBlock(Element& request, const ExpectedResult& expected) {
 std::u16string Save(const Element& envelope, const std::u16string& path) {
   platform::Current().files.ReplaceContents(path, Serialize(envelope));
   return path;
+}
+
+std::u16string SaveExpecting(const std::u16string& resultPath, const Element& envelope,
+                             const std::u16string& path) {
+  SetUnreadAside(resultPath);
+  return Save(envelope, path);
 }
 
 std::u16string& PendingResultPath() {

@@ -41,6 +41,10 @@ Element NewEnvelope();
 void AddResultBlock(Element& request, const ExpectedResult& expected);
 // Writes the request file and returns its path.
 std::u16string Save(const Element& envelope, const std::u16string& path);
+// The same for a request that is answered. An older answer that nobody has read is set aside first,
+// for the new one would take its place; when it cannot be, nothing is written.
+std::u16string SaveExpecting(const std::u16string& resultPath, const Element& envelope,
+                             const std::u16string& path);
 
 // Where the answer to the thread's latest request is expected ("" before the first).
 std::u16string& PendingResultPath();

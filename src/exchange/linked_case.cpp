@@ -5,8 +5,8 @@
 
 namespace exchange {
 
-std::u16string LinkedCaseId(std::int32_t vilnorId) {
-  std::u16string caseId = db::RenewGDB()->GetCaseIdByVilnorId(vilnorId);
+util::Attempt<std::u16string> LinkedCaseId(std::int32_t vilnorId) {
+  auto caseId = db::RenewGDB()->GetCaseIdByVilnorId(vilnorId);
   db::ReleaseGDB();
   return caseId;
 }

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <string>
 
+#include "util/guarded.h"
+
 namespace exchange {
 
-// "" without such a record, and after a failed lookup, which has shown its box.
-std::u16string LinkedCaseId(std::int32_t vilnorId);
+// "" without such a record.
+util::Attempt<std::u16string> LinkedCaseId(std::int32_t vilnorId);
 
 }  // namespace exchange

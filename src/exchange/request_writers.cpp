@@ -29,13 +29,14 @@ std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string&
     newCase.Add(u"PatientFirstName", request.firstName);
     newCase.Add(u"PatientLastName", request.lastName);
     newCase.Add(u"PatientId", request.ssn);
-    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\InNewCase", pid));
+    return SaveExpecting(PendingResultPath(), envelope,
+                         ExchangeFile(vilnorOutputPath, u"\\InNewCase", pid));
   });
 }
 
 std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath) {
   return Guarded(u" in WriteExistCase", kBVilnorIcon, [&] {
-    const std::u16string caseId = LinkedCaseId(vilnorId);
+    const std::u16string caseId = LinkedCaseId(vilnorId).value;
     const std::u16string key = Decimal10(vilnorId);
     PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutExistCase", key);
     Element envelope = NewEnvelope();
@@ -45,7 +46,8 @@ std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilno
                               .message = ResultMessage::ExistCase,
                               .key = vilnorId});
     existing.Add(u"CaseId", caseId);
-    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\InExistCase", key));
+    return SaveExpecting(PendingResultPath(), envelope,
+                         ExchangeFile(vilnorOutputPath, u"\\InExistCase", key));
   });
 }
 

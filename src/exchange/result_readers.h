@@ -1,6 +1,7 @@
 // The result files that the link program leaves: read, entered into the link records and the
-// journal, deleted. Nothing is raised; what fails is shown, and the result file then stays. Kept: a
-// file that is not there or cannot be parsed ends its reading without a word.
+// journal, deleted. Nothing is raised; what fails is shown. A result that the database kept out is
+// set aside, one that could not be read keeps its name. Kept: a file that is not there or cannot be
+// parsed ends its reading without a word.
 #pragma once
 
 #include <cstdint>

@@ -4,19 +4,12 @@
 #include <array>
 #include <cstddef>
 
-#include "automation/automation_error.h"
-
 namespace exchange {
 namespace {
 
 constexpr std::string_view kDeclaration = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";
-constexpr std::int32_t kInvalidCharacter = -1072896760;
 constexpr char32_t kLastLatin1 = 0xFF;
-
-[[noreturn]] void RefuseCharacter() {
-  throw automation::AutomationError(kInvalidCharacter, u"msxml3.dll",
-                                    u"An invalid character was found in text content.");
-}
+constexpr char32_t kReplacement = 0xFFFD;
 
 void AppendReference(std::string& bytes, char32_t point) {
   bytes.append("&#").append(std::to_string(std::uint32_t{point})).push_back(';');
@@ -35,13 +28,10 @@ char32_t WidePoint(std::u16string_view text, std::size_t& at) {
   if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
     return 0x10000 + (static_cast<char32_t>(unit - 0xD800) << 10) + (text[++at] - 0xDC00U);
   }
-  if (IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit >= 0xFFFE) {
-    RefuseCharacter();
-  }
-  return unit;
+  return IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit >= 0xFFFE ? kReplacement : unit;
 }
 
-// One of the characters that are not plain, below.
+// One of the characters that are not plain, below; nothing for the other control characters.
 void AppendSpecial(std::string& bytes, char16_t unit, bool inAttribute) {
   switch (unit) {
     case u'<':
@@ -66,7 +56,7 @@ void AppendSpecial(std::string& bytes, char16_t unit, bool inAttribute) {
       bytes.append(inAttribute ? "&#9;" : "\t");
       return;
     default:
-      RefuseCharacter();
+      return;
   }
 }
 
@@ -98,6 +88,8 @@ std::size_t AppendPlain(std::string& bytes, std::u16string_view text) {
 }
 
 void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) {
+  // The DOM's texts end at a zero.
+  text = text.substr(0, text.find(u'\0'));
   for (std::size_t at = AppendPlain(bytes, text); at < text.size();
        at += AppendPlain(bytes, text.substr(at))) {
     if (text[at] <= kLastLatin1) {
@@ -120,14 +112,15 @@ void AppendElement(std::string& bytes, const Element& element) {
     AppendText(bytes, attribute.value, true);
     bytes.push_back('"');
   }
-  if (element.text().empty() && element.children().empty()) {
-    bytes.append("/>");
-    return;
-  }
+  const std::size_t end = bytes.size();
   bytes.push_back('>');
   AppendText(bytes, element.text(), false);
   for (const auto& child : element.children()) {
     AppendElement(bytes, child);
+  }
+  if (bytes.size() == end + 1) {
+    bytes.insert(end, 1, '/');
+    return;
   }
   bytes.append("</").append(bytes, name, element.name().size()).push_back('>');
 }

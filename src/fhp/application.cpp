@@ -16,16 +16,6 @@ namespace {
 using automation::Decimal10;
 using exchange::Element;
 
-// Lets go of gDB when the export ends, also by an error: the next operation of the user would find
-// the shared connection still open and fail.
-class DatabaseUse {
- public:
-  DatabaseUse() { db::RenewGDB(); }
-  DatabaseUse(const DatabaseUse&) = delete;
-  DatabaseUse& operator=(const DatabaseUse&) = delete;
-  ~DatabaseUse() { db::ReleaseGDB(); }
-};
-
 void AddPatient(Element& newCase, const ApplicationRecords& records) {
   newCase.Add(u"Title", CaseTitle(records));
   newCase.Add(u"PatientFirstName", records.patient.Text(u"fornavn"));
@@ -43,8 +33,8 @@ void AddContribution(Element& newCase, ApplicationRecords& records) {
   }
 }
 
-void AddParticipant(Element& newCase, bool includeEstimate) {
-  std::u16string user = db::GDB()->GetVilnorUserByCode1(ParticipantCode(includeEstimate));
+void AddParticipant(Element& newCase, const db::GDBUse& database, bool includeEstimate) {
+  std::u16string user = database->GetVilnorUserByCode1(ParticipantCode(includeEstimate));
   if (!user.empty()) {
     newCase.Add(u"Participant").Add(u"UserId", std::move(user));
   }
@@ -55,7 +45,7 @@ void AddParticipant(Element& newCase, bool includeEstimate) {
 std::u16string WriteNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid, std::int32_t fhpId,
                            const std::u16string& vilnorOutputPath) {
   return util::Guarded(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
-    const DatabaseUse databaseUse;
+    const db::GDBUse database;
     ApplicationRecords records = ReadApplicationRecords(fhpId);
     const std::u16string key = Decimal10(fhpId);
     exchange::PendingResultPath() = exchange::ExchangeFile(vilnorOutputPath, u"\\OutNewFHP", key);
@@ -68,8 +58,9 @@ std::u16string WriteNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid,
                   .key = fhpId});
     AddPatient(newCase, records);
     AddContribution(newCase, records);
-    AddParticipant(newCase, records.includeEstimate);
-    return exchange::Save(envelope, exchange::ExchangeFile(vilnorOutputPath, u"\\InNewFHP", key));
+    AddParticipant(newCase, database, records.includeEstimate);
+    return exchange::SaveExpecting(exchange::PendingResultPath(), envelope,
+                                   exchange::ExchangeFile(vilnorOutputPath, u"\\InNewFHP", key));
   });
 }
 

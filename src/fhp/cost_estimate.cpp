@@ -1,5 +1,6 @@
 #include "fhp/cost_estimate.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <limits>
@@ -41,6 +42,12 @@ constexpr auto kFixedRates = std::to_array<FixedRate>({
     {u"682", 11, 3200},
 });
 
+// Whoever's row it is: the form has no room for a measure beside the printed one.
+bool HasPrintedMeasure(std::int16_t rowNumber) {
+  return std::any_of(kFixedRates.begin(), kFixedRates.end(),
+                     [=](const FixedRate& fixed) { return fixed.rowNumber == rowNumber; });
+}
+
 // The patient's own part, taken off every estimate, also off a smaller one.
 constexpr double kFixedDeduction = 7700;
 
@@ -65,8 +72,7 @@ bool IsTaken(const ApplicationRecords& records) {
   }
   const Value amount = row[u"Amount"];
   return util::GetRateCompensation(
-             {// A row without a date becomes one of 1899, before the patient was of age: left out.
-              .regDate = platform::ToDate(OrZero(row, u"RegDate")),
+             {.regDate = platform::ToDate(row[u"RegDate"]),
               .birthDate = platform::ToDate(records.patient[u"FDato"]),
               .amount1 = amount,
               .amount2 = amount,
@@ -103,7 +109,9 @@ class EstimateRows {
     // Kept: without an upper bound, so that the tenth row shares its keys with rate 681.
     const std::int16_t rowNumber = nextRow_;
     AdvanceRow();
-    AddItem(rowNumber, u"Atgard", rateNo);
+    if (!HasPrintedMeasure(rowNumber)) {
+      AddItem(rowNumber, u"Atgard", rateNo);
+    }
     AddItems(rowNumber, count, unitPrice, count * unitPrice);
   }
 

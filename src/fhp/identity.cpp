@@ -4,8 +4,19 @@
 
 namespace fhp {
 
+namespace {
+
 using automation::Decimal10;
-using automation::Left;
+
+// Its first character; both units of one that is a surrogate pair.
+std::u16string Initial(const std::u16string& name) {
+  const auto isHalf = [&](std::size_t at, char16_t first) {
+    return at < name.size() && (name[at] & 0xFC00) == first;
+  };
+  return automation::Left(name, isHalf(0, 0xD800) && isHalf(1, 0xDC00) ? 2 : 1);
+}
+
+}  // namespace
 
 std::u16string UserDefData(const HostArguments& arguments, const Record& application) {
   return Decimal10(arguments.pid) + u"&" + Decimal10(arguments.bid) + u"&" +
@@ -18,8 +29,8 @@ std::u16string CaseTitle(const ApplicationRecords& records) {
   constexpr std::int32_t kYearStart = 3;
   constexpr std::int32_t kDateLength = 6;
   return u"FHP" + automation::Mid(records.personNumber, kYearStart, kDateLength) +
-         Left(records.patient.TextOrEmpty(u"fornavn"), 1) +
-         Left(records.patient.TextOrEmpty(u"Navn"), 1);
+         Initial(records.patient.TextOrEmpty(u"fornavn")) +
+         Initial(records.patient.TextOrEmpty(u"Navn"));
 }
 
 }  // namespace fhp

@@ -35,7 +35,14 @@ std::optional<ToothText> ToothScanner::Next() {
 bool ToothScanner::AtTag() const {
   const std::u16string_view rest = column_.substr(position_ - 1);
   return rest.front() == u'<' && !rest.starts_with(kClosingTag) &&
-         lastTagEnd_ != std::u16string_view::npos && lastTagEnd_ >= position_;
+         IsClosed(lastTagEnd_ != std::u16string_view::npos && lastTagEnd_ >= position_);
+}
+
+bool ToothScanner::IsClosed(bool closed) const {
+  if (!closed && rules_.refusesOpenRuns) {
+    throw automation::AutomationError(automation::RuntimeError::InvalidProcedureCall);
+  }
+  return closed;
 }
 
 ToothText ToothScanner::TakeRun() {
@@ -44,7 +51,7 @@ ToothText ToothScanner::TakeRun() {
   MoveBy(tooth.size() + kTagMarks);
   const std::u16string_view text = column_.substr(position_ - 1);
   const std::size_t end = text.find(kClosingTag);
-  ended_ = end == std::u16string_view::npos;
+  ended_ = !IsClosed(end != std::u16string_view::npos);
   return {tooth, text.substr(0, end)};
 }
 

@@ -58,6 +58,8 @@ BVilnor::BVilnor(Events& events) : events_(events) {
 
 BVilnor::~BVilnor() {
   DestroyForm(NotifyWnd());
+  // What an operation has left there would keep the host's database open after the session.
+  db::ReleaseGDB();
 }
 
 void BVilnor::InitVilnor(const std::u16string& connectionParameter, std::int16_t kestraLangID,
@@ -95,13 +97,13 @@ void BVilnor::OpenExistFHP(std::int32_t fhpId) {
 
 void BVilnor::OpenSearchPatient(std::int32_t pid) {
   Guarded(u" in OpenSearchPatient", kBVilnorIcon, [&] {
-    db::RenewGDB();
+    const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     auto patient = platform::Current().database.NewRecordset();
     const Ways ways = FindWays();
     if (ways.exePath.empty()) {
       return;  // kept: the database object stays for the next operation to replace
     }
-    patient = db::GDB()->GetPatientSSNByPID(pid);
+    patient = db::KeptOrRenewed(made)->GetPatientSSNByPID(pid);
     const std::u16string ssn = SSNOf(platform::Existing(patient));
     db::ReleaseGDB();
     patient.reset();
@@ -113,13 +115,13 @@ void BVilnor::OpenSearchPatient(std::int32_t pid) {
 
 void BVilnor::OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid) {
   Guarded(u" in OpenWithNewCase", kBVilnorIcon, [&] {
-    db::RenewGDB();
+    const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     auto patient = platform::Current().database.NewRecordset();
     const Ways ways = FindWays();
     if (ways.exePath.empty()) {
       return;  // kept: the database object stays for the next operation to replace
     }
-    patient = db::GDB()->GetPatientByPID(pid);
+    patient = db::KeptOrRenewed(made)->GetPatientByPID(pid);
     const std::u16string ssn = SSNOf(platform::Existing(patient));
     const std::u16string firstName = platform::ToText(patient->Field(u"fornavn"));
     const std::u16string lastName = platform::ToText(patient->Field(u"Navn"));
@@ -170,18 +172,17 @@ bool BVilnor::FHPExists(std::int32_t fhpId) {
   return Guarded(u" in FHPExists", kBVilnorIcon, [&] {
     // Kept: the host refreshes its journal at each of the four events.
     RaiseUpdateJournal();
-    db::RenewGDB();
+    const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     RaiseUpdateJournal();
-    const std::uint32_t errorsBefore = util::ErrorsShown();
-    const bool exists = db::GDB()->CaseExists(fhpId, db::kPriorApproval);
-    if (util::ErrorsShown() != errorsBefore) {
+    const auto exists = db::KeptOrRenewed(made)->CaseExists(fhpId, db::kPriorApproval);
+    if (exists.error) {
       db::ReleaseGDB();
       return false;
     }
     RaiseUpdateJournal();
     db::ReleaseGDB();
     RaiseUpdateJournal();
-    return exists;
+    return exists.value;
   });
 }
 

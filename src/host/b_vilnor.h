@@ -18,7 +18,7 @@ class BVilnor : private exchange::ResultReaderHost {
   explicit BVilnor(Events& events);
   BVilnor(const BVilnor&) = delete;
   BVilnor& operator=(const BVilnor&) = delete;
-  // Destroys the window created last on the thread.
+  // Destroys the window created last on the thread, and releases a gDB that was left behind.
   ~BVilnor() override;
 
   // Stores the session settings for every object of the thread; opens no connection. `dbType` 1 or

@@ -80,7 +80,9 @@ std::u16string LinkProgramOfSetting() {
     }
   } catch (...) {
     if (util::CurrentError().Is(RuntimeError::FileNotFound)) {
-      SetVilnorPath({});
+      SetVilnorPath({});  // kept: the stale path is still returned
+    } else {
+      candidate.clear();
     }
   }
   TellLinkProgramIsMissing();

@@ -46,6 +46,7 @@ bool Holds(const Column& column, const automation::Value& value) {
     case ColumnKind::BigInt:
       return value.Is<std::int16_t>() || value.Is<std::int32_t>() ||
              value.Is<automation::Decimal>();
+    case ColumnKind::Single:
     case ColumnKind::Double:
       return value.Is<double>();
     case ColumnKind::Decimal:

@@ -32,7 +32,7 @@ constexpr std::array kNumberedKinds = {
     NumberedKind{SQL_SMALLINT, ColumnKind::Int16},
     NumberedKind{SQL_INTEGER, ColumnKind::Int32},
     NumberedKind{SQL_BIGINT, ColumnKind::BigInt},
-    NumberedKind{SQL_REAL, ColumnKind::Double},
+    NumberedKind{SQL_REAL, ColumnKind::Single},
     NumberedKind{SQL_FLOAT, ColumnKind::Double},
     NumberedKind{SQL_DOUBLE, ColumnKind::Double},
     NumberedKind{SQL_NUMERIC, ColumnKind::Decimal},

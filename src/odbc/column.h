@@ -13,6 +13,7 @@ enum class ColumnKind {
   Int16,
   Int32,
   BigInt,
+  Single,
   Double,
   Decimal,
   Currency,

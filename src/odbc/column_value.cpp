@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "automation/conversion.h"
 #include "automation/date.h"
 #include "automation/decimal.h"
 #include "automation/text.h"
@@ -261,6 +262,11 @@ std::optional<Value> Convert(std::u16string_view text, ColumnKind kind) {
     case ColumnKind::BigInt: {
       const auto whole = WholeNumber(text, kind == ColumnKind::Int16);
       return whole ? whole : AsValue(Parse<double>(text));
+    }
+    case ColumnKind::Single: {
+      const auto single = Parse<float>(text);
+      return single ? std::optional(Value(automation::WidenSingle(*single)))
+                    : AsValue(Parse<double>(text));
     }
     case ColumnKind::Double:
       return AsValue(Parse<double>(text));

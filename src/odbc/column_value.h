@@ -11,9 +11,10 @@
 namespace odbc {
 
 // Whole numbers become the column's width, or the next that holds them: 16 bits, 32 bits, decimal
-// (so a 64-bit count is a 32-bit number as long as it fits). Dates are read to the second. Binary
-// data is its hexadecimal text. SQLite lets any content stand in any column: a text that is no
-// value of the column's kind stays the text that it is, so that nothing is lost.
+// (so a 64-bit count is a 32-bit number as long as it fits). A single is a double of its seven
+// digits. Dates are read to the second. Binary data is its hexadecimal text. SQLite lets any
+// content stand in any column: a text that is no value of the column's kind stays the text that it
+// is, so that nothing is lost.
 automation::Value ToValue(std::u16string text, ColumnKind kind);
 
 // Digits with an optional sign, point and exponent; digits beyond 28 decimals or 96 bits are

@@ -6,7 +6,8 @@ namespace platform {
 
 enum class Icon { None, Critical, Question, Exclamation };
 enum class Buttons { Ok, YesNo };
-enum class Answer { Ok, Yes, No };
+// None: the box could not be shown, or ended without an answer.
+enum class Answer { None, Ok, Yes, No };
 
 struct MessageBox {
   std::u16string text;

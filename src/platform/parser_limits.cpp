@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "automation/text.h"
 
@@ -57,7 +58,7 @@ bool IsCharacterNumber(std::string_view number) {
   return !number.empty() && IsCharacter(point);
 }
 
-// Without a document type there are no others.
+// Without declarations there are no others.
 bool IsReference(std::string_view name) {
   constexpr auto kNames = std::to_array<std::string_view>({"amp", "lt", "gt", "quot", "apos"});
   return name.starts_with('#') ? IsCharacterNumber(name)
@@ -107,7 +108,28 @@ class Scanner {
     if (Take("<!--")) {
       return AreCharacters(TakeUntil("--")) && Take("-->");
     }
+    if (Take("<!DOCTYPE")) {
+      return PassDocumentType();
+    }
     return Take("<") && PassStartTag();
+  }
+
+  // One, in front of the root element, without declarations of its own ("[").
+  bool PassDocumentType() {
+    const bool first = !std::exchange(hasDocumentType_, true) && levels_ == 0;
+    const bool named = TakeBlanks() && TakeName("[");
+    const bool apart = TakeBlanks();
+    const bool inOrder = Take("SYSTEM")   ? apart && PassLiteral()
+                         : Take("PUBLIC") ? apart && PassLiteral() && PassLiteral()
+                                          : true;
+    TakeBlanks();
+    return first && named && inOrder && Take(">");
+  }
+
+  bool PassLiteral() {
+    const bool apart = TakeBlanks();
+    const std::string_view quote = TakeQuote();
+    return apart && !quote.empty() && AreCharacters(TakeUntil(quote)) && Take(quote);
   }
 
   bool PassEndTag() {
@@ -144,8 +166,8 @@ class Scanner {
       return false;
     }
     TakeBlanks();
-    const std::string_view quote = rest_.substr(0, 1);
-    if (!Take("\"") && !Take("'")) {
+    const std::string_view quote = TakeQuote();
+    if (quote.empty()) {
       return false;
     }
     const std::string_view value = TakeUntil(quote);
@@ -196,9 +218,17 @@ class Scanner {
     return taken;
   }
 
-  bool TakeName() {
-    const auto* const end = std::ranges::find_if(rest_, [](char character) {
-      return kNoName.find(character) != kNoName.npos || IsControl(character);
+  // Empty when there is none.
+  std::string_view TakeQuote() {
+    const std::string_view quote = rest_.substr(0, 1);
+    return Take("\"") || Take("'") ? quote : std::string_view();
+  }
+
+  // Neither `excluded` nor what no name has is part of it.
+  bool TakeName(std::string_view excluded = {}) {
+    const auto* const end = std::ranges::find_if(rest_, [&](char character) {
+      return kNoName.find(character) != kNoName.npos || excluded.find(character) != excluded.npos ||
+             IsControl(character);
     });
     const auto length = static_cast<std::size_t>(end - rest_.begin());
     rest_.remove_prefix(length);
@@ -218,6 +248,7 @@ class Scanner {
   std::size_t level_ = 0;
   std::size_t levels_ = 0;
   std::size_t oddities_ = 0;
+  bool hasDocumentType_ = false;
   std::string_view rest_;
 };
 

@@ -18,9 +18,10 @@ inline constexpr std::size_t kMostPieces = 1'000;
 
 // Whether a document, given as the bytes of its file, may be given to a parser. It may when a
 // parser would find nothing but markup in order (parsers go on after an error, and some errors cost
-// them more the longer the file is), no document type, and no more of anything than a result could
-// have: elements and texts, attributes, levels, references. How long its texts are hardly matters.
-// Any encoding is taken that has ASCII's characters as ASCII's bytes, and UTF-16.
+// them more the longer the file is), no declarations in a document type, and no more of anything
+// than a result could have: elements and texts, attributes, levels, references. How long its texts
+// are hardly matters. Any encoding is taken that has ASCII's characters as ASCII's bytes, and
+// UTF-16.
 bool IsFitToParse(std::string_view bytes);
 
 }  // namespace platform

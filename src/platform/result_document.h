@@ -16,8 +16,8 @@ struct ParseError {
   std::u16string reason;
 };
 
-// One XML document, loaded synchronously from a local file, without a document type or network
-// access.
+// One XML document, loaded synchronously from a local file. A document type without declarations is
+// taken, and what it names is never fetched.
 class ResultDocument {
  public:
   virtual ~ResultDocument() = default;

@@ -1,9 +1,15 @@
 #include "portable/local_files.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
 #include <fstream>
 #include <system_error>
+#include <vector>
 
 #include "automation/automation_error.h"
+#include "automation/text.h"
+#include "platform/unfinished_request.h"
 #include "portable/paths.h"
 
 namespace portable {
@@ -59,6 +65,20 @@ class TemporaryFile {
   fs::path path_;
 };
 
+// What a process that was killed has left in the folder.
+void RemoveUnfinishedRequests(const fs::path& folder) {
+  std::error_code ignored;
+  std::vector<fs::path> unfinished;
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    if (platform::IsUnfinishedRequest(entry.path().filename().u16string())) {
+      unfinished.push_back(entry.path());
+    }
+  }
+  for (const auto& file : unfinished) {
+    fs::remove(file, ignored);
+  }
+}
+
 }  // namespace
 
 bool LocalFiles::FolderExists(const std::u16string& path) {
@@ -84,6 +104,16 @@ std::int64_t LocalFiles::FileLength(const std::u16string& path) {
   return static_cast<std::int64_t>(length);
 }
 
+platform::FileStamp LocalFiles::StampOf(const std::u16string& path) noexcept {
+  try {
+    const fs::path file = NativePath(path);
+    return {static_cast<std::int64_t>(fs::file_size(file)),
+            static_cast<std::int64_t>(fs::last_write_time(file).time_since_epoch().count())};
+  } catch (...) {
+    return {};
+  }
+}
+
 void LocalFiles::DeleteFile(const std::u16string& path) {
   std::error_code error;
   if (!fs::remove(NativePath(path), error) && !error) {
@@ -92,9 +122,16 @@ void LocalFiles::DeleteFile(const std::u16string& path) {
   Check(error, RuntimeError::FileNotFound);
 }
 
+void LocalFiles::RenameFile(const std::u16string& path, const std::u16string& newPath) {
+  if (::renameat2(AT_FDCWD, NativePath(path).c_str(), AT_FDCWD, NativePath(newPath).c_str(),
+                  RENAME_NOREPLACE) != 0) {
+    Raise(std::error_code(errno, std::generic_category()), RuntimeError::FileNotFound);
+  }
+}
+
 void LocalFiles::ReplaceContents(const std::u16string& path, std::string_view bytes) {
   const fs::path target = NativePath(path);
-  const TemporaryFile temporary(target.string() + ".tmp");
+  const TemporaryFile temporary(target.string() + automation::ToUtf8(platform::kTemporaryEnding));
   std::error_code error;
   if (!fs::is_directory(target.parent_path(), error)) {
     Check(error, RuntimeError::PathNotFound);
@@ -109,6 +146,7 @@ void LocalFiles::ReplaceContents(const std::u16string& path, std::string_view by
   }
   fs::rename(temporary.path(), target, error);
   Check(error, RuntimeError::PathNotFound);
+  RemoveUnfinishedRequests(target.parent_path());
 }
 
 }  // namespace portable

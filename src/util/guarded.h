@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -23,14 +24,24 @@ inline constexpr platform::Icon kModBVilnorIcon = platform::Icon::Critical;
 // The error in flight as an AutomationError: itself, 7 for exhausted memory, 440 for anything else.
 // To be called in a catch block.
 automation::AutomationError CurrentError();
+// Its number; cannot fail.
+std::int32_t CurrentErrorNumber() noexcept;
 
 // The box "number description" + `place` (" in OpenWithNewCase") with an OK button.
 void ShowError(const automation::AutomationError& error, std::u16string_view place,
                platform::Icon icon);
 
-// How many error boxes the thread has shown. An operation that another one calls reports its own
-// failure and returns as if empty; the caller for whom that matters compares before and after.
-std::uint32_t ErrorsShown();
+// What a procedure under the trap gave. After an error the user has been told of it, `error` is its
+// number and the value is the empty one.
+template <class T>
+struct Attempt {
+  T value{};
+  std::optional<std::int32_t> error = std::nullopt;
+};
+template <>
+struct Attempt<void> {
+  std::optional<std::int32_t> error = std::nullopt;
+};
 
 // Runs `action` and drops its error: inside the trap it has nowhere to go.
 template <class Action>
@@ -41,24 +52,45 @@ void DroppingErrors(Action&& action) {
   }
 }
 
-// Runs `body` under the trap. After an error the box is shown, then `afterBox` runs, also where the
-// box could not be shown, and the result is empty: "", 0, false, nothing.
-template <class Body, class AfterBox>
-auto Guarded(std::u16string_view place, platform::Icon icon, Body&& body, AfterBox&& afterBox)
-    -> std::invoke_result_t<Body> {
+// Runs `body` under the trap. After an error `beforeBox` runs, then the box is shown; neither can
+// fail.
+template <class Body, class BeforeBox>
+auto Try(std::u16string_view place, platform::Icon icon, Body&& body, BeforeBox&& beforeBox)
+    -> Attempt<std::invoke_result_t<Body>> {
+  using Result = Attempt<std::invoke_result_t<Body>>;
   try {
-    return body();
+    if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
+      body();
+      return {};
+    } else {
+      return {body()};
+    }
   } catch (...) {
-    DroppingErrors([&] { ShowError(CurrentError(), place, icon); });
+    Result failed;
+    failed.error = CurrentErrorNumber();
+    std::optional<automation::AutomationError> error;
+    DroppingErrors([&] { error = CurrentError(); });
+    DroppingErrors(std::forward<BeforeBox>(beforeBox));
+    DroppingErrors([&] { ShowError(error.value(), place, icon); });
+    return failed;
   }
-  DroppingErrors(std::forward<AfterBox>(afterBox));
-  return std::invoke_result_t<Body>();
 }
 
 template <class Body>
+auto Try(std::u16string_view place, platform::Icon icon, Body&& body)
+    -> Attempt<std::invoke_result_t<Body>> {
+  return Try(place, icon, std::forward<Body>(body), [] {});
+}
+
+// The same for a caller to whom a failure is as good as nothing: "", 0, false, nothing.
+template <class Body>
 auto Guarded(std::u16string_view place, platform::Icon icon, Body&& body)
     -> std::invoke_result_t<Body> {
-  return Guarded(place, icon, std::forward<Body>(body), [] {});
+  if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
+    Try(place, icon, std::forward<Body>(body));
+  } else {
+    return Try(place, icon, std::forward<Body>(body)).value;
+  }
 }
 
 }  // namespace util

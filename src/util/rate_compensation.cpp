@@ -49,7 +49,7 @@ bool HasFormRowOfItsOwn(std::int32_t rateNo) {
 
 double OlderAmount(const Row& row) {
   if (row.rateNo == kShareOfFeeRate) {
-    return automation::RoundToInt32(row.amount1 * kSharePercent / 100);
+    return automation::RoundToInt32(automation::InDoubleDigits(row.amount1 * kSharePercent) / 100);
   }
   if (row.increasedComp) {
     return row.amount3;

@@ -6,10 +6,13 @@
 #include <iterator>
 
 #include "automation/automation_error.h"
+#include "automation/conversion.h"
 #include "util/guarded.h"
 
 namespace util {
 namespace {
+
+using automation::InDoubleDigits;
 
 // Steps in one whole, by mode from 1.
 constexpr std::array<double, 4> kFactors = {20, 10, 2, 1};
@@ -29,11 +32,12 @@ double RoundOffAmount(double amount, std::int32_t mode, double& difference) {
       return amount;
     }
     const double factor = kFactors[static_cast<std::size_t>(mode - 1)];
-    const double steps = amount * factor;
+    const double steps = InDoubleDigits(amount * factor);
     if (!std::isfinite(steps)) {
       throw automation::AutomationError(automation::RuntimeError::Overflow);
     }
-    const double rounded = std::trunc(steps + HalfWithSignOf(steps)) / factor;
+    const double whole = std::trunc(InDoubleDigits(steps + HalfWithSignOf(steps)));
+    const double rounded = InDoubleDigits(whole / factor);
     difference = rounded - amount;
     return rounded;
   });

@@ -27,12 +27,12 @@ struct SubsidyLine {
 // The first line that fits a row decides. docs/dental-care-subsidy.md says for each line what is
 // law and what is a decision.
 constexpr auto kLines = std::to_array<SubsidyLine>({
-    // Basic care: fixed amounts of 1999, bettered for the elderly by the reform of 1 July.
+    // Taken as basic care: it needs no prior approval, so the day of the reform alone decides.
     {kFirst, 59, Debit::Any, u"07"},
-    // Taken as basic care too; 77 between them is not.
+    // The same; 77 between them is not.
     {70, 76, Debit::Any, u"07"},
     {78, 79, Debit::Any, u"07"},
-    // Amounts without the addition for the elderly: what a row is billed as does not matter.
+    // Rates whose amount does not depend on the debit code.
     {91, 93, Debit::Any, u"07"},
     {97, 98, Debit::Any, u"07"},
     // Sixty percent of the fee, whoever the patient.

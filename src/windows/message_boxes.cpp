@@ -1,5 +1,9 @@
 #include "windows/message_boxes.h"
 
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
 #include "windows/wide_text.h"
 #include "windows/win32.h"
 
@@ -21,18 +25,82 @@ UINT IconStyle(platform::Icon icon) {
   }
 }
 
+BOOL CALLBACK AddVisible(HWND window, LPARAM windows) noexcept {
+  try {
+    if (IsWindowVisible(window) != FALSE) {
+      reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    }
+    return TRUE;
+  } catch (...) {
+    return FALSE;  // the box may be the one about exhausted memory
+  }
+}
+
+// The thread's top-level windows that a person can see, topmost first.
+std::vector<HWND> VisibleWindows() {
+  std::vector<HWND> windows;
+  EnumThreadWindows(GetCurrentThreadId(), AddVisible, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
+// The window that a box belongs to. While another program is in front, the thread has no active
+// window: a box without an owner would then lie unseen behind that program, with the host's windows
+// disabled, and the host would look frozen.
+HWND OwnerAmong(const std::vector<HWND>& windows) {
+  const HWND active = GetActiveWindow();
+  if (active != nullptr && IsWindowVisible(active) != FALSE) {
+    return active;
+  }
+  return windows.empty() ? nullptr : GetLastActivePopup(GetAncestor(windows.front(), GA_ROOTOWNER));
+}
+
+// Disables the host's other windows while a box is open; the system disables the owner's only.
+class DisabledWindows {
+ public:
+  DisabledWindows(const std::vector<HWND>& windows, HWND owner) {
+    std::copy_if(windows.begin(), windows.end(), std::back_inserter(disabled_),
+                 [&](HWND window) { return window != owner && IsWindowEnabled(window) != FALSE; });
+    Enable(FALSE);
+  }
+  DisabledWindows(const DisabledWindows&) = delete;
+  DisabledWindows& operator=(const DisabledWindows&) = delete;
+  ~DisabledWindows() { Enable(TRUE); }
+
+ private:
+  void Enable(BOOL enabled) const {
+    for (const HWND window : disabled_) {
+      EnableWindow(window, enabled);
+    }
+  }
+
+  std::vector<HWND> disabled_;
+};
+
+// Wine ends a box that a host's WM_QUIT interrupts with IDOK, also a question.
+platform::Answer AnswerOf(int button, bool asks) {
+  if (!asks) {
+    return button == IDOK ? platform::Answer::Ok : platform::Answer::None;
+  }
+  if (button == IDYES) {
+    return platform::Answer::Yes;
+  }
+  return button == IDNO ? platform::Answer::No : platform::Answer::None;
+}
+
 }  // namespace
 
+std::uint32_t BoxStyle(const platform::MessageBox& box) {
+  const UINT buttons = box.buttons == platform::Buttons::YesNo ? MB_YESNO : MB_OK;
+  return IconStyle(box.icon) | buttons | MB_TASKMODAL | MB_SETFOREGROUND;
+}
+
 platform::Answer MessageBoxes::Show(const platform::MessageBox& box) {
-  const bool asks = box.buttons == platform::Buttons::YesNo;
-  const UINT style =
-      IconStyle(box.icon) | (asks ? MB_YESNO : MB_OK) | MB_TASKMODAL | MB_SETFOREGROUND;
   const std::wstring title = Wide(box.title.empty() ? kDefaultTitle : box.title);
-  const int answer = MessageBoxW(nullptr, Wide(box.text).c_str(), title.c_str(), style);
-  if (!asks) {
-    return platform::Answer::Ok;
-  }
-  return answer == IDYES ? platform::Answer::Yes : platform::Answer::No;
+  const std::vector<HWND> windows = VisibleWindows();
+  const HWND owner = OwnerAmong(windows);
+  const DisabledWindows others(windows, owner);
+  return AnswerOf(MessageBoxW(owner, Wide(box.text).c_str(), title.c_str(), BoxStyle(box)),
+                  box.buttons == platform::Buttons::YesNo);
 }
 
 }  // namespace windows

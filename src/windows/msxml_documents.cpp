@@ -1,6 +1,5 @@
 #include "windows/msxml_documents.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "automation/automation_error.h"
@@ -8,6 +7,7 @@
 #include "windows/bstr.h"
 #include "windows/com_error.h"
 #include "windows/com_ptr.h"
+#include "windows/document_source.h"
 #include "windows/variant.h"
 #include "windows/wide_text.h"
 #include "windows/win32.h"
@@ -23,52 +23,6 @@ using automation::RuntimeError;
 // DOMDocument, by the class id that the host's machines have registered.
 constexpr CLSID kDomDocument = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
-
-// A file opened to be read, with nobody writing it.
-class OpenedFile {
- public:
-  explicit OpenedFile(const std::u16string& path)
-      : handle_(CreateFileW(Wide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-  OpenedFile(const OpenedFile&) = delete;
-  OpenedFile& operator=(const OpenedFile&) = delete;
-  ~OpenedFile() {
-    if (handle_ != INVALID_HANDLE_VALUE) {
-      CloseHandle(handle_);
-    }
-  }
-
-  // Its bytes as an array of the system; an empty VARIANT when they cannot be had, or are none.
-  // Blanks instead of a document that no parser should be given.
-  Variant Bytes() const {
-    LARGE_INTEGER size{};
-    if (GetFileSizeEx(handle_, &size) == FALSE || size.QuadPart == 0) {
-      return {};
-    }
-    const bool isTooLarge = static_cast<std::uint64_t>(size.QuadPart) > platform::kLargestDocument;
-    const DWORD length = isTooLarge ? 1 : size.LowPart;
-    SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, length);
-    if (array == nullptr) {
-      return {};
-    }
-    Variant bytes;
-    VARIANT& holder = *bytes.Receive();
-    V_ARRAY(&holder) = array;
-    V_VT(&holder) = VT_ARRAY | VT_UI1;
-    auto* const content = static_cast<char*>(array->pvData);
-    DWORD read = 0;
-    if (ReadFile(handle_, content, length, &read, nullptr) == FALSE || read != length) {
-      return {};
-    }
-    if (isTooLarge || !platform::IsFitToParse({content, length})) {
-      std::fill_n(content, length, ' ');
-    }
-    return bytes;
-  }
-
- private:
-  HANDLE handle_;
-};
 
 // The pieces that an element's value is put together from. Wine's parser copies all that it has so
 // far for each of them.
@@ -106,7 +60,7 @@ class Pieces {
 
 class MsxmlDocument : public platform::ResultDocument {
  public:
-  MsxmlDocument() {
+  explicit MsxmlDocument(FileCalls& calls) : calls_(calls) {
     if (FAILED(CoCreateInstance(kDomDocument, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
                                 document_.ReceiveVoid()))) {
       throw AutomationError(RuntimeError::CannotCreateObject);
@@ -118,14 +72,22 @@ class MsxmlDocument : public platform::ResultDocument {
 
   // From memory, since the parser goes through the system's internet library for a file that it is
   // given by name, which takes three times as long as parsing a result. Only a file whose bytes
-  // cannot be had is given by name, for the parse error.
+  // cannot be had, or that the parser does not take from memory, is given by name.
   void Load(const std::u16string& path) override {
-    const Variant bytes = OpenedFile(path).Bytes();
-    const Variant name{automation::Value(path)};
-    const bool hasBytes = V_VT(&bytes.get()) != VT_EMPTY;
+    const DocumentSource source = ReadDocument(calls_, path);
+    const VARIANT& bytes = source.bytes.get();
     VARIANT_BOOL loaded = VARIANT_FALSE;
+    if (!source.isFitToParse) {
+      // For the parse error.
+      const Bstr blank(u" ");
+      CheckCall([&] { return document_->loadXML(blank.get(), &loaded); });
+      return;
+    }
     // A document that is not well-formed or not there is no failed call but a parse error.
-    CheckCall([&] { return document_->load(hasBytes ? bytes.get() : name.get(), &loaded); });
+    if (V_VT(&bytes) == VT_EMPTY || FAILED(document_->load(bytes, &loaded))) {
+      const Variant name{automation::Value(path)};
+      CheckCall([&] { return document_->load(name.get(), &loaded); });
+    }
   }
 
   platform::ParseError GetParseError() override {
@@ -161,14 +123,21 @@ class MsxmlDocument : public platform::ResultDocument {
     return ToValue(value.get());
   }
 
+  IXMLDOMDocument* document() const { return document_.get(); }
+
  private:
+  FileCalls& calls_;
   ComPtr<IXMLDOMDocument> document_;
 };
 
 }  // namespace
 
 std::unique_ptr<platform::ResultDocument> MsxmlDocuments::New() {
-  return std::make_unique<MsxmlDocument>();
+  return std::make_unique<MsxmlDocument>(calls_);
+}
+
+ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document) {
+  return ComPtr<IDispatch>(static_cast<MsxmlDocument&>(document).document());
 }
 
 }  // namespace windows

@@ -1,13 +1,22 @@
 #pragma once
 
 #include "platform/result_document.h"
+#include "windows/com_ptr.h"
+#include "windows/file_calls.h"
 
 namespace windows {
 
 // XML documents by the system's MSXML.
 class MsxmlDocuments : public platform::ResultDocuments {
  public:
+  explicit MsxmlDocuments(FileCalls& calls = SystemFileCalls()) : calls_(calls) {}
   std::unique_ptr<platform::ResultDocument> New() override;
+
+ private:
+  FileCalls& calls_;
 };
+
+// MSXML's own document behind one of these.
+ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document);
 
 }  // namespace windows

@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "automation/automation_error.h"
+#include "automation/conversion.h"
 #include "windows/com_error.h"
 
 namespace windows {
@@ -124,7 +125,7 @@ Value ToValue(const VARIANT& variant) {
     case VT_INT:
       return static_cast<std::int32_t>(V_I4(&variant));
     case VT_R4:
-      return static_cast<double>(V_R4(&variant));
+      return automation::WidenSingle(V_R4(&variant));
     case VT_R8:
       return V_R8(&variant);
     case VT_CY:

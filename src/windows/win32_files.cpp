@@ -4,6 +4,7 @@
 #include <array>
 
 #include "automation/automation_error.h"
+#include "platform/unfinished_request.h"
 #include "windows/wide_text.h"
 #include "windows/win32.h"
 
@@ -59,24 +60,27 @@ constexpr std::array kSystemCodes = {
   RaiseLastError();
 }
 
-// A file being written; removed unless it was moved to its place.
+std::int64_t Joined(DWORD high, DWORD low) {
+  return (static_cast<std::int64_t>(high) << 32) | low;
+}
+
+// A file being written, which nobody else can open until it has its place. Removed with its owner
+// otherwise: its own handle does it, so that nobody's hold can prevent that.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(std::wstring path)
-      : path_(std::move(path)),
-        handle_(CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_NORMAL, nullptr)) {
-    if (handle_ == INVALID_HANDLE_VALUE) {
+  TemporaryFile(FileCalls& calls, const std::wstring& path)
+      : calls_(calls),
+        file_(OpenPatiently(calls, path, GENERIC_WRITE | DELETE, 0, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH)) {
+    if (file_.get() == INVALID_HANDLE_VALUE) {
       RaiseLastError();
     }
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
-    Close();
-    if (!moved_) {
-      DeleteFileW(path_.c_str());
-    }
+    FILE_DISPOSITION_INFO disposition{static_cast<BOOLEAN>(!renamed_)};
+    SetFileInformationByHandle(file_.get(), FileDispositionInfo, &disposition, sizeof disposition);
   }
 
   void Write(std::string_view bytes) {
@@ -85,37 +89,44 @@ class TemporaryFile {
     while (!bytes.empty()) {
       DWORD written = 0;
       const auto length = static_cast<DWORD>(std::min(bytes.size(), kLongestWrite));
-      if (WriteFile(handle_, bytes.data(), length, &written, nullptr) == FALSE) {
+      if (WriteFile(file_.get(), bytes.data(), length, &written, nullptr) == FALSE) {
         RaiseLastError();
       }
       bytes.remove_prefix(written);
     }
-    if (FlushFileBuffers(handle_) == FALSE) {
+    if (!calls_.Flush(file_.get())) {
       RaiseLastError();
     }
   }
 
-  void MoveTo(const std::wstring& target) {
-    Close();
-    if (MoveFileExW(path_.c_str(), target.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+  void Rename(const std::wstring& target) {
+    if (!Patiently(calls_, target, [&] { return calls_.Rename(file_.get(), target); })) {
       RaiseLastError();
     }
-    moved_ = true;
+    renamed_ = true;
   }
 
  private:
-  void Close() {
-    if (handle_ != INVALID_HANDLE_VALUE) {
-      CloseHandle(handle_);
-      handle_ = INVALID_HANDLE_VALUE;
-    }
-  }
-
-  std::wstring path_;
-  HANDLE handle_;
-  bool moved_ = false;
+  FileCalls& calls_;
+  FileHandle file_;
+  bool renamed_ = false;
 };
+
+// What a host that was killed has left in `folder` (which ends with its separator). A file that
+// another host is writing at this moment is held, so that it stays.
+void RemoveUnfinishedRequests(FileCalls& calls, const std::wstring& folder) {
+  WIN32_FIND_DATAW found{};
+  const HANDLE search = FindFirstFileW((folder + L"*.xml.tmp").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) {
+    return;
+  }
+  do {
+    if (platform::IsUnfinishedRequest(FromWide(found.cFileName))) {
+      calls.Delete(folder + found.cFileName);
+    }
+  } while (FindNextFileW(search, &found) != FALSE);
+  FindClose(search);
+}
 
 }  // namespace
 
@@ -136,19 +147,45 @@ std::int64_t Win32Files::FileLength(const std::u16string& path) {
     RaiseLastErrorOfFile();
   }
   const bool folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  return folder ? 0 : (static_cast<std::int64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+  return folder ? 0 : Joined(data.nFileSizeHigh, data.nFileSizeLow);
+}
+
+platform::FileStamp Win32Files::StampOf(const std::u16string& path) noexcept {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  try {
+    if (GetFileAttributesExW(Wide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
+      return {};
+    }
+  } catch (...) {
+    return {};
+  }
+  return {Joined(data.nFileSizeHigh, data.nFileSizeLow),
+          Joined(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime)};
 }
 
 void Win32Files::DeleteFile(const std::u16string& path) {
-  if (DeleteFileW(Wide(path).c_str()) == FALSE) {
+  const std::wstring file = Wide(path);
+  if (!Patiently(calls_, file, [&] { return calls_.Delete(file); })) {
+    RaiseLastErrorOfFile();
+  }
+}
+
+void Win32Files::RenameFile(const std::u16string& path, const std::u16string& newPath) {
+  const std::wstring file = Wide(path);
+  if (!Patiently(calls_, file,
+                 [&] { return calls_.Move(file, Wide(newPath), MOVEFILE_WRITE_THROUGH); })) {
     RaiseLastErrorOfFile();
   }
 }
 
 void Win32Files::ReplaceContents(const std::u16string& path, std::string_view bytes) {
-  TemporaryFile file(Wide(path) + L".tmp");
-  file.Write(bytes);
-  file.MoveTo(Wide(path));
+  const std::wstring target = Wide(path);
+  {
+    TemporaryFile file(calls_, target + Wide(platform::kTemporaryEnding));
+    file.Write(bytes);
+    file.Rename(target);
+  }
+  RemoveUnfinishedRequests(calls_, target.substr(0, target.find_last_of(L"\\/") + 1));
 }
 
 }  // namespace windows

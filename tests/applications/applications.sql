@@ -90,7 +90,7 @@ INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, Inlay,
    '<27>OD</27>', '<37>pulpit</37>', '<27>304</27>', '5', '801');
 
 -- 1006-estimate: rows of every kind; the notes have two lines. Taken are 401 (twice, as one row of
--- 2), 681, 682, and 402 to 405; not the rows 16 to 23.
+-- 2), 681, 682, 402 to 404, and 405 (twice, as two rows by their codes); not the rows 16 to 23.
 INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, IncreasedComp,
   HighExpCover, EstimateOfCost, Anamnes, PlanTreatm, PlanTreatmUJaw, Notes) VALUES
   (1006, 21001, 41, 31, '2007-01-02 10:00:00', '2007-1006', TRUE, TRUE, 1,
@@ -107,6 +107,7 @@ INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_I
   (1006, 1006, 403, 'K3', 'Ä', FALSE, 0, 100, '2007-01-02 10:00:00'),
   (1007, 1006, 404, 'K4', 'Ä', FALSE, 3, NULL, '2007-01-02 10:00:00'),
   (1008, 1006, 405, 'K5', 'Ä', FALSE, 1, 0.5, '2002-07-01 00:00:00'),
+  (1009, 1006, 405, 'K6', 'Ä', FALSE, 1, 0.5, '2002-07-01 00:00:00'),
   (1016, 1006, 406, 'K6', 'N', FALSE, 1, 999, '2007-01-02 10:00:00'),
   (1017, 1006, 407, 'K7', NULL, FALSE, 1, 999, '2007-01-02 10:00:00'),
   (1018, 1006, 408, 'K8', 'ä', FALSE, 1, 999, '2007-01-02 10:00:00'),
@@ -114,7 +115,7 @@ INSERT INTO SEPreRequestEstimateRows (SEPreRequestEstimateRowsID, SEPreRequest_I
   (1020, 1006, NULL, 'K10', 'Ä', FALSE, 1, 999, '2007-01-02 10:00:00'),
   (1021, 1006, 409, 'K11', 'Ä', TRUE, 1, 999, '2007-01-02 10:00:00'),
   (1022, 1006, 410, 'K12', 'Ä', FALSE, 1, 999, '2002-03-31 00:00:00'),
-  (1023, 1006, 411, 'K13', 'Ä', FALSE, 1, 999, NULL);
+  (1023, 1006, 411, 'K13', 'N', FALSE, 1, 999, NULL);
 
 -- 1007-boundary-day: registered late on 1 January of the year of 65; the estimate stays out.
 INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, EstimateOfCost, Notes)
@@ -171,7 +172,8 @@ INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, PlanTr
   (1013, 21002, 41, 31, '2026-11-16 09:00:00', '2026-1013', '<11>304</11>', '501',
    '601 602 603 604 ');
 
--- 1014-markup: tags that nest, close twice, never close; markup and letters beyond Latin-1.
+-- 1014-markup-refused: tags that nest, close twice, never close; markup and letters beyond Latin-1.
+-- The document has all of it; the send check refuses the "<" that is no tag.
 INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, RegDate, CaseNo, SentBy, PrevDentalCare,
   Caries, perio, Apikal, Anamnes, PlanTreatm, PlanTreatmUJaw, PlanTreatmLJaw) VALUES
   (1014, 21006, 43, 33, '2026-11-16 09:00:00', '<2026>&"1014"', 'fax & post',

@@ -73,6 +73,18 @@ class Component(unittest.TestCase):
         self.assertEqual([], [str(file) for file in sources(CHECKOUT / "src")
                               if loading.search(file.read_text(encoding="utf-8"))])
 
+    # Of what it writes there a user's own classes would get some, and reads would see them first.
+    def test_registers_in_the_machines_classes_not_in_the_merged_view(self):
+        files = sources(CHECKOUT / "src") + sources(CHECKOUT / "ado-odbc")
+        merged = re.compile(r"HKEY_CLASSES_ROOT\s*[,)]|\b(Un)?RegisterTypeLib\w*\s*\(")
+        self.assertEqual([], [str(file) for file in files
+                              if merged.search(file.read_text(encoding="utf-8"))])
+
+    def test_is_built_away_from_what_is_for_wine_only(self):
+        steps = (DLL.parents[1] / "build.ninja").read_text()
+        made = re.findall(r"^build (\S*/AdoOdbc\.dll)\b", steps, re.MULTILINE)
+        self.assertEqual(["ado-odbc/AdoOdbc.dll"], made)
+
 
 def section_flags(image):
     """{name: characteristics} of a PE file's sections."""

@@ -23,7 +23,7 @@ ROOMS = {
 OUTSIDE = {
     "odbc": ("sql.h", "sqlext.h", "windows.h"),
     "windows": ("windows.h", "adoint.h", "msxml.h", "ntsecapi.h", "oleauto.h", "olectl.h"),
-    "portable": ("libxml/",),
+    "portable": ("fcntl.h", "libxml/"),
 }
 
 

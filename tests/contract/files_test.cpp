@@ -2,6 +2,8 @@
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
@@ -53,6 +55,40 @@ TEST_F(Files, ADeletedFileIsGone) {
   EXPECT_EQ(ErrorNumberOf([&] { files_->DeleteFile(folder_ / "Öppen.xml"); }), 53);
 }
 
+TEST_F(Files, ARenamedFileHasItsContentsUnderTheNewNameOnly) {
+  folder_.Write("Öppen.xml", "x");
+  files_->RenameFile(folder_ / "Öppen.xml", folder_ / "Öppen 2026-11-16.xml");
+  EXPECT_EQ(folder_.Read("Öppen 2026-11-16.xml"), "x");
+  EXPECT_EQ(FilesInFolder(), 1U);
+  EXPECT_EQ(ErrorNumberOf([&] { files_->RenameFile(folder_ / "Öppen.xml", folder_ / "new.xml"); }),
+            53);
+  EXPECT_EQ(
+      ErrorNumberOf([&] { files_->RenameFile(folder_ / "none/a.xml", folder_ / "none/b.xml"); }),
+      53);
+}
+
+TEST_F(Files, AFilesStampIsItsOwn) {
+  folder_.Write("a.xml", "a");
+  const auto stamp = files_->StampOf(folder_ / "a.xml");
+  EXPECT_EQ(stamp.length, 1);
+  EXPECT_EQ(files_->StampOf(folder_ / "a.xml"), stamp);
+  files_->RenameFile(folder_ / "a.xml", folder_ / "b.xml");
+  EXPECT_EQ(files_->StampOf(folder_ / "b.xml"), stamp);
+  EXPECT_EQ(files_->StampOf(folder_ / "a.xml").length, -1);
+  std::filesystem::last_write_time(
+      folder_.path() / "b.xml",
+      std::filesystem::last_write_time(folder_.path() / "b.xml") + std::chrono::seconds(5));
+  EXPECT_NE(files_->StampOf(folder_ / "b.xml"), stamp);
+}
+
+TEST_F(Files, ARenamedFileTakesNoOthersPlace) {
+  folder_.Write("a.xml", "a");
+  folder_.Write("b.xml", "b");
+  EXPECT_EQ(ErrorNumberOf([&] { files_->RenameFile(folder_ / "a.xml", folder_ / "b.xml"); }), 58);
+  EXPECT_EQ(folder_.Read("a.xml"), "a");
+  EXPECT_EQ(folder_.Read("b.xml"), "b");
+}
+
 TEST_F(Files, ContentsReplaceAnOlderFileWhollyAndLeaveNoOther) {
   const std::string bytes("<a>\xC5\0\r\n</a>", 11);
   files_->ReplaceContents(folder_ / "In Åsa.xml", std::string(100000, 'x'));
@@ -87,6 +123,25 @@ TEST_F(Files, AFileThatCannotBeReplacedKeepsItsContentsAndNoOtherIsLeft) {
   EXPECT_EQ(FilesInFolder(), 1U);
   files_->ReplaceContents(folder_ / "In.xml", "later");
   EXPECT_EQ(folder_.Read("In.xml"), "later");
+}
+
+TEST_F(Files, WhatAKilledHostLeftIsRemovedByTheNextRequest) {
+  for (const char* left : {"InNewCase1.xml.tmp", "InNewFHP8.xml.tmp", "InExistCase77.xml.tmp",
+                           "Search19450101-1234.xml.tmp"}) {
+    folder_.Write(left, "<Envelope");
+  }
+  const std::vector<std::string> others = {"OutNewCase1.xml.tmp",    "Notes.xml.tmp",
+                                           "InNewCase1.xml",         "InNewCase1.tmp",
+                                           "InNewCase1.xml.tmp.old", "Search"};
+  for (const auto& other : others) {
+    folder_.Write(other, "x");
+  }
+  files_->ReplaceContents(folder_ / "InNewCase2.xml", "later");
+  EXPECT_EQ(folder_.Read("InNewCase2.xml"), "later");
+  for (const auto& other : others) {
+    EXPECT_EQ(folder_.Read(other), "x") << other;
+  }
+  EXPECT_EQ(FilesInFolder(), 1 + others.size());
 }
 
 TEST_F(Files, ANameThatCannotBeOneIsAnError) {

@@ -11,7 +11,7 @@ import time
 from dataclasses import dataclass, field
 from pathlib import Path
 
-from computer import BOUND, wait_until
+from computer import BOUND, output_of, wait_until
 from databases import PostgresqlDatabase
 
 KESTRA_HOST = "C:\\Kestra\\KestraHost.exe"
@@ -56,8 +56,12 @@ class Host:
         self._reader.start()
 
     def _read(self):
-        for line in self._process.stdout:
-            self._add(line.decode("utf-8", "replace").rstrip("\r\n"))
+        rest = b""
+        for piece in output_of(self._process):
+            *lines, rest = (rest + piece).split(b"\n")
+            for line in lines:
+                self._add(line.decode("utf-8", "replace").rstrip("\r"))
+        self._process.stdout.close()
         self._add("")
 
     def _add(self, line):
@@ -111,7 +115,7 @@ class Host:
             with contextlib.suppress(ProcessLookupError):
                 signal.pidfd_send_signal(self._handle, signal.SIGKILL)
             os.close(self._handle)
-        return self.finish() == 128 + signal.SIGKILL
+        return self.finish() == -signal.SIGKILL
 
     def finish(self):
         self._process.wait(BOUND)
@@ -199,6 +203,10 @@ class Clinic:
     def file(self, work):
         return self.computer.exchange / f"OutNewCase{work.pid}.xml"
 
+    def waits(self, work):
+        """Under its own name or set aside."""
+        return any(self.computer.exchange.glob(f"OutNewCase{work.pid}*.xml"))
+
     def put(self, works):
         for work in works:
             self.file(work).write_text(work.text(), "latin-1")
@@ -218,6 +226,15 @@ class Clinic:
     def read(self, works):
         """Reads the results to the end of the last one."""
         host = self.start_reading(works)
+        host.finish()
+        return host
+
+    def start_reading_waiting(self):
+        return self.start_host(["read-waiting"], "--answer-boxes", "ok")
+
+    def read_waiting(self):
+        """As a host does at its start: every result that is there."""
+        host = self.start_reading_waiting()
         host.finish()
         return host
 
@@ -243,7 +260,7 @@ class Clinic:
         """What must never be, whatever happened to the host: a list of sentences."""
         return [*wrong_rows(rows), *(
             f"the result of case {work.case} is lost: no rows, no file" for work in works
-            if not self.is_entered(work, rows) and not self.file(work).exists())]
+            if not self.is_entered(work, rows) and not self.waits(work))]
 
     def unfinished(self, works, rows):
         """What is not as it must be in the end."""
@@ -255,7 +272,7 @@ class Clinic:
                 found = rows.cases[str(work.case)]
                 wrong += [f"case {work.case}: {name} is {found[name]}, not {value}"
                           for name, value in work.link().items() if found[name] != value]
-            if self.file(work).exists():
+            if self.waits(work):
                 wrong.append(f"the file of case {work.case} is still there")
         return wrong
 

@@ -15,19 +15,20 @@ import leaks  # noqa: E402
 import load  # noqa: E402
 import server  # noqa: E402
 import size  # noqa: E402
+import waiting  # noqa: E402
 from clinic import Clinic, Server  # noqa: E402
 from computer import Computer  # noqa: E402
 from databases import PostgresqlDatabase, SqliteDatabase  # noqa: E402
 from trip_runner import USUAL_PLACES, Report  # noqa: E402
 
-SUBJECTS = {"kill": kill.play, "server": server.play, "load": load.play, "leaks": leaks.play,
+SUBJECTS = {"waiting": waiting.play, "kill": kill.play, "server": server.play, "load": load.play, "leaks": leaks.play,
             "size": size.play}
 
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--bin", required=True)
-    parser.add_argument("--enter", nargs=3, required=True)
+    parser.add_argument("--session", required=True)
     parser.add_argument("--long", action="store_true")
     parser.add_argument("--only", choices=SUBJECTS)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1_000_000))
@@ -41,7 +42,7 @@ class Run:
         self.long = arguments.long
         self.seed = arguments.seed
         self.programs = Path(arguments.bin)
-        self.computer = Computer(*arguments.enter, arguments.bin)
+        self.computer = Computer(arguments.session, arguments.bin)
         self.computer.install()
         self.computer.set_registry(USUAL_PLACES)
         self.server = postgresql

@@ -1,5 +1,5 @@
 """The database goes away, refuses or makes wait in the middle of a result: the user is told, nothing
-of the result is in the database, its file stays, and the same host's next result is entered."""
+of the result is in the database, its file waits, and the same host's next result is entered."""
 
 from holds import (COMMIT, LINE_UPDATED, LINK_INSERTED, PLACES, PostgresqlHolds, SqliteHolds,
                    work_for)
@@ -74,9 +74,9 @@ class Faults:
         for work in works:
             if clinic.is_entered(work, rows) == (work in failed):
                 wrong.append(f"case {work.case} is {'not ' if work not in failed else ''}entered")
-            if clinic.file(work).exists() != (work in failed):
+            if clinic.waits(work) != (work in failed):
                 wrong.append(f"the file of case {work.case} is {'not ' if work in failed else ''}there")
-        again = clinic.read(failed)
+        again = clinic.read_waiting()
         return wrong + told(again, 0) + clinic.unfinished(works, clinic.rows())
 
     def cut(self, place):
@@ -168,5 +168,5 @@ def sqlite_lock(clinic):
     with holds.at("before the link's insert"):
         host = clinic.read([work])
     wrong = told(host, 1) + clinic.wrong_with([work], clinic.rows())
-    clinic.read([work])
+    clinic.read_waiting()
     return wrong + clinic.unfinished([work], clinic.rows())

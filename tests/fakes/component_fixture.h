@@ -6,8 +6,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <random>
 #include <string>
-#include <unistd.h>
 
 #include "automation/text.h"
 #include "db/connection_state.h"
@@ -47,9 +47,8 @@ class ComponentFixture : public PortsFixture {
     std::ofstream(folder / "Vilnor" / automation::ToUtf8(name), std::ios::binary) << bytes;
   }
 
-  std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                 ("vilnor-" + std::to_string(::getpid()) + "-" +
-                                  testing::UnitTest::GetInstance()->current_test_info()->name());
+  std::filesystem::path folder =
+      std::filesystem::temp_directory_path() / ("vilnor-" + std::to_string(std::random_device()()));
   // What the host registers, with the trailing backslash that the component relies on.
   std::u16string hostPath = automation::FromUtf8(folder.string()) + u"\\";
   std::u16string exchangeDirectory = hostPath + u"Vilnor";

@@ -1,13 +1,12 @@
 // A whole platform of doubles.
 #pragma once
 
+#include "fakes/adapters.h"
 #include "fakes/fake_database.h"
 #include "fakes/fakes.h"
 #include "fakes/with.h"
 #include "platform/platform.h"
-#include "portable/local_files.h"
 #include "portable/memory_registry.h"
-#include "portable/xml_documents.h"
 
 namespace fakes {
 
@@ -16,11 +15,11 @@ struct Ports {
   Locale locale;
   Dialogs dialogs;
   Processes processes;
-  portable::LocalFiles files;
+  RealFiles files;
   UserSettings userSettings;
   portable::MemoryRegistry registry;
   Database database;
-  portable::XmlDocuments documents;
+  RealDocuments documents;
   WindowSystem windows;
   platform::Platform ports{clock,        locale,   dialogs,  processes, files,
                            userSettings, registry, database, documents, windows};

@@ -37,6 +37,8 @@ const std::vector<AutomationError>& ErrorsOf(Call call) {
        Runtime({FileAlreadyExists, DiskFull, PermissionDenied, PathFileAccess, PathNotFound})},
       {Call::FileLength, Runtime({BadFileName, FileNotFound, PermissionDenied, PathNotFound})},
       {Call::DeleteFile, Runtime({FileNotFound, PermissionDenied, PathFileAccess})},
+      // That there is no file, or that the name is taken, is an answer and no fault.
+      {Call::RenameFile, Runtime({PermissionDenied, PathFileAccess})},
       {Call::ReplaceContents, Runtime({BadFileName, DeviceIoError, DiskFull, PermissionDenied,
                                        PathFileAccess, PathNotFound, OutOfMemory})},
       {Call::GetSetting, Runtime({InvalidProcedureCall, OutOfMemory})},

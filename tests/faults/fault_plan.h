@@ -16,6 +16,7 @@ enum class Call {
   CreateFolder,
   FileLength,
   DeleteFile,
+  RenameFile,
   ReplaceContents,
   GetSetting,
   SaveSetting,

@@ -41,9 +41,16 @@ class FaultyFiles : public platform::Files {
     plan_.Pass(Call::FileLength);
     return inner_.FileLength(path);
   }
+  platform::FileStamp StampOf(const std::u16string& path) noexcept override {
+    return inner_.StampOf(path);
+  }
   void DeleteFile(const std::u16string& path) override {
     plan_.Pass(Call::DeleteFile);
     inner_.DeleteFile(path);
+  }
+  void RenameFile(const std::u16string& path, const std::u16string& newPath) override {
+    plan_.Pass(Call::RenameFile);
+    inner_.RenameFile(path, newPath);
   }
   void ReplaceContents(const std::u16string& path, std::string_view bytes) override {
     plan_.Pass(Call::ReplaceContents);

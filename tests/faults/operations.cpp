@@ -119,6 +119,29 @@ void AddHostOperations(std::vector<Operation>& all) {
   }));
 }
 
+// The requests that are answered, each while an answer to the one before it has not been read.
+void AddRequestsOverUnreadResults(std::vector<Operation>& all) {
+  struct Answered {
+    std::string request;
+    std::string unread;
+  };
+  const std::vector<Answered> requests = {{"OpenExistCase", "OutExistCase102.xml"},
+                                          {"OpenWithNewCase", "OutNewCase4711.xml"},
+                                          {"OpenWithNewFHP 77", "OutNewFHP77.xml"}};
+  for (const Answered& answered : requests) {
+    const auto request = std::find_if(
+        all.begin(), all.end(), [&](const auto& each) { return each.name == answered.request; });
+    Operation operation = *request;
+    operation.name += ", unread result";
+    operation.unreadFile = answered.unread;
+    operation.prepare = [prepare = request->prepare, unread = answered.unread](World& world) {
+      prepare(world);
+      world.Put(unread, Result("5", "", "unread"));
+    };
+    all.push_back(operation);
+  }
+}
+
 void AddReaders(std::vector<Operation>& all) {
   const auto newCase = [](World& world) { world.vilnor().ReadNewCase(4711); };
   const auto newFhp = [](World& world) { world.vilnor().ReadNewFHP(77); };
@@ -174,10 +197,10 @@ void AddDatabaseCommands(std::vector<Operation>& all) {
 
 void AddDatabaseLookups(std::vector<Operation>& all) {
   all.push_back(OnDatabase("GetCaseIdByVilnorId",
-                           [](auto& db) { return db.GetCaseIdByVilnorId(102).empty(); }));
-  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1); }));
-  all.push_back(
-      OnDatabase("CaseExistsPID", [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072"); }));
+                           [](auto& db) { return db.GetCaseIdByVilnorId(102).value.empty(); }));
+  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1).value; }));
+  all.push_back(OnDatabase("CaseExistsPID",
+                           [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072").value; }));
   all.push_back(OnDatabase("GetFHPById", [](auto& db) { return !db.GetFHPById(77); }));
   all.push_back(
       OnDatabase("GetVilnorIdByFHPId", [](auto& db) { return db.GetVilnorIdByFHPId(71) == 0; }));
@@ -204,6 +227,7 @@ void AddDatabaseLookups(std::vector<Operation>& all) {
 std::vector<Operation> EveryOperation() {
   std::vector<Operation> all;
   AddHostOperations(all);
+  AddRequestsOverUnreadResults(all);
   AddReaders(all);
   AddDatabaseCommands(all);
   AddDatabaseLookups(all);

@@ -19,6 +19,8 @@ struct Operation {
   // The files in the exchange directory that the operation reads or replaces; "" for none.
   std::string resultFile;
   std::string requestFile;
+  // An older answer that nobody has read; it must be there in the end, under whatever name.
+  std::string unreadFile = {};
   // The box about the missing link program is shown without a fault, too.
   bool tellsOfMissingProgram = false;
 };

@@ -121,8 +121,12 @@ std::string World::Contents(const std::string& name) const {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-bool World::Exists(const std::string& name) const {
-  return fs::exists(folder_ / "Vilnor" / name);
+bool World::Waits(const std::string& name, const std::string& bytes) const {
+  const std::string stem = name.substr(0, name.size() - std::string_view(".xml").size());
+  const auto names = ExchangeFiles();
+  return std::any_of(names.begin(), names.end(), [&](const auto& file) {
+    return (file == name || file.starts_with(stem + " ")) && Contents(file) == bytes;
+  });
 }
 
 std::vector<std::string> World::ExchangeFiles() const {

@@ -42,7 +42,8 @@ class World : private fakes::Ports {
   void Put(const std::string& name, const std::string& bytes) const;
   // "" for a file that is not there.
   std::string Contents(const std::string& name) const;
-  bool Exists(const std::string& name) const;
+  // Whether a result of these bytes waits under the name, or set aside.
+  bool Waits(const std::string& name, const std::string& bytes) const;
   // Names in the exchange directory, sorted.
   std::vector<std::string> ExchangeFiles() const;
 

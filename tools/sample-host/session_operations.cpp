@@ -2,6 +2,7 @@
 #include "console.h"
 #include "operations.h"
 #include "results.h"
+#include "waiting_results.h"
 #include "windows/bstr.h"
 #include "windows/com_error.h"
 
@@ -71,6 +72,7 @@ const std::vector<Operation<_BVilnor>>& SessionOperations() {
        [](Vilnor vilnor, Arguments& a) { Check(vilnor.ReadNewFHP(a.Number(0))); }},
       {"read-exist-case", "VilnorId",
        [](Vilnor vilnor, Arguments& a) { Check(vilnor.ReadExistCase(a.Number(0))); }},
+      {"read-waiting", "", [](Vilnor vilnor, Arguments& /*a*/) { ReadWaitingResults(vilnor); }},
       {"user-add", "PID UserName$",
        [](Vilnor vilnor, Arguments& a) { Check(vilnor.AddNewVilnorUser(a.Number(0), a.Text(1))); }},
       {"user-update", "PID UserName$",

@@ -62,6 +62,7 @@ TEST(ResultDocumentsNatively, CallNobody) {
   const std::string url = listener.address();
   for (const std::string& bytes :
        {"<!DOCTYPE r SYSTEM '" + url + "r.dtd'><r><a>1</a></r>",
+        "<!DOCTYPE r PUBLIC '-//r' '" + url + "r.dtd'><r><a>1</a></r>",
         "<!DOCTYPE r PUBLIC '-//r' '" + url + "r.dtd'><r><a>1&x;</a></r>",
         "<!DOCTYPE r [<!ENTITY x SYSTEM '" + url + "x'>]><r><a>1&x;</a></r>",
         "<!DOCTYPE r [<!ENTITY % x SYSTEM '" + url + "x'> %x;]><r><a>1</a></r>",

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/automation_error.h"
 #include "automation/text.h"
 #include "contract/adapters.h"
 #include "platform/database.h"
@@ -175,7 +176,123 @@ TEST_F(AdoOdbc, ARecordsetHasTheCursorAndLockThatItWasOpenedWith) {
   }
 }
 
-TEST_F(AdoOdbc, TheDllStaysLoadedAsLongAsAnyOfItsObjectsLives) {
+// Asynchronous, as a command of another kind, or for a schema: none of it is implemented, and what
+// is not done must not look as if it were.
+TEST_F(AdoOdbc, OptionsOtherThanUnspecifiedAreAWrongArgument) {
+  const auto errorOf = [](auto&& call) {
+    std::int32_t number = 0;
+    try {
+      call();
+    } catch (const automation::AutomationError& error) {
+      number = error.number();
+    }
+    return number;
+  };
+  constexpr std::int32_t kWrongArguments = 3001;
+  const auto connectionText = u"Driver=SQLite3;Database=" + file.u16string();
+  const auto connection = database->NewConnection();
+  const auto rows = database->NewRecordset();
+  for (const std::int32_t options : {0, 1, 8, 16, 128}) {
+    EXPECT_EQ(errorOf([&] { connection->Open(connectionText, u"", u"", options); }),
+              kWrongArguments);
+  }
+  connection->Open(connectionText, u"", u"", -1);
+  for (const std::int32_t options : {0, 1, 8, 16, 128}) {
+    EXPECT_EQ(errorOf([&] { connection->Execute(u"CREATE TABLE T (A integer)", options); }),
+              kWrongArguments);
+    EXPECT_EQ(errorOf([&] {
+                rows->Open(u"SELECT 1", *connection, platform::CursorType::Static,
+                           platform::LockType::BatchOptimistic, options);
+              }),
+              kWrongArguments);
+  }
+  // Nothing was done.
+  connection->Execute(u"CREATE TABLE T (A integer)", -1);
+  rows->Open(u"SELECT 1", *connection, platform::CursorType::Static,
+             platform::LockType::BatchOptimistic, -1);
+}
+
+// A system that does not answer to Wine's name, by which the DLL knows it.
+class NotWine {
+ public:
+  NotWine() { Rename('n', 'N'); }
+  NotWine(const NotWine&) = delete;
+  NotWine& operator=(const NotWine&) = delete;
+  ~NotWine() { Rename('N', 'n'); }
+
+ private:
+  // The last letter of the name in ntdll's own list of exports, in this process.
+  static void Rename(char from, char to) {
+    auto* const image = reinterpret_cast<char*>(GetModuleHandleW(L"ntdll.dll"));
+    const auto& header = *reinterpret_cast<const IMAGE_NT_HEADERS*>(
+        image + reinterpret_cast<const IMAGE_DOS_HEADER*>(image)->e_lfanew);
+    const auto& place = header.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
+    const auto& exports =
+        *reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(image + place.VirtualAddress);
+    const auto* const names = reinterpret_cast<const DWORD*>(image + exports.AddressOfNames);
+    const std::string wanted = std::string("wine_get_versio") + from;
+    for (DWORD i = 0; i < exports.NumberOfNames; ++i) {
+      char* const name = image + names[i];
+      if (name == wanted) {
+        char& letter = name[wanted.size() - 1];
+        DWORD before = 0;
+        EXPECT_TRUE(VirtualProtect(&letter, 1, PAGE_READWRITE, &before));
+        letter = to;
+        VirtualProtect(&letter, 1, before, &before);
+        return;
+      }
+    }
+    FAIL() << "ntdll does not export " << wanted;
+  }
+};
+
+TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
+  const auto connection = NewAdoConnection();
+  const auto registerServer = Export<Answer>("DllRegisterServer");
+  const auto getClassObject =
+      Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+  ASSERT_TRUE(registerServer != nullptr && getClassObject != nullptr);
+  ASSERT_EQ(Export<Answer>("DllUnregisterServer")(), S_OK);
+  ::windows::ComPtr<IUnknown> factory;
+  {
+    const NotWine windows;
+    EXPECT_EQ(registerServer(), HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED));
+    EXPECT_EQ(getClassObject(kConnectionClass, IID_IClassFactory, factory.ReceiveVoid()),
+              CLASS_E_CLASSNOTAVAILABLE);
+  }
+  EXPECT_FALSE(factory);
+  EXPECT_FALSE(HasKey(kConnectionKey));
+  EXPECT_EQ(registerServer(), S_OK);
+  EXPECT_EQ(getClassObject(kConnectionClass, IID_IClassFactory, factory.ReceiveVoid()), S_OK);
+}
+
+TEST_F(AdoOdbc, UnregisteringLeavesClassesThatAnotherFileServes) {
+  constexpr auto kServer =
+      L"Software\\Classes\\CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}\\InprocServer32";
+  constexpr wchar_t kWinesOwn[] = L"C:\\windows\\system32\\msado15.dll";
+  const auto connection = NewAdoConnection();
+  const auto unregisterServer = Export<Answer>("DllUnregisterServer");
+  ASSERT_NE(unregisterServer, nullptr);
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kServer, nullptr, REG_SZ, kWinesOwn, sizeof kWinesOwn);
+  EXPECT_EQ(unregisterServer(), S_OK);
+  EXPECT_TRUE(HasKey(kConnectionKey));
+  EXPECT_TRUE(HasKey(L"ADODB.Connection"));
+  EXPECT_FALSE(HasKey(L"ADODB.Recordset"));
+  EXPECT_EQ(Export<Answer>("DllRegisterServer")(), S_OK);
+}
+
+TEST_F(AdoOdbc, TheDllIsNotFreedOnceItHasMadeAnObject) {
+  { const auto connection = NewAdoConnection(); }
+  constexpr int kMoreOftenThanItWasLoaded = 100;
+  for (int i = 0; i < kMoreOftenThanItWasLoaded; ++i) {
+    const HMODULE module = GetModuleHandleW(L"AdoOdbc.dll");
+    ASSERT_NE(module, nullptr);
+    FreeLibrary(module);
+  }
+  EXPECT_TRUE(NewAdoConnection());
+}
+
+TEST_F(AdoOdbc, TheDllIsInUseAsLongAsAnyOfItsObjectsLives) {
   auto connection = NewAdoConnection();
   const auto canUnload = Export<Answer>("DllCanUnloadNow");
   ASSERT_NE(canUnload, nullptr) << "ADO's class is not AdoOdbc's";

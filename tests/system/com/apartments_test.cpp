@@ -1,65 +1,17 @@
 // Two threads with an apartment each: sessions of their own, and calls between them.
 #include <filesystem>
-#include <functional>
+#include <fstream>
 #include <gmock/gmock.h>
 
+#include "system/com/apartment.h"
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
 #include "system/com/database.h"
-#include "system/com/thread.h"
+#include "system/com/host_registration.h"
 #include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
-
-// A thread with an apartment and a message loop, which runs what it is given.
-class Apartment {
- public:
-  Apartment() { WaitForSingleObject(ready_, INFINITE); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() {
-    PostThreadMessageW(thread_.id(), WM_QUIT, 0, 0);
-    WaitForSingleObject(ended_, INFINITE);
-    CloseHandle(ready_);
-    CloseHandle(done_);
-    CloseHandle(ended_);
-  }
-
-  // Runs `work` on the apartment's thread and waits for its end, dispatching this thread's
-  // messages.
-  bool Do(std::function<void()> work) {
-    work_ = std::move(work);
-    PostThreadMessageW(thread_.id(), kWork, 0, 0);
-    return PumpUntil([&] { return WaitForSingleObject(done_, 0) == WAIT_OBJECT_0; });
-  }
-
- private:
-  static constexpr UINT kWork = WM_APP;
-
-  void Run() {
-    CoInitialize(nullptr);
-    MSG message;
-    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
-    SetEvent(ready_);
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-      if (message.hwnd == nullptr && message.message == kWork) {
-        work_();
-        SetEvent(done_);
-      } else {
-        DispatchMessageW(&message);
-      }
-    }
-    CoUninitialize();
-    SetEvent(ended_);
-  }
-
-  std::function<void()> work_;
-  HANDLE ready_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  HANDLE done_ = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  HANDLE ended_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  Thread thread_{[this] { Run(); }};
-};
 
 // The description of the error with which a DBVilnor cannot be made; "" when one was made.
 std::wstring CreationError() {
@@ -149,6 +101,49 @@ TEST(Apartments, HaveANotificationWindowEach) {
   EXPECT_EQ(NotificationWindows(), 1);
   ASSERT_TRUE(second.Do([&] { secondSession = {}; }));
   EXPECT_EQ(NotificationWindows(), 0);
+}
+
+// Its own settings are empty, whatever the other apartment was told.
+TEST(Apartments, WithoutSettingsReportANotificationAndLeaveItsResult) {
+  constexpr UINT kNewCaseReady = 10002;
+  const BoxAnswerer boxes;
+  const HostRegistration host;
+  TestDatabase database;
+  const auto result = host.ExchangeFolder() / L"OutNewCase4712.xml";
+  std::ofstream(result, std::ios::binary)
+      << "<a><Status>5</Status><Id>L-9</Id><UserDefData>4712&amp;12&amp;3</UserDefData></a>";
+  Apartment first;
+  Apartment second;
+  ComPtr<_BVilnor> session;
+  ComPtr<_BVilnor> withoutSettings;
+  HWND window = nullptr;
+  HWND windowWithoutSettings = nullptr;
+  ASSERT_TRUE(first.Do([&] {
+    session = NewBVilnor();
+    Init(*session.get(), database.ConnectionString());
+    window = NotificationWindowHandles().front();
+  }));
+  ASSERT_TRUE(second.Do([&] {
+    withoutSettings = NewBVilnor();
+    windowWithoutSettings = NotificationWindowOf(GetCurrentThreadId());
+  }));
+  SendMessageA(windowWithoutSettings, kNewCaseReady, 4712, 0);
+  EXPECT_THAT(boxes.Texts(), testing::ElementsAre(testing::EndsWith(L" in ReadNewCase")));
+  EXPECT_TRUE(std::filesystem::exists(result));
+
+  SendMessageA(window, kNewCaseReady, 4712, 0);
+  EXPECT_THAT(boxes.Texts(), testing::SizeIs(1));
+  EXPECT_FALSE(std::filesystem::exists(result));
+  EXPECT_THAT(database.Rows(u"CaseId", u"Vilnor WHERE CaseId = 'L-9'"),
+              testing::ElementsAre(u"L-9"));
+  ASSERT_TRUE(second.Do([&] {
+    withoutSettings = {};
+    EndNotificationWindows();
+  }));
+  ASSERT_TRUE(first.Do([&] {
+    session = {};
+    EndNotificationWindows();
+  }));
 }
 
 TEST(Apartments, CallEachOtherThroughTheTypeLibrarysMarshaller) {

@@ -38,6 +38,17 @@ HICON BoxIcon(HWND box) {
   return nullptr;
 }
 
+int DefaultButton(HWND box) {
+  for (const int button : {IDOK, IDYES, IDNO}) {
+    const HWND control = GetDlgItem(box, button);
+    if (control != nullptr &&
+        (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON) {
+      return button;
+    }
+  }
+  return 0;
+}
+
 }  // namespace
 
 BoxAnswerer::~BoxAnswerer() {
@@ -79,7 +90,11 @@ bool BoxAnswerer::IsMine(HWND box) const {
 void BoxAnswerer::Answer(HWND box) {
   {
     const std::lock_guard lock(mutex_);
-    shown_.push_back({.title = TextOf(box), .text = BoxText(box), .icon = BoxIcon(box)});
+    shown_.push_back({.title = TextOf(box),
+                      .text = BoxText(box),
+                      .icon = BoxIcon(box),
+                      .owner = GetWindow(box, GW_OWNER),
+                      .defaultButton = DefaultButton(box)});
   }
   if (atBox_) {
     atBox_();

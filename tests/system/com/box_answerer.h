@@ -13,6 +13,9 @@ struct ShownBox {
   std::wstring title;
   std::wstring text;
   HICON icon = nullptr;
+  HWND owner = nullptr;
+  // Which of IDOK, IDYES, IDNO Enter gives.
+  int defaultButton = 0;
 };
 
 enum class Boxes { OfThisProcess, OfEveryProcess };

@@ -1,27 +1,15 @@
 #include "system/com/component.h"
 
+#include <algorithm>
 #include <array>
-#include <vector>
 
+#include "system/com/neighbour.h"
 #include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
 
 constexpr const char* kWindowClass = "KestraToVilnor";
-
-std::vector<HWND> Windows() {
-  std::vector<HWND> windows;
-  HWND window = nullptr;
-  while ((window = FindWindowExA(nullptr, window, kWindowClass, nullptr)) != nullptr) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process == GetCurrentProcessId()) {
-      windows.push_back(window);
-    }
-  }
-  return windows;
-}
 
 }  // namespace
 
@@ -34,6 +22,14 @@ std::wstring ProgramFolder() {
 
 std::wstring DllPath() {
   return ProgramFolder() + L"\\Vilnor.dll";
+}
+
+std::wstring AdoPath() {
+  return ProgramFolder() + L"\\..\\ado-odbc\\AdoOdbc.dll";
+}
+
+std::wstring NeighbourPath() {
+  return ProgramFolder() + L"\\..\\neighbour\\" + kNeighbour;
 }
 
 Module::~Module() {
@@ -82,12 +78,32 @@ void Init(_BVilnor& session, std::u16string_view connectionString) {
   session.InitVilnor(connection.Reference(), &language, &type);
 }
 
+std::vector<HWND> NotificationWindowHandles() {
+  std::vector<HWND> windows;
+  HWND window = nullptr;
+  while ((window = FindWindowExA(nullptr, window, kWindowClass, nullptr)) != nullptr) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId()) {
+      windows.push_back(window);
+    }
+  }
+  return windows;
+}
+
 int NotificationWindows() {
-  return static_cast<int>(Windows().size());
+  return static_cast<int>(NotificationWindowHandles().size());
+}
+
+HWND NotificationWindowOf(DWORD thread) {
+  const auto windows = NotificationWindowHandles();
+  const auto found = std::ranges::find_if(
+      windows, [&](HWND window) { return GetWindowThreadProcessId(window, nullptr) == thread; });
+  return found == windows.end() ? nullptr : *found;
 }
 
 void EndNotificationWindows() {
-  for (HWND window : Windows()) {
+  for (HWND window : NotificationWindowHandles()) {
     DestroyWindow(window);
   }
   UnregisterClassA(kWindowClass, nullptr);

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "com/interfaces.h"
 #include "windows/bstr.h"
@@ -16,6 +17,8 @@ using windows::ComPtr;
 // Folder of the test program, without a trailing backslash.
 std::wstring ProgramFolder();
 std::wstring DllPath();
+// The stand-in for ADO, where one has been built.
+std::wstring AdoPath();
 
 // A DLL loaded for as long as the object lives, with the calls that every component exports.
 class Module {
@@ -65,8 +68,11 @@ class TextArgument {
 // InitVilnor with language 1 and database type 2. S_OK and no box.
 void Init(_BVilnor& session, std::u16string_view connectionString);
 
-// The process's windows of the class "KestraToVilnor".
+// The process's windows of the class "KestraToVilnor", the uppermost first.
+std::vector<HWND> NotificationWindowHandles();
 int NotificationWindows();
+// The uppermost one of a thread; null when it has none.
+HWND NotificationWindowOf(DWORD thread);
 // Ends those of the calling thread, and their class with the last of them.
 void EndNotificationWindows();
 

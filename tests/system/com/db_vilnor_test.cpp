@@ -110,6 +110,25 @@ TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
   EXPECT_EQ(Field(*patient.get(), u"PersNr"), Value(u"1234"));
 }
 
+TEST_F(DBVilnor, HandsOutRecordsetsWithTheCallersReferenceOnly) {
+  Create();
+  using Lookup = HRESULT (STDMETHODCALLTYPE _DBVilnor::*)(long*, IDispatch**);
+  struct Row {
+    Lookup lookup;
+    long key;
+  };
+  for (auto [lookup, key] :
+       {Row{&_DBVilnor::GetFHPById, 78}, Row{&_DBVilnor::GetBIDById, 13},
+        Row{&_DBVilnor::GetRIDById, 4}, Row{&_DBVilnor::GetPIDById, 4716},
+        Row{&_DBVilnor::GetPreRequestCostByFHPid, 77}, Row{&_DBVilnor::GetPatientByPID, 4715},
+        Row{&_DBVilnor::GetPatientSSNByPID, 4713}}) {
+    IDispatch* rows = nullptr;
+    ASSERT_EQ((object_.get()->*lookup)(&key, &rows), S_OK);
+    ASSERT_NE(rows, nullptr);
+    EXPECT_EQ(rows->Release(), 0U) << "key " << key;
+  }
+}
+
 TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
   Create();
   long pid = 1;

@@ -1,9 +1,14 @@
 // Registers the component for the run, and the stand-in for ADO where one lies beside the program.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include "system/com/component.h"
+#include "system/com/holding_process.h"
 #include "system/com/host_registration.h"
+#include "system/com/neighbour.h"
 
 namespace {
 
@@ -14,7 +19,7 @@ class RegisteredComponent : public testing::Environment {
     const system_tests::Module component(system_tests::DllPath());
     ASSERT_TRUE(component.loaded());
     ASSERT_HRESULT_SUCCEEDED(component.RegisterServer());
-    const system_tests::Module ado(system_tests::ProgramFolder() + L"\\AdoOdbc.dll");
+    const system_tests::Module ado(system_tests::AdoPath());
     if (ado.loaded()) {
       ASSERT_HRESULT_SUCCEEDED(ado.RegisterServer());
     }
@@ -34,13 +39,23 @@ class CleanDesktop : public testing::EmptyTestEventListener {
   }
 };
 
+// --beside-neighbour: everything beside a shared unwinder that was loaded first.
+bool LoadNeighbour(const std::vector<std::string_view>& arguments) {
+  const bool wanted = std::ranges::find(arguments, "--beside-neighbour") != arguments.end();
+  return !wanted || LoadLibraryW(system_tests::NeighbourPath().c_str()) != nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (system_tests::RanAsLinkProgram()) {
+  if (system_tests::RanAsLinkProgram() ||
+      system_tests::RanAsHoldingProcess({argv + 1, argv + argc})) {
     return 0;
   }
   testing::InitGoogleMock(&argc, argv);
+  if (!LoadNeighbour({argv + 1, argv + argc})) {
+    return 1;
+  }
   testing::AddGlobalTestEnvironment(std::make_unique<RegisteredComponent>().release());
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<CleanDesktop>().release());
   return RUN_ALL_TESTS();

@@ -57,5 +57,35 @@ TEST_F(Notifications, ThatArriveAtTheQuestionAreReadWholeAndTheAnswerStillHolds)
               testing::ElementsAre(u"L-9"));
 }
 
+// The answerer's OK ends the error's box; it is no answer to the question.
+TEST_F(Notifications, WhoseQuestionEndsWithTheHostChangeNothing) {
+  Put(L"OutExistCase901.xml", "<a><Cancelled>3</Cancelled></a>");
+  const DWORD thread = GetCurrentThreadId();
+  std::vector<std::wstring> texts;
+  {
+    bool quits = false;
+    const BoxAnswerer boxes(Boxes::OfThisProcess, IDOK, [&] {
+      if (!quits) {
+        PostThreadMessageW(thread, WM_QUIT, 0, 0);
+      }
+      quits = true;
+    });
+    SendMessageA(window_, kExistCaseReady, 901, 0);
+    texts = boxes.Texts();
+  }
+  // The host's own loop ends, too. No word of it is left for the next test's boxes.
+  int words = 0;
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) {
+    ++words;
+  }
+  EXPECT_GE(words, 1);
+  ASSERT_FALSE(texts.empty());
+  EXPECT_THAT(texts.front(), testing::HasSubstr(L"Ta bort kopplingen"));
+  EXPECT_TRUE(std::filesystem::exists(File(L"OutExistCase901.xml")));
+  EXPECT_THAT(database_.Rows(u"CaseId", u"Vilnor WHERE VilnorId = 901"),
+              testing::ElementsAre(u"L-1"));
+}
+
 }  // namespace
 }  // namespace system_tests

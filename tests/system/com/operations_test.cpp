@@ -6,6 +6,7 @@
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
 #include "system/com/database.h"
+#include "system/com/process_state.h"
 #include "system/com/script_view.h"
 
 namespace system_tests {
@@ -187,6 +188,32 @@ TEST_F(BVilnorOperations, KeepUsers) {
             u"åsa");
   EXPECT_EQ(session_->DeleteVilnorUser(Number(4711)), S_OK);
   EXPECT_THAT(UserNames(u"PID = 4711"), IsEmpty());
+}
+
+// Each call gives the text that the one before it left back to the system.
+TEST_F(BVilnorOperations, KeepNoMessageOfTheSendCheck) {
+  constexpr int kCalls = 100;
+  database_.Execute(
+      u"UPDATE SEPrerequest SET PlanTreatmUJaw = '1 2 3 4 5' WHERE SEPrerequestID = 78");
+  Number fhpId(78);
+  short code = 0;
+  TextArgument message(u"");
+  const auto check = [&] {
+    EXPECT_FALSE(Truth(
+        [&](auto* out) { return session_->OKToSend(fhpId, &code, message.Reference(), out); }));
+    EXPECT_EQ(code, 100);
+  };
+  // What the first calls allocate for good.
+  for (int i = 0; i < 10; ++i) {
+    check();
+  }
+  const std::size_t before = HeapBytes();
+  for (int i = 0; i < kCalls; ++i) {
+    check();
+  }
+  const std::size_t text = message.Text().size() * sizeof(char16_t);
+  ASSERT_GT(text, 200U);
+  EXPECT_LT(HeapBytes(), before + kCalls * text / 2);
 }
 
 }  // namespace

@@ -1,33 +1,13 @@
 // When the DLL may be unloaded. Each test loads a copy of it, with counts of its own.
-#include <filesystem>
 #include <gmock/gmock.h>
 
 #include "system/com/component.h"
+#include "system/com/copied_dll.h"
 #include "system/com/event_sink.h"
 #include "system/com/host_registration.h"
 
 namespace system_tests {
 namespace {
-
-// A fresh copy of the DLL under another name, gone with the object.
-class CopiedDll {
- public:
-  CopiedDll() { std::filesystem::copy_file(DllPath(), path_, kOverwrite); }
-  CopiedDll(const CopiedDll&) = delete;
-  CopiedDll& operator=(const CopiedDll&) = delete;
-  ~CopiedDll() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-  }
-  std::wstring path() const { return path_.wstring(); }
-
- private:
-  static constexpr auto kOverwrite = std::filesystem::copy_options::overwrite_existing;
-  inline static int count_ = 0;
-
-  std::filesystem::path path_ =
-      std::filesystem::temp_directory_path() / (L"Vilnor" + std::to_wstring(++count_) + L".dll");
-};
 
 class Unloading : public testing::Test {
  protected:
@@ -48,7 +28,7 @@ class Unloading : public testing::Test {
     return session;
   }
 
-  CopiedDll file_;
+  CopiedDll file_{DllPath()};
   Module copy_{file_.path()};
 };
 

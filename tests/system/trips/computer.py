@@ -3,6 +3,7 @@ link program on its drive."""
 
 import os
 import re
+import select
 import shutil
 import subprocess
 import time
@@ -12,7 +13,7 @@ from pathlib import Path
 CHECKOUT = Path(__file__).resolve().parents[3]
 
 ENTER = ('source "$0/scripts/lib.sh"; source "$0/wine/session.sh"; '
-         'place=$1 session=$2 session_locale=$3; shift 3; in_wine "$@"')
+         'session=$1; shift; in_wine "$@"')
 
 PER_USER_SETTINGS = r"HKEY_CURRENT_USER\Software\VB and VBA Program Settings\KESTRA\Environment"
 MACHINE = r"HKEY_LOCAL_MACHINE\SOFTWARE"
@@ -38,9 +39,29 @@ def wait_until(condition, seconds=60):
     return True
 
 
+def names_in(exchange):
+    """Sorted; the moment at which a result was set aside reads "DATE TIME"."""
+    return sorted(re.sub(r" \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d", " DATE TIME", file.name)
+                  for file in exchange.iterdir())
+
+
 def is_whole(copy):
     """Whether a command line that the link program copies is there to its end."""
     return copy.is_file() and copy.read_bytes().endswith(b"\n")
+
+
+def output_of(process):
+    """What it writes until it has ended, in pieces. Its pipe stays open for longer: the first program
+    with a window starts Wine's desktop, which inherits it and stays while any other program runs."""
+    ended = False
+    while not ended:
+        ended = process.poll() is not None
+        while select.select([process.stdout], [], [], 0 if ended else 0.02)[0]:
+            piece = os.read(process.stdout.fileno(), 1 << 16)
+            if not piece:
+                process.wait()
+                return
+            yield piece
 
 
 @dataclass
@@ -70,10 +91,15 @@ class HostRun:
 
 
 class Computer:
-    def __init__(self, place, session, locale, programs):
-        self._enter = ["bash", "-c", ENTER, str(CHECKOUT), place, session, locale]
+    """`folder` is the programs' current one when they start: by default the session's, on the drive Z,
+    whose root cannot be written into."""
+
+    def __init__(self, session, programs, folder=None):
+        self._enter = ["bash", "-c", ENTER, str(CHECKOUT), session]
         self.work = Path(session) / "desk"
         self.drive = Path(session) / "prefix" / "drive_c"
+        self._folder = self.unix_path(folder) if folder else session
+        self.is_on_drive_c = folder is not None
         self._programs = Path(programs)
         self.host_folder = self.drive / "Kestra"
         self.exchange = self.host_folder / "Vilnor"
@@ -100,6 +126,7 @@ class Computer:
         """Starts a Windows program; with `plan`, the link program follows it."""
         environment = {name: value for name, value in os.environ.items()
                        if name != "VILNOR_LINK_PLAN"}
+        environment["session_folder"] = str(self._folder)
         if plan is not None:
             environment["VILNOR_LINK_PLAN"] = plan
         return subprocess.Popen([*self._enter, "timeout", str(bound), "wine", *command],
@@ -108,7 +135,8 @@ class Computer:
 
     @staticmethod
     def finish(process):
-        output, _ = process.communicate()
+        output = b"".join(output_of(process))
+        process.stdout.close()
         lines = output.decode("utf-8", errors="replace").splitlines()
         # The link program's own log gets in between; its lines begin with the time.
         return HostRun(process.returncode,

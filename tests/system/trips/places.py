@@ -2,7 +2,7 @@
 per-user setting and real folders: what is registered, and what the component makes of it."""
 
 import shutil
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 
 from computer import (HOST_FIRST, HOST_SECOND, HOST_THIRD, LINK, PER_USER_SETTINGS, PLACES,
                       is_whole, wait_until)
@@ -13,6 +13,7 @@ NOT_FOUND = ('"Kunde inte hitta Vilnor Link programmet (Link.exe)\\r\\n\\r\\n'
              'Verktyg/Inställningar - Denna arbetsplats/Generellt"')
 NOT_STARTED = '"53 File not found in StartVilnor"'
 NO_HOST = '"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath"'
+NO_FOLDER = '"76 Path not found in GetVilnorOutputPath"'
 LINK_PROGRAM = r"C:\Link\Link.exe"
 # The component does not quote the path; the system does, once it has found the program.
 LINK_WITH_BLANKS = r'"C:\Vilnor Link\Link.exe"'
@@ -20,6 +21,10 @@ REQUEST = "Search19850312-1234.xml"
 
 LINK_THERE = {(LINK, "Path"): r"C:\Link"}
 HOST_THERE = {(HOST_FIRST, "Path"): "C:\\Kestra\\"}
+
+
+# The request goes to the root of the current drive, and the link program is given it there.
+IN_THE_ROOT = {"alone": False}
 
 
 def setting(text):
@@ -38,6 +43,7 @@ class Place:
     created: tuple = ()                  # keys that came into being, empty
     alone: bool = False                  # started without arguments
     call: str = "search 4711"
+    on_drive_c: dict = field(default_factory=dict)  # what differs when the current drive is C
 
     def __post_init__(self):
         self.name = "places: " + self.name
@@ -67,10 +73,12 @@ PLACES_TABLE = [
           exchange=r"C:\Tandläkare vid Ån\Vilnor"),
     Place("without any registration of the host the link program is started alone",
           LINK_THERE, exchange="", boxes=[NO_HOST, "* in WriteSearchPatient"], alone=True,
-          created=(HOST_FIRST, HOST_SECOND, HOST_THIRD)),
+          created=(HOST_FIRST, HOST_SECOND, HOST_THIRD),
+          on_drive_c={**IN_THE_ROOT, "boxes": [NO_HOST]}),
     Place("a missing parent folder is not made, and the link program is started alone",
           {(HOST_FIRST, "Path"): "C:\\Nowhere\\Kestra\\", **LINK_THERE}, exchange="", alone=True,
-          boxes=['"76 Path not found in GetVilnorOutputPath"', "* in WriteSearchPatient"]),
+          boxes=[NO_FOLDER, "* in WriteSearchPatient"],
+          on_drive_c={**IN_THE_ROOT, "boxes": [NO_FOLDER]}),
 
     # --- The link program's registration.
     Place("the link program's registration without a backslash", {**HOST_THERE, **LINK_THERE}),
@@ -146,6 +154,8 @@ class PlaceRunner:
 
     def play(self, place):
         computer, check = self._computer, self._report.check
+        if computer.is_on_drive_c:
+            place = replace(place, name=place.name.removeprefix("places: "), **place.on_drive_c)
         self._prepare(place)
         before = {key for key in PLACES if any(key == where for where, _ in place.registry)}
         plan = f"outcome=sent;keep={computer.windows_path(computer.kept)}"
@@ -171,7 +181,8 @@ class PlaceRunner:
         computer = self._computer
         stem = "" if place.alone else REQUEST.removesuffix("xml")
         kept = computer.kept / f"{stem}commandline.txt"
-        request = computer.unix_path(place.exchange) / REQUEST if place.exchange else None
+        is_written = place.exchange or (place.started and not place.alone)
+        request = computer.unix_path(place.exchange) / REQUEST if is_written else None
         if place.started:
             came = wait_until(lambda: is_whole(kept))
             wait_until(lambda: request is None or not request.exists())

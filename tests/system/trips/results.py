@@ -6,7 +6,7 @@ link program leaves its result."""
 import socket
 from dataclasses import dataclass, field
 
-from computer import wait_until
+from computer import names_in, wait_until
 from databases import Changes
 from trip_runner import Outcome, like
 from trips import NEW_JOURNAL, NEW_LINK, box
@@ -42,6 +42,7 @@ class Result:
     content: bytes | None        # None: there is no file
     changes: list = field(default_factory=list)
     stays: bool = False
+    renamed: bool = False        # done with, but it could not be deleted
     boxes: list = field(default_factory=list)
     events: int = 0
     call: str = "read-new-case 4711"
@@ -51,6 +52,12 @@ class Result:
 
     def __post_init__(self):
         self.name = "result file " + self.name
+
+    @property
+    def left(self):
+        if self.renamed:
+            return [self.file.replace("Out", "Done").replace(".xml", " DATE TIME.xml")]
+        return [self.file] if self.stays else []
 
 
 def entered(name, content, **more):
@@ -82,6 +89,7 @@ PORT = b"@PORT@"
 CALLING = (f'<!DOCTYPE Result SYSTEM "http://127.0.0.1:{PORT.decode()}/result.dtd" '
            f'[<!ENTITY x SYSTEM "http://127.0.0.1:{PORT.decode()}/x">]>'
            + BODY.replace("anna", "anna&x;"))
+CALLING_TYPE = f'<!DOCTYPE Result SYSTEM "http://127.0.0.1:{PORT.decode()}/result.dtd">' + BODY
 OUTSIDE_TYPE = '<!DOCTYPE Result SYSTEM "file:///C:/Kestra/secret.dtd">' + BODY
 DOUBLINGS = "".join(f'<!ENTITY d{i} "&d{i - 1};&d{i - 1};">' for i in range(1, 31))
 BOMB = (f'<!DOCTYPE Result [<!ENTITY d0 "lots">{DOUBLINGS}]>' + BODY.replace("anna", "&d30;"))
@@ -116,7 +124,8 @@ RESULTS = [
     refused("with one separator too few", with_part("UserDefData", "4711&amp;12"),
             "5 Invalid procedure call or argument"),
     ignored("with an outside entity", as_it_is(ENTITY)),
-    ignored("with an outside document type", as_it_is(OUTSIDE_TYPE)),
+    entered("with an outside document type, which is not read", as_it_is(OUTSIDE_TYPE)),
+    entered("with a document type of a server, which is not called", as_it_is(CALLING_TYPE)),
     ignored("with an entity and a document type of a server, which is not called",
             as_it_is(CALLING)),
     ignored("with entities that grow without end", as_it_is(BOMB)),
@@ -127,18 +136,18 @@ RESULTS = [
     Result("being read by another program, entered and not deleted", as_it_is(BODY), held="read",
            changes=ENTERED, events=1, stays=True, boxes=[DENIED]),
     Result("read-only, entered and not deleted", as_it_is(BODY), read_only=True,
-           changes=ENTERED, events=1, stays=True, boxes=[DENIED]),
+           changes=ENTERED, events=1, renamed=True, boxes=[DENIED]),
     ignored("of an application, ending too early", as_it_is(APPLICATION_BODY[:-4]), **APPLICATION),
     ignored("of an application, locked by another program", as_it_is(APPLICATION_BODY),
             held="none", **APPLICATION),
     Result("of an application, read-only, entered and not deleted", as_it_is(APPLICATION_BODY),
-           read_only=True, changes=APPLICATION_GONE, events=1, stays=True,
+           read_only=True, changes=APPLICATION_GONE, events=1, renamed=True,
            boxes=[box("70 Permission denied in ReadNewFHP")], **APPLICATION),
     ignored("of an existing case, ending too early", as_it_is(EXISTING_BODY[:-4]), **EXISTING),
     ignored("of an existing case, locked by another program", as_it_is(EXISTING_BODY),
             held="none", **EXISTING),
     Result("of an existing case, read-only, entered and not deleted", as_it_is(EXISTING_BODY),
-           read_only=True, changes=EXISTING_GONE, events=1, stays=True,
+           read_only=True, changes=EXISTING_GONE, events=1, renamed=True,
            boxes=[box("70 Permission denied in ReadExistCase")], **EXISTING),
 ]
 
@@ -175,15 +184,13 @@ class ResultRunner:
             path.chmod(0o444)
         changes = Changes(self._database)
         run = self._read(result, path)
-        outcome = Outcome(changes.list(), [file.name for file in computer.exchange.iterdir()],
-                          run.boxes, len(run.events))
+        outcome = Outcome(changes.list(), names_in(computer.exchange), run.boxes, len(run.events))
         self._report.check(f"{name}: the host ends well", 0, run.status)
         if content != result.content:
             self._report.hold(f"{name}: nobody is called", not was_called(listener), "a call came")
         listener.close()
         self._report.check(f"{name}: rows", result.changes, outcome.changes)
-        self._report.check(f"{name}: files left", [result.file] if result.stays else [],
-                           outcome.left)
+        self._report.check(f"{name}: files left", result.left, outcome.left)
         if result.stays and path.exists():
             self._report.hold(f"{name}: the file is as it was",
                               path.read_bytes() == content, "it is not")

@@ -19,8 +19,9 @@ def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--locale", choices=DECIMAL_SEPARATORS, required=True)
     parser.add_argument("--bin", required=True)
-    parser.add_argument("--enter", nargs=3, required=True)
+    parser.add_argument("--session", required=True)
     parser.add_argument("--postgresql", nargs=2, required=True)
+    parser.add_argument("--drive-c", action="store_true")
     parser.add_argument("--only", default="")
     parser.add_argument("--write", action="store_true")
     return parser.parse_args()
@@ -31,7 +32,8 @@ class Run:
 
     def __init__(self, arguments):
         self._arguments = arguments
-        self._computer = Computer(*arguments.enter, arguments.bin)
+        self._computer = Computer(arguments.session, arguments.bin,
+                                  r"C:\Kestra" if arguments.drive_c else None)
         self._computer.install()
         self.failed = False
 
@@ -57,7 +59,7 @@ class Run:
     def _play_the_rest(self, trips, database, report):
         results = self._all_of(ResultRunner(self._computer, database, report), RESULTS)
         places = self._all_of(PlaceRunner(self._computer, database, report), PLACES_TABLE)
-        if not self._arguments.only:
+        if not self._arguments.only and not self._arguments.drive_c:
             page.check({"trips": page.trips_table(trips), "results": page.results_table(results),
                         "places": page.places_table(places)}, report, self._arguments.write)
 

@@ -4,7 +4,7 @@ import fnmatch
 import xml.etree.ElementTree as tree
 from dataclasses import dataclass, field
 
-from computer import HOST_FIRST, LINK, is_whole, wait_until
+from computer import HOST_FIRST, LINK, is_whole, names_in, wait_until
 from databases import Changes
 from pictures import take_picture
 from trips import CASE_FIELD, QUESTION_TITLE, SENT_BUTTON, TITLE, USER_FIELD
@@ -112,7 +112,7 @@ class TripRunner:
 
     def _files(self):
         exchange = self._computer.exchange
-        return sorted(file.name for file in exchange.iterdir()) if exchange.is_dir() else []
+        return names_in(exchange) if exchange.is_dir() else []
 
     def _check_start(self, trip):
         """How the component started the link program; and the end of a trip without an answer."""

@@ -60,6 +60,20 @@ TEST_F(Regional, ReadsItsOwnDatesAsTheSystemDoes) {
   }
 }
 
+// Also what DateFromParts makes of its parts in pictures with a month's name or a weekday.
+TEST_F(Regional, ChangesMonthAndDayAsTheSystemDoes) {
+  for (std::wstring text :
+       {L"13/05/2002", L"05/13/2002", L"2002-13-05", L"2002-05-13", L"2/30/2002", L"30/2/2002",
+        L"13/13/2002", L"2002-02-30", L"0/12/2026", L"2-11-2007", L"5-22-2007", L"5 22 2007",
+        L"1-1010-2007", L"1-77-2002", L"01-0707-2002", L"11, 1 77 2002", L"22 2007-1-2"}) {
+    DATE read = 0;
+    const bool isDate = SUCCEEDED(VarDateFromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
+    EXPECT_EQ(automation::ParseDate(::windows::FromWide(text), regional_),
+              isDate ? std::optional(Date{read}) : std::nullopt)
+        << automation::ToUtf8(::windows::FromWide(text));
+  }
+}
+
 TEST_F(Regional, ReadsNumbersAsTheSystemDoes) {
   const std::wstring separator = ::windows::Wide({&regional_.decimalSeparator, 1});
   const std::vector<std::wstring> texts = {L"12", L"-3" + separator + L"25", L" 7 ", L"1e3",

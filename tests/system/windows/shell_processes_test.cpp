@@ -91,6 +91,25 @@ TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
   CloseHandle(event);
 }
 
+// The host's files and connections would stay open as long as the program runs.
+TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
+  const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
+  const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
+  SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+  HANDLE reading = nullptr;
+  HANDLE writing = nullptr;
+  ASSERT_NE(CreatePipe(&reading, &writing, &inheritable, 0), FALSE);
+  EXPECT_EQ(ErrorOf(program_.wstring() + WaitFor(name) + NoteTo(note_)), 0);
+  CloseHandle(writing);
+  // The program is running, and holds no other end of the pipe.
+  EXPECT_EQ(PeekNamedPipe(reading, nullptr, 0, nullptr, nullptr, nullptr), FALSE);
+  EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
+  SetEvent(event);
+  EXPECT_EQ(Noted().window, L"show 1");
+  CloseHandle(reading);
+  CloseHandle(event);
+}
+
 TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
   const fs::path inBlanks = folder_ / L"Program folder" / L"Link program.exe";
   fs::create_directory(inBlanks.parent_path());

@@ -49,6 +49,13 @@ TEST(Variant, ReadsIntegersOfEveryWidth) {
   EXPECT_EQ(ToValue(raw), Value(0.5));
 }
 
+TEST(Variant, ReadsASingleByItsSevenDigits) {
+  VARIANT raw{};
+  V_VT(&raw) = VT_R4;
+  V_R4(&raw) = 1.1F;
+  EXPECT_EQ(ToValue(raw), Value(1.1));
+}
+
 TEST(Variant, FollowsReferences) {
   long number = 4711;
   VARIANT raw{};

@@ -111,6 +111,19 @@ TEST(AmountsAsText, DropTheZerosThatEndTheirPlaces) {
   EXPECT_EQ(ToText(*ParseDecimal(u"12.0"), kUs), u"12");
 }
 
+TEST(Singles, AreWidenedByTheirSevenDigits) {
+  EXPECT_EQ(WidenSingle(1.1F), 1.1);
+  EXPECT_EQ(ToText(Value(WidenSingle(1.1F)), kSwedish), u"1,1");
+  EXPECT_EQ(WidenSingle(-0.1F), -0.1);
+  EXPECT_EQ(WidenSingle(1234567.0F), 1234567.0);
+  EXPECT_EQ(WidenSingle(16777216.0F), 16777220.0);
+  EXPECT_EQ(WidenSingle(3.402823466e38F), 3.402823e38);
+  EXPECT_EQ(WidenSingle(1e-45F), 1.401298e-45);
+  EXPECT_EQ(WidenSingle(0.0F), 0.0);
+  EXPECT_EQ(WidenSingle(std::numeric_limits<float>::infinity()),
+            std::numeric_limits<double>::infinity());
+}
+
 TEST(Decimals, HoldNinetySixBits) {
   const auto largest = ParseDecimal(u"79228162514264337593543950335");
   ASSERT_TRUE(largest);
@@ -256,6 +269,37 @@ TEST(Decimals, ReadAsTheNearestDouble) {
   EXPECT_EQ(DoubleOf(DecimalOf(-12)), -12);
   EXPECT_EQ(DecimalOf(12), (Decimal{.lo = 12, .hi = 0, .scale = 0, .negative = false}));
   EXPECT_EQ(DecimalOf(0), (Decimal{.lo = 0, .hi = 0, .scale = 0, .negative = false}));
+}
+
+// Whether no other double is nearer to numerator / denominator, both below 2^17 and 2^10.
+bool IsNearest(double number, std::uint64_t numerator, std::uint64_t denominator) {
+  int exponent = 0;
+  const double fraction = std::frexp(number, &exponent);
+  const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
+  const std::uint64_t exact = numerator << (53 - exponent);
+  const std::uint64_t found = mantissa * denominator;
+  return (exact > found ? exact - found : found - exact) <= denominator / 2;
+}
+
+TEST(NumberTexts, ReadAsTheNearestDouble) {
+  for (std::uint32_t thousandths = 1; thousandths < 100000; ++thousandths) {
+    const std::u16string text = Decimal10(thousandths) + u"e-3";
+    ASSERT_TRUE(IsNearest(ToDouble(text, kUs), thousandths, 1000)) << thousandths;
+  }
+}
+
+TEST(CurrencyAmounts, ReadAsTheNearestDouble) {
+  for (std::int32_t tenThousandths = 1; tenThousandths < 100000; ++tenThousandths) {
+    // Sixteen times the amount, so that the denominator is small.
+    const double number = ToDouble(Currency{tenThousandths}, kUs) * 16;
+    ASSERT_TRUE(IsNearest(number, static_cast<std::uint64_t>(tenThousandths), 625))
+        << tenThousandths;
+  }
+}
+
+TEST(WholeNumbers, OfADecimalAreThoseOfItsDouble) {
+  EXPECT_EQ(ToInt32(*ParseDecimal(u"3.49999999999999999999"), kUs), 4);
+  EXPECT_EQ(ToInt32(*ParseDecimal(u"2.50000000000000000001"), kUs), 2);
 }
 
 TEST(EveryKindOfValue, ReadsAsANumber) {

@@ -254,6 +254,36 @@ TEST(DateReading, ChangesMonthAndDayAtThirteenAlone) {
   EXPECT_FALSE(ParseDate(u"2026-12-00", kSwedish));
 }
 
+TEST(DateReading, TakesTwoSeparatorsWhereThePictureHasThem) {
+  const Regional uzbek{.shortDate = u"dd/MM yyyy", .twelveHourClock = false};
+  for (const Date date : {Day(2002, 7, 1), Day(1942, 12, 31), Time(2026, 11, 16, 14, 5)}) {
+    EXPECT_EQ(ParseDate(DateText(date, uzbek), uzbek), date);
+  }
+  EXPECT_EQ(ParseDate(u"1/7/2002", uzbek), Day(2002, 7, 1));
+  for (const auto* text : {u"1-7 2002", u"1 7/2002", u"1/7-2002", u"1/7", u"1/7 2002 1"}) {
+    EXPECT_FALSE(ParseDate(text, uzbek)) << ToUtf8(text);
+  }
+  EXPECT_FALSE(ParseDate(u"1/7 2002", kUs));
+}
+
+TEST(DateReading, TakesNoNamesOfMonthsOrWeekdays) {
+  for (const auto* text : {u"1 jul 2002", u"1-Jul-2002", u"Mon 1/7/2002", u"1/7/2002 Mon"}) {
+    EXPECT_FALSE(ParseDate(text, kUs)) << ToUtf8(text);
+  }
+}
+
+// No other order of a year of two digits is tried, as the runtime tries them.
+TEST(DateReading, GuessesNoOrderForAYearOfTwoDigits) {
+  for (const auto* text : {u"2/30/02", u"13/13/02", u"2/30/2002", u"30/2/2002"}) {
+    EXPECT_FALSE(ParseDate(text, kUs)) << ToUtf8(text);
+  }
+}
+
+TEST(DateTexts, OfPicturesWithNamesHaveNumbersInTheirPlaces) {
+  const Regional words{.shortDate = u"ddd d MMM yyyy", .twelveHourClock = false};
+  EXPECT_EQ(DateText(Day(2026, 1, 5), words), u"05 5 01 2026");
+}
+
 TEST(DateReading, TakesEachSeparatorOfDates) {
   for (const auto* text : {u"2002-7-1", u"2002/7/1", u"2002.7.1", u"2002 7 1"}) {
     EXPECT_EQ(ParseDate(text, kSwedish), Day(2002, 7, 1)) << ToUtf8(text);

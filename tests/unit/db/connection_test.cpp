@@ -1,6 +1,6 @@
 // The thread's shared connection and who keeps it open.
-#include <thread>
 
+#include "fakes/another_thread.h"
 #include "fixture.h"
 
 namespace unit {
@@ -41,15 +41,21 @@ TEST_F(SharedConnection, CannotBeOpenedByASecondObjectWhileItIsOpen) {
   EXPECT_TRUE(Boxes().empty()) << "the error goes to the creator";
 }
 
-TEST_F(SharedConnection, IsTakenFromTheFirstObjectByTheFailedSecondOnesEnd) {
+TEST_F(SharedConnection, IsLeftToTheFirstObjectByASecondThatCannotBeMade) {
   DBVilnor first;
-  ErrorNumberOf([] { const DBVilnor second; });
-  EXPECT_EQ(database.AliveConnections(), 0);
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
+  EXPECT_EQ(database.OpenConnections(), 1);
+  EXPECT_EQ(first.GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(SharedConnection, KeepsItsOpenRecordsetWhenASecondObjectCannotBeMade) {
+  DBVilnor first;
+  first.GetVilnorUserByPID(2);
+  EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
   EXPECT_EQ(first.GetVilnorUserByPID(1), u"");
   ASSERT_EQ(Boxes().size(), 1U);
-  EXPECT_TRUE(Boxes()[0].starts_with(u"3709 "));
-  const DBVilnor third;
-  EXPECT_EQ(first.GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(Boxes()[0].starts_with(u"3705 ")) << "an empty query leaves it open";
 }
 
 TEST_F(SharedConnection, IsTakenFromAllObjectsByTheEndOfOne) {
@@ -123,7 +129,7 @@ TEST_F(SharedConnection, FollowsASessionThatIsSetAnew) {
 TEST_F(SharedConnection, IsTheThreadsOwn) {
   DBVilnor operations;
   std::u16string userThere;
-  std::thread([&] {
+  fakes::OnAnotherThread([&] {
     platform::Use(ports);
     EXPECT_EQ(util::CurrentSession().gConnectionParameter, u"");
     util::CurrentSession() = session;
@@ -132,7 +138,7 @@ TEST_F(SharedConnection, IsTheThreadsOwn) {
     userThere = db::RenewGDB()->GetVilnorUserByPID(1);
     EXPECT_EQ(database.OpenConnections(), 2);
     db::ReleaseGDB();
-  }).join();
+  });
   EXPECT_EQ(userThere, u"åsa");
   EXPECT_EQ(database.OpenConnections(), 1);
   EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa");
@@ -142,12 +148,12 @@ TEST_F(SharedConnection, IsTheThreadsOwn) {
 TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
   DBVilnor operations;
   operations.DeleteVilnorUser(8);
-  std::thread([&] {
+  fakes::OnAnotherThread([&] {
     platform::Use(ports);
     util::CurrentSession() = session;
     EXPECT_EQ(db::CurrentConnectionState().gSql, u"");
     DBVilnor().DeleteVilnorUser(9);
-  }).join();
+  });
   EXPECT_EQ(db::CurrentConnectionState().gSql, u"Delete from VilnorPasient where PID = 8");
 }
 
@@ -162,22 +168,43 @@ TEST_F(ComponentsOwnObject, IsError91BeforeItIsMadeAndAfterItsRelease) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(ComponentsOwnObject, LeftOpenByAnEarlierOperationFailsTheNextOnceAndWorksThen) {
+TEST_F(ComponentsOwnObject, LeftByAnEarlierOperationIsReleasedBeforeTheNextIsMade) {
   db::RenewGDB();
-  EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
-  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
+  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
+  EXPECT_EQ(database.OpenConnections(), 1);
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(ComponentsOwnObject, IsReplacedAfterItsConnectionWasTaken) {
+  db::RenewGDB();
+  db::ReleaseShared();
   EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ComponentsOwnObject, TakesTheConnectionFromTheFreshOneWhenAnOlderOneIsReplaced) {
+TEST_F(ComponentsOwnObject, CannotBeMadeBesideTheHostsOwnAndTakesNothingFromIt) {
+  DBVilnor hosts;
+  EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
+  EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
+  EXPECT_EQ(hosts.GetVilnorUserByPID(1), u"åsa");
+}
+
+TEST_F(ComponentsOwnObject, StaysWithTheOperationWhoseCallIsStillRunning) {
+  const auto running = db::RenewGDB();
+  EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
+  EXPECT_EQ(db::GDB(), running);
+  EXPECT_EQ(running->GetVilnorUserByPID(1), u"åsa");
+}
+
+TEST_F(ComponentsOwnObject, IsTheOneMadeUnlessAnotherOperationReplacedIt) {
+  const std::weak_ptr<DBVilnor> made = db::RenewGDB();
+  EXPECT_EQ(db::KeptOrRenewed(made), made.lock());
   db::RenewGDB();
-  db::ReleaseShared();
-  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"");
-  ASSERT_EQ(Boxes().size(), 1U);
-  EXPECT_TRUE(Boxes()[0].starts_with(u"3709 "));
-  db::ReleaseGDB();
-  EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
+  EXPECT_TRUE(made.expired());
+  const std::weak_ptr<DBVilnor> others = db::GDB();
+  db::KeptOrRenewed(made);
+  EXPECT_TRUE(others.expired());
+  EXPECT_EQ(db::GDB()->GetVilnorUserByPID(1), u"åsa");
 }
 
 // A notification that comes while the box of an operation is open renews gDB.

@@ -1,93 +1,14 @@
-#include "exchange/result_readers.h"
-
 #include <algorithm>
 #include <array>
 #include <functional>
 #include <iterator>
 #include <optional>
 
-#include "fakes/component_fixture.h"
 #include "platform/parser_limits.h"
+#include "unit/exchange/result_fixture.h"
 
 namespace exchange {
 namespace {
-
-using automation::ToUtf8;
-using platform::Answer;
-using Statements = std::vector<std::u16string>;
-
-const automation::AutomationError kServerGone{-2147467259, u"", u"server closed the connection"};
-
-class ResultReaders : public fakes::ComponentFixture, protected ResultReaderHost {
- protected:
-  std::u16string GetVilnorOutputPath() override { return exchangeDirectory; }
-  void RaiseUpdateJournal() override {
-    ++updateJournals;
-    atUpdateJournal();
-  }
-
-  // What the database was asked to change, in order; transactions and readings left out.
-  Statements Changes() const {
-    Statements changes;
-    for (const auto& entry : database.LogOf(u"Execute -1: ")) {
-      const auto statement = entry.substr(std::u16string_view(u"Execute -1: ").size());
-      if (!statement.starts_with(u"Select")) {
-        changes.push_back(statement);
-      }
-    }
-    return changes;
-  }
-  // A journal text that an update can rewrite.
-  void AnswerJournal(const std::u16string& linkQuery) {
-    database.Answer(linkQuery, {{u"Journal_ID"}, {{std::int32_t{900}}}});
-    database.Answer(u"SELECT Tekst from Journal Where ID = 900",
-                    {{u"Tekst"}, {{u"Ärende ref.nr !L-OLD"}}});
-  }
-  void AnswerLink(const std::u16string& query) {
-    database.Answer(query, {{u"VilnorID", u"Journal_ID", u"CaseId"},
-                            {{std::int32_t{77}, std::int32_t{900}, u"L-LINK"}}});
-  }
-
-  int updateJournals = 0;
-  std::function<void()> atUpdateJournal = [] {};
-};
-
-std::string Element(const std::string& name, const std::optional<std::string>& text) {
-  return text ? "<" + name + ">" + *text + "</" + name + ">" : "";
-}
-
-std::string ResultFile(const std::optional<std::string>& cancelled,
-                       const std::optional<std::string>& status, const std::string& userDefData) {
-  return "<?xml version='1.0' encoding='ISO-8859-1'?><Envelope><Result>" +
-         Element("Cancelled", cancelled) + Element("Status", status) +
-         "<Id>L-9</Id><UserName>k\xE5re</UserName><UserDefData>" + userDefData +
-         "</UserDefData></Result></Envelope>";
-}
-
-// The three readers and what differs between them.
-struct Reader {
-  const char* name;
-  void (*read)(std::int32_t, ResultReaderHost&);
-  const char16_t* file;
-  const char* userDefData;
-  const char16_t* existsQuery;
-  const char16_t* updateQuery;
-  const char16_t* deleteQuery;
-};
-
-constexpr auto kReaders = std::to_array<Reader>(
-    {{"ReadNewFHP", ReadNewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
-      u"SELECT * FROM Vilnor WHERE FHP_ID = 4711 and CaseType = 1",
-      u"SELECT Journal_ID from Vilnor Where FHP_ID= 4711 AND CaseType = 1",
-      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-     {"ReadNewCase", ReadNewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
-      u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'L-9'",
-      u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
-      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-     {"ReadExistCase", ReadExistCase, u"OutExistCase4711.xml", "L-LINK",
-      u"SELECT * FROM Vilnor WHERE VilnorId = 4711",
-      u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
-      u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}});
 
 struct Cell {
   Reader reader;
@@ -104,32 +25,6 @@ struct Expected {
   int updateJournals = 0;
   bool fileDeleted = false;
 };
-
-Statements Deletion(bool linkFound) {
-  return linkFound ? Statements{u"Delete from Journal where id = 900",
-                                u"Delete from Vilnor where Vilnorid = 77"}
-                   : Statements{u"Delete from Journal where id = 0",
-                                u"Delete from Vilnor where Vilnorid = 0"};
-}
-
-Statements Insertion(bool application) {
-  const std::u16string now = u"#11-16-2026 14:05:00#";
-  return {application ? u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, "
-                        u"StatusCode, VilnorUser, RegDate) VALUES "
-                        u"(55,12,3,4711,'L-9',1,0,5,'kåre'," +
-                            now + u")"
-                      : u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, "
-                        u"StatusCode, VilnorUser, RegDate) VALUES (4711,12,3,'L-9',9,0,5,'kåre'," +
-                            now + u")",
-          (application ? u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, "
-                         u"RefTBID) values (55,'Förhandsprövning, ärendenr: A&1 överförd till "
-                         u"Vilnor Link ref.nr L-9',12,3,"
-                       : u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, "
-                         u"RefTBID) values (4711,'Ärende upprättat i Vilnor Link ref.nr "
-                         u"L-9',12,3,") +
-              now + u",22302,'U',0, 501)",
-          u"UPDATE Vilnor set Journal_ID = 502 WHERE VilnorId = 501"};
-}
 
 Expected ExpectedOfNew(const Cell& cell, bool application) {
   if (cell.cancelled == "1") {
@@ -220,7 +115,7 @@ TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
     dialogs = fakes::Dialogs();
     dialogs.answers = {cell.answer};
     updateJournals = 0;
-    Put(cell.reader.file, ResultFile(cell.cancelled, cell.status, cell.reader.userDefData));
+    Put(cell.reader.file, ResultText(cell.cancelled, cell.status, cell.reader.userDefData));
 
     cell.reader.read(4711, *this);
 
@@ -238,7 +133,7 @@ TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
 
 TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
-  Put(u"OutExistCase4711.xml", ResultFile("3", std::nullopt, ""));
+  Put(u"OutExistCase4711.xml", ResultText("3", std::nullopt, ""));
   ReadExistCase(4711, *this);
   EXPECT_EQ(dialogs.shown,
             (std::vector<platform::MessageBox>{
@@ -253,7 +148,7 @@ TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   dialogs.answers = {Answer::Yes};
-  Put(u"OutExistCase4711.xml", ResultFile("3", "1", ""));
+  Put(u"OutExistCase4711.xml", ResultText("3", "1", ""));
   ReadExistCase(4711, *this);
   EXPECT_EQ(Changes(), Deletion(true));
 }
@@ -307,7 +202,7 @@ TEST_F(ResultReaders, AFileThatGoesBadBeforeTheSecondLoadIsReported) {
     scripted.errors = {{},
                        {.code = -1072896682, .filePosition = 17, .reason = u"Ogiltigt tecken."}};
     dialogs.shown.clear();
-    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    Put(reader.file, ResultText("0", "5", reader.userDefData));
     reader.read(4711, *this);
     EXPECT_EQ(dialogs.shown,
               (std::vector<platform::MessageBox>{
@@ -345,7 +240,7 @@ TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
   for (const auto& result : results) {
     SCOPED_TRACE(ToUtf8(result.text) + " " + result.userDefData);
     dialogs.shown.clear();
-    std::string latin1 = ResultFile(result.cancelled, result.status, result.userDefData);
+    std::string latin1 = ResultText(result.cancelled, result.status, result.userDefData);
     if (const auto at = latin1.find("två"); at != std::string::npos) {
       latin1.replace(at, std::string("två").size(), "tv\xE5");
     }
@@ -388,7 +283,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
     database = fakes::Database();
     database.FailCall(2, kServerGone);
     dialogs.shown.clear();
-    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    Put(reader.file, ResultText("0", "5", reader.userDefData));
     reader.read(4711, *this);
     EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in " +
                                           automation::FromUtf8(reader.name)});
@@ -400,28 +295,11 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
 
 TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   database.installed = false;
-  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   ReadExistCase(4711, *this);
   EXPECT_EQ(dialogs.Texts(),
             Statements{u"429 ActiveX component can't create object in XMLReadExistCase"});
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
-}
-
-TEST_F(ResultReaders, AResultWhoseRowsWereNotWrittenStays) {
-  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
-  database.FailStatement(u"INSERT INTO Journal", kServerGone);
-  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
-  ReadNewCase(4711, *this);
-  EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in AddNewCase"});
-  EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
-  EXPECT_FALSE(database.InTransaction());
-
-  database.ClearFailures();
-  database.ClearLog();
-  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
-  ReadNewCase(4711, *this);
-  EXPECT_EQ(Changes(), Insertion(false));
-  EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
 // The real parser, with its living documents counted, and something that happens before the n-th
@@ -498,10 +376,29 @@ TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {
     AnswerJournal(cell.reader.updateQuery);
     dialogs = fakes::Dialogs();
     dialogs.answers = {cell.answer};
-    Put(cell.reader.file, ResultFile(cell.cancelled, cell.status, cell.reader.userDefData));
+    Put(cell.reader.file, ResultText(cell.cancelled, cell.status, cell.reader.userDefData));
     cell.reader.read(4711, *this);
     expected += ExpectedOf(cell).fileDeleted ? 1 : 0;
     EXPECT_EQ(deletions, expected);
+  }
+}
+
+// The message may come before the link program has closed the file.
+TEST_F(WatchedResultReaders, DeleteAResultThatWasStillBeingWrittenWhenTheMessageCame) {
+  for (const auto& reader : kReaders) {
+    SCOPED_TRACE(reader.name);
+    database = fakes::Database();
+    AnswerJournal(reader.updateQuery);
+    watchedDocuments.made = 0;
+    watchedDocuments.beforeDocument = [&](int number) {
+      if (number == 1) {
+        Put(reader.file, ResultText("99", "1", reader.userDefData));
+      }
+    };
+    Put(reader.file, "<Envelope>");
+    reader.read(4711, *this);
+    EXPECT_EQ(Changes().size(), 2U);
+    EXPECT_FALSE(Exists(reader.file));
   }
 }
 
@@ -510,7 +407,7 @@ TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
     SCOPED_TRACE(reader.name);
     database = fakes::Database();
     AnswerJournal(reader.updateQuery);
-    Put(reader.file, ResultFile("99", "1", reader.userDefData));
+    Put(reader.file, ResultText("99", "1", reader.userDefData));
     std::vector<std::string> steps;
     atUpdateJournal = [&] {
       steps.emplace_back("told");
@@ -532,7 +429,7 @@ TEST_F(WatchedResultReaders, ReadTheElementsInTheirOrder) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     watchedDocuments.read.clear();
-    Put(reader.file, ResultFile("99", "0", reader.userDefData));
+    Put(reader.file, ResultText("99", "0", reader.userDefData));
     reader.read(4711, *this);
     EXPECT_EQ(watchedDocuments.read,
               reader.read == ReadExistCase
@@ -550,7 +447,7 @@ TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
         std::filesystem::remove(folder / "Vilnor" / ToUtf8(reader.file));
       }
     };
-    Put(reader.file, ResultFile("0", "5", reader.userDefData));
+    Put(reader.file, ResultText("0", "5", reader.userDefData));
     reader.read(4711, *this);
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_TRUE(dialogs.shown[0].text.starts_with(u"XMLDOM Error -"));
@@ -567,96 +464,66 @@ TEST_F(WatchedResultReaders, AFileThatGoesBeforeItsDeletionIsReportedAfterItsRow
   watchedFiles.beforeDeletion = [&] {
     std::filesystem::remove(folder / "Vilnor" / "OutNewCase4711.xml");
   };
-  Put(u"OutNewCase4711.xml", ResultFile("0", "5", "1&amp;12&amp;3"));
+  Put(u"OutNewCase4711.xml", ResultText("0", "5", "1&amp;12&amp;3"));
   ReadNewCase(4711, *this);
   EXPECT_EQ(Changes(), Insertion(false));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(dialogs.Texts(), Statements{u"53 File not found in ReadNewCase"});
 }
 
-TEST_F(WatchedResultReaders, AFileThatCannotBeDeletedIsReportedUnderItsReader) {
-  watchedFiles.beforeDeletion = [] {
-    throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
-  };
+TEST_F(ResultReaders, EveryStatusHasItsUserDefDataSplit) {
+  for (const auto& reader : {kReaders[0], kReaders[1]}) {
+    for (const char* status : {"0", "1", "3", "5", "7", "8"}) {
+      SCOPED_TRACE(std::string(reader.name) + " " + status);
+      dialogs.shown.clear();
+      Put(reader.file, ResultText("0", status, "1&amp;x&amp;3&amp;4&amp;5"));
+      reader.read(4711, *this);
+      EXPECT_EQ(dialogs.Texts(),
+                Statements{u"13 Type mismatch in XML" + automation::FromUtf8(reader.name)});
+      EXPECT_TRUE(Exists(reader.file));
+      EXPECT_TRUE(database.Log().empty());
+    }
+  }
+}
+
+TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
   for (const auto& reader : kReaders) {
-    SCOPED_TRACE(reader.name);
-    database = fakes::Database();
-    AnswerJournal(reader.updateQuery);
-    const std::u16string name = automation::FromUtf8(reader.name);
-    dialogs.shown.clear();
-    updateJournals = 0;
-    Put(reader.file, ResultFile("99", "1", reader.userDefData));
+    Put(reader.file, ResultText("99", "3", reader.userDefData));
+    database.ClearLog();
     reader.read(4711, *this);
-    EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in " + name});
-    EXPECT_EQ(updateJournals, 1);
-    EXPECT_EQ(Changes().size(), 2U);
-    EXPECT_EQ(database.AliveConnections(), 0);
+    EXPECT_EQ(database.LogOf(u"Connection.Open").size(), reader.read == ReadExistCase ? 1U : 0U)
+        << "only an opened case looks its link up";
+  }
+}
 
-    dialogs.shown.clear();
-    Put(reader.file, ResultFile("1", "1", reader.userDefData));
+// Any program of the desktop can post a message.
+TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
+  for (const auto& reader : kReaders) {
+    database.ClearLog();
     reader.read(4711, *this);
-    EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XML" + name});
-    EXPECT_EQ(updateJournals, 1);
-    EXPECT_TRUE(Exists(reader.file));
-  }
-}
-
-class FailedLookup : public ResultReaders {
- protected:
-  FailedLookup() {
-    AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'");
-    AnswerJournal(u"SELECT Journal_ID from Vilnor Where VilnorID= 4711");
-    database.FailStatement(u"SELECT * FROM Vilnor WHERE VilnorId", kServerGone);
-    dialogs.answers = {Answer::Ok, Answer::Yes};
-  }
-  void Read(const std::string& elements) {
-    Put(u"OutExistCase4711.xml", "<a>" + elements + "</a>");
-    ReadExistCase(4711, *this);
-    EXPECT_EQ(dialogs.Texts(),
-              Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId"});
-    EXPECT_EQ(database.AliveConnections(), 0);
-  }
-  bool Stays() const { return Exists(u"OutExistCase4711.xml"); }
-};
-
-TEST_F(FailedLookup, OfADeletedCaseAsksNothing) {
-  Read("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
-  EXPECT_EQ(Changes(), Statements());
-  EXPECT_EQ(updateJournals, 0);
-  EXPECT_TRUE(Stays());
-}
-
-TEST_F(FailedLookup, OfACancelledCaseLosesNothingByItsDeletion) {
-  Read("<Cancelled>0</Cancelled><Status>7</Status>");
-  EXPECT_EQ(Changes(), Statements());
-  EXPECT_EQ(updateJournals, 0);
-  EXPECT_FALSE(Stays());
-}
-
-TEST_F(FailedLookup, OfAWithdrawnCaseDeletesTheCaseOfTheFileAndKeepsTheFile) {
-  Read("<Status>7</Status><Id>L-9</Id>");
-  EXPECT_EQ(Changes(), Deletion(true));
-  EXPECT_EQ(updateJournals, 1);
-  EXPECT_TRUE(Stays());
-}
-
-TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndKeepsTheFile) {
-  Read("<Status>1</Status><Id>L-9</Id>");
-  EXPECT_EQ(Changes(),
-            (Statements{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
-                        u"Update Journal SET Tekst = 'Ärende ref.nr L-9' Where ID = 900"}));
-  EXPECT_EQ(updateJournals, 1);
-  EXPECT_TRUE(Stays());
-}
-
-TEST_F(FailedLookup, LeavesAResultAloneThatNamesNoCase) {
-  for (const char* status : {"1", "7"}) {
-    dialogs.shown.clear();
-    Read("<Status>" + std::string(status) + "</Status>");
     EXPECT_EQ(Changes(), Statements());
+    EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(updateJournals, 0);
-    EXPECT_TRUE(Stays());
+    EXPECT_EQ(database.Log().empty(), reader.read != ReadExistCase) << "the link is looked up";
+    EXPECT_EQ(database.AliveConnections(), 0);
   }
+}
+
+TEST_F(ResultReaders, TheExchangeDirectoryIsAskedForBeforeTheLink) {
+  class : public ResultReaderHost {
+   public:
+    std::u16string GetVilnorOutputPath() override {
+      callsBefore = database->Log().size();
+      return {};
+    }
+    void RaiseUpdateJournal() override {}
+    fakes::Database* database = nullptr;
+    std::size_t callsBefore = 1;
+  } asked;
+  asked.database = &database;
+  ReadExistCase(4711, asked);
+  EXPECT_EQ(asked.callsBefore, 0U);
+  EXPECT_FALSE(database.Log().empty());
 }
 
 TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) {
@@ -672,14 +539,14 @@ TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) 
 TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
-  Put(u"OutExistCase4711.xml", ResultFile("0", "x", ""));
+  Put(u"OutExistCase4711.xml", ResultText("0", "x", ""));
   ReadExistCase(4711, *this);
   EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
   EXPECT_EQ(Changes(), Statements());
 
   dialogs.answers = {Answer::Yes};
-  Put(u"OutExistCase4711.xml", ResultFile("3", "x", ""));
+  Put(u"OutExistCase4711.xml", ResultText("3", "x", ""));
   ReadExistCase(4711, *this);
   EXPECT_EQ(dialogs.shown.size(), 1U);
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
@@ -701,7 +568,7 @@ TEST_F(ResultReaders, AnExistingCasesNumbersAreWholeAndInTheUsersFormat) {
   for (const auto& result : results) {
     SCOPED_TRACE(std::string(result.cancelled) + " " + result.status);
     dialogs.shown.clear();
-    Put(u"OutExistCase4711.xml", ResultFile(result.cancelled, result.status, ""));
+    Put(u"OutExistCase4711.xml", ResultText(result.cancelled, result.status, ""));
     ReadExistCase(4711, *this);
     EXPECT_EQ(dialogs.Texts(), result.boxes);
     EXPECT_EQ(Exists(u"OutExistCase4711.xml"), !result.boxes.empty());
@@ -716,13 +583,13 @@ TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCan
     SCOPED_TRACE(cancelled);
     database = fakes::Database();
     database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
-    Put(u"OutNewCase4711.xml", ResultFile(cancelled, "5", "1&amp;12&amp;3"));
+    Put(u"OutNewCase4711.xml", ResultText(cancelled, "5", "1&amp;12&amp;3"));
     ReadNewCase(4711, *this);
     EXPECT_EQ(Changes(), Insertion(false));
     EXPECT_TRUE(dialogs.shown.empty());
   }
   database = fakes::Database();
-  Put(u"OutNewCase4711.xml", ResultFile("1,0", "5", "1&amp;12&amp;3"));
+  Put(u"OutNewCase4711.xml", ResultText("1,0", "5", "1&amp;12&amp;3"));
   ReadNewCase(4711, *this);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
@@ -739,7 +606,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
   for (const auto& [userDefData, text] : results) {
     SCOPED_TRACE(userDefData);
     dialogs.shown.clear();
-    Put(u"OutNewFHP4711.xml", ResultFile("0", "5", userDefData));
+    Put(u"OutNewFHP4711.xml", ResultText("0", "5", userDefData));
     ReadNewFHP(4711, *this);
     EXPECT_EQ(dialogs.Texts(), Statements{text});
     EXPECT_TRUE(Exists(u"OutNewFHP4711.xml"));
@@ -748,7 +615,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
   }
   dialogs.shown.clear();
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
-  Put(u"OutNewFHP4711.xml", ResultFile("0", "5", "55&amp;12&amp;3&amp;8"));
+  Put(u"OutNewFHP4711.xml", ResultText("0", "5", "55&amp;12&amp;3&amp;8"));
   ReadNewFHP(4711, *this);
   EXPECT_TRUE(dialogs.shown.empty());
   ASSERT_EQ(Changes().size(), 3U);
@@ -756,7 +623,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
 }
 
 TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCase) {
-  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   ReadExistCase(4711, *this);
   const auto& log = database.Log();
   const auto isOpening = [](const auto& call) { return call.starts_with(u"Connection.Open"); };
@@ -766,34 +633,13 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCa
 
   database.FailCall(static_cast<std::size_t>(second - log.begin()) + 1, kServerGone);
   updateJournals = 0;
-  Put(u"OutExistCase4711.xml", ResultFile("99", "7", ""));
+  Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   ReadExistCase(4711, *this);
   EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in "
                                         u"ReadExistCase"});
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(database.AliveConnections(), 0);
-}
-
-TEST_F(ResultReaders, NothingIsAddedOrDeletedWhenTheExistenceTestFails) {
-  for (const auto& reader : {kReaders[0], kReaders[1]}) {
-    for (const char* status : {"5", "7"}) {
-      SCOPED_TRACE(std::string(reader.name) + " " + status);
-      database = fakes::Database();
-      AnswerLink(reader.existsQuery);
-      AnswerLink(reader.deleteQuery);
-      database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
-      dialogs.shown.clear();
-      updateJournals = 0;
-      Put(reader.file, ResultFile("0", status, reader.userDefData));
-      reader.read(4711, *this);
-      EXPECT_EQ(Changes(), Statements());
-      EXPECT_EQ(dialogs.shown.size(), 1U);
-      EXPECT_EQ(dialogs.shown.front().icon, platform::Icon::Critical);
-      EXPECT_EQ(updateJournals, 1);
-      EXPECT_TRUE(Exists(reader.file));
-    }
-  }
 }
 
 TEST_F(ResultReaders, AValueWithoutEndIsReportedWithTheXmlName) {

@@ -137,8 +137,10 @@ TEST_F(ApplicationForm, TheWayOfSendingIsTestedForNullAlone) {
 
 TEST_F(ApplicationForm, TheAddressIsTheFirstLineThatIsThere) {
   EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(std::string("Storgatan 1")));
-  provider[u"adr1"] = u"";
-  EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(std::string()));
+  for (const auto* there : {u"", u" ", u"\t"}) {
+    provider[u"adr1"] = there;
+    EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(automation::ToUtf8(there)));
+  }
   provider[u"adr1"] = Null();
   EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(std::string("Box 5")));
 }
@@ -180,6 +182,26 @@ TEST_F(ApplicationForm, TheCliniciansMissingNamesAddNothing) {
   clinician[u"Navn"] = Null();
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" ")));
   EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(ApplicationForm, TextsKeepTheirBlanks) {
+  application[u"CaseNo"] = u" A1 ";
+  application[u"SentBy"] = u" post ";
+  application[u"Anamnes"] = u" a\r\n";
+  application[u"PlanTreatm"] = u"< 11 > 921  922 </11>";
+  application[u"Caries"] = u"<11>\ta\u00A0</11>";
+  provider[u"Navn"] = u" Kliniken ";
+  patient[u"Fornavn"] = u" Anna ";
+  patient[u"Navn"] = u" Berg ";
+  clinician[u"Fornavn"] = u" Eva ";
+  EXPECT_THAT(ValueOf("edtArendeNr"), Optional(std::string(" A1 ")));
+  EXPECT_THAT(ValueOf("edtVia"), Optional(std::string(" post ")));
+  EXPECT_THAT(ValueOf("memAnamnes"), Optional(std::string(" a&#13;\n")));
+  EXPECT_THAT(ValueOf("edt 11 beh"), Optional(std::string(" 921  922 ")));
+  EXPECT_THAT(ValueOf("edt11karies"), Optional(std::string("\ta\xA0")));
+  EXPECT_THAT(ValueOf("edtVardgivareNamn"), Optional(std::string(" Kliniken ")));
+  EXPECT_THAT(ValueOf("edtPatientNamn"), Optional(std::string(" Anna   Berg ")));
+  EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" Eva  Ek")));
 }
 
 TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethNone) {
@@ -230,6 +252,22 @@ TEST_F(ApplicationForm, MarkupInAToothsTextFollowsTheTags) {
   const auto fields = FieldsOf(kForm);
   EXPECT_THAT(std::vector(fields->begin() + 8, fields->begin() + 10),
               ElementsAre(Pair("edt11beh", "a &amp; &lt;i&gt;b"), Pair("edtibeh", "b")));
+}
+
+TEST_F(ApplicationForm, AnUnclosedTagInsideATextIsAFieldOfItsOwn) {
+  application[u"PlanTreatm"] = u"<11>a <12>b</11><13>c</13>";
+  const auto fields = FieldsOf(kForm);
+  EXPECT_THAT(
+      std::vector(fields->begin() + 8, fields->begin() + 11),
+      ElementsAre(Pair("edt11beh", "a &lt;12&gt;b"), Pair("edt12beh", "b"), Pair("edt13beh", "c")));
+}
+
+TEST_F(ApplicationForm, APlanCutOffIsSentToItsEnd) {
+  application[u"PlanTreatm"] = u"<11>a</11><12>b c";
+  EXPECT_THAT(ValueOf("edt12beh"), Optional(std::string("b c")));
+  application[u"PlanTreatm"] = u"<11>a</11><12";
+  EXPECT_THAT(ValueOf("edt11beh"), Optional(std::string("a")));
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(ApplicationForm, APlanOfFortyThousandCharactersIsSentWhole) {

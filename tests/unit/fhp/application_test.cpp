@@ -72,6 +72,17 @@ TEST_F(WriteNewFHPTest, UserDefDataHoldsTheArgumentsNotTheRowsKeys) {
   EXPECT_TRUE(Holds("<UserDefData>5&amp;6&amp;7&amp;8&amp;A1</UserDefData>"));
 }
 
+TEST_F(WriteNewFHPTest, NamesAndCaseNoKeepTheirBlanks) {
+  application[u"CaseNo"] = u" A1 ";
+  patient[u"Fornavn"] = u" Anna ";
+  patient[u"Navn"] = u" Berg\t";
+  Write();
+  EXPECT_TRUE(Holds("<UserDefData>5&amp;6&amp;7&amp;8&amp; A1 </UserDefData>"));
+  EXPECT_TRUE(Holds("<PatientFirstName> Anna </PatientFirstName>"));
+  EXPECT_TRUE(Holds("<PatientLastName> Berg\t</PatientLastName>"));
+  EXPECT_TRUE(Holds("<Title>FHP700315  </Title>"));
+}
+
 TEST_F(WriteNewFHPTest, UserDefDataKeepsItsLastSeparatorWithoutACaseNo) {
   database.Answer(u"q", {{u"CaseNo"}, {{Null()}}});
   auto connection = database.NewConnection();
@@ -89,6 +100,19 @@ TEST_F(WriteNewFHPTest, TheTitleIsMadeOfBirthDateAndInitials) {
   patient[u"Navn"] = u"Å";
   Write();
   EXPECT_TRUE(Holds("<Title>FHP420315\xC5</Title>"));
+}
+
+TEST_F(WriteNewFHPTest, AnInitialBeyondTheBasicPlaneIsWhole) {
+  patient[u"Fornavn"] = u"\U00010400nna";
+  patient[u"Navn"] = u"\U0001D50Ferg";
+  Write();
+  EXPECT_TRUE(Holds("<Title>FHP700315&#66560;&#120079;</Title>"));
+  patient[u"Navn"] = std::u16string{0xD835};
+  Write();
+  EXPECT_TRUE(Holds("<Title>FHP700315&#66560;&#65533;</Title>"));
+  patient[u"Navn"] = std::u16string{0xD835, u'e', u'r', u'g'};
+  Write();
+  EXPECT_TRUE(Holds("<Title>FHP700315&#66560;&#65533;</Title>"));
 }
 
 TEST_F(WriteNewFHPTest, AMissingNameAddsNothingToTheTitle) {
@@ -260,12 +284,11 @@ TEST_F(WriteNewFHPTest, ADatabaseThatIsNotInstalledIsReported) {
   EXPECT_EQ(Boxes(), Texts{u"429 ActiveX component can't create object in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, ACharacterThatXmlForbidsIsReportedAndNothingIsWritten) {
-  application[u"Anamnes"] = u"sida\u000Cbrytning";
-  EXPECT_EQ(Write(), u"");
-  ASSERT_EQ(Boxes().size(), 1U);
-  EXPECT_TRUE(Boxes().front().starts_with(u"-1072896760 "));
-  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+TEST_F(WriteNewFHPTest, AControlCharacterIsLeftOut) {
+  application[u"Anamnes"] = u"sid\u000Cbrytning";
+  EXPECT_NE(Write(), u"");
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_TRUE(Holds("<FormItemValue>sidbrytning</FormItemValue>"));
 }
 
 TEST_F(WriteNewFHPTest, AnOlderFileIsReplaced) {
@@ -282,7 +305,7 @@ TEST_F(WriteNewFHPTest, AMissingDirectoryIsReported) {
 }
 
 // A directory that takes no file.
-class WriteProtected : public portable::LocalFiles {
+class WriteProtected : public fakes::RealFiles {
  public:
   void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {
     throw automation::AutomationError(automation::RuntimeError::PermissionDenied);

@@ -118,27 +118,29 @@ TEST_F(CostEstimate, FixedRatesDoNotTakeARowNumber) {
   EXPECT_EQ(ValueOfRow("edtBer3Atgard"), "not written");
 }
 
-TEST_F(CostEstimate, TheTenthOrdinaryRowSharesItsKeysWithTheFixedRates) {
+TEST_F(CostEstimate, TheTenthAndEleventhOrdinaryRowShareKeysWithTheFixedRates) {
   AddEstimateRow({{u"RateNo", 681}});
   for (std::int32_t row = 1; row <= 12; ++row) {
     AddEstimateRow({{u"RateNo", 400 + row}});
   }
+  AddEstimateRow({{u"RateNo", 682}});
   const auto keys = Keys(kForm);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Antal"), 2);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Atgard"), 1);
-  EXPECT_EQ(ValueOfRow("edtBer10Atgard"), "410");
+  for (const auto* key : {"edtBer10Antal", "edtBer10Pris", "edtBer10Summa", "edtBer11Antal"}) {
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), key), 2) << key;
+  }
+  EXPECT_EQ(ValueOfRow("edtBer9Atgard"), "409");
   EXPECT_EQ(ValueOfRow("edtBer12Atgard"), "412");
 }
 
-TEST_F(CostEstimate, TheEleventhOrdinaryRowSharesItsKeysWithTheSecondFixedRate) {
-  for (std::int32_t row = 1; row <= 11; ++row) {
-    AddEstimateRow({{u"RateNo", 400 + row}});
+TEST_F(CostEstimate, RowsTenAndElevenNeverCarryAMeasure) {
+  for (std::int32_t row = 1; row <= 12; ++row) {
+    AddEstimateRow({{u"RateNo", 400 + row}, {u"NoOf", row}});
   }
-  AddEstimateRow({{u"RateNo", 682}});
-  const auto keys = Keys(kForm);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer11Antal"), 2);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer11Atgard"), 1);
-  EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtBer10Antal"), 1);
+  EXPECT_EQ(ValueOfRow("edtBer10Antal"), "10");
+  EXPECT_EQ(ValueOfRow("edtBer10Atgard"), "not written");
+  EXPECT_EQ(ValueOfRow("edtBer11Antal"), "11");
+  EXPECT_EQ(ValueOfRow("edtBer11Atgard"), "not written");
+  EXPECT_EQ(ValueOfRow("edtBer12Atgard"), "412");
 }
 
 TEST_F(CostEstimate, TheRowCounterHasSixteenBits) {
@@ -213,10 +215,90 @@ TEST_F(CostEstimate, ARowThatTheCompensationRuleRefusesIsNotTaken) {
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})}});
   // Of a year in which the patient was 19, and under the older rules besides.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 1961, .month = 12, .day = 31})}});
-  ExpectNotTaken({{u"RegDate", Null()}});
   // Increased compensation that was applied for.
   application[u"IncreasedComp"] = true;
   ExpectNotTaken({{u"IncrComp", true}});
+}
+
+TEST_F(CostEstimate, ARowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow();
+  AddEstimateRow({{u"RegDate", Null()}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"94 Invalid use of Null in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
+TEST_F(CostEstimate, ARegistrationDateThatIsNoneEndsInTheBoxAndLeavesNoFile) {
+  AddEstimateRow({{u"RegDate", u"i morgon"}});
+  EXPECT_EQ(Write(), u"");
+  EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
+  EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
+}
+
+TEST_F(CostEstimate, NothingOfASkippedRowIsReadBeyondWhatSkipsIt) {
+  const Row unreadable = {{u"RegDate", Null()},
+                          {u"Amount", u"många"},
+                          {u"IncrComp", u"ja"},
+                          {u"NoOf", u"tre"},
+                          {u"SelectNoOf", u"?"}};
+  for (const Row& skipped :
+       {Row{{u"Debit", u"A"}, {u"RateNo", u"61a"}}, Row{{u"Debit", Null()}, {u"RateNo", u"61a"}},
+        Row{{u"RateNo", 0}}, Row{{u"RateNo", Null()}}}) {
+    Row row = unreadable;
+    row.insert(skipped.begin(), skipped.end());
+    ExpectNotTaken(row);
+    row[u"RegDate"] = u"i morgon";
+    ExpectNotTaken(row);
+  }
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(CostEstimate, TheCountOfARefusedRowIsNotRead) {
+  ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})},
+                  {u"NoOf", u"tre"},
+                  {u"SelectNoOf", 3000000000.0}});
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(CostEstimate, TheFixedRatesAreFoundByTheTextOfTheirNumber) {
+  AddEstimateRow({{u"RateNo", u"681,0"}});
+  AddEstimateRow({{u"RateNo", u"0682"}});
+  AddEstimateRow({{u"RateNo", u" 682"}});
+  AddEstimateRow({{u"RateNo", 681.0}, {u"NoOf", 2}});
+  EXPECT_EQ(ValueOfRow("edtBer1Atgard"), "681,0");
+  EXPECT_EQ(ValueOfRow("edtBer2Atgard"), "0682");
+  EXPECT_EQ(ValueOfRow("edtBer3Atgard"), " 682");
+  EXPECT_EQ(ValueOfRow("edtBer10Antal"), "2");
+  EXPECT_EQ(ValueOfRow("edtBer11Antal"), "not written");
+}
+
+TEST_F(CostEstimate, SumsAreBuiltFromUnroundedAmounts) {
+  AddEstimateRow({{u"NoOf", 100}, {u"Amount", 0.125}});
+  EXPECT_EQ(ValueOfRow("edtBer1Pris"), "0,13");
+  EXPECT_EQ(ValueOfRow("edtBer1Summa"), "12,50");
+  estimateRows.clear();
+  for (int row = 1; row <= 3; ++row) {
+    AddEstimateRow({{u"Amount", 0.25 / 64}});
+  }
+  EXPECT_EQ(ValueOfRow("edtBer3Summa"), "0,00");
+  EXPECT_EQ(ValueOfRow("edtBerSummering"), "0,01");
+}
+
+TEST_F(CostEstimate, RowsThatDifferOnlyInTheirInternalCodeStayApart) {
+  AddEstimateRow({{u"InternalCode", u"A"}});
+  AddEstimateRow({{u"InternalCode", u"B"}});
+  AddEstimateRow({{u"InternalCode", Null()}});
+  EXPECT_EQ(ValueOfRow("edtBer1Antal"), "1");
+  EXPECT_EQ(ValueOfRow("edtBer2Antal"), "1");
+  EXPECT_EQ(ValueOfRow("edtBer3Antal"), "1");
+  EXPECT_EQ(ValueOfRow("edtBerSummering"), "3000,00");
+}
+
+TEST_F(CostEstimate, NotesKeepTheirLineEndsAndBlanks) {
+  AddEstimateRow();
+  application[u"Notes"] = u" Se bilaga\r\nrad två\n\r ";
+  const auto fields = FieldsOf(kForm);
+  EXPECT_THAT((*fields)[8], Pair("memUpplysningar", " Se bilaga&#13;\nrad tv\xE5\n&#13; "));
 }
 
 TEST_F(CostEstimate, InTheQuarterBeforeTheReformTheRateDecides) {

@@ -48,6 +48,37 @@ TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
 }
 
+// A short date with a month's name, which the parts do not fit into.
+TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration) {
+  for (const auto* picture : {u"dd-MMM-YYYY", u"d MMMM yyyy"}) {
+    util::CurrentSession().gDateFormat = picture;
+    for (const int birthYear : {1942, 2000}) {
+      EXPECT_TRUE(Includes({.year = 2026, .month = 1, .day = 16}, birthYear));
+      EXPECT_TRUE(Includes({.year = 2026, .month = 2, .day = 12}, birthYear));
+      EXPECT_FALSE(Includes({.year = 2026, .month = 1, .day = 31}, birthYear));
+      EXPECT_FALSE(Includes({.year = 2026, .month = 2, .day = 13}, birthYear));
+      for (int month = 3; month <= 12; ++month) {
+        EXPECT_FALSE(Includes({.year = 2026, .month = month, .day = 1}, birthYear)) << month;
+      }
+    }
+  }
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoBox) {
+  for (const auto* picture : {u"ddd yyyy-MM-dd", u"dddd, d MMMM yyyy", u"d.M.yyyy '\u0433.'"}) {
+    util::CurrentSession().gDateFormat = picture;
+    for (int month = 1; month <= 12; ++month) {
+      EXPECT_FALSE(Includes({.year = 2026, .month = month, .day = 1}, 1942)) << month;
+    }
+  }
+  UseOlderPatient();
+  AddEstimateRow();
+  EXPECT_NE(Write(), u"");
+  EXPECT_EQ(File().find("<FormDescrId>108696<"), std::string::npos);
+  EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
   util::CurrentSession().gDateFormat = u"";
   UseOlderPatient();

@@ -113,11 +113,14 @@ TEST_P(SampleApplications, BecomeExactlyTheExpectedFile) {
 TEST_P(SampleApplications, FitOrDoNotAsTheirNameSays) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
-  const bool tooMany = sample.expected.stem().string().ends_with("over-the-limit");
-  EXPECT_EQ(OKToSend(sample.fhpId, errCode, errMsg), !tooMany);
-  EXPECT_EQ(errCode, tooMany ? 100 : 0);
+  const std::string name = sample.expected.stem().string();
+  const bool tooMany = name.ends_with("over-the-limit");
+  const bool refused = name.ends_with("refused");
+  EXPECT_EQ(OKToSend(sample.fhpId, errCode, errMsg), !tooMany && !refused);
+  EXPECT_EQ(errCode, tooMany ? 100 : refused ? 7 : 0);
   EXPECT_EQ(errMsg.empty(), !tooMany);
-  EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>());
+  EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>(
+                                 refused, u"5 Invalid procedure call or argument in OKToSend"));
 }
 
 std::string CaseName(const testing::TestParamInfo<Case>& instance) {

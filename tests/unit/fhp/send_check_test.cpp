@@ -53,6 +53,16 @@ class SendCheck : public FhpFixture {
                                                   .icon = platform::Icon::Exclamation,
                                                   .buttons = platform::Buttons::Ok}}));
   }
+  // A plan that cannot be judged is not let through.
+  void ExpectRefused(const std::u16string& teeth) {
+    SCOPED_TRACE(automation::ToUtf8(teeth.substr(0, 40)));
+    errCode = 7;
+    errMsg = u"host's";
+    dialogs.shown.clear();
+    EXPECT_FALSE(Check({.teeth = teeth}));
+    ExpectError(u"5 Invalid procedure call or argument in OKToSend");
+    dialogs.shown.clear();
+  }
 
   std::int16_t errCode = 7;
   std::u16string errMsg = u"host's";
@@ -180,21 +190,73 @@ TEST_F(SendCheck, AVeryLongTextOfAToothFitsByItsMeasures) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 " + std::u16string(40000, u'x') + u"</11>"});
 }
 
-TEST_F(SendCheck, AToothWithoutAClosingTagIsCountedToTheEndOfThePlan) {
-  ExpectFits({.teeth = u"<11>1 2 3 4"});
-  ExpectTooMany({.teeth = u"<11>1 2 3 4 5"});
-  ExpectTooMany({.teeth = u"<11>1 2<12>3 4 5 6"});
+TEST_F(SendCheck, AToothWithoutAClosingTagIsRefused) {
+  for (const auto* plan :
+       {u"<11>1 2 3 4", u"<11>1 2 3 4 5", u"<11>1 2<12>3 4 5 6", u"<11>1</11><12>2", u"<11>",
+        u"<11>1</11><>", u"<11>1 2 <12>3</11> 4 <13>5", u"<11>1 2 <12 3</11>"}) {
+    ExpectRefused(plan);
+  }
+}
+
+TEST_F(SendCheck, ATagWithoutItsEndIsRefused) {
+  for (const auto* plan :
+       {u"<11", u"<11>1</11> < 2 3 4 5 6", u"<11>1</11><12", u"1 < 2", u"<11>1</11 < ", u"<<"}) {
+    ExpectRefused(plan);
+  }
+}
+
+TEST_F(SendCheck, ALessThanSignAtTheVeryEndIsNotLookedAt) {
+  ExpectFits({.teeth = u"<"});
+  ExpectFits({.teeth = u"<11>1</11> <"});
+}
+
+TEST_F(SendCheck, ARefusedPlanLeavesTheJawsUnread) {
+  database.LogReads(true);
+  Check({.teeth = u"<11>1", .upperJaw = u" 1", .lowerJaw = u" 1"});
+  EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());
+  EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
+}
+
+TEST_F(SendCheck, AFailingToothIsToldBeforeOneThatIsRefused) {
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11><12>1"});
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <"});
+  ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <12"});
+  ExpectTooMany({.teeth = u"<11>1 2 <12>3 4 5</11>"});
+}
+
+TEST_F(SendCheck, ATagBeyondSixteenBitsOverflowsBeforeItsTextIsMissed) {
+  EXPECT_FALSE(Check({.teeth = u"<" + std::u16string(40000, u'1') + u">1"}));
+  ExpectError(u"6 Overflow in OKToSend");
+  dialogs.shown.clear();
+  ExpectRefused(u"<11>" + std::u16string(40000, u'x'));
+}
+
+TEST_F(SendCheck, OnlyBlanksSeparateMeasures) {
+  for (const auto* other : {u"\t", u"\n", u"\r\n", u"\u00A0", u"\u2003", u",", u";"}) {
+    std::u16string measures = u"1";
+    for (const auto* next : {u"2", u"3", u"4", u"5"}) {
+      measures.append(other).append(next);
+    }
+    ExpectFits({.teeth = u"<11>" + measures + u"</11>"});
+    ExpectFits({.upperJaw = measures, .lowerJaw = measures});
+  }
+}
+
+TEST_F(SendCheck, OnlyABlankInFrontOfAJawIsLeftOut) {
+  for (const auto* other : {u"\t", u"\n", u"\u00A0"}) {
+    ExpectFits({.upperJaw = std::u16string(other) + u"1 2 3 4"});
+    ExpectTooMany({.upperJaw = std::u16string(other) + u" 1 2 3 4"});
+    ExpectTooMany({.lowerJaw = std::u16string(other) + u" 1 2 3 4"});
+  }
+  database.LogReads(true);
+  Check({.upperJaw = u"\t1", .lowerJaw = u"\u00A01"});
+  EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
 }
 
 TEST_F(SendCheck, NestedAndDoublyClosedTeethAreCountedEach) {
   ExpectFits({.teeth = u"<11>1 2</11></11><12>1 2 3 4</12>"});
   ExpectTooMany({.teeth = u"<11>1 <12>1 2 3 4 5</12></11>"});
   ExpectFits({.teeth = u"<11>1 2<12>3 4</12> 5 6 7 8</11>"});
-}
-
-TEST_F(SendCheck, ALessThanSignWithoutATagIsPassedOver) {
-  ExpectFits({.teeth = u"<11>1</11> < 2 3 4 5 6"});
-  ExpectFits({.teeth = u"<"});
 }
 
 }  // namespace

@@ -77,12 +77,39 @@ TEST(ToothScanner, TheLastPositionIsScannedForTheDocument) {
   EXPECT_THAT(RunsOf(u"ab<"), IsEmpty());
   // A scan that may not go beyond the last position shows that it goes there.
   const std::u16string column(100, u'x');
-  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {true, 100}); }), 6);
-  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100}); }), 0);
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {true, 100, false}); }), 6);
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100, false}); }), 0);
 }
 
 TEST(ToothScanner, ATagMayBeginAtTheLastPositionThatIsScanned) {
-  EXPECT_THAT(RunsOf(u"<11>a</11><>", kSendCheckScan), ElementsAre(Pair("11", "a"), Pair("", "")));
+  ScanRules rules = kDocumentScan;
+  rules.scansLastPosition = false;
+  EXPECT_THAT(RunsOf(u"<11>a</11><>", rules), ElementsAre(Pair("11", "a"), Pair("", "")));
+}
+
+TEST(ToothScanner, TheSendCheckRefusesARunWithoutItsEnd) {
+  for (const auto* column : {u"<11>a", u"<11>", u"<11", u"a < b", u"<11>a</11><>"}) {
+    EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, kSendCheckScan); }), 5);
+    EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column); }), 0);
+  }
+}
+
+TEST(ToothScanner, ARunBeforeTheOneThatIsRefusedIsGiven) {
+  ToothScanner teeth(u"<11>a</11><12>b", kSendCheckScan);
+  EXPECT_EQ(teeth.Next()->text, u"a");
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 5);
+}
+
+TEST(ToothScanner, AnUnclosedTagInsideATextIsARunUpToTheNextClosingTag) {
+  EXPECT_THAT(RunsOf(u"<11>a <12>b</11><13>c</13>"),
+              ElementsAre(Pair("11", "a <12>b"), Pair("12", "b"), Pair("13", "c")));
+  EXPECT_THAT(RunsOf(u"<11>a <12 b</11> c"),
+              ElementsAre(Pair("11", "a <12 b"), Pair("12 b</11", " c")));
+}
+
+TEST(ToothScanner, TextsAndTeethKeepTheirBlanks) {
+  EXPECT_THAT(RunsOf(u"< 11 > a </11><12>\tb\r\n</12>"),
+              ElementsAre(Pair(" 11 ", " a "), Pair("12", "\tb\r\n")));
 }
 
 TEST(ToothScanner, ReadsColumnsLongerThanSixteenBitsForTheDocument) {
@@ -97,8 +124,12 @@ TEST(ToothScanner, SixteenBitPositionsEndAt32767) {
 
 TEST(ToothScanner, ATagThatLeavesSixteenBitsRaisesOverflowBeforeItsTextIsGiven) {
   const std::u16string tooth(32764, u'1');
-  EXPECT_EQ(RunsOf(u"<" + tooth + u">a b", kSendCheckScan).size(), 1U);
-  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(u"<1" + tooth + u">a b", kSendCheckScan); }), 6);
+  const auto error = [&](const std::u16string& column) {
+    return fakes::ErrorNumberOf([&] { ToothScanner(column, kSendCheckScan).Next(); });
+  };
+  EXPECT_EQ(error(u"<" + tooth + u">a</"), 0);
+  EXPECT_EQ(error(u"<1" + tooth + u">a</"), 6);
+  EXPECT_EQ(error(u"<1" + tooth + u">a"), 6);
 }
 
 TEST(ToothScanner, ARunBeforeTheOverflowIsGiven) {
@@ -109,7 +140,11 @@ TEST(ToothScanner, ARunBeforeTheOverflowIsGiven) {
 }
 
 TEST(ToothScanner, ATextWithoutEndEndsTheScanBeforeTheOverflow) {
-  EXPECT_EQ(RunsOf(u"<11>" + std::u16string(40000, u'x'), kSendCheckScan).size(), 1U);
+  const std::u16string column = u"<11>" + std::u16string(40000, u'x');
+  ScanRules rules = kSendCheckScan;
+  EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, rules); }), 5);
+  rules.refusesOpenRuns = false;
+  EXPECT_EQ(RunsOf(column, rules).size(), 1U);
 }
 
 TEST(ToothScanner, StaysAtItsEnd) {

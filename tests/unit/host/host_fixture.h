@@ -28,6 +28,21 @@ class CountingEvents : public Events {
   std::function<void()> atEach;
 };
 
+// Folders that are there and files that need no disk.
+class NoFiles : public platform::Files {
+ public:
+  bool FolderExists(const std::u16string& /*path*/) override { return true; }
+  void CreateFolder(const std::u16string& /*path*/) override {}
+  std::int64_t FileLength(const std::u16string& /*path*/) override { return 0; }
+  platform::FileStamp StampOf(const std::u16string& /*path*/) noexcept override { return {}; }
+  void DeleteFile(const std::u16string& /*path*/) override {}
+  void RenameFile(const std::u16string& /*path*/, const std::u16string& /*newPath*/) override {}
+  void ReplaceContents(const std::u16string& path, std::string_view /*bytes*/) override {
+    lastWritten = path;
+  }
+  std::u16string lastWritten;
+};
+
 // Makes any fixture of the component one whose host and link program are installed.
 template <class Fixture>
 class HostOn : public Fixture {

@@ -2,6 +2,7 @@
 
 #include <new>
 #include <optional>
+#include <utility>
 
 #include "fakes/component_fixture.h"
 
@@ -72,6 +73,20 @@ class ExhaustedRegistry : public portable::MemoryRegistry {
   }
 };
 
+// Refuses one key to this user, whether it is there or would have to be made.
+class RefusingRegistry : public portable::MemoryRegistry {
+ public:
+  explicit RefusingRegistry(std::u16string refused) : refused_(std::move(refused)) {}
+  std::int32_t CreateKey(Key parent, const std::u16string& path, std::uint32_t access, Key& opened,
+                         std::uint32_t& disposition) override {
+    return path == refused_ ? kAccessDenied
+                            : MemoryRegistry::CreateKey(parent, path, access, opened, disposition);
+  }
+
+ private:
+  std::u16string refused_;
+};
+
 class LinkProgram : public fakes::ComponentFixture {
  protected:
   ~LinkProgram() override { platform::Use(ports); }
@@ -113,6 +128,15 @@ TEST_F(LinkProgram, IsTakenFromTheSettingWhenTheRegistryRefuses) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
+TEST_F(LinkProgram, IsTakenFromTheSettingWhereItsKeyIsThereAndRefused) {
+  RefusingRegistry refusing(kLinkKey);
+  refusing.SetText(kLocalMachine, kLinkKey, u"Path", u"X:\\Nowhere");
+  UsePorts(files, userSettings, refusing);
+  Setting() = FileOf("Link.exe", "MZ");
+  EXPECT_EQ(GetVilnorCommandLine(), Setting());
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
 TEST_F(LinkProgram, OfAStaleSettingIsForgottenButStillReturned) {
   const std::u16string stale = hostPath + u"Gone.exe";
   Setting() = stale;
@@ -138,7 +162,8 @@ TEST_F(LinkProgram, OfASettingThatNamesAFolderIsMissingAndTheSettingStays) {
 
 TEST_F(LinkProgram, OfAnImpossibleSettingIsReportedAsMissing) {
   Setting() = hostPath + std::u16string(5000, u'x');
-  EXPECT_EQ(GetVilnorCommandLine(), Setting());
+  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(Setting(), hostPath + std::u16string(5000, u'x'));
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
@@ -183,7 +208,7 @@ TEST_F(LinkProgram, OfASettingWhoseFileCannotBeAskedForIsMissingAndTheSettingSta
     UsePorts(unreachable, userSettings, registry);
     Setting() = u"Q:\\Link.exe";
     dialogs.shown.clear();
-    EXPECT_EQ(GetVilnorCommandLine(), u"Q:\\Link.exe");
+    EXPECT_EQ(GetVilnorCommandLine(), u"");
     EXPECT_EQ(Setting(), u"Q:\\Link.exe");
     EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
   }
@@ -243,6 +268,28 @@ TEST_F(ExchangeDirectory, IsNotSoughtFurtherWhereTheRegistryRefuses) {
   registry.DenyWrite(kLocalMachine, u"SOFTWARE\\Kestra");
   EXPECT_EQ(GetVilnorOutputPath(), u"");
   EXPECT_EQ(dialogs.Texts(), Texts{u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath"});
+}
+
+// A user who may only read: a key that is missing may not be made, one that is there not opened.
+TEST_F(ExchangeDirectory, IsNotSoughtBehindAnyRegistrationThatRefuses) {
+  const std::vector<std::u16string> keys = {kMainKey, kMainAppPath, kOldAppPath};
+  for (std::size_t place = 0; place < keys.size(); ++place) {
+    for (const bool isThere : {true, false}) {
+      RefusingRegistry refusing(keys[place]);
+      for (std::size_t i = place + (isThere ? 0 : 1); i < keys.size(); ++i) {
+        refusing.SetText(kLocalMachine, keys[i], u"Path", hostPath);
+      }
+      UsePorts(files, userSettings, refusing);
+      dialogs.shown.clear();
+      EXPECT_EQ(GetVilnorOutputPath(), u"");
+      EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
+                                   {.text = u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath",
+                                    .title = u"Vilnor Link connection",
+                                    .icon = Icon::Exclamation}}))
+          << place << isThere;
+      EXPECT_EQ(refusing.KeyExists(kLocalMachine, keys[place]), isThere);
+    }
+  }
 }
 
 TEST_F(ExchangeDirectory, WhoseParentIsMissingIsReported) {

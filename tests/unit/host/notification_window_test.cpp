@@ -333,7 +333,7 @@ TEST_F(SecondNotification, AtTheQuestionThatFailsDoesNotHoldTheAnswersFile) {
   });
 }
 
-TEST_F(SecondNotification, AtADatabaseBoxFindsTheConnectionInUseAndBothFilesStay) {
+TEST_F(SecondNotification, AtADatabaseBoxFindsTheConnectionInUseAndNeitherResultIsLost) {
   WithWindow([&] {
     database.Answer(u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
                     {{u"Journal_ID"}, {{std::int32_t{900}}}});
@@ -347,12 +347,15 @@ TEST_F(SecondNotification, AtADatabaseBoxFindsTheConnectionInUseAndBothFilesStay
     EXPECT_EQ(user_.Texts(),
               (Texts{u"-2147467259 server closed the connection in UpdateCase",
                      u"3705 Operation is not allowed when the object is open. in ReadNewCase"}));
-    EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
+    EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
+    EXPECT_TRUE(Exists(u"OutNewCase4711 2026-11-16 14.05.00.xml"));
     EXPECT_TRUE(Exists(u"OutNewCase4712.xml"));
     EXPECT_FALSE(database.InTransaction());
     EXPECT_EQ(database.AliveConnections(), 0);
 
-    // Nothing is stuck: both are read when they are notified again.
+    // Nothing is stuck: both are read when they are there and notified again.
+    files.RenameFile(ExchangePath(u"OutNewCase4711 2026-11-16 14.05.00.xml"),
+                     ExchangePath(u"OutNewCase4711.xml"));
     database.ClearFailures();
     database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
     Send(10002, 4711);

@@ -32,6 +32,7 @@ TEST(ColumnKind, TheOdbcTypeDecidesForOtherNames) {
   EXPECT_EQ(KindOf(SQL_SMALLINT, u"int2"), ColumnKind::Int16);
   EXPECT_EQ(KindOf(SQL_INTEGER, u"serial"), ColumnKind::Int32);
   EXPECT_EQ(KindOf(SQL_BIGINT, u"int8"), ColumnKind::BigInt);
+  EXPECT_EQ(KindOf(SQL_REAL, u"float4"), ColumnKind::Single);
   EXPECT_EQ(KindOf(SQL_TYPE_TIMESTAMP, u"datetime"), ColumnKind::Date);
   EXPECT_EQ(KindOf(SQL_TYPE_DATE, u"date"), ColumnKind::Date);
   EXPECT_EQ(KindOf(SQL_WVARCHAR, u"varchar"), ColumnKind::Text);
@@ -55,6 +56,13 @@ TEST(ColumnValue, Doubles) {
   EXPECT_EQ(ToValue(u"1.0e+20", ColumnKind::Double), Value(1e20));
 }
 
+TEST(ColumnValue, SinglesHaveSevenDigits) {
+  EXPECT_EQ(ToValue(u"1.1", ColumnKind::Single), Value(1.1));
+  EXPECT_EQ(ToValue(u"1.10000002", ColumnKind::Single), Value(1.1));
+  EXPECT_EQ(ToValue(u"-1.6777216e+07", ColumnKind::Single), Value(-16777220.0));
+  EXPECT_EQ(ToValue(u"1e100", ColumnKind::Single), Value(1e100)) << "as SQLite may hold";
+}
+
 TEST(ColumnValue, Booleans) {
   for (const auto* yes : {u"1", u"-1", u"t", u"true", u"TRUE"}) {
     EXPECT_EQ(ToValue(yes, ColumnKind::Boolean), Value(true));
@@ -65,9 +73,10 @@ TEST(ColumnValue, Booleans) {
 }
 
 TEST(ColumnValue, WhatIsNoValueOfTheKindStaysText) {
-  for (const auto kind : {ColumnKind::Boolean, ColumnKind::Int16, ColumnKind::Int32,
-                          ColumnKind::BigInt, ColumnKind::Double, ColumnKind::Decimal,
-                          ColumnKind::Currency, ColumnKind::Date, ColumnKind::Time}) {
+  for (const auto kind :
+       {ColumnKind::Boolean, ColumnKind::Int16, ColumnKind::Int32, ColumnKind::BigInt,
+        ColumnKind::Single, ColumnKind::Double, ColumnKind::Decimal, ColumnKind::Currency,
+        ColumnKind::Date, ColumnKind::Time}) {
     for (const std::u16string text : {u"", u"soon", u"1 2 x"}) {
       if (kind != ColumnKind::Currency || text != u"1 2 x") {
         EXPECT_EQ(ToValue(text, kind), Value(text));

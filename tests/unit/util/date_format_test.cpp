@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "automation/text.h"
 #include "util_fixture.h"
 
 namespace util {
@@ -141,6 +142,82 @@ TEST_F(DateOfParts, IsTheEmptyDateForPartsThatMakeNone) {
   UseNorwegianLocale();
   EXPECT_EQ(DateFromParts(u"2002", u"02", u"30"), Date{});
   EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(DateOfParts, ChangeMonthAndDayWhereTheMonthIsBeyondTwelve) {
+  EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
+  EXPECT_EQ(DateFromParts(u"2002", u"31", u"12"), Day(2002, 12, 31));
+  EXPECT_EQ(DateFromParts(u"2002", u"13", u"13"), Date{});
+  EXPECT_EQ(DateFromParts(u"2002", u"32", u"1"), Date{});
+  EXPECT_EQ(DateFromParts(u"2002", u"30", u"2"), Date{});
+  EXPECT_EQ(DateFromParts(u"2002", u"00", u"13"), Date{});
+  UseUsLocale();
+  EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
+  EXPECT_EQ(DateFromParts(u"2002", u"2", u"30"), Date{});
+  UseNorwegianLocale();
+  EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
+}
+
+// What the letters of a picture become when it has more of them than a numeric date.
+class DateOfPartsInWords : public UtilTest {
+ protected:
+  static void UsePicture(std::u16string_view picture) { CurrentSession().gDateFormat = picture; }
+};
+
+// Short dates that Windows offers, or that people choose to see the weekday beside the clock.
+const std::vector<std::u16string> kWithMonthNames = {
+    u"dd-MMM-YYYY", u"d-MMM YYYY", u"d MMM yyyy", u"d MMMM yyyy", u"dd. MMM. yyyy", u"MMM-dd-yyyy"};
+const std::vector<std::u16string> kWithOtherWords = {
+    u"ddd yyyy-MM-dd",    u"yyyy-MM-dd ddd",         u"ddd d/M/yyyy",
+    u"dddd, d MMMM yyyy", u"dddd 'den 'd MMMM yyyy", u"'den 'd MMMM yyyy",
+    u"MMM d, yyyy",       u"d 'de' MMMM 'de' yyyy",  u"d.M.yyyy '\u0433.'"};
+
+TEST_F(DateOfPartsInWords, OfTwoDigitsMakeNone) {
+  for (const auto& pictures : {kWithMonthNames, kWithOtherWords}) {
+    for (const auto& picture : pictures) {
+      UsePicture(picture);
+      for (const auto* month : {u"01", u"02", u"04", u"07", u"10", u"11", u"12"}) {
+        EXPECT_EQ(DateFromParts(u"2002", month, u"01"), Date{}) << automation::ToUtf8(picture);
+      }
+    }
+  }
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+// The month stands twice where the picture has its name: "1" becomes "11".
+TEST_F(DateOfPartsInWords, HaveAMonthOfOneDigitDoubled) {
+  for (const auto& picture : kWithMonthNames) {
+    SCOPED_TRACE(automation::ToUtf8(picture));
+    UsePicture(picture);
+    EXPECT_EQ(DateFromParts(u"2007", u"1", u"2"), Day(2007, 11, 2));
+    EXPECT_EQ(DateFromParts(u"2007", u"1", u"30"), Day(2007, 11, 30));
+    EXPECT_EQ(DateFromParts(u"2007", u"1", u"31"), Date{});
+    // 22 is no month, and changes places with the day.
+    EXPECT_EQ(DateFromParts(u"2007", u"2", u"5"), Day(2007, 5, 22));
+    EXPECT_EQ(DateFromParts(u"2007", u"2", u"13"), Date{});
+    for (const auto* month : {u"3", u"4", u"5", u"6", u"7", u"8", u"9"}) {
+      EXPECT_EQ(DateFromParts(u"2007", month, u"5"), Date{});
+    }
+  }
+}
+
+TEST_F(DateOfPartsInWords, WithWeekdaysOrLettersMakeNone) {
+  for (const auto& picture : kWithOtherWords) {
+    SCOPED_TRACE(automation::ToUtf8(picture));
+    UsePicture(picture);
+    for (int month = 1; month <= 12; ++month) {
+      for (const auto* day : {u"1", u"2", u"13"}) {
+        EXPECT_EQ(DateFromParts(u"2007", automation::Decimal10(month), day), Date{});
+      }
+    }
+  }
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(DateOfPartsInWords, OfAPictureWithTwoSeparatorsAreRead) {
+  UsePicture(u"dd/MM YYYY");
+  EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
+  EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
 }
 
 TEST_F(DateOfParts, IsTheEmptyDateForPartsWithAZeroInside) {

@@ -48,50 +48,53 @@ TEST_F(TheErrorTrap, TakesExhaustedMemoryAsError7AndAnythingElseAsError440) {
                                          u"440 Automation error in P"}));
 }
 
-TEST_F(TheErrorTrap, RunsTheCleanUpAfterTheBoxAndDropsItsErrors) {
-  std::size_t boxesAtCleanUp = 0;
-  EXPECT_EQ(
-      Guarded(
-          u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
-          [&] {
-            boxesAtCleanUp = dialogs.shown.size();
-            throw AutomationError(RuntimeError::ObjectNotSet);
-          }),
-      0);
-  EXPECT_EQ(boxesAtCleanUp, 1U);
+TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
+  std::size_t boxesBefore = 1;
+  const auto attempt = Try(
+      u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
+      [&] {
+        boxesBefore = dialogs.shown.size();
+        throw AutomationError(RuntimeError::ObjectNotSet);
+      });
+  EXPECT_EQ(boxesBefore, 0U);
+  EXPECT_EQ(attempt.value, 0);
+  EXPECT_EQ(attempt.error, 6);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
-TEST_F(TheErrorTrap, CleansUpAndLetsNothingOutWhereTheBoxCannotBeShown) {
+TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
   class NoDialogs : public platform::Dialogs {
    public:
     platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }
   } none;
   platform::Platform withoutDialogs = fakes::With(ports, none);
   platform::Use(withoutDialogs);
-  const auto before = ErrorsShown();
-  bool cleaned = false;
-  EXPECT_EQ(
-      Guarded(
-          u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
-          [&] { cleaned = true; }),
-      0);
-  EXPECT_TRUE(cleaned);
-  EXPECT_EQ(ErrorsShown(), before + 1);
+  bool rolledBack = false;
+  const auto attempt = Try(
+      u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
+      [&] { rolledBack = true; });
+  EXPECT_TRUE(rolledBack);
+  EXPECT_EQ(attempt.error, 6);
   platform::Use(ports);
 }
 
-TEST_F(TheErrorTrap, DoesNotCleanUpWithoutAnError) {
-  bool cleaned = false;
-  Guarded(
-      u" in P", kDBVilnorIcon, [] {}, [&] { cleaned = true; });
-  EXPECT_FALSE(cleaned);
+TEST_F(TheErrorTrap, RunsNothingBeforeABoxThatIsNotShown) {
+  bool rolledBack = false;
+  const auto attempt = Try(
+      u" in P", kDBVilnorIcon, [] {}, [&] { rolledBack = true; });
+  EXPECT_FALSE(rolledBack);
+  EXPECT_EQ(attempt.error, std::nullopt);
 }
 
-TEST_F(TheErrorTrap, CountsTheBoxesOfErrors) {
-  const auto before = ErrorsShown();
-  Guarded(u" in P", kModBVilnorIcon, [] { throw AutomationError(RuntimeError::Overflow); });
-  EXPECT_EQ(ErrorsShown(), before + 1);
+TEST_F(TheErrorTrap, TellsItsCallerTheNumberOfTheError) {
+  const auto attempt = [](auto thrown) {
+    return Try(u" in P", kModBVilnorIcon, [&]() -> std::u16string { throw thrown; });
+  };
+  EXPECT_EQ(attempt(AutomationError(3705, u"ADODB", u"open")).error, 3705);
+  EXPECT_EQ(attempt(AutomationError(0, u"", u"none")).error, 0);
+  EXPECT_EQ(attempt(std::bad_alloc()).error, 7);
+  EXPECT_EQ(attempt(std::runtime_error("unforeseen")).error, 440);
+  EXPECT_EQ(attempt(3).value, u"");
 }
 
 }  // namespace

@@ -76,6 +76,11 @@ TEST_F(TheCompensationRule, PaidRate99InWholeNumbersHalfToEven) {
   EXPECT_EQ(GetRateCompensation(row), First(4));  // 3.50004
   row.amount1 = 12.5;
   EXPECT_EQ(GetRateCompensation(row), First(8));  // 7.5
+  // In the digits of a double, on every processor: 2.5000000000000004 and 9.499999999999998.
+  row.amount1 = 4.166666666666667;
+  EXPECT_EQ(GetRateCompensation(row), First(3));
+  row.amount1 = 15.833333333333332;
+  EXPECT_EQ(GetRateCompensation(row), First(9));
 }
 
 TEST_F(TheCompensationRule, PaidTheThirdAmountForIncreasedCompensation) {

@@ -58,6 +58,19 @@ TEST_F(RoundingOff, LeavesTheAmountInAnyOtherMode) {
   }
 }
 
+// Amounts whose product with the factor is a half as a double, and less with the more digits that a
+// 32-bit processor keeps.
+TEST_F(RoundingOff, CalculatesInDoublesOnEveryProcessor) {
+  EXPECT_EQ(Rounded(0.075, 1), 0.1);
+  EXPECT_EQ(Rounded(1.025, 1), 1.05);
+  EXPECT_EQ(Rounded(-2.675, 1), -2.7);
+  EXPECT_EQ(Rounded(0.49999999999999994, 4), 1);
+  Rounded(0.03, 1);
+  EXPECT_EQ(difference, 0.020000000000000004);
+  Rounded(0.05, 1);
+  EXPECT_EQ(difference, 0);
+}
+
 TEST_F(RoundingOff, KeepsAmountsBeyond32Bits) {
   EXPECT_EQ(Rounded(12345678901.4, 4), 12345678901);
 }

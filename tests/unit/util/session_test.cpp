@@ -1,7 +1,6 @@
 #include "util/session.h"
 
-#include <thread>
-
+#include "fakes/another_thread.h"
 #include "util_fixture.h"
 
 namespace util {
@@ -19,10 +18,10 @@ TEST_F(TheSession, IsEmptyAndApartOnAnotherThread) {
   Session other;
   other.gKestraLangID = 9;
   other.gDbType = 9;
-  std::thread([&] {
+  fakes::OnAnotherThread([&] {
     other = CurrentSession();
     CurrentSession().gKestraLangID = 3;
-  }).join();
+  });
   EXPECT_EQ(other.gKestraLangID, 0);
   EXPECT_EQ(other.gDateFormat, u"");
   EXPECT_EQ(other.gDbType, 0);

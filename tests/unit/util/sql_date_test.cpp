@@ -74,6 +74,17 @@ TEST_F(SqlDate, LeavesTheDatesOwnTimeOutOfTheLiteral) {
             u"#11-16-2026#");
 }
 
+TEST_F(SqlDate, HasTheDatesOwnTimeInThePlainForm) {
+  const auto afternoon = automation::MakeDate({2026, 11, 16, 14, 5, 0});
+  std::u16string timeText;
+  EXPECT_EQ(GetSqlDate(afternoon, true, timeText), u"'2026-11-16 14:05:00'");
+  timeText = u"08:00:00";
+  EXPECT_EQ(GetSqlDate(afternoon, true, timeText), u"'2026-11-16 14:05:00 08:00:00'");
+  UseUsLocale();
+  timeText.clear();
+  EXPECT_EQ(GetSqlDate(afternoon, true, timeText), u"'11/16/2026 2:05:00 PM'");
+}
+
 TEST_F(SqlDate, ShowsADateOutsideTheCalendarAndGivesTheEmptyText) {
   std::u16string none;
   EXPECT_EQ(GetSqlDate(kNoDate, false, none), u"");

@@ -120,6 +120,16 @@ TEST_F(SubsidyPeriod, IsOverWhenTheDateFormatMakesNoDate) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
+// As above: the dates of 2002 do not fit into such a picture.
+TEST_F(SubsidyPeriod, IsOverUnderAPictureWithNames) {
+  for (const auto* picture : {u"dd-MMM-YYYY", u"ddd yyyy-MM-dd", u"d MMMM yyyy"}) {
+    CurrentSession().gDateFormat = picture;
+    EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2001, 1, 1), u""));
+    EXPECT_FALSE(IsInSubsidyPeriod(61, Day(2001, 1, 1), kElderlyDebit));
+  }
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
 TEST_F(SubsidyPeriod, TakesAnyRegistrationDate) {
   EXPECT_FALSE(IsInSubsidyPeriod(11, kNoDate, u""));
   EXPECT_TRUE(IsInSubsidyPeriod(11, {-1e9}, u""));

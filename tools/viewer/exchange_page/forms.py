@@ -64,9 +64,21 @@ def estimate_rows(form: Form) -> list[EstimateRow]:
             if not rows or rows[-1].number != number or part in rows[-1].parts:
                 rows.append(EstimateRow(number))
             rows[-1].parts[part] = value
-    for row in rows:
-        row.parts.setdefault("Atgard", labels.FIXED_ROWS.get(row.number, ""))
+    _name_fixed_rows(rows)
     return rows
+
+
+def _name_fixed_rows(rows: list[EstimateRow]):
+    """Gives the printed rows their measure. The tenth and eleventh ordinary row have the same keys
+    and no measure either, so one that may be the next ordinary row stays without."""
+    last_ordinary: set[str] = set()  # the numbers that the last ordinary row may have
+    for row in rows:
+        if row.number not in labels.FIXED_ROWS:
+            last_ordinary = {row.number}
+        elif str(int(row.number) - 1) in last_ordinary:
+            last_ordinary.add(row.number)
+        else:
+            row.parts.setdefault("Atgard", labels.FIXED_ROWS[row.number])
 
 
 def amount_of(text: str):

@@ -84,7 +84,7 @@ ROW_PARTS = {
     "Summa": "Summa",
 }
 
-# The printed rows of the estimate carry their measure already.
+# The printed rows of the estimate carry their measure already; forms.py knows which rows they are.
 FIXED_ROWS = {"10": "681", "11": "682"}
 
 ELEMENTS = {

@@ -1,0 +1,126 @@
+#include "exchange/result_files.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "automation/automation_error.h"
+#include "automation/date.h"
+#include "automation/text.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/platform.h"
+#include "util/guarded.h"
+#include "util/thread_state.h"
+
+namespace exchange {
+namespace {
+
+using automation::AutomationError;
+using automation::RuntimeError;
+
+constexpr std::u16string_view kExtension = u".xml";
+constexpr std::u16string_view kResultWord = u"Out";
+// No host reads a file of this name again.
+constexpr std::u16string_view kDealtWithWord = u"Done";
+// A folder in which so many names of one second are taken is not in order.
+constexpr std::int32_t kMostOfOneSecond = 1000;
+
+// " 2026-11-16 14.05.00": a file's name can have no ":".
+std::u16string Moment() {
+  const automation::Date now = platform::Current().clock.Now();
+  std::u16string time = automation::FormatTime(now);
+  std::replace(time.begin(), time.end(), u':', u'.');
+  return u" " + automation::FormatDate(now, u"yyyy-mm-dd") + u" " + time;
+}
+
+// Whether the file was renamed, or is not there to be renamed; false when the name is taken.
+bool TryName(const std::u16string& path, const std::u16string& name) {
+  auto& files = platform::Current().files;
+  try {
+    files.RenameFile(path, name);
+  } catch (const AutomationError& error) {
+    if (error.Is(RuntimeError::FileAlreadyExists)) {
+      return false;
+    }
+    // A name too long for the system is told as if the file were missing.
+    if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).length >= 0) {
+      throw;
+    }
+  }
+  return true;
+}
+
+// The first word, "Out", is replaced; the moment stands behind the rest.
+void Rename(const std::u16string& resultPath, std::u16string_view firstWord) {
+  const std::size_t name = resultPath.rfind(u'\\') + 1;
+  const std::size_t afterWord = name + kResultWord.size();
+  std::u16string stem = resultPath.substr(0, name).append(firstWord);
+  stem.append(resultPath, afterWord, resultPath.size() - kExtension.size() - afterWord);
+  stem += Moment();
+  std::u16string newName = stem;
+  for (std::int32_t number = 2; !TryName(resultPath, newName + std::u16string(kExtension));
+       ++number) {
+    if (number > kMostOfOneSecond) {
+      throw AutomationError(RuntimeError::FileAlreadyExists);
+    }
+    newName = stem + u" " + automation::Decimal10(number);
+  }
+}
+
+// The results that the thread is reading; a reading can begin while another one's box is open.
+std::vector<std::u16string>& BeingRead() {
+  return util::ThreadState<std::vector<std::u16string>>();
+}
+
+}  // namespace
+
+ResultFile::ResultFile(std::u16string path) : path_(std::move(path)) {
+  BeingRead().push_back(path_);
+}
+
+ResultFile::~ResultFile() {
+  BeingRead().pop_back();
+}
+
+void ResultFile::TakeStamp() {
+  stamp_ = platform::Current().files.StampOf(path_);
+}
+
+bool ResultFile::IsReplaced() const {
+  const platform::FileStamp now = platform::Current().files.StampOf(path_);
+  return now.length >= 0 && now != stamp_;
+}
+
+void ResultFile::Delete() const {
+  if (IsReplaced()) {
+    return;
+  }
+  try {
+    platform::Current().files.DeleteFile(path_);
+  } catch (...) {
+    util::DroppingErrors([&] { Rename(path_, kDealtWithWord); });
+    throw;
+  }
+}
+
+void ResultFile::SetAside() const {
+  if (!IsReplaced()) {
+    exchange::SetAside(path_);
+  }
+}
+
+void SetAside(const std::u16string& resultPath) {
+  Rename(resultPath, kResultWord);
+}
+
+void SetUnreadAside(const std::u16string& resultPath) {
+  const auto& beingRead = BeingRead();
+  if (std::find(beingRead.begin(), beingRead.end(), resultPath) == beingRead.end()) {
+    SetAside(resultPath);
+  }
+}
+
+}  // namespace exchange

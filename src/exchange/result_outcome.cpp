@@ -1,0 +1,141 @@
+#include "exchange/result_outcome.h"
+
+#include <utility>
+
+#include "automation/automation_error.h"
+#include "automation/text.h"
+#include "exchange/result_document_reader.h"
+#include "platform/dialogs.h"
+#include "platform/platform.h"
+
+namespace exchange {
+namespace {
+
+using automation::Decimal10;
+
+// Values of Cancelled. A result without the element counts as not cancelled.
+constexpr std::int32_t kNotCancelled = 99;
+constexpr std::int32_t kCancelled = 1;
+constexpr std::int32_t kLastWithoutChange = 2;
+constexpr std::int32_t kDeletedInLink = 3;
+
+void ShowParseError(const platform::ParseError& error) {
+  platform::Current().dialogs.Show({.text = u"XMLDOM Error " + Decimal10(error.code) + u"\r\nPos " +
+                                            Decimal10(error.filePosition) + u"Reason " +
+                                            error.reason,
+                                    .title = {}});
+}
+
+ResultDocumentReader Load(ResultFile& file) {
+  ResultDocumentReader document(file.path());
+  file.TakeStamp();
+  return document;
+}
+
+// The value of Cancelled; nothing when the file cannot be loaded.
+template <class Number>
+std::optional<Number> ReadCancelled(const ResultDocumentReader& document) {
+  if (document.Error().code != 0) {
+    return std::nullopt;
+  }
+  Number cancelled = kNotCancelled;
+  document.Read(u"Cancelled", cancelled);
+  return cancelled;
+}
+
+// Only the user's own No is a No. A question that was never answered, since the host was shutting
+// down, is an error, and the result stays.
+bool UserWantsLinkDeleted() {
+  const platform::Answer answer =
+      platform::Current().dialogs.Show({.text = u"Ärendet är borttaget i Vilnor Link\r\n\r\n"
+                                                u"Ta bort kopplingen till ärendet i Kestra?",
+                                        .title = u"Kestra Dental koppling till Vilnor Link",
+                                        .icon = platform::Icon::Question,
+                                        .buttons = platform::Buttons::YesNo});
+  if (answer != platform::Answer::Yes && answer != platform::Answer::No) {
+    throw automation::AutomationError(automation::RuntimeError::AutomationFailure);
+  }
+  return answer == platform::Answer::Yes;
+}
+
+// The outcome of a case that has been deleted in Vilnor Link, if the user wants its link deleted,
+// too.
+std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
+                                const util::Attempt<std::u16string>& linkedCase) {
+  if (linkedCase.error) {
+    file.SetAside();
+    return std::nullopt;
+  }
+  if (!UserWantsLinkDeleted()) {
+    file.Delete();
+    return std::nullopt;
+  }
+  return outcome;
+}
+
+}  // namespace
+
+std::optional<Outcome> ReadNewOutcome(ResultFile& file) {
+  const auto cancelled = ReadCancelled<double>(Load(file));
+  if (!cancelled) {
+    return std::nullopt;
+  }
+  if (*cancelled == kCancelled) {
+    file.Delete();
+    return std::nullopt;
+  }
+  // Kept: loaded a second time, by a document of its own.
+  const ResultDocumentReader document = Load(file);
+  if (const auto error = document.Error(); error.code != 0) {
+    ShowParseError(error);
+    return std::nullopt;
+  }
+  Outcome outcome;
+  document.Read(u"Status", outcome.status);
+  document.Read(u"UserDefData", outcome.userDefData);
+  document.Read(u"Id", outcome.caseId);
+  document.Read(u"UserName", outcome.userName);
+  return outcome;
+}
+
+std::optional<Outcome> ReadExistOutcome(ResultFile& file,
+                                        const util::Attempt<std::u16string>& linkedCase) {
+  std::optional<ResultDocumentReader> document = Load(file);
+  const auto cancelled = ReadCancelled<std::int32_t>(*document);
+  if (!cancelled) {
+    return std::nullopt;
+  }
+  if (*cancelled >= 0 && *cancelled <= kLastWithoutChange) {
+    document.reset();
+    file.Delete();
+    return std::nullopt;
+  }
+  Outcome outcome;
+  outcome.caseId = linkedCase.value;
+  if (*cancelled == kDeletedInLink) {
+    document.reset();
+    outcome.status = kWithdrawn;
+    return IfWanted(std::move(outcome), file, linkedCase);
+  }
+  document->Read(u"Status", outcome.status);
+  document->Read(u"Id", outcome.caseId);
+  document->Read(u"UserName", outcome.userName);
+  document->Read(u"UserDefData", outcome.userDefData);
+  document.reset();
+  if (linkedCase.error && outcome.status == kWithdrawn &&
+      automation::Trim(outcome.caseId).empty()) {
+    file.SetAside();
+    return std::nullopt;
+  }
+  return outcome;
+}
+
+bool ActsOnNew(std::int32_t status) {
+  return status == kChanged || status == kSent || status == kWithdrawn;
+}
+
+bool ActsOnExisting(std::int32_t status) {
+  return status == kChanged || status == kWithdrawn;
+}
+
+}  // namespace exchange

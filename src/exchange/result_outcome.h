@@ -1,0 +1,38 @@
+// What a result file says happened to its request.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "exchange/result_files.h"
+#include "util/guarded.h"
+
+namespace exchange {
+
+// What the link program reports; every other status leaves everything as it is.
+enum Status : std::int32_t { kChanged = 1, kSent = 5, kWithdrawn = 7 };
+
+struct Outcome {
+  std::int32_t status = 0;
+  std::u16string caseId;
+  std::u16string userName;
+  std::u16string userDefData;
+};
+
+// The outcome of a new case or application; nothing when there is none to act on. A cancelled
+// result is deleted. Shows its own box when the second of the two loads fails; error 13 or 6 for
+// numbers that are none.
+std::optional<Outcome> ReadNewOutcome(ResultFile& file);
+
+// The outcome of an opened case, which asks the user when the case has been deleted in Vilnor Link.
+// `linkedCase` is the case that the link record names. Where its lookup failed, nothing is asked
+// and nothing is deleted by an empty number; the result is set aside.
+std::optional<Outcome> ReadExistOutcome(ResultFile& file,
+                                        const util::Attempt<std::u16string>& linkedCase);
+
+// Whether an outcome of this status changes anything.
+bool ActsOnNew(std::int32_t status);
+bool ActsOnExisting(std::int32_t status);
+
+}  // namespace exchange

@@ -1,0 +1,37 @@
+// Work on a thread of its own, also where the compiler has no std::thread (its win32 thread model).
+#pragma once
+
+#ifdef _WIN32
+#include "windows/win32.h"
+#else
+#include <thread>
+#endif
+
+namespace fakes {
+
+#ifdef _WIN32
+
+template <class Action>
+DWORD WINAPI RunAction(void* action) {
+  (*static_cast<Action*>(action))();
+  return 0;
+}
+
+// Runs `action` there and waits for its end. It must not throw.
+template <class Action>
+void OnAnotherThread(Action action) {
+  const HANDLE thread = CreateThread(nullptr, 0, RunAction<Action>, &action, 0, nullptr);
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+}
+
+#else
+
+template <class Action>
+void OnAnotherThread(Action action) {
+  std::thread(action).join();
+}
+
+#endif
+
+}  // namespace fakes

@@ -1,0 +1,42 @@
+// DLLs that a test loads and frees with counts of its own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "windows/win32.h"
+
+namespace system_tests {
+
+// A fresh copy of a DLL under another name, gone with the object unless it stays loaded.
+class CopiedDll {
+ public:
+  explicit CopiedDll(const std::wstring& original) {
+    std::filesystem::copy_file(original, path_, std::filesystem::copy_options::overwrite_existing);
+  }
+  CopiedDll(const CopiedDll&) = delete;
+  CopiedDll& operator=(const CopiedDll&) = delete;
+  ~CopiedDll() {
+    std::error_code ignored;
+    std::filesystem::remove(path_, ignored);
+  }
+
+  std::wstring path() const { return path_.wstring(); }
+  bool IsLoaded() const { return GetModuleHandleW(path().c_str()) != nullptr; }
+  // As COM frees a server, whatever it answers: until it is gone, or stays however often it is
+  // freed.
+  void Free() const {
+    constexpr int kMoreOftenThanItWasLoaded = 100;
+    for (int i = 0; i < kMoreOftenThanItWasLoaded && IsLoaded(); ++i) {
+      FreeLibrary(GetModuleHandleW(path().c_str()));
+    }
+  }
+
+ private:
+  inline static int count_ = 0;
+
+  std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / (L"Copy" + std::to_wstring(++count_) + L".dll");
+};
+
+}  // namespace system_tests

@@ -1,0 +1,34 @@
+// Another program on the same desktop with a session of its own.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "windows/win32.h"
+
+namespace system_tests {
+
+// This program once more, which holds a session until it is told to release it.
+class HoldingProcess {
+ public:
+  // Returns when the session is there.
+  HoldingProcess();
+  HoldingProcess(const HoldingProcess&) = delete;
+  HoldingProcess& operator=(const HoldingProcess&) = delete;
+  ~HoldingProcess();
+
+  // Its notification window; null when it has none.
+  HWND Window() const;
+  // Has it release the session; its exit code, STILL_ACTIVE when it did not end.
+  DWORD Release();
+
+ private:
+  HANDLE ready_;
+  HANDLE release_;
+  PROCESS_INFORMATION process_{};
+};
+
+// Whether this process is the other program, which has then done its work.
+bool RanAsHoldingProcess(const std::vector<std::string_view>& arguments);
+
+}  // namespace system_tests
