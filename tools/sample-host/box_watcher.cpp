@@ -14,9 +14,10 @@ namespace {
 
 constexpr DWORD kLook = 50;  // milliseconds between two looks
 
+// Without a message: a thread that ends its boxes and waits for the watcher would never answer.
 std::u16string WindowText(HWND window) {
   std::array<wchar_t, 4096> text{};
-  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  const int length = InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
   return windows::FromWide({text.data(), static_cast<std::size_t>(length)});
 }
 
@@ -42,18 +43,10 @@ std::vector<HWND> OpenBoxes() {
   return boxes;
 }
 
-// A control of another thread tells its text by a message, not by GetWindowText.
-std::u16string ControlText(HWND control) {
-  std::array<wchar_t, 4096> text{};
-  const auto length =
-      SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  return windows::FromWide({text.data(), static_cast<std::size_t>(length)});
-}
-
 // The text of the box: that of its one static control that has any.
 BOOL CALLBACK TakeStaticText(HWND control, LPARAM text) {
   if (IsOfClass(control, L"Static")) {
-    *reinterpret_cast<std::u16string*>(text) += ControlText(control);
+    *reinterpret_cast<std::u16string*>(text) += WindowText(control);
   }
   return TRUE;
 }

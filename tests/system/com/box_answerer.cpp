@@ -8,9 +8,11 @@
 namespace system_tests {
 namespace {
 
+// Without a message: the window's thread may be waiting for the answerer's end, or for its lock,
+// and would never answer.
 std::wstring TextOf(HWND window) {
   std::array<wchar_t, 2048> text{};
-  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
   return text.data();
 }
 
@@ -18,10 +20,8 @@ std::wstring TextOf(HWND window) {
 std::wstring BoxText(HWND box) {
   HWND control = nullptr;
   while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
-    std::array<wchar_t, 2048> text{};
-    SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    if (text.front() != L'\0') {
-      return text.data();
+    if (std::wstring text = TextOf(control); !text.empty()) {
+      return text;
     }
   }
   return {};
@@ -32,7 +32,10 @@ HICON BoxIcon(HWND box) {
   HWND control = nullptr;
   while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
     if ((GetWindowLongW(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
-      return reinterpret_cast<HICON>(SendMessageW(control, STM_GETICON, 0, 0));
+      constexpr UINT kPatience = 2'000;
+      DWORD_PTR icon = 0;
+      SendMessageTimeoutW(control, STM_GETICON, 0, 0, SMTO_NORMAL, kPatience, &icon);
+      return reinterpret_cast<HICON>(icon);
     }
   }
   return nullptr;
@@ -88,13 +91,14 @@ bool BoxAnswerer::IsMine(HWND box) const {
 }
 
 void BoxAnswerer::Answer(HWND box) {
+  ShownBox shown{.title = TextOf(box),
+                 .text = BoxText(box),
+                 .icon = BoxIcon(box),
+                 .owner = GetWindow(box, GW_OWNER),
+                 .defaultButton = DefaultButton(box)};
   {
     const std::lock_guard lock(mutex_);
-    shown_.push_back({.title = TextOf(box),
-                      .text = BoxText(box),
-                      .icon = BoxIcon(box),
-                      .owner = GetWindow(box, GW_OWNER),
-                      .defaultButton = DefaultButton(box)});
+    shown_.push_back(std::move(shown));
   }
   if (atBox_) {
     atBox_();
