@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the native compile commands, and only over files that have changed.
+"""Runs clang-tidy over the compile commands of builds, and only over files that have changed.
 
-    tidy.py BUILD_FOLDER CACHE_FOLDER [FILE...]
+    tidy.py CACHE_FOLDER BUILD_FOLDER... [-- FILE...]
 
-A file that was found clean is remembered by a hash of its text, the project's headers that it
-includes, its flags, .clang-tidy and clang-tidy's version. Without FILE all files that are shipped,
-and the tools, are looked at.
+A file is looked at as the first of the builds compiles it: the rooms natively, what only Windows has
+as the cross compiler sees it. A file that was found clean is remembered by a hash of its text, the
+project's headers that it includes, its flags, .clang-tidy and clang-tidy's version. Without FILE all
+files that are shipped, and the tools, are looked at.
 """
 
 import hashlib
 import json
 import os
+import re
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
+from functools import cache
 from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[1]
@@ -25,26 +28,41 @@ def clang_tidy(*arguments):
     return subprocess.run(["clang-tidy", *arguments], capture_output=True, text=True)
 
 
-def flags(command, build):
+@cache
+def target_options(compiler):
+    """What clang needs to read the code as a cross compiler does; nothing for the machine's own."""
+    target = re.search(r"\w+-w64-mingw32", compiler)
+    if not target:
+        return ()
+    said = subprocess.run([compiler, "-E", "-v", "-x", "c++", os.devnull], check=True,
+                          capture_output=True, text=True).stderr
+    folders = re.search(r"<\.\.\.> search starts here:\n(.*?)End of search", said, re.S)[1].split()
+    # Clang has its own headers for what stands in the compiler's plain include folder.
+    return (f"--target={target[0]}",
+            *(f"-isystem{folder}" for folder in folders if "/c++" in folder))
+
+
+def flags(command):
     """The compile command without what differs from one checkout to another."""
-    return command["command"].replace(str(build), "").replace(str(CHECKOUT), "")
+    return command["command"].replace(command["directory"], "").replace(str(CHECKOUT), "")
 
 
-def key(command, build, settings):
-    parts = [settings, flags(command, build)]
+def key(command, settings):
+    parts = [settings, flags(command)]
     for file in sorted(closure(command["file"])):
         digest = hashlib.sha256(file.read_bytes()).hexdigest()
         parts.append(f"{file.relative_to(CHECKOUT)} {digest}")
     return hashlib.sha256("\n".join(parts).encode()).hexdigest()
 
 
-def look_at(command, build, stamp):
+def look_at(command, stamp):
     """What clang-tidy says about the file; empty when it is clean."""
     if stamp.exists():
         stamp.touch()  # keeps it from being forgotten
         return ""
-    result = clang_tidy("--quiet", "--extra-arg=-Wno-unknown-warning-option", "-p", str(build),
-                        command["file"])
+    options = ("-Wno-unknown-warning-option", *target_options(command["command"].split()[0]))
+    result = clang_tidy("--quiet", *(f"--extra-arg={option}" for option in options),
+                        "-p", command["directory"], command["file"])
     if result.returncode == 0:
         stamp.touch()
         return ""
@@ -53,28 +71,41 @@ def look_at(command, build, stamp):
 
 def is_shipped(file):
     """Tests are left out: GoogleTest's macros take clang-tidy minutes a file and teach nothing."""
-    return Path(file).relative_to(CHECKOUT).parts[0] in ("src", "tools", "ado-odbc")
+    file = Path(file)
+    return (file.is_relative_to(CHECKOUT)
+            and file.relative_to(CHECKOUT).parts[0] in ("src", "tools", "ado-odbc"))
 
 
-def forget_old_stamps(cache):
+def commands_of(builds, only):
+    """The compile command of each file, of the first build that has one."""
+    commands = {}
+    for build in builds:
+        for command in json.loads((build / "compile_commands.json").read_text()):
+            file = command["file"]
+            if file in only or (not only and is_shipped(file)):
+                commands.setdefault(file, command)
+    return list(commands.values())
+
+
+def forget_old_stamps(stamps):
     """Keeps the newest few thousand."""
-    stamps = sorted(cache.iterdir(), key=lambda s: s.stat().st_mtime, reverse=True)
-    for stamp in stamps[5000:]:
+    newest_first = sorted(stamps.iterdir(), key=lambda s: s.stat().st_mtime, reverse=True)
+    for stamp in newest_first[5000:]:
         stamp.unlink()
 
 
 def main():
-    build, cache = Path(sys.argv[1]).resolve(), Path(sys.argv[2])
-    only = {str(Path(file).resolve()) for file in sys.argv[3:]}
-    cache.mkdir(parents=True, exist_ok=True)
-    forget_old_stamps(cache)
-    commands = [command for command in json.loads((build / "compile_commands.json").read_text())
-                if command["file"] in only or (not only and is_shipped(command["file"]))]
+    arguments = sys.argv[1:]
+    cut = arguments.index("--") if "--" in arguments else len(arguments)
+    stamps, *builds = map(Path, arguments[:cut])
+    only = {str(Path(file).resolve()) for file in arguments[cut + 1:]}
+    stamps.mkdir(parents=True, exist_ok=True)
+    forget_old_stamps(stamps)
+    commands = commands_of(builds, only)
     settings = (CHECKOUT / ".clang-tidy").read_text() + clang_tidy("--version").stdout
     with ThreadPoolExecutor(os.cpu_count()) as pool:
-        said = list(pool.map(
-            lambda command: look_at(command, build, cache / key(command, build, settings)),
-            commands))
+        said = list(pool.map(lambda command: look_at(command, stamps / key(command, settings)),
+                             commands))
     complaints = [text for text in said if text]
     print(*complaints, sep="\n")
     print(f"{len(commands)} files, {len(complaints)} with complaints")
