@@ -86,6 +86,18 @@ class Component(unittest.TestCase):
         self.assertEqual(["ado-odbc/AdoOdbc.dll"], made)
 
 
+class HostInTheReadme(unittest.TestCase):
+    def test_compiles_without_a_warning(self):
+        code = re.search(r"```cpp\n(.*?)```", (CHECKOUT / "README.md").read_text(), re.DOTALL)[1]
+        header = DLL.parents[1] / "typelib/include"
+        said = subprocess.run(
+            ["i686-w64-mingw32-g++-win32", "-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Werror",
+             "-fsyntax-only", f"-I{header}", "-x", "c++", "-"],
+            input=code, capture_output=True, text=True)
+        self.assertEqual("", said.stderr)
+        self.assertEqual(0, said.returncode)
+
+
 def section_flags(image):
     """{name: characteristics} of a PE file's sections."""
     header = struct.unpack_from("<I", image, 0x3C)[0]
