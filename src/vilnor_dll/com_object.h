@@ -1,0 +1,108 @@
+// A COM object on the heap: its identity, its references, and the interfaces it answers to.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <utility>
+
+#include "com/com_ptr.h"
+#include "com/win32.h"
+#include "vilnor_dll/interfaces.h"
+#include "vilnor_dll/module.h"
+
+namespace vilnor_dll {
+
+// The interface that another one extends, where a caller may ask for it.
+template <class Interface>
+struct BaseOf {
+  using Type = IUnknown;
+};
+template <>
+struct BaseOf<_BVilnor> {
+  using Type = IDispatch;
+};
+template <>
+struct BaseOf<_DBVilnor> {
+  using Type = IDispatch;
+};
+template <>
+struct BaseOf<IProvideClassInfo2> {
+  using Type = IProvideClassInfo;
+};
+
+// Whether a pointer to `Interface` is a pointer to the interface asked for, IUnknown aside.
+template <class Interface>
+bool Answers(REFIID interfaceId) {
+  if constexpr (std::is_same_v<Interface, IUnknown>) {
+    return false;
+  } else {
+    return interfaceId == __uuidof(Interface) ||
+           Answers<typename BaseOf<Interface>::Type>(interfaceId);
+  }
+}
+
+// Starts with one reference, its creator's, and ends with the last one. Not aggregatable.
+template <class First, class... Rest>
+class ComObject : public First, public Rest... {
+ public:
+  ComObject(const ComObject&) = delete;
+  ComObject& operator=(const ComObject&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override {
+    if (object == nullptr) {
+      return E_POINTER;
+    }
+    *object = Find(interfaceId);
+    if (*object == nullptr) {
+      return E_NOINTERFACE;
+    }
+    AddRef();
+    return S_OK;
+  }
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0 && MayEnd()) {
+      const std::unique_ptr<ComObject> last(this);
+    }
+    return left;
+  }
+
+ protected:
+  ComObject() = default;
+  virtual ~ComObject() = default;
+
+ private:
+  friend std::default_delete<ComObject>;
+
+  // Whether the object ends on the calling thread when its last reference has gone.
+  virtual bool MayEnd() const { return true; }
+
+  void* Find(REFIID interfaceId) {
+    if (interfaceId == IID_IUnknown) {
+      return static_cast<First*>(this);
+    }
+    void* found = FindAs<First>(interfaceId);
+    ((found = found == nullptr ? FindAs<Rest>(interfaceId) : found), ...);
+    return found;
+  }
+
+  template <class Interface>
+  void* FindAs(REFIID interfaceId) {
+    return Answers<Interface>(interfaceId) ? static_cast<Interface*>(this) : nullptr;
+  }
+
+  ModuleLock lock_;
+  std::atomic<ULONG> references_ = 1;
+};
+
+// A new object, with what its constructor throws.
+template <class Object, class... Arguments>
+com::ComPtr<Object> MakeObject(Arguments&&... arguments) {
+  return com::ComPtr<Object>::Attach(
+      std::make_unique<Object>(std::forward<Arguments>(arguments)...).release());
+}
+
+}  // namespace vilnor_dll

@@ -1,0 +1,30 @@
+// The border between the component's exceptions and COM's results.
+#pragma once
+
+#include <type_traits>
+
+#include "com/win32.h"
+
+namespace vilnor_dll {
+
+// The result for the error in flight: 0x800A0000 + its number for 1 to 65535, a negative number as
+// it is, 0x800A01B8 (440, automation error) for any other. Source and description go to the
+// thread's error information, as coming from `interfaceId`. To be called in a catch block.
+HRESULT ReportCurrentError(REFIID interfaceId) noexcept;
+
+// Runs `body`, whose result is S_OK or what it returns. No exception passes.
+template <class Body>
+HRESULT Guarded(REFIID interfaceId, Body&& body) noexcept {
+  try {
+    if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
+      body();
+      return S_OK;
+    } else {
+      return body();
+    }
+  } catch (...) {
+    return ReportCurrentError(interfaceId);
+  }
+}
+
+}  // namespace vilnor_dll
