@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "vilnor_dll/enumerator.h"
+#include "com/enumerator.h"
 
 namespace vilnor_dll {
 namespace {
@@ -22,7 +22,7 @@ struct ConnectionPoints {
 }  // namespace
 
 BVilnorObject::BVilnorObject()
-    : DualObject(CLSID_BVilnor, DIID___BVilnor), events_(*this), core_(*this) {}
+    : VilnorObject(CLSID_BVilnor, DIID___BVilnor), events_(*this), core_(*this) {}
 
 HRESULT BVilnorObject::InitVilnor(BSTR* connectionParameter, short* kestraLangId, short* dbType) {
   return Call([&] { core_.InitVilnor(In(connectionParameter), In(kestraLangId), In(dbType)); });
@@ -109,9 +109,9 @@ HRESULT BVilnorObject::EnumConnectionPoints(IEnumConnectionPoints** points) {
   }
   *points = nullptr;
   return Call([&] {
-    *points =
-        MakeObject<Enumerator<ConnectionPoints>>(std::vector{ComPtr<IConnectionPoint>(&events_)})
-            .Detach();
+    *points = com::MakeObject<com::Enumerator<ConnectionPoints>>(
+                  std::vector{ComPtr<IConnectionPoint>(&events_)})
+                  .Detach();
   });
 }
 

@@ -4,11 +4,12 @@
 #include "host/b_vilnor.h"
 #include "host/events.h"
 #include "vilnor_dll/connection_point.h"
-#include "vilnor_dll/dual_object.h"
+#include "vilnor_dll/vilnor_object.h"
 
 namespace vilnor_dll {
 
-class BVilnorObject : public DualObject<_BVilnor, IConnectionPointContainer>, private host::Events {
+class BVilnorObject : public VilnorObject<_BVilnor, IConnectionPointContainer>,
+                      private host::Events {
  public:
   BVilnorObject();
 

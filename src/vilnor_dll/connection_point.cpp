@@ -4,7 +4,7 @@
 #include <iterator>
 #include <vector>
 
-#include "vilnor_dll/enumerator.h"
+#include "com/enumerator.h"
 
 namespace vilnor_dll {
 namespace {
@@ -90,7 +90,7 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
                    [](const auto& sink) {
                      return Connection{sink.first, sink.second};
                    });
-    *connections = MakeObject<Enumerator<Connections>>(std::move(snapshot)).Detach();
+    *connections = com::MakeObject<com::Enumerator<Connections>>(std::move(snapshot)).Detach();
   });
 }
 

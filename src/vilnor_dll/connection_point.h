@@ -5,9 +5,10 @@
 #include <utility>
 
 #include "com/com_ptr.h"
+#include "com/failure.h"
 #include "com/win32.h"
-#include "vilnor_dll/failure.h"
 #include "vilnor_dll/home_thread.h"
+#include "vilnor_dll/interfaces.h"
 
 namespace vilnor_dll {
 
@@ -41,8 +42,9 @@ class ConnectionPoint : public IConnectionPoint {
  private:
   template <class Body>
   HRESULT Call(Body&& body) {
-    return home_.IsCurrent() ? Guarded(IID_IConnectionPoint, std::forward<Body>(body))
-                             : RPC_E_WRONG_THREAD;
+    return home_.IsCurrent()
+               ? com::Guarded({IID_IConnectionPoint, kSource}, std::forward<Body>(body))
+               : RPC_E_WRONG_THREAD;
   }
 
   const HomeThread home_;

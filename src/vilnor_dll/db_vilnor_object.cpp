@@ -2,7 +2,7 @@
 
 namespace vilnor_dll {
 
-DBVilnorObject::DBVilnorObject() : DualObject(CLSID_DBVilnor, IID_NULL) {}
+DBVilnorObject::DBVilnorObject() : VilnorObject(CLSID_DBVilnor, IID_NULL) {}
 
 HRESULT DBVilnorObject::InitConnection() {
   return Call([&] { core_.InitConnection(); });

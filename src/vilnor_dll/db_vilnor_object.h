@@ -2,11 +2,11 @@
 #pragma once
 
 #include "db/db_vilnor.h"
-#include "vilnor_dll/dual_object.h"
+#include "vilnor_dll/vilnor_object.h"
 
 namespace vilnor_dll {
 
-class DBVilnorObject : public DualObject<_DBVilnor> {
+class DBVilnorObject : public VilnorObject<_DBVilnor> {
  public:
   // Opens the thread's shared connection; what it throws goes to the host as the failure of the
   // creation.

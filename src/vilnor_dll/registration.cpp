@@ -9,7 +9,6 @@ namespace vilnor_dll {
 namespace {
 
 using com::RegisteredPart;
-using com::RegistryText;
 using com::TextOf;
 
 constexpr const wchar_t* kVersion = L"1.5";
@@ -33,23 +32,11 @@ const std::array<Interface, 3>& Interfaces() {
   return interfaces;
 }
 
-RegisteredPart Class(const ClassEntry& entry, const std::wstring& modulePath) {
-  const std::wstring programId = entry.ProgramId();
-  const std::wstring id = TextOf(entry.id);
-  const std::wstring key = L"CLSID\\" + id;
-  RegisteredPart part;
-  part.Add(programId, L"", L"", programId);
-  part.Add(programId, L"\\CLSID", L"", id);
-  const RegistryText programClass = part.texts.back();
-  part.Add(key, L"", L"", programId);
-  part.Add(key, L"\\InprocServer32", L"", modulePath);
-  part.fileKeys.push_back(part.texts.back().key);
-  part.Add(key, L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-  part.Add(key, L"\\ProgID", L"", programId);
+RegisteredPart Class(const com::ClassEntry& entry, const std::wstring& modulePath) {
+  const std::wstring key = com::ClassKey(entry);
+  RegisteredPart part = com::ClassPart(entry, modulePath);
   part.Add(key, L"\\TypeLib", L"", TextOf(LIBID_Vilnor));
   part.Add(key, L"\\Version", L"", kVersion);
-  part.removed.push_back({programId, programClass});
-  part.removed.push_back({key, {}});
   return part;
 }
 
@@ -88,7 +75,7 @@ RegisteredPart TypeLibrary(const std::wstring& modulePath) {
 
 std::vector<RegisteredPart> Registration(const std::wstring& modulePath) {
   std::vector<RegisteredPart> parts = {TypeLibrary(modulePath)};
-  for (const ClassEntry& entry : Classes()) {
+  for (const com::ClassEntry& entry : Classes()) {
     parts.push_back(Class(entry, modulePath));
   }
   return parts;

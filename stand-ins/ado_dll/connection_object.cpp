@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
 #include "ado_dll/recordset_object.h"
 #include "ado_dll/unix_path.h"
 #include "com/bstr.h"
@@ -42,46 +42,46 @@ HRESULT ConnectionObject::QueryInterface(REFIID id, void** object) {
 }
 
 HRESULT ConnectionObject::get_ConnectionString(BSTR* text) {
-  return Method([&] { Out(text) = NewText(connectionString_); });
+  return Call([&] { Out(text) = NewText(connectionString_); });
 }
 
 HRESULT ConnectionObject::put_ConnectionString(BSTR text) {
-  return Method([&] {
+  return Call([&] {
     ado_.SetConnectionString(com::TextOf(text));
     connectionString_ = ado_.ConnectionString();
   });
 }
 
 HRESULT ConnectionObject::get_CommandTimeout(LONG* seconds) {
-  return Method([&] { Out(seconds) = LONG{odbc::kStatementTimeoutSeconds}; });
+  return Call([&] { Out(seconds) = LONG{odbc::kStatementTimeoutSeconds}; });
 }
 
 HRESULT ConnectionObject::get_ConnectionTimeout(LONG* seconds) {
-  return Method([&] { Out(seconds) = LONG{odbc::kLoginTimeoutSeconds}; });
+  return Call([&] { Out(seconds) = LONG{odbc::kLoginTimeoutSeconds}; });
 }
 
 HRESULT ConnectionObject::get_Version(BSTR* text) {
-  return Method([&] { Out(text) = NewText(u"2.8"); });
+  return Call([&] { Out(text) = NewText(u"2.8"); });
 }
 
 HRESULT ConnectionObject::get_Provider(BSTR* text) {
-  return Method([&] { Out(text) = NewText(u"MSDASQL"); });
+  return Call([&] { Out(text) = NewText(u"MSDASQL"); });
 }
 
 HRESULT ConnectionObject::get_State(LONG* state) {
-  return Method([&] { Out(state) = ado_.IsOpen() ? adStateOpen : adStateClosed; });
+  return Call([&] { Out(state) = ado_.IsOpen() ? adStateOpen : adStateClosed; });
 }
 
 HRESULT ConnectionObject::get_Errors(Errors** object) {
-  return Method([&] { Out(object) = com::ComPtr<ErrorsObject>(errors_).Detach(); });
+  return Call([&] { Out(object) = com::ComPtr<ErrorsObject>(errors_).Detach(); });
 }
 
 HRESULT ConnectionObject::get_CursorLocation(CursorLocationEnum* location) {
-  return Method([&] { Out(location) = static_cast<CursorLocationEnum>(cursorLocation_); });
+  return Call([&] { Out(location) = static_cast<CursorLocationEnum>(cursorLocation_); });
 }
 
 HRESULT ConnectionObject::put_CursorLocation(CursorLocationEnum location) {
-  return Method([&] { cursorLocation_ = static_cast<odbc::CursorLocation>(location); });
+  return Call([&] { cursorLocation_ = static_cast<odbc::CursorLocation>(location); });
 }
 
 void ConnectionObject::OpenOn(std::u16string_view connectionString, std::u16string_view user,
@@ -94,19 +94,19 @@ void ConnectionObject::OpenOn(std::u16string_view connectionString, std::u16stri
 }
 
 HRESULT ConnectionObject::Open(BSTR connectionString, BSTR user, BSTR password, LONG options) {
-  return Method([&] {
+  return Call([&] {
     RequireNoOptions(options, odbc::kConnectionSource);
     OpenOn(com::TextOf(connectionString), com::TextOf(user), com::TextOf(password));
   });
 }
 
 HRESULT ConnectionObject::Close() {
-  return Method([&] { ado_.Close(); });
+  return Call([&] { ado_.Close(); });
 }
 
 HRESULT ConnectionObject::Execute(BSTR statement, VARIANT* recordsAffected, LONG options,
                                   _Recordset** recordset) {
-  return Method([&] {
+  return Call([&] {
     Out(recordset) = nullptr;
     RequireNoOptions(options, odbc::kConnectionSource);
     std::int64_t affectedRows = 0;
@@ -117,12 +117,13 @@ HRESULT ConnectionObject::Execute(BSTR statement, VARIANT* recordsAffected, LONG
     if (recordsAffected != nullptr) {
       Store(recordsAffected, static_cast<std::int32_t>(affectedRows));
     }
-    *recordset = Make<RecordsetObject>(std::move(rows), com::ComPtr(this), text).Detach();
+    *recordset =
+        com::MakeObject<RecordsetObject>(std::move(rows), com::ComPtr(this), text).Detach();
   });
 }
 
 HRESULT ConnectionObject::BeginTrans(LONG* level) {
-  return Method([&] {
+  return Call([&] {
     Provide([](odbc::AdoConnection& ado) { ado.BeginTrans(); });
     if (level != nullptr) {
       *level = kOutermost;
@@ -131,11 +132,11 @@ HRESULT ConnectionObject::BeginTrans(LONG* level) {
 }
 
 HRESULT ConnectionObject::CommitTrans() {
-  return Method([&] { Provide([](odbc::AdoConnection& ado) { ado.CommitTrans(); }); });
+  return Call([&] { Provide([](odbc::AdoConnection& ado) { ado.CommitTrans(); }); });
 }
 
 HRESULT ConnectionObject::RollbackTrans() {
-  return Method([&] { Provide([](odbc::AdoConnection& ado) { ado.RollbackTrans(); }); });
+  return Call([&] { Provide([](odbc::AdoConnection& ado) { ado.RollbackTrans(); }); });
 }
 
 }  // namespace ado_dll

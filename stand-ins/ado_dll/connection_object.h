@@ -58,7 +58,7 @@ class ConnectionObject : public UnsupportedConnection {
   // As the caller gave it, with Windows paths.
   std::u16string connectionString_;
   odbc::CursorLocation cursorLocation_ = odbc::CursorLocation::Server;
-  com::ComPtr<ErrorsObject> errors_ = Make<ErrorsObject>();
+  com::ComPtr<ErrorsObject> errors_ = com::MakeObject<ErrorsObject>();
 };
 
 }  // namespace ado_dll

@@ -4,12 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "ado_dll/automation_object.h"
+#include "ado_dll/interfaces.h"
 #include "odbc/driver_error.h"
 
 namespace ado_dll {
 
-class ErrorObject : public AutomationObject<Error> {
+class ErrorObject : public com::DualObject<Error> {
  public:
   explicit ErrorObject(odbc::DriverError error);
 
@@ -26,7 +26,7 @@ class ErrorObject : public AutomationObject<Error> {
 };
 
 // Holds one error or none.
-class ErrorsObject : public AutomationObject<Errors, _Collection> {
+class ErrorsObject : public com::DualObject<Errors> {
  public:
   void Remember(const odbc::DriverError& error) { error_ = error; }
   void Forget() { error_.reset(); }

@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
 #include "com/variant.h"
 
 namespace ado_dll {
@@ -38,11 +38,11 @@ FieldObject::FieldObject(com::ComPtr<RecordsetObject> recordset, std::size_t ind
       column_(recordset_->Ado().Columns()[index]) {}
 
 HRESULT FieldObject::get_Name(BSTR* name) {
-  return Method([&] { Out(name) = NewText(column_.name); });
+  return Call([&] { Out(name) = NewText(column_.name); });
 }
 
 HRESULT FieldObject::get_Type(DataTypeEnum* type) {
-  return Method([&] {
+  return Call([&] {
     const auto* const found =
         std::find_if(kKindTypes.begin(), kKindTypes.end(),
                      [&](const auto& entry) { return entry.kind == column_.kind; });
@@ -51,26 +51,26 @@ HRESULT FieldObject::get_Type(DataTypeEnum* type) {
 }
 
 HRESULT FieldObject::get_DefinedSize(ADO_LONGPTR* size) {
-  return Method([&] { Out(size) = static_cast<ADO_LONGPTR>(column_.size); });
+  return Call([&] { Out(size) = static_cast<ADO_LONGPTR>(column_.size); });
 }
 
 HRESULT FieldObject::get_Precision(unsigned char* precision) {
-  return Method([&] {
+  return Call([&] {
     constexpr std::size_t kMost = 255;
     Out(precision) = static_cast<unsigned char>(std::min(column_.size, kMost));
   });
 }
 
 HRESULT FieldObject::get_NumericScale(unsigned char* scale) {
-  return Method([&] { Out(scale) = static_cast<unsigned char>(column_.scale); });
+  return Call([&] { Out(scale) = static_cast<unsigned char>(column_.scale); });
 }
 
 HRESULT FieldObject::get_Value(VARIANT* value) {
-  return Method([&] { Store(value, recordset_->Ado().Field(index_)); });
+  return Call([&] { Store(value, recordset_->Ado().Field(index_)); });
 }
 
 HRESULT FieldObject::put_Value(VARIANT value) {
-  return Method([&] { recordset_->Ado().SetField(index_, com::ToValue(value)); });
+  return Call([&] { recordset_->Ado().SetField(index_, com::ToValue(value)); });
 }
 
 }  // namespace ado_dll

@@ -11,9 +11,8 @@ class FieldsObject : public UnsupportedFields {
   explicit FieldsObject(com::ComPtr<RecordsetObject> recordset);
 
   // A script's fields("name") = value is the recordset's.
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags,
-                                   DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
-                                   UINT* badArgument) override;
+  HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
+                   VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
   // 0 for a closed recordset.
   HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override;
   HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** object) override;

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "ado_dll/arguments.h"
 #include "ado_dll/fields_object.h"
-#include "ado_dll/method.h"
 #include "automation/conversion.h"
 #include "com/bstr.h"
 #include "com/variant.h"
@@ -42,18 +42,18 @@ std::size_t RecordsetObject::ColumnAt(const VARIANT& nameOrNumber) {
   return index;
 }
 
-HRESULT RecordsetObject::Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags,
-                                DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
-                                UINT* badArgument) {
+HRESULT RecordsetObject::InvokeBy(ITypeInfo& description, DISPID member, WORD flags,
+                                  DISPPARAMS& arguments, VARIANT* result, EXCEPINFO* exception,
+                                  UINT* argumentError) {
   constexpr UINT kNameAndValue = 2;
   const bool writesField = member == DISPID_VALUE && (flags & DISPATCH_PROPERTYPUT) != 0 &&
-                           arguments->cArgs == kNameAndValue;
-  return UnsupportedRecordset::Invoke(writesField ? DISPID_COLLECT : member, reserved, locale,
-                                      flags, arguments, result, exception, badArgument);
+                           arguments.cArgs == kNameAndValue;
+  return UnsupportedRecordset::InvokeBy(description, writesField ? DISPID_COLLECT : member, flags,
+                                        arguments, result, exception, argumentError);
 }
 
 HRESULT RecordsetObject::get_AbsolutePosition(PositionEnum_Param* position) {
-  return Method([&] {
+  return Call([&] {
     if (ado_.Eof()) {
       Out(position) = adPosEOF;
     } else if (ado_.Bof()) {
@@ -65,11 +65,11 @@ HRESULT RecordsetObject::get_AbsolutePosition(PositionEnum_Param* position) {
 }
 
 HRESULT RecordsetObject::put_AbsolutePosition(PositionEnum_Param position) {
-  return Method([&] { ado_.MoveTo(static_cast<std::size_t>(position) - 1); });
+  return Call([&] { ado_.MoveTo(static_cast<std::size_t>(position) - 1); });
 }
 
 HRESULT RecordsetObject::putref_ActiveConnection(IDispatch* connection) {
-  return Method([&] {
+  return Call([&] {
     RequireClosed();
     connection_ = connection == nullptr ? com::ComPtr<ConnectionObject>()
                                         : ConnectionObject::From(connection);
@@ -77,14 +77,14 @@ HRESULT RecordsetObject::putref_ActiveConnection(IDispatch* connection) {
 }
 
 HRESULT RecordsetObject::put_ActiveConnection(VARIANT connection) {
-  return Method([&] {
+  return Call([&] {
     RequireClosed();
     UseConnection(connection);
   });
 }
 
 HRESULT RecordsetObject::get_ActiveConnection(VARIANT* connection) {
-  return Method([&] {
+  return Call([&] {
     VARIANT& variant = Out(connection);
     VariantInit(&variant);
     if (connection_) {
@@ -101,7 +101,7 @@ void RecordsetObject::UseConnection(const VARIANT& connection) {
   }
   const VARIANT& plain = copy.get();
   if (V_VT(&plain) == VT_BSTR) {
-    auto opened = Make<ConnectionObject>();
+    auto opened = com::MakeObject<ConnectionObject>();
     opened->OpenOn(com::TextOf(V_BSTR(&plain)), u"", u"");
     connection_ = std::move(opened);
   } else if (V_VT(&plain) == VT_DISPATCH || V_VT(&plain) == VT_UNKNOWN) {
@@ -112,69 +112,69 @@ void RecordsetObject::UseConnection(const VARIANT& connection) {
 }
 
 HRESULT RecordsetObject::get_BOF(VARIANT_BOOL* bof) {
-  return Method([&] { Out(bof) = FromBool(ado_.Bof()); });
+  return Call([&] { Out(bof) = FromBool(ado_.Bof()); });
 }
 
 HRESULT RecordsetObject::get_EOF(VARIANT_BOOL* eof) {
-  return Method([&] { Out(eof) = FromBool(ado_.Eof()); });
+  return Call([&] { Out(eof) = FromBool(ado_.Eof()); });
 }
 
 HRESULT RecordsetObject::get_Bookmark(VARIANT* bookmark) {
-  return Method([&] { Store(bookmark, static_cast<std::int32_t>(ado_.Position())); });
+  return Call([&] { Store(bookmark, static_cast<std::int32_t>(ado_.Position())); });
 }
 
 HRESULT RecordsetObject::put_Bookmark(VARIANT bookmark) {
-  return Method([&] { ado_.MoveTo(static_cast<std::size_t>(ToNumber(bookmark))); });
+  return Call([&] { ado_.MoveTo(static_cast<std::size_t>(ToNumber(bookmark))); });
 }
 
 HRESULT RecordsetObject::get_CursorLocation(CursorLocationEnum* location) {
-  return Method([&] { Out(location) = static_cast<CursorLocationEnum>(ado_.CursorLocation()); });
+  return Call([&] { Out(location) = static_cast<CursorLocationEnum>(ado_.CursorLocation()); });
 }
 
 HRESULT RecordsetObject::put_CursorLocation(CursorLocationEnum location) {
-  return Method([&] { ado_.SetCursorLocation(static_cast<odbc::CursorLocation>(location)); });
+  return Call([&] { ado_.SetCursorLocation(static_cast<odbc::CursorLocation>(location)); });
 }
 
 HRESULT RecordsetObject::get_CursorType(CursorTypeEnum* cursorType) {
-  return Method([&] {
+  return Call([&] {
     Out(cursorType) = static_cast<CursorTypeEnum>(ado_.IsOpen() ? ado_.CursorType() : cursorType_);
   });
 }
 
 HRESULT RecordsetObject::put_CursorType(CursorTypeEnum cursorType) {
-  return Method([&] {
+  return Call([&] {
     RequireClosed();
     cursorType_ = static_cast<odbc::CursorType>(cursorType);
   });
 }
 
 HRESULT RecordsetObject::get_LockType(LockTypeEnum* lockType) {
-  return Method([&] {
+  return Call([&] {
     Out(lockType) = static_cast<LockTypeEnum>(ado_.IsOpen() ? ado_.LockType() : lockType_);
   });
 }
 
 HRESULT RecordsetObject::put_LockType(LockTypeEnum lockType) {
-  return Method([&] {
+  return Call([&] {
     RequireClosed();
     lockType_ = static_cast<odbc::LockType>(lockType);
   });
 }
 
 HRESULT RecordsetObject::get_Fields(Fields** object) {
-  return Method([&] { Out(object) = Make<FieldsObject>(com::ComPtr(this)).Detach(); });
+  return Call([&] { Out(object) = com::MakeObject<FieldsObject>(com::ComPtr(this)).Detach(); });
 }
 
 HRESULT RecordsetObject::get_Collect(VARIANT index, VARIANT* value) {
-  return Method([&] { Store(value, ado_.Field(ColumnAt(index))); });
+  return Call([&] { Store(value, ado_.Field(ColumnAt(index))); });
 }
 
 HRESULT RecordsetObject::put_Collect(VARIANT index, VARIANT value) {
-  return Method([&] { ado_.SetField(ColumnAt(index), com::ToValue(value)); });
+  return Call([&] { ado_.SetField(ColumnAt(index), com::ToValue(value)); });
 }
 
 HRESULT RecordsetObject::get_RecordCount(ADO_LONGPTR* count) {
-  return Method([&] {
+  return Call([&] {
     // A forward-only cursor does not know how many rows are left, and ADO says so by -1.
     const auto rows = static_cast<ADO_LONGPTR>(ado_.RowCount());
     Out(count) = ado_.CursorType() == odbc::CursorType::ForwardOnly ? -1 : rows;
@@ -182,43 +182,43 @@ HRESULT RecordsetObject::get_RecordCount(ADO_LONGPTR* count) {
 }
 
 HRESULT RecordsetObject::get_State(LONG* state) {
-  return Method([&] { Out(state) = ado_.IsOpen() ? adStateOpen : adStateClosed; });
+  return Call([&] { Out(state) = ado_.IsOpen() ? adStateOpen : adStateClosed; });
 }
 
 HRESULT RecordsetObject::get_EditMode(EditModeEnum* mode) {
-  return Method([&] { Out(mode) = ado_.EditInProgress() ? adEditInProgress : adEditNone; });
+  return Call([&] { Out(mode) = ado_.EditInProgress() ? adEditInProgress : adEditNone; });
 }
 
 HRESULT RecordsetObject::get_Source(VARIANT* source) {
-  return Method([&] { Store(source, source_); });
+  return Call([&] { Store(source, source_); });
 }
 
 HRESULT RecordsetObject::put_Source(BSTR source) {
-  return Method([&] {
+  return Call([&] {
     RequireClosed();
     source_ = com::TextOf(source);
   });
 }
 
 HRESULT RecordsetObject::MoveNext() {
-  return Method([&] { ado_.MoveNext(); });
+  return Call([&] { ado_.MoveNext(); });
 }
 
 HRESULT RecordsetObject::MovePrevious() {
-  return Method([&] { ado_.MovePrevious(); });
+  return Call([&] { ado_.MovePrevious(); });
 }
 
 HRESULT RecordsetObject::MoveFirst() {
-  return Method([&] { ado_.MoveFirst(); });
+  return Call([&] { ado_.MoveFirst(); });
 }
 
 HRESULT RecordsetObject::MoveLast() {
-  return Method([&] { ado_.MoveLast(); });
+  return Call([&] { ado_.MoveLast(); });
 }
 
 HRESULT RecordsetObject::Open(VARIANT source, VARIANT activeConnection, CursorTypeEnum cursorType,
                               LockTypeEnum lockType, LONG options) {
-  return Method([&] {
+  return Call([&] {
     RequireNoOptions(options, odbc::kRecordsetSource);
     RequireClosed();
     if (!IsMissing(source)) {
@@ -240,24 +240,24 @@ HRESULT RecordsetObject::Open(VARIANT source, VARIANT activeConnection, CursorTy
 }
 
 HRESULT RecordsetObject::Close() {
-  return Method([&] { ado_.Close(); });
+  return Call([&] { ado_.Close(); });
 }
 
 HRESULT RecordsetObject::Update(VARIANT fields, VARIANT values) {
   if (!IsMissing(fields) || !IsMissing(values)) {
     return NotSupported();
   }
-  return Method([&] { ado_.Update(); });
+  return Call([&] { ado_.Update(); });
 }
 
 HRESULT RecordsetObject::CancelUpdate() {
-  return Method([&] { ado_.CancelUpdate(); });
+  return Call([&] { ado_.CancelUpdate(); });
 }
 
 HRESULT RecordsetObject::Clone(LockTypeEnum lockType, _Recordset** clone) {
-  return Method([&] {
-    Out(clone) = Make<RecordsetObject>(ado_.Clone(static_cast<odbc::LockType>(lockType)),
-                                       connection_, source_)
+  return Call([&] {
+    Out(clone) = com::MakeObject<RecordsetObject>(ado_.Clone(static_cast<odbc::LockType>(lockType)),
+                                                  connection_, source_)
                      .Detach();
   });
 }

@@ -25,9 +25,8 @@ class RecordsetObject : public UnsupportedRecordset {
 
   // Fields, the default member, cannot be written by the type library; a script's
   // rs("name") = value is Collect's.
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags,
-                                   DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
-                                   UINT* badArgument) override;
+  HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
+                   VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
   HRESULT STDMETHODCALLTYPE get_AbsolutePosition(PositionEnum_Param* position) override;
   HRESULT STDMETHODCALLTYPE put_AbsolutePosition(PositionEnum_Param position) override;
   HRESULT STDMETHODCALLTYPE putref_ActiveConnection(IDispatch* connection) override;

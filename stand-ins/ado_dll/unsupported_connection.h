@@ -2,12 +2,12 @@
 // provider is not capable of performing requested operation.".
 #pragma once
 
-#include "ado_dll/automation_object.h"
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
+#include "ado_dll/interfaces.h"
 
 namespace ado_dll {
 
-class UnsupportedConnection : public AutomationObject<_Connection, Connection15, _ADO> {
+class UnsupportedConnection : public com::DualObject<_Connection> {
  public:
   HRESULT STDMETHODCALLTYPE get_Properties(Properties**) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE get_DefaultDatabase(BSTR*) override { return NotSupported(); }

@@ -2,12 +2,12 @@
 // provider is not capable of performing requested operation.".
 #pragma once
 
-#include "ado_dll/automation_object.h"
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
+#include "ado_dll/interfaces.h"
 
 namespace ado_dll {
 
-class UnsupportedField : public AutomationObject<Field, Field20, _ADO> {
+class UnsupportedField : public com::DualObject<Field> {
  public:
   HRESULT STDMETHODCALLTYPE get_ActualSize(ADO_LONGPTR*) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE get_Attributes(LONG*) override { return NotSupported(); }

@@ -2,12 +2,12 @@
 // provider is not capable of performing requested operation.".
 #pragma once
 
-#include "ado_dll/automation_object.h"
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
+#include "ado_dll/interfaces.h"
 
 namespace ado_dll {
 
-class UnsupportedFields : public AutomationObject<Fields, Fields20, Fields15, _Collection> {
+class UnsupportedFields : public com::DualObject<Fields> {
  public:
   HRESULT STDMETHODCALLTYPE _Append(BSTR, DataTypeEnum, ADO_LONGPTR, FieldAttributeEnum) override {
     return NotSupported();

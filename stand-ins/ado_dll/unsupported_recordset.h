@@ -2,13 +2,12 @@
 // provider is not capable of performing requested operation.".
 #pragma once
 
-#include "ado_dll/automation_object.h"
-#include "ado_dll/method.h"
+#include "ado_dll/arguments.h"
+#include "ado_dll/interfaces.h"
 
 namespace ado_dll {
 
-class UnsupportedRecordset
-    : public AutomationObject<_Recordset, Recordset21, Recordset20, Recordset15, _ADO> {
+class UnsupportedRecordset : public com::DualObject<_Recordset> {
  public:
   HRESULT STDMETHODCALLTYPE Move(ADO_LONGPTR, VARIANT) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE get_Properties(Properties**) override { return NotSupported(); }

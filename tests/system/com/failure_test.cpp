@@ -1,5 +1,5 @@
 // What becomes of an error at the border to COM.
-#include "vilnor_dll/failure.h"
+#include "com/failure.h"
 
 #include <gmock/gmock.h>
 #include <new>
@@ -16,7 +16,7 @@ using automation::AutomationError;
 template <class Body>
 HRESULT ResultOf(Body&& body) {
   SetErrorInfo(0, nullptr);
-  return vilnor_dll::Guarded(IID__BVilnor, std::forward<Body>(body));
+  return com::Guarded({IID__BVilnor, vilnor_dll::kSource}, std::forward<Body>(body));
 }
 
 template <class Error>

@@ -1,6 +1,6 @@
 // How arguments by reference come back to a late-bound caller, with an object in the component's
 // place that shows what it was given.
-#include "vilnor_dll/late_binding.h"
+#include "com/late_binding.h"
 
 #include <algorithm>
 #include <array>
@@ -64,13 +64,13 @@ class LateBinding : public testing::Test {
                                    .rgdispidNamedArgs = nullptr,
                                    .cArgs = static_cast<UINT>(arguments.size()),
                                    .cNamedArgs = 0};
-    return vilnor_dll::InvokeMember(*info_.get(), *session_.get(), member, DISPATCH_METHOD,
-                                    parameters, result_.Receive(), nullptr, nullptr);
+    return com::InvokeMember(*info_.get(), *session_.get(), member, DISPATCH_METHOD, parameters,
+                             result_.Receive(), nullptr, nullptr);
   }
 
   ComPtr<ITypeLib> library_;
   ComPtr<ITypeInfo> info_;
-  ComPtr<RefusingSession> session_ = vilnor_dll::MakeObject<RefusingSession>();
+  ComPtr<RefusingSession> session_ = com::MakeObject<RefusingSession>();
   Variant result_;
   Variant id_{Value(std::int32_t{5})};
 };
@@ -148,8 +148,8 @@ TEST_F(LateBinding, TakesNamedArgumentsInAnyOrder) {
   std::array<VARIANT, 3> arguments = {rid.get(), pid.get(), bid.get()};
   const DISPPARAMS parameters = {
       .rgvarg = arguments.data(), .rgdispidNamedArgs = names.data(), .cArgs = 3, .cNamedArgs = 3};
-  ASSERT_EQ(vilnor_dll::InvokeMember(*info_.get(), *session_.get(), kOpenWithNewCase,
-                                     DISPATCH_METHOD, parameters, nullptr, nullptr, nullptr),
+  ASSERT_EQ(com::InvokeMember(*info_.get(), *session_.get(), kOpenWithNewCase, DISPATCH_METHOD,
+                              parameters, nullptr, nullptr, nullptr),
             S_OK);
   EXPECT_THAT(session_->given, testing::ElementsAre(4711, 12, 3));
 }

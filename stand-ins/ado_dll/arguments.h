@@ -1,11 +1,7 @@
-// From the component's errors to what a COM caller gets: an HRESULT and the thread's error
-// information, so that early and late bound callers see the same number and text.
+// The arguments and results of ADO's methods as the component's own types.
 #pragma once
 
-#include <new>
-#include <string>
 #include <string_view>
-#include <utility>
 
 #include "automation/automation_error.h"
 #include "automation/value.h"
@@ -13,29 +9,8 @@
 
 namespace ado_dll {
 
-// 0x800Axxxx for ADO's and the runtime's own numbers, the code itself for a provider's.
-HRESULT HresultOf(const automation::AutomationError& error);
-
-// Leaves the error in the thread's error information and returns its HRESULT.
-HRESULT Report(const automation::AutomationError& error) noexcept;
-
 // ADO's 3251.
 HRESULT NotSupported() noexcept;
-
-// Runs the body of a method, S_OK when it raises nothing.
-template <class Body>
-HRESULT Method(Body&& body) noexcept {
-  try {
-    std::forward<Body>(body)();
-    return S_OK;
-  } catch (const automation::AutomationError& error) {
-    return Report(error);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_FAIL;
-  }
-}
 
 // Where a method stores its result. ADO's 3001 for a null pointer.
 template <class T>

@@ -3,7 +3,7 @@
 #include "automation/value.h"
 #include "com/variant.h"
 
-namespace vilnor_dll {
+namespace com {
 
 // An argument of a late-bound call in the type that the member takes by reference. It must not move
 // while passed() is in use.
@@ -23,9 +23,9 @@ class ConvertedArgument {
  private:
   // The caller's own; owns nothing.
   VARIANT given_{};
-  com::Variant content_;
+  Variant content_;
   automation::Value before_;
   VARIANT passed_{};
 };
 
-}  // namespace vilnor_dll
+}  // namespace com

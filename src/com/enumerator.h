@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <vector>
 
-#include "vilnor_dll/com_object.h"
-#include "vilnor_dll/failure.h"
+#include "com/com_object.h"
+#include "com/failure.h"
 
-namespace vilnor_dll {
+namespace com {
 
 // `Kind` names the interface (Kind::Interface), what a caller gets (Kind::Item), what is stored
 // (Kind::Stored, copied with its references) and how one becomes the other (Kind::Give).
@@ -52,7 +52,7 @@ class Enumerator : public ComObject<typename Kind::Interface> {
       return E_POINTER;
     }
     *clone = nullptr;
-    return Guarded(__uuidof(Interface),
+    return Guarded({__uuidof(Interface)},
                    [&] { *clone = MakeObject<Enumerator>(items_, position_).Detach(); });
   }
 
@@ -61,4 +61,4 @@ class Enumerator : public ComObject<typename Kind::Interface> {
   std::size_t position_;
 };
 
-}  // namespace vilnor_dll
+}  // namespace com

@@ -1,11 +1,11 @@
-#include "vilnor_dll/failure.h"
+#include "com/failure.h"
 
 #include "automation/automation_error.h"
+#include "automation/current_error.h"
 #include "com/com_ptr.h"
 #include "com/wide_text.h"
-#include "util/guarded.h"
 
-namespace vilnor_dll {
+namespace com {
 namespace {
 
 using automation::AutomationError;
@@ -25,16 +25,16 @@ HRESULT ResultOf(const AutomationError& error) {
 }
 
 // Left undone when the system cannot make the information; the result alone then tells the error.
-void Describe(const AutomationError& error, REFIID interfaceId) {
-  com::ComPtr<ICreateErrorInfo> creation;
-  com::ComPtr<IErrorInfo> information;
+void Describe(const AutomationError& error, const Origin& origin) {
+  ComPtr<ICreateErrorInfo> creation;
+  ComPtr<IErrorInfo> information;
   if (FAILED(CreateErrorInfo(creation.Receive())) ||
       FAILED(creation->QueryInterface(IID_IErrorInfo, information.ReceiveVoid()))) {
     return;
   }
-  std::wstring source = error.source().empty() ? L"Vilnor" : com::Wide(error.source());
-  std::wstring description = com::Wide(error.description());
-  creation->SetGUID(interfaceId);
+  std::wstring source = error.source().empty() ? origin.source : Wide(error.source());
+  std::wstring description = Wide(error.description());
+  creation->SetGUID(origin.interfaceId);
   creation->SetSource(source.data());
   creation->SetDescription(description.data());
   SetErrorInfo(0, information.get());
@@ -42,14 +42,14 @@ void Describe(const AutomationError& error, REFIID interfaceId) {
 
 }  // namespace
 
-HRESULT ReportCurrentError(REFIID interfaceId) noexcept {
+HRESULT ReportCurrentError(const Origin& origin) noexcept {
   try {
-    const AutomationError error = util::CurrentError();
-    Describe(error, interfaceId);
+    const AutomationError error = automation::CurrentError();
+    Describe(error, origin);
     return ResultOf(error);
   } catch (...) {
     return E_OUTOFMEMORY;
   }
 }
 
-}  // namespace vilnor_dll
+}  // namespace com

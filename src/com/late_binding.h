@@ -3,7 +3,7 @@
 
 #include "com/win32.h"
 
-namespace vilnor_dll {
+namespace com {
 
 // IDispatch::Invoke on an object's dual interface, whose description `typeInfo` is. Beyond what the
 // system's own invocation does everywhere:
@@ -17,4 +17,4 @@ HRESULT InvokeMember(ITypeInfo& typeInfo, IDispatch& object, DISPID member, WORD
                      const DISPPARAMS& arguments, VARIANT* result, EXCEPINFO* exception,
                      UINT* argumentError);
 
-}  // namespace vilnor_dll
+}  // namespace com

@@ -1,4 +1,4 @@
-#include "vilnor_dll/late_binding.h"
+#include "com/late_binding.h"
 
 #include <deque>
 #include <optional>
@@ -6,13 +6,11 @@
 
 #include "automation/value.h"
 #include "com/com_error.h"
+#include "com/converted_argument.h"
 #include "com/variant.h"
-#include "vilnor_dll/converted_argument.h"
 
-namespace vilnor_dll {
+namespace com {
 namespace {
-
-using com::Variant;
 
 // One parameter of a member.
 struct Parameter {
@@ -28,7 +26,7 @@ Parameter ParameterOf(const ELEMDESC& element) {
     parameter.referenced = element.tdesc.lptdesc->vt;
   }
   if ((element.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0) {
-    parameter.whenOmitted = com::ToValue(element.paramdesc.pparamdescex->varDefaultValue);
+    parameter.whenOmitted = ToValue(element.paramdesc.pparamdescex->varDefaultValue);
   }
   return parameter;
 }
@@ -36,12 +34,12 @@ Parameter ParameterOf(const ELEMDESC& element) {
 // Nothing for a member that is not there.
 std::optional<std::vector<Parameter>> ParametersOf(ITypeInfo& typeInfo, DISPID member) {
   TYPEATTR* attributes = nullptr;
-  com::Check(typeInfo.GetTypeAttr(&attributes));
+  Check(typeInfo.GetTypeAttr(&attributes));
   const UINT functions = attributes->cFuncs;
   typeInfo.ReleaseTypeAttr(attributes);
   for (UINT index = 0; index < functions; ++index) {
     FUNCDESC* function = nullptr;
-    com::Check(typeInfo.GetFuncDesc(index, &function));
+    Check(typeInfo.GetFuncDesc(index, &function));
     const bool found = function->memid == member;
     std::vector<Parameter> parameters;
     for (SHORT i = 0; found && i < function->cParams; ++i) {
@@ -186,4 +184,4 @@ HRESULT InvokeMember(ITypeInfo& typeInfo, IDispatch& object, DISPID member, WORD
   return SUCCEEDED(outcome) ? converted.StoreBack() : outcome;
 }
 
-}  // namespace vilnor_dll
+}  // namespace com

@@ -1,9 +1,9 @@
-#include "vilnor_dll/class_factory.h"
+#include "com/class_factory.h"
 
+#include "com/failure.h"
 #include "com/own_module.h"
-#include "vilnor_dll/failure.h"
 
-namespace vilnor_dll {
+namespace com {
 
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void** object) {
   if (object == nullptr) {
@@ -13,8 +13,8 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void**
   if (outer != nullptr) {
     return CLASS_E_NOAGGREGATION;
   }
-  com::StayLoaded();
-  return Guarded(IID_IClassFactory,
+  StayLoaded();
+  return Guarded({IID_IClassFactory, source_},
                  [&] { return entry_.create()->QueryInterface(interfaceId, object); });
 }
 
@@ -27,4 +27,4 @@ HRESULT ClassFactory::LockServer(BOOL lock) {
   return S_OK;
 }
 
-}  // namespace vilnor_dll
+}  // namespace com
