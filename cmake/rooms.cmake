@@ -11,6 +11,10 @@ endif()
 if(WIN32)
   target_compile_definitions(vilnor_settings INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
   target_compile_options(vilnor_settings INTERFACE -fstack-protector-strong)
+  # No binary tells where it was built. The compiler cache names sources from the build folder.
+  file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+  target_compile_options(vilnor_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+                                                   -ffile-prefix-map=${up}/=)
   target_link_options(vilnor_settings INTERFACE -fstack-protector-strong)
 endif()
 if(VILNOR_SANITIZE)
