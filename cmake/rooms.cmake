@@ -8,10 +8,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
   # GCC 12 sees overlaps that cannot be in its own std::string when it optimises (GCC bug 105651).
   target_compile_options(vilnor_settings INTERFACE -Wno-restrict)
 endif()
-target_include_directories(vilnor_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(WIN32)
   target_compile_definitions(vilnor_settings INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
   target_compile_options(vilnor_settings INTERFACE -fstack-protector-strong)
+  # No binary tells where it was built. The compiler cache names sources from the build folder.
+  file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+  target_compile_options(vilnor_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+                                                   -ffile-prefix-map=${up}/=)
   target_link_options(vilnor_settings INTERFACE -fstack-protector-strong)
 endif()
 if(VILNOR_SANITIZE)
@@ -28,16 +31,19 @@ if(VILNOR_COVERAGE)
   target_link_options(vilnor_settings INTERFACE -fprofile-instr-generate)
 endif()
 
-# vilnor_room(NAME [ROOM...]): the static library vilnor_NAME of src/NAME/*.cpp, which may use the
-# rooms named. tests/architecture holds the #include lines to the same arrows.
+# vilnor_room(NAME [ROOM...]): the static library vilnor_NAME of the *.cpp in the folder NAME beside
+# the caller, which may use the rooms named. tests/architecture holds the #include lines to the same
+# arrows.
 function(vilnor_room name)
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
   list(TRANSFORM ARGN PREPEND vilnor_)
   if(sources)
     add_library(vilnor_${name} STATIC ${sources})
-    target_link_libraries(vilnor_${name} PUBLIC vilnor_settings ${ARGN})
+    set(scope PUBLIC)
   else()
     add_library(vilnor_${name} INTERFACE)
-    target_link_libraries(vilnor_${name} INTERFACE vilnor_settings ${ARGN})
+    set(scope INTERFACE)
   endif()
+  target_link_libraries(vilnor_${name} ${scope} vilnor_settings ${ARGN})
+  target_include_directories(vilnor_${name} ${scope} ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "fuzz/world.h"
-#include "platform/parser_limits.h"
+#include "parser_limits/parser_limits.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ bool IsOddlyEncoded(const std::string& bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes = fuzz::Bytes(data, size);
-  const bool fit = platform::IsFitToParse(bytes);
+  const bool fit = parser_limits::IsFitToParse(bytes);
   fuzz::Require(fit || IsOddlyEncoded(bytes) || !IsReadByAParser(bytes));
   return 0;
 }

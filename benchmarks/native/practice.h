@@ -9,7 +9,7 @@
 #include "db/connection_state.h"
 #include "fakes/ports.h"
 #include "host/b_vilnor.h"
-#include "portable/odbc_database.h"
+#include "native/odbc_database.h"
 #include "util/session.h"
 
 namespace benchmarks {
@@ -68,7 +68,7 @@ class Clinic {
   void ExchangeThreadState();
 
   fakes::Ports doubles_;
-  portable::OdbcDatabase database_;
+  native::OdbcDatabase database_;
   platform::Platform ports_ = fakes::With(doubles_.ports, database_);
   // What the component keeps for a thread, while the thread is elsewhere.
   db::ConnectionState connectionState_;

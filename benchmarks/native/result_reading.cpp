@@ -7,7 +7,7 @@
 #include "automation/text.h"
 #include "exchange/result_readers.h"
 #include "native/practice.h"
-#include "platform/parser_limits.h"
+#include "parser_limits/parser_limits.h"
 #include "platform/platform.h"
 #include "platform/result_document.h"
 
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using benchmarks::Clinic;
 
 constexpr std::int32_t kPatient = 4711;
-constexpr std::size_t kLargest = platform::kLargestDocument;
+constexpr std::size_t kLargest = parser_limits::kLargestDocument;
 // Of a note: as many as keep the largest file below the number of elements that are read.
 constexpr int kSentences = 150;
 

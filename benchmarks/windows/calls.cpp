@@ -4,20 +4,20 @@
 #include <cstdint>
 #include <string_view>
 
-#include "com/interfaces.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/com_ptr.h"
 #include "db/db_vilnor.h"
 #include "util/session.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/com_ptr.h"
+#include "vilnor_dll/interfaces.h"
 #include "windows/harness.h"
 
 namespace benchmarks {
 namespace {
 
-using windows::Bstr;
-using windows::Check;
-using windows::ComPtr;
+using com::Bstr;
+using com::Check;
+using com::ComPtr;
 
 // --- How often the component takes memory: its imports of the functions that give it are led
 // through counters.

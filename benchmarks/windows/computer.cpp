@@ -2,13 +2,13 @@
 
 #include "automation/date.h"
 #include "automation/text.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "fakes/with.h"
 #include "platform/clock.h"
 #include "platform/conversions.h"
 #include "platform/database.h"
 #include "windows/harness.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace benchmarks {
 namespace {
@@ -31,7 +31,7 @@ std::u16string NowLiteral() {
 Computer::Computer(const fs::path& database)
     : folder_(fs::temp_directory_path() / L"Kestra"),
       connectionString_(u"Driver=SQLite3;Database=" +
-                        windows::FromWide((folder_ / L"kestra.db").wstring())),
+                        com::FromWide((folder_ / L"kestra.db").wstring())),
       ports_(fakes::With(system_.platform(), dialogs_, processes_)) {
   fs::create_directories(exchangeFolder());
   fs::copy_file(database, folder_ / L"kestra.db", fs::copy_options::overwrite_existing);

@@ -2,13 +2,13 @@
 
 #include <fstream>
 
+#include "com/wide_text.h"
 #include "exchange/envelope.h"
 #include "exchange/serializer.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "windows/dom.h"
 #include "windows/harness.h"
-#include "windows/wide_text.h"
 
 namespace benchmarks {
 namespace {
@@ -45,7 +45,7 @@ void MeasureDocument(Computer& computer) {
   computer.vilnor().OpenWithNewFHP(kPatient, 12, 3, kFullApplication);
   computer.MustBeQuiet();
   const auto path = [&](const wchar_t* name) {
-    return windows::FromWide((computer.exchangeFolder() / name).wstring());
+    return com::FromWide((computer.exchangeFolder() / name).wstring());
   };
   Dom written;
   written.Load(path(L"InNewFHP1017.xml"));

@@ -1,16 +1,16 @@
 #include "windows/dom.h"
 
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/variant.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/variant.h"
 
 namespace benchmarks {
 namespace {
 
-using windows::Bstr;
-using windows::Check;
-using windows::ComPtr;
-using windows::Variant;
+using com::Bstr;
+using com::Check;
+using com::ComPtr;
+using com::Variant;
 
 constexpr CLSID kDomDocument = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "windows/com_ptr.h"
-#include "windows/win32.h"
+#include "com/com_ptr.h"
+#include "com/win32.h"
 // Needs win32.h in front of it.
 #include <msxml.h>
 
@@ -29,7 +29,7 @@ class Dom {
   void Save(const std::u16string& path);
 
  private:
-  windows::ComPtr<IXMLDOMDocument> document_;
+  com::ComPtr<IXMLDOMDocument> document_;
 };
 
 }  // namespace benchmarks

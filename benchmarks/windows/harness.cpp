@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace benchmarks {
 namespace {

@@ -1,18 +1,18 @@
 #include "windows/late_bound.h"
 
 #include "automation/text.h"
-#include "windows/bstr.h"
+#include "com/bstr.h"
+#include "com/wide_text.h"
 #include "windows/harness.h"
-#include "windows/wide_text.h"
 
 namespace benchmarks {
 namespace {
 
-using windows::ComPtr;
+using com::ComPtr;
 
 [[noreturn]] void FailAt(const wchar_t* name, HRESULT result, BSTR description) {
-  Fail("late bound " + automation::ToUtf8(windows::FromWide(name)) + ": " + std::to_string(result) +
-       " " + automation::ToUtf8(windows::TextOf(description)));
+  Fail("late bound " + automation::ToUtf8(com::FromWide(name)) + ": " + std::to_string(result) +
+       " " + automation::ToUtf8(com::TextOf(description)));
 }
 
 }  // namespace
@@ -39,7 +39,7 @@ ComPtr<IDispatch> LateBound::ObjectIn(const VARIANT& variant) {
 }
 
 void LateBound::Invoke(const wchar_t* name, WORD kind, std::span<VARIANT> arguments,
-                       windows::Variant* result) const {
+                       com::Variant* result) const {
   auto* asked = const_cast<OLECHAR*>(name);
   DISPID member = DISPID_UNKNOWN;
   HRESULT done = object_->GetIDsOfNames(IID_NULL, &asked, 1, GetUserDefaultLCID(), &member);

@@ -7,9 +7,9 @@
 #include <span>
 
 #include "automation/value.h"
-#include "windows/com_ptr.h"
-#include "windows/variant.h"
-#include "windows/win32.h"
+#include "com/com_ptr.h"
+#include "com/variant.h"
+#include "com/win32.h"
 
 namespace benchmarks {
 
@@ -21,13 +21,13 @@ class LateBound {
   // What a property or a function gives, as a value or as an object. Any failure ends the program.
   template <class... Arguments>
   automation::Value Get(const wchar_t* name, const Arguments&... arguments) const {
-    windows::Variant result;
+    com::Variant result;
     InvokeWith(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &result, arguments...);
-    return windows::ToValue(result.get());
+    return com::ToValue(result.get());
   }
   template <class... Arguments>
   LateBound Object(const wchar_t* name, const Arguments&... arguments) const {
-    windows::Variant result;
+    com::Variant result;
     InvokeWith(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &result, arguments...);
     return LateBound(ObjectIn(result.get()));
   }
@@ -40,30 +40,28 @@ class LateBound {
   }
 
  private:
-  explicit LateBound(windows::ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  explicit LateBound(com::ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
-  static windows::Variant Argument(const automation::Value& value) {
-    return windows::Variant(value);
+  static com::Variant Argument(const automation::Value& value) { return com::Variant(value); }
+  static com::Variant Argument(const LateBound& object) {
+    return com::Variant(object.object_.get());
   }
-  static windows::Variant Argument(const LateBound& object) {
-    return windows::Variant(object.object_.get());
-  }
-  static windows::ComPtr<IDispatch> ObjectIn(const VARIANT& variant);
+  static com::ComPtr<IDispatch> ObjectIn(const VARIANT& variant);
 
   template <class... Arguments>
-  void InvokeWith(const wchar_t* name, WORD kind, windows::Variant* result,
+  void InvokeWith(const wchar_t* name, WORD kind, com::Variant* result,
                   const Arguments&... arguments) const {
-    const std::array<windows::Variant, sizeof...(arguments)> owned{Argument(arguments)...};
+    const std::array<com::Variant, sizeof...(arguments)> owned{Argument(arguments)...};
     // The last argument comes first.
     std::array<VARIANT, sizeof...(arguments)> passed{};
     std::transform(owned.begin(), owned.end(), passed.rbegin(),
-                   [](const windows::Variant& argument) { return argument.get(); });
+                   [](const com::Variant& argument) { return argument.get(); });
     Invoke(name, kind, passed, result);
   }
   void Invoke(const wchar_t* name, WORD kind, std::span<VARIANT> arguments,
-              windows::Variant* result) const;
+              com::Variant* result) const;
 
-  windows::ComPtr<IDispatch> object_;
+  com::ComPtr<IDispatch> object_;
 };
 
 }  // namespace benchmarks

@@ -4,16 +4,16 @@
 #include <cstddef>
 #include <string>
 
-#include "com/interfaces.h"
-#include "windows/com_error.h"
-#include "windows/com_ptr.h"
+#include "com/com_error.h"
+#include "com/com_ptr.h"
+#include "vilnor_dll/interfaces.h"
 #include "windows/harness.h"
 
 namespace benchmarks {
 namespace {
 
-using windows::Check;
-using windows::ComPtr;
+using com::Check;
+using com::ComPtr;
 
 // Each in a process of its own, since Vilnor.dll stays loaded from its first object on.
 constexpr int kRepetitions = 30;

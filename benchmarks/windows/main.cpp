@@ -6,6 +6,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
+#include "com/win32.h"
 #include "windows/calls.h"
 #include "windows/document.h"
 #include "windows/harness.h"
@@ -13,7 +14,6 @@
 #include "windows/registry.h"
 #include "windows/scan.h"
 #include "windows/trips.h"
-#include "windows/win32.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <cwchar>
 
 #include "automation/text.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "registry/c_registry.h"
 #include "windows/harness.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace benchmarks {
 namespace {
@@ -20,7 +20,7 @@ std::u16string KeyOf(int values) {
 
 void MakeKey(int values) {
   HKEY key = nullptr;
-  RegCreateKeyW(HKEY_LOCAL_MACHINE, windows::Wide(KeyOf(values)).c_str(), &key);
+  RegCreateKeyW(HKEY_LOCAL_MACHINE, com::Wide(KeyOf(values)).c_str(), &key);
   constexpr const wchar_t* kText = L"C:\\Kestra\\Vilnor";
   const auto size = static_cast<DWORD>((std::wcslen(kText) + 1) * sizeof(wchar_t));
   for (int value = 0; value < values; ++value) {

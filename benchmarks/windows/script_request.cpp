@@ -4,6 +4,7 @@
 
 #include "automation/date.h"
 #include "automation/text.h"
+#include "com/wide_text.h"
 #include "fhp/estimate_decision.h"
 #include "fhp/tooth_scanner.h"
 #include "platform/clock.h"
@@ -14,7 +15,6 @@
 #include "util/subsidy_period.h"
 #include "windows/script.h"
 #include "windows/script_objects.h"
-#include "windows/wide_text.h"
 
 namespace benchmarks {
 namespace {
@@ -152,7 +152,7 @@ class Request {
       AddEstimate(contribution);
     }
     AddParticipant(newCase, fhp::ParticipantCode(estimated));
-    writer_.Save(folder_ + u"\\" + windows::FromWide(fileName));
+    writer_.Save(folder_ + u"\\" + com::FromWide(fileName));
   }
 
  private:

@@ -4,6 +4,8 @@
 #include <iterator>
 
 #include "automation/text.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
 #include "exchange/envelope.h"
@@ -17,8 +19,6 @@
 #include "windows/dom.h"
 #include "windows/harness.h"
 #include "windows/script.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 // Needs win32.h in front of it.
 #include <psapi.h>
 
@@ -149,7 +149,7 @@ void EnterByAdo(const Computer& computer) {
 
 void ResultByAdo(const Computer& computer) {
   Dom dom;
-  dom.Load(windows::FromWide(ResultFile(computer).wstring()));
+  dom.Load(com::FromWide(ResultFile(computer).wstring()));
   EnterByAdo(computer);
   DeleteFileW(ResultFile(computer).c_str());
 }
@@ -196,11 +196,11 @@ void BuildForms(fhp::ApplicationRecords& records) {
 
 void WriteFile(const Computer& computer, const std::string& bytes) {
   platform::Current().files.ReplaceContents(
-      windows::FromWide((computer.exchangeFolder() / L"parts.xml").wstring()), bytes);
+      com::FromWide((computer.exchangeFolder() / L"parts.xml").wstring()), bytes);
 }
 
 void ParseResult(const Computer& computer) {
-  const exchange::ResultDocumentReader document(windows::FromWide(ResultFile(computer).wstring()));
+  const exchange::ResultDocumentReader document(com::FromWide(ResultFile(computer).wstring()));
   std::u16string user;
   document.Read(u"UserName", user);
 }

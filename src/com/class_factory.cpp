@@ -1,7 +1,7 @@
 #include "com/class_factory.h"
 
 #include "com/failure.h"
-#include "windows/own_module.h"
+#include "com/own_module.h"
 
 namespace com {
 
@@ -13,8 +13,8 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void**
   if (outer != nullptr) {
     return CLASS_E_NOAGGREGATION;
   }
-  windows::StayLoaded();
-  return Guarded(IID_IClassFactory,
+  StayLoaded();
+  return Guarded({IID_IClassFactory, source_},
                  [&] { return entry_.create()->QueryInterface(interfaceId, object); });
 }
 

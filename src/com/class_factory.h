@@ -1,14 +1,15 @@
 #pragma once
 
-#include "com/classes.h"
 #include "com/com_object.h"
+#include "com/server.h"
 
 namespace com {
 
 // Makes objects of one class.
 class ClassFactory : public ComObject<IClassFactory> {
  public:
-  explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
+  // `source` is that of a failed creation's error, unless it names one itself.
+  ClassFactory(const ClassEntry& entry, const wchar_t* source) : entry_(entry), source_(source) {}
 
   // A failed creation returns its error with source and text in the thread's error information.
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interfaceId,
@@ -17,6 +18,7 @@ class ClassFactory : public ComObject<IClassFactory> {
 
  private:
   const ClassEntry& entry_;
+  const wchar_t* source_;
 };
 
 }  // namespace com

@@ -5,30 +5,23 @@
 #include <memory>
 #include <utility>
 
-#include "com/interfaces.h"
+#include "com/com_ptr.h"
 #include "com/module.h"
-#include "windows/com_ptr.h"
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace com {
 
-// The interface that another one extends, where a caller may ask for it.
+template <class Base>
+struct Extends {
+  using Type = Base;
+};
+
+// The interface that another one extends, where a caller may ask for it. A server says so of its
+// own interfaces by specializations.
 template <class Interface>
-struct BaseOf {
-  using Type = IUnknown;
-};
+struct BaseOf : Extends<IUnknown> {};
 template <>
-struct BaseOf<_BVilnor> {
-  using Type = IDispatch;
-};
-template <>
-struct BaseOf<_DBVilnor> {
-  using Type = IDispatch;
-};
-template <>
-struct BaseOf<IProvideClassInfo2> {
-  using Type = IProvideClassInfo;
-};
+struct BaseOf<IProvideClassInfo2> : Extends<IProvideClassInfo> {};
 
 // Whether a pointer to `Interface` is a pointer to the interface asked for, IUnknown aside.
 template <class Interface>
@@ -45,6 +38,9 @@ bool Answers(REFIID interfaceId) {
 template <class First, class... Rest>
 class ComObject : public First, public Rest... {
  public:
+  // The interface by which the object is IUnknown.
+  using Identity = First;
+
   ComObject(const ComObject&) = delete;
   ComObject& operator=(const ComObject&) = delete;
 
@@ -64,7 +60,7 @@ class ComObject : public First, public Rest... {
 
   ULONG STDMETHODCALLTYPE Release() override {
     const ULONG left = --references_;
-    if (left == 0 && MayEnd()) {
+    if (left == 0 && IsAtHome()) {
       const std::unique_ptr<ComObject> last(this);
     }
     return left;
@@ -74,11 +70,11 @@ class ComObject : public First, public Rest... {
   ComObject() = default;
   virtual ~ComObject() = default;
 
+  // Whether the calling thread may use the object, and end it with its last reference.
+  virtual bool IsAtHome() const { return true; }
+
  private:
   friend std::default_delete<ComObject>;
-
-  // Whether the object ends on the calling thread when its last reference has gone.
-  virtual bool MayEnd() const { return true; }
 
   void* Find(REFIID interfaceId) {
     if (interfaceId == IID_IUnknown) {
@@ -100,8 +96,8 @@ class ComObject : public First, public Rest... {
 
 // A new object, with what its constructor throws.
 template <class Object, class... Arguments>
-windows::ComPtr<Object> MakeObject(Arguments&&... arguments) {
-  return windows::ComPtr<Object>::Attach(
+ComPtr<Object> MakeObject(Arguments&&... arguments) {
+  return ComPtr<Object>::Attach(
       std::make_unique<Object>(std::forward<Arguments>(arguments)...).release());
 }
 

@@ -3,8 +3,6 @@
 namespace com {
 namespace {
 
-using windows::Variant;
-
 bool IsReference(const VARIANT& argument) {
   return (V_VT(&argument) & VT_BYREF) != 0;
 }
@@ -55,7 +53,7 @@ HRESULT ConvertedArgument::Convert(const VARIANT& given, VARTYPE type) {
     result = VariantChangeType(content_.Receive(), const_cast<VARIANT*>(&value.get()), 0, type);
   }
   if (SUCCEEDED(result)) {
-    before_ = windows::ToValue(content_.get());
+    before_ = ToValue(content_.get());
     V_VT(&passed_) = static_cast<VARTYPE>(VT_BYREF | type);
     // Integers and texts lie at the same place of a VARIANT.
     V_BYREF(&passed_) = const_cast<LONG*>(&V_I4(&content_.get()));
@@ -64,7 +62,7 @@ HRESULT ConvertedArgument::Convert(const VARIANT& given, VARTYPE type) {
 }
 
 HRESULT ConvertedArgument::StoreBack() const {
-  const bool changed = windows::ToValue(content_.get()) != before_;
+  const bool changed = ToValue(content_.get()) != before_;
   return changed && IsReference(given_) ? Store(content_.get(), given_) : S_OK;
 }
 

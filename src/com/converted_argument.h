@@ -1,7 +1,7 @@
 #pragma once
 
 #include "automation/value.h"
-#include "windows/variant.h"
+#include "com/variant.h"
 
 namespace com {
 
@@ -23,7 +23,7 @@ class ConvertedArgument {
  private:
   // The caller's own; owns nothing.
   VARIANT given_{};
-  windows::Variant content_;
+  Variant content_;
   automation::Value before_;
   VARIANT passed_{};
 };

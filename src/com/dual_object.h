@@ -1,18 +1,16 @@
-// What both classes of the component have in common: a dual interface described by the type
-// library.
+// An object with a dual interface, which the server's type library describes.
 #pragma once
 
-#include "com/arguments.h"
 #include "com/com_object.h"
 #include "com/failure.h"
-#include "com/home_thread.h"
-#include "com/late_binding.h"
+#include "com/module.h"
 
 namespace com {
 
-// An object with the dual interface `Dual`, a class description, and `Others`.
+// An object with the dual interface `Dual`, and `Others`. Calls on a thread where it is not at home
+// get RPC_E_WRONG_THREAD.
 template <class Dual, class... Others>
-class DualObject : public ComObject<Dual, ISupportErrorInfo, IProvideClassInfo2, Others...> {
+class DualObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
  public:
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (count == nullptr) {
@@ -39,87 +37,58 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, IProvideClassInfo2,
   }
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID /*locale*/, WORD flags,
-                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                                    UINT* argumentError) override {
     if (reserved != IID_NULL) {
       return DISP_E_UNKNOWNINTERFACE;
     }
-    if (parameters == nullptr) {
+    if (arguments == nullptr) {
       return E_POINTER;
     }
     return Call([&] {
-      return InvokeMember(*Description().get(), *this, member, flags, *parameters, result,
-                          exception, argumentError);
+      return InvokeBy(*Description().get(), member, flags, *arguments, result, exception,
+                      argumentError);
     });
   }
 
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID interfaceId) override {
-    return interfaceId == __uuidof(Dual) ? S_OK : S_FALSE;
-  }
-
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** classInfo) override {
-    if (classInfo == nullptr) {
-      return E_POINTER;
-    }
-    *classInfo = nullptr;
-    return Call([&] { *classInfo = TypeInfoOf(classId_).Detach(); });
-  }
-
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* identifier) override {
-    if (identifier == nullptr) {
-      return E_POINTER;
-    }
-    const bool known = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID && eventInterface_ != IID_NULL;
-    *identifier = known ? eventInterface_ : GUID_NULL;
-    return known ? S_OK : E_INVALIDARG;
+    return Answers<Dual>(interfaceId) ? S_OK : S_FALSE;
   }
 
  protected:
-  // `eventInterface` is the default source of the class, IID_NULL for a class without events.
-  DualObject(const CLSID& classId, const IID& eventInterface)
-      : classId_(classId), eventInterface_(eventInterface) {
-    UseSystemPlatform();
-  }
+  // `source` is that of errors that name none themselves; it outlives the object.
+  explicit DualObject(const wchar_t* source = L"") : source_(source) {}
 
   // Runs the body of an interface's method. The object lives until the body has returned, even when
   // the caller's last reference goes meanwhile (in an event, or while a message box is open).
-  // RPC_E_WRONG_THREAD on another thread than the one that made the object.
   template <class Body>
   HRESULT Call(Body&& body) {
-    if (!home_.IsCurrent()) {
+    if (!this->IsAtHome()) {
       return RPC_E_WRONG_THREAD;
     }
-    const windows::ComPtr<Dual> alive(this);
-    return Guarded(__uuidof(Dual), std::forward<Body>(body));
+    const ComPtr<Dual> alive(this);
+    return Guarded({__uuidof(Dual), source_}, std::forward<Body>(body));
   }
 
-  // The same for a method with a result, which is what the body returns; empty after an error.
-  template <class Result, class Body>
-  HRESULT CallFor(Result* result, Body&& body) {
-    if (result == nullptr) {
-      return E_POINTER;
-    }
-    *result = {};
-    return Call([&] { Out(result, body()); });
+  // A call by number, with the description of `Dual`.
+  virtual HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
+                           VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
+    SetErrorInfo(0, nullptr);
+    return description.Invoke(static_cast<Dual*>(this), member, flags, &arguments, result,
+                              exception, argumentError);
   }
 
  private:
-  windows::ComPtr<ITypeInfo> Description() {
+  ComPtr<ITypeInfo> Description() {
     if (!description_) {
       description_ = TypeInfoOf(__uuidof(Dual));
     }
     return description_;
   }
 
-  // An object whose last reference goes on another thread stays for good: its end would be the end
-  // of that thread's window and connection.
-  bool MayEnd() const override { return home_.IsCurrent(); }
-
-  const HomeThread home_;
-  const CLSID classId_;
-  const IID eventInterface_;
+  const wchar_t* const source_;
   // Read from the DLL's resources at the first call that needs it.
-  windows::ComPtr<ITypeInfo> description_;
+  ComPtr<ITypeInfo> description_;
 };
 
 }  // namespace com

@@ -52,7 +52,7 @@ class Enumerator : public ComObject<typename Kind::Interface> {
       return E_POINTER;
     }
     *clone = nullptr;
-    return Guarded(__uuidof(Interface),
+    return Guarded({__uuidof(Interface)},
                    [&] { *clone = MakeObject<Enumerator>(items_, position_).Detach(); });
   }
 

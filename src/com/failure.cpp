@@ -1,9 +1,9 @@
 #include "com/failure.h"
 
 #include "automation/automation_error.h"
-#include "util/guarded.h"
-#include "windows/com_ptr.h"
-#include "windows/wide_text.h"
+#include "automation/current_error.h"
+#include "com/com_ptr.h"
+#include "com/wide_text.h"
 
 namespace com {
 namespace {
@@ -25,16 +25,16 @@ HRESULT ResultOf(const AutomationError& error) {
 }
 
 // Left undone when the system cannot make the information; the result alone then tells the error.
-void Describe(const AutomationError& error, REFIID interfaceId) {
-  windows::ComPtr<ICreateErrorInfo> creation;
-  windows::ComPtr<IErrorInfo> information;
+void Describe(const AutomationError& error, const Origin& origin) {
+  ComPtr<ICreateErrorInfo> creation;
+  ComPtr<IErrorInfo> information;
   if (FAILED(CreateErrorInfo(creation.Receive())) ||
       FAILED(creation->QueryInterface(IID_IErrorInfo, information.ReceiveVoid()))) {
     return;
   }
-  std::wstring source = error.source().empty() ? L"Vilnor" : windows::Wide(error.source());
-  std::wstring description = windows::Wide(error.description());
-  creation->SetGUID(interfaceId);
+  std::wstring source = error.source().empty() ? origin.source : Wide(error.source());
+  std::wstring description = Wide(error.description());
+  creation->SetGUID(origin.interfaceId);
   creation->SetSource(source.data());
   creation->SetDescription(description.data());
   SetErrorInfo(0, information.get());
@@ -42,10 +42,10 @@ void Describe(const AutomationError& error, REFIID interfaceId) {
 
 }  // namespace
 
-HRESULT ReportCurrentError(REFIID interfaceId) noexcept {
+HRESULT ReportCurrentError(const Origin& origin) noexcept {
   try {
-    const AutomationError error = util::CurrentError();
-    Describe(error, interfaceId);
+    const AutomationError error = automation::CurrentError();
+    Describe(error, origin);
     return ResultOf(error);
   } catch (...) {
     return E_OUTOFMEMORY;

@@ -1,20 +1,27 @@
-// The border between the component's exceptions and COM's results.
+// The border between a server's exceptions and COM's results.
 #pragma once
 
 #include <type_traits>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace com {
 
+// Where an error comes from.
+struct Origin {
+  const IID& interfaceId;
+  // For an error that names no source itself.
+  const wchar_t* source = L"";
+};
+
 // The result for the error in flight: 0x800A0000 + its number for 1 to 65535, a negative number as
-// it is, 0x800A01B8 (440, automation error) for any other. Source and description go to the
-// thread's error information, as coming from `interfaceId`. To be called in a catch block.
-HRESULT ReportCurrentError(REFIID interfaceId) noexcept;
+// it is, 0x800A01B8 (440, automation error) for any other. Origin and description go to the
+// thread's error information. To be called in a catch block.
+HRESULT ReportCurrentError(const Origin& origin) noexcept;
 
 // Runs `body`, whose result is S_OK or what it returns. No exception passes.
 template <class Body>
-HRESULT Guarded(REFIID interfaceId, Body&& body) noexcept {
+HRESULT Guarded(const Origin& origin, Body&& body) noexcept {
   try {
     if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
       body();
@@ -23,7 +30,7 @@ HRESULT Guarded(REFIID interfaceId, Body&& body) noexcept {
       return body();
     }
   } catch (...) {
-    return ReportCurrentError(interfaceId);
+    return ReportCurrentError(origin);
   }
 }
 

@@ -5,14 +5,12 @@
 #include <vector>
 
 #include "automation/value.h"
+#include "com/com_error.h"
 #include "com/converted_argument.h"
-#include "windows/com_error.h"
-#include "windows/variant.h"
+#include "com/variant.h"
 
 namespace com {
 namespace {
-
-using windows::Variant;
 
 // One parameter of a member.
 struct Parameter {
@@ -28,7 +26,7 @@ Parameter ParameterOf(const ELEMDESC& element) {
     parameter.referenced = element.tdesc.lptdesc->vt;
   }
   if ((element.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0) {
-    parameter.whenOmitted = windows::ToValue(element.paramdesc.pparamdescex->varDefaultValue);
+    parameter.whenOmitted = ToValue(element.paramdesc.pparamdescex->varDefaultValue);
   }
   return parameter;
 }
@@ -36,12 +34,12 @@ Parameter ParameterOf(const ELEMDESC& element) {
 // Nothing for a member that is not there.
 std::optional<std::vector<Parameter>> ParametersOf(ITypeInfo& typeInfo, DISPID member) {
   TYPEATTR* attributes = nullptr;
-  windows::Check(typeInfo.GetTypeAttr(&attributes));
+  Check(typeInfo.GetTypeAttr(&attributes));
   const UINT functions = attributes->cFuncs;
   typeInfo.ReleaseTypeAttr(attributes);
   for (UINT index = 0; index < functions; ++index) {
     FUNCDESC* function = nullptr;
-    windows::Check(typeInfo.GetFuncDesc(index, &function));
+    Check(typeInfo.GetFuncDesc(index, &function));
     const bool found = function->memid == member;
     std::vector<Parameter> parameters;
     for (SHORT i = 0; found && i < function->cParams; ++i) {

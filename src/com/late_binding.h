@@ -1,7 +1,7 @@
 // Calls by name: what scripts and late-bound hosts make.
 #pragma once
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace com {
 

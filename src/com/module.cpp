@@ -1,17 +1,36 @@
 #include "com/module.h"
 
-#include <atomic>
+#include <utility>
 
-#include "host/notification_window.h"
-#include "windows/com_error.h"
-#include "windows/own_module.h"
-#include "windows/system_platform.h"
-#include "windows/user32_windows.h"
+#include "com/com_error.h"
+#include "com/own_module.h"
 
 namespace com {
 namespace {
 
-std::atomic<long> locks = 0;
+// Objects of several apartments share these, so they are touched under the lock only. The library
+// has no owner that the process's end would run: COM is gone by then.
+SRWLOCK gLock = SRWLOCK_INIT;
+int gLocks = 0;
+ITypeLib* gLibrary = nullptr;
+
+class Locked {
+ public:
+  Locked() { AcquireSRWLockExclusive(&gLock); }
+  Locked(const Locked&) = delete;
+  Locked& operator=(const Locked&) = delete;
+  ~Locked() { ReleaseSRWLockExclusive(&gLock); }
+};
+
+ComPtr<ITypeLib> TypeLibrary() {
+  const Locked locked;
+  if (gLibrary == nullptr) {
+    ComPtr<ITypeLib> library;
+    Check(LoadTypeLibEx(OwnModulePath().c_str(), REGKIND_NONE, library.Receive()));
+    gLibrary = library.Detach();
+  }
+  return ComPtr<ITypeLib>(gLibrary);
+}
 
 }  // namespace
 
@@ -19,39 +38,32 @@ ModuleLock::ModuleLock() {
   LockModule();
 }
 
-ModuleLock::ModuleLock(const ModuleLock& /*other*/) : ModuleLock() {}
-
 ModuleLock::~ModuleLock() {
   UnlockModule();
 }
 
 void LockModule() {
-  ++locks;
+  const Locked locked;
+  ++gLocks;
 }
 
 void UnlockModule() {
-  --locks;
+  const Locked locked;
+  --gLocks;
+  if (gLocks == 0 && gLibrary != nullptr) {
+    std::exchange(gLibrary, nullptr)->Release();
+  }
 }
 
-bool ModuleInUse() {
-  return locks != 0 || windows::WindowsExist() || host::NotifyTargets() != 0;
+bool IsModuleLocked() {
+  const Locked locked;
+  return gLocks != 0;
 }
 
-windows::ComPtr<ITypeLib> TypeLibrary() {
-  windows::ComPtr<ITypeLib> library;
-  windows::Check(LoadTypeLibEx(windows::OwnModulePath().c_str(), REGKIND_NONE, library.Receive()));
-  return library;
-}
-
-windows::ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier) {
-  windows::ComPtr<ITypeInfo> information;
-  windows::Check(TypeLibrary()->GetTypeInfoOfGuid(identifier, information.Receive()));
+ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier) {
+  ComPtr<ITypeInfo> information;
+  Check(TypeLibrary()->GetTypeInfoOfGuid(identifier, information.Receive()));
   return information;
-}
-
-void UseSystemPlatform() {
-  static windows::SystemPlatform system;
-  platform::Use(system.platform());
 }
 
 }  // namespace com

@@ -1,7 +1,7 @@
 // The DLL as a whole: what keeps it loaded, and the type library inside it.
 #pragma once
 
-#include "windows/com_ptr.h"
+#include "com/com_ptr.h"
 
 namespace com {
 
@@ -9,8 +9,8 @@ namespace com {
 class ModuleLock {
  public:
   ModuleLock();
-  ModuleLock(const ModuleLock& other);
-  ModuleLock& operator=(const ModuleLock&) = default;
+  ModuleLock(const ModuleLock&) = delete;
+  ModuleLock& operator=(const ModuleLock&) = delete;
   ~ModuleLock();
 };
 
@@ -18,17 +18,11 @@ class ModuleLock {
 void LockModule();
 void UnlockModule();
 
-// Whether the DLL must stay loaded: an object or a lock is alive, a notification window still has
-// its procedure here, or a thread keeps the object that received its notifications.
-bool ModuleInUse();
+// Whether an object or a lock is alive.
+bool IsModuleLocked();
 
-// The type library in the DLL's resources, and the description of one interface or class in it.
-// Both throw the system's error.
-windows::ComPtr<ITypeLib> TypeLibrary();
-windows::ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier);
-
-// Gives the calling thread the real outside world; every object does so at its creation, since an
-// apartment calls it on no other thread.
-void UseSystemPlatform();
+// The description of one interface or class in the type library of the DLL's resources. Throws the
+// system's error. The library is loaded at the first call and released with the last lock.
+ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier);
 
 }  // namespace com

@@ -33,7 +33,7 @@ class NewKeys {
     try {
       key = ReadScalarValue(u"Select @@Identity");
     } catch (...) {
-      error_ = util::CurrentError();
+      error_ = automation::CurrentError();
     }
     return platform::ToText(key);
   }

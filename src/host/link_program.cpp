@@ -79,7 +79,7 @@ std::u16string LinkProgramOfSetting() {
       candidate.clear();
     }
   } catch (...) {
-    if (util::CurrentError().Is(RuntimeError::FileNotFound)) {
+    if (automation::CurrentError().Is(RuntimeError::FileNotFound)) {
       SetVilnorPath({});  // kept: the stale path is still returned
     } else {
       candidate.clear();

@@ -1,6 +1,5 @@
 #include "util/guarded.h"
 
-#include <new>
 #include <string>
 
 #include "automation/text.h"
@@ -8,32 +7,8 @@
 
 namespace util {
 
-using automation::AutomationError;
-using automation::RuntimeError;
-
-AutomationError CurrentError() {
-  try {
-    throw;
-  } catch (const AutomationError& error) {
-    return error;
-  } catch (...) {
-    return AutomationError(static_cast<RuntimeError>(CurrentErrorNumber()));
-  }
-}
-
-std::int32_t CurrentErrorNumber() noexcept {
-  try {
-    throw;
-  } catch (const AutomationError& error) {
-    return error.number();
-  } catch (const std::bad_alloc&) {
-    return static_cast<std::int32_t>(RuntimeError::OutOfMemory);
-  } catch (...) {
-    return static_cast<std::int32_t>(RuntimeError::AutomationFailure);
-  }
-}
-
-void ShowError(const AutomationError& error, std::u16string_view place, platform::Icon icon) {
+void ShowError(const automation::AutomationError& error, std::u16string_view place,
+               platform::Icon icon) {
   platform::Current().dialogs.Show({.text = automation::Decimal10(error.number()) + u" " +
                                             error.description() + std::u16string(place),
                                     .title = std::u16string(kBoxTitle),

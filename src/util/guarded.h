@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "automation/automation_error.h"
+#include "automation/current_error.h"
 #include "platform/dialogs.h"
 
 namespace util {
@@ -20,12 +20,6 @@ inline constexpr std::u16string_view kBoxTitle = u"Vilnor Link connection";
 inline constexpr platform::Icon kBVilnorIcon = platform::Icon::Exclamation;
 inline constexpr platform::Icon kDBVilnorIcon = platform::Icon::Critical;
 inline constexpr platform::Icon kModBVilnorIcon = platform::Icon::Critical;
-
-// The error in flight as an AutomationError: itself, 7 for exhausted memory, 440 for anything else.
-// To be called in a catch block.
-automation::AutomationError CurrentError();
-// Its number; cannot fail.
-std::int32_t CurrentErrorNumber() noexcept;
 
 // The box "number description" + `place` (" in OpenWithNewCase") with an OK button.
 void ShowError(const automation::AutomationError& error, std::u16string_view place,
@@ -67,9 +61,9 @@ auto Try(std::u16string_view place, platform::Icon icon, Body&& body, BeforeBox&
     }
   } catch (...) {
     Result failed;
-    failed.error = CurrentErrorNumber();
+    failed.error = automation::CurrentErrorNumber();
     std::optional<automation::AutomationError> error;
-    DroppingErrors([&] { error = CurrentError(); });
+    DroppingErrors([&] { error = automation::CurrentError(); });
     DroppingErrors(std::forward<BeforeBox>(beforeBox));
     DroppingErrors([&] { ShowError(error.value(), place, icon); });
     return failed;

@@ -1,10 +1,10 @@
 #include "windows/ado_database.h"
 
 #include "automation/automation_error.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/variant.h"
-#include "windows/win32.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/variant.h"
+#include "com/win32.h"
 // Needs win32.h in front of it.
 #include <adoint.h>
 
@@ -25,8 +25,8 @@ constexpr IID kRecordsetInterface = {
     0x00000556, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
 
 template <class Interface>
-ComPtr<Interface> Create(const CLSID& classId, const IID& interfaceId) {
-  ComPtr<Interface> object;
+com::ComPtr<Interface> Create(const CLSID& classId, const IID& interfaceId) {
+  com::ComPtr<Interface> object;
   if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId,
                               object.ReceiveVoid()))) {
     throw AutomationError(RuntimeError::CannotCreateObject);
@@ -36,7 +36,8 @@ ComPtr<Interface> Create(const CLSID& classId, const IID& interfaceId) {
 
 class AdoConnection : public platform::Connection {
  public:
-  explicit AdoConnection(ComPtr<_ADOConnection> connection) : connection_(std::move(connection)) {}
+  explicit AdoConnection(com::ComPtr<_ADOConnection> connection)
+      : connection_(std::move(connection)) {}
 
   void SetConnectionString(const std::u16string& connectionString) override;
   void Open(const std::u16string& connectionString, const std::u16string& user,
@@ -50,12 +51,12 @@ class AdoConnection : public platform::Connection {
   IDispatch* dispatch() const { return connection_.get(); }
 
  private:
-  ComPtr<_ADOConnection> connection_;
+  com::ComPtr<_ADOConnection> connection_;
 };
 
 class AdoRecordset : public platform::Recordset {
  public:
-  explicit AdoRecordset(ComPtr<_ADORecordset> recordset) : recordset_(std::move(recordset)) {}
+  explicit AdoRecordset(com::ComPtr<_ADORecordset> recordset) : recordset_(std::move(recordset)) {}
 
   void SetCursorLocation(platform::CursorLocation location) override;
   void Open(const std::u16string& statement, platform::Connection& connection,
@@ -72,32 +73,32 @@ class AdoRecordset : public platform::Recordset {
   IDispatch* dispatch() const { return recordset_.get(); }
 
  private:
-  automation::Value Collect(const Variant& nameOrIndex);
+  automation::Value Collect(const com::Variant& nameOrIndex);
 
-  ComPtr<_ADORecordset> recordset_;
+  com::ComPtr<_ADORecordset> recordset_;
 };
 
 void AdoConnection::SetConnectionString(const std::u16string& connectionString) {
-  const Bstr text(connectionString);
-  CheckCall([&] { return connection_->put_ConnectionString(text.get()); });
+  const com::Bstr text(connectionString);
+  com::CheckCall([&] { return connection_->put_ConnectionString(text.get()); });
 }
 
 void AdoConnection::Open(const std::u16string& connectionString, const std::u16string& user,
                          const std::u16string& password, std::int32_t options) {
-  const Bstr connectionText(connectionString);
-  const Bstr userText(user);
-  const Bstr passwordText(password);
-  CheckCall([&] {
+  const com::Bstr connectionText(connectionString);
+  const com::Bstr userText(user);
+  const com::Bstr passwordText(password);
+  com::CheckCall([&] {
     return connection_->Open(connectionText.get(), userText.get(), passwordText.get(), options);
   });
 }
 
 std::unique_ptr<platform::Recordset> AdoConnection::Execute(const std::u16string& statement,
                                                             std::int32_t options) {
-  const Bstr text(statement);
-  Variant rowsAffected;
-  ComPtr<_ADORecordset> rows;
-  CheckCall([&] {
+  const com::Bstr text(statement);
+  com::Variant rowsAffected;
+  com::ComPtr<_ADORecordset> rows;
+  com::CheckCall([&] {
     return connection_->Execute(text.get(), rowsAffected.Receive(), options, rows.Receive());
   });
   return std::make_unique<AdoRecordset>(std::move(rows));
@@ -105,29 +106,29 @@ std::unique_ptr<platform::Recordset> AdoConnection::Execute(const std::u16string
 
 void AdoConnection::BeginTrans() {
   long level = 0;
-  CheckCall([&] { return connection_->BeginTrans(&level); });
+  com::CheckCall([&] { return connection_->BeginTrans(&level); });
 }
 
 void AdoConnection::CommitTrans() {
-  CheckCall([&] { return connection_->CommitTrans(); });
+  com::CheckCall([&] { return connection_->CommitTrans(); });
 }
 
 void AdoConnection::RollbackTrans() {
-  CheckCall([&] { return connection_->RollbackTrans(); });
+  com::CheckCall([&] { return connection_->RollbackTrans(); });
 }
 
 void AdoRecordset::SetCursorLocation(platform::CursorLocation location) {
-  CheckCall(
+  com::CheckCall(
       [&] { return recordset_->put_CursorLocation(static_cast<CursorLocationEnum>(location)); });
 }
 
 void AdoRecordset::Open(const std::u16string& statement, platform::Connection& connection,
                         platform::CursorType cursorType, platform::LockType lockType,
                         std::int32_t options) {
-  const Variant source{automation::Value(statement)};
+  const com::Variant source{automation::Value(statement)};
   // A program has one kind of database, so the connection is ADO's too.
-  const Variant activeConnection(static_cast<AdoConnection&>(connection).dispatch());
-  CheckCall([&] {
+  const com::Variant activeConnection(static_cast<AdoConnection&>(connection).dispatch());
+  com::CheckCall([&] {
     return recordset_->Open(source.get(), activeConnection.get(),
                             static_cast<CursorTypeEnum>(cursorType),
                             static_cast<LockTypeEnum>(lockType), options);
@@ -136,45 +137,45 @@ void AdoRecordset::Open(const std::u16string& statement, platform::Connection& c
 
 bool AdoRecordset::Eof() {
   VARIANT_BOOL eof = VARIANT_FALSE;
-  CheckCall([&] { return recordset_->get_EOF(&eof); });
+  com::CheckCall([&] { return recordset_->get_EOF(&eof); });
   return eof != VARIANT_FALSE;
 }
 
 void AdoRecordset::MoveNext() {
-  CheckCall([&] { return recordset_->MoveNext(); });
+  com::CheckCall([&] { return recordset_->MoveNext(); });
 }
 
 automation::Value AdoRecordset::Field(const std::u16string& name) {
-  return Collect(Variant(Bstr(name)));
+  return Collect(com::Variant(com::Bstr(name)));
 }
 
 automation::Value AdoRecordset::Field(std::int32_t index) {
-  return Collect(Variant(automation::Value(index)));
+  return Collect(com::Variant(automation::Value(index)));
 }
 
 void AdoRecordset::SetField(const std::u16string& name, const automation::Value& value) {
-  const Variant index{Bstr(name)};
-  const Variant content(value);
-  CheckCall([&] { return recordset_->put_Collect(index.get(), content.get()); });
+  const com::Variant index{com::Bstr(name)};
+  const com::Variant content(value);
+  com::CheckCall([&] { return recordset_->put_Collect(index.get(), content.get()); });
 }
 
 std::unique_ptr<platform::Recordset> AdoRecordset::Clone(platform::LockType lockType) {
-  ComPtr<_ADORecordset> clone;
-  CheckCall(
+  com::ComPtr<_ADORecordset> clone;
+  com::CheckCall(
       [&] { return recordset_->Clone(static_cast<LockTypeEnum>(lockType), clone.Receive()); });
   return std::make_unique<AdoRecordset>(std::move(clone));
 }
 
 void AdoRecordset::Close() {
-  CheckCall([&] { return recordset_->Close(); });
+  com::CheckCall([&] { return recordset_->Close(); });
 }
 
 // The value of a field in one call, where Fields, its Item and that one's Value are three calls and
 // two objects more.
-automation::Value AdoRecordset::Collect(const Variant& nameOrIndex) {
-  Variant content;
-  CheckCall([&] { return recordset_->get_Collect(nameOrIndex.get(), content.Receive()); });
-  return ToValue(content.get());
+automation::Value AdoRecordset::Collect(const com::Variant& nameOrIndex) {
+  com::Variant content;
+  com::CheckCall([&] { return recordset_->get_Collect(nameOrIndex.get(), content.Receive()); });
+  return com::ToValue(content.get());
 }
 
 }  // namespace
@@ -189,8 +190,8 @@ std::unique_ptr<platform::Recordset> AdoDatabase::NewRecordset() {
       Create<_ADORecordset>(kRecordsetClass, kRecordsetInterface));
 }
 
-ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset) {
-  return ComPtr<IDispatch>(static_cast<AdoRecordset&>(recordset).dispatch());
+com::ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset) {
+  return com::ComPtr<IDispatch>(static_cast<AdoRecordset&>(recordset).dispatch());
 }
 
 }  // namespace windows

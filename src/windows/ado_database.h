@@ -1,7 +1,7 @@
 #pragma once
 
+#include "com/com_ptr.h"
 #include "platform/database.h"
-#include "windows/com_ptr.h"
 
 namespace windows {
 
@@ -14,6 +14,6 @@ class AdoDatabase : public platform::Database {
 };
 
 // The ADO recordset behind a recordset that an AdoDatabase, or one of its connections, made.
-ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset);
+com::ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset);
 
 }  // namespace windows

@@ -1,7 +1,7 @@
 #include "windows/advapi_registry.h"
 
+#include "com/win32.h"
 #include "windows/ansi_text.h"
-#include "windows/win32.h"
 
 namespace windows {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "platform/parser_limits.h"
-#include "windows/com_ptr.h"
-#include "windows/wide_text.h"
+#include "com/com_ptr.h"
+#include "com/wide_text.h"
+#include "parser_limits/parser_limits.h"
 
 namespace windows {
 namespace {
@@ -20,13 +20,13 @@ bool ReadFit(HANDLE file, void* target, DWORD length, bool& isFit) {
       read != length) {
     return false;
   }
-  isFit = platform::IsFitToParse({static_cast<const char*>(target), length});
+  isFit = parser_limits::IsFitToParse({static_cast<const char*>(target), length});
   return isFit;
 }
 
 DocumentSource ReadStream(HANDLE file, DWORD length) {
   DocumentSource source;
-  ComPtr<IStream> stream;
+  com::ComPtr<IStream> stream;
   HGLOBAL memory = nullptr;
   // The memory may be larger than the bytes, so the stream is told their length.
   if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive())) ||
@@ -62,13 +62,13 @@ DocumentSource ReadArray(HANDLE file, DWORD length) {
 }  // namespace
 
 DocumentSource ReadDocument(FileCalls& calls, const std::u16string& path) {
-  const FileHandle file(OpenPatiently(calls, Wide(path), GENERIC_READ, FILE_SHARE_READ,
+  const FileHandle file(OpenPatiently(calls, com::Wide(path), GENERIC_READ, FILE_SHARE_READ,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
   LARGE_INTEGER size{};
   if (GetFileSizeEx(file.get(), &size) == FALSE || size.QuadPart == 0) {
     return {};
   }
-  if (static_cast<std::uint64_t>(size.QuadPart) > platform::kLargestDocument) {
+  if (static_cast<std::uint64_t>(size.QuadPart) > parser_limits::kLargestDocument) {
     return {.bytes = {}, .isFitToParse = false};
   }
   return size.LowPart <= kLongestStream ? ReadStream(file.get(), size.LowPart)

@@ -2,15 +2,15 @@
 
 #include <string>
 
+#include "com/variant.h"
 #include "windows/file_calls.h"
-#include "windows/variant.h"
 
 namespace windows {
 
 // A result file's bytes as MSXML takes them.
 struct DocumentSource {
   // Empty when they cannot be had, or are none, or may not be given to a parser.
-  Variant bytes;
+  com::Variant bytes;
   bool isFitToParse = true;
 };
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace windows {
 

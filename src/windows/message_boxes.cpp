@@ -4,8 +4,8 @@
 #include <iterator>
 #include <vector>
 
-#include "windows/wide_text.h"
-#include "windows/win32.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 
 namespace windows {
 namespace {
@@ -95,11 +95,11 @@ std::uint32_t BoxStyle(const platform::MessageBox& box) {
 }
 
 platform::Answer MessageBoxes::Show(const platform::MessageBox& box) {
-  const std::wstring title = Wide(box.title.empty() ? kDefaultTitle : box.title);
+  const std::wstring title = com::Wide(box.title.empty() ? kDefaultTitle : box.title);
   const std::vector<HWND> windows = VisibleWindows();
   const HWND owner = OwnerAmong(windows);
   const DisabledWindows others(windows, owner);
-  return AnswerOf(MessageBoxW(owner, Wide(box.text).c_str(), title.c_str(), BoxStyle(box)),
+  return AnswerOf(MessageBoxW(owner, com::Wide(box.text).c_str(), title.c_str(), BoxStyle(box)),
                   box.buttons == platform::Buttons::YesNo);
 }
 

@@ -3,14 +3,14 @@
 #include <utility>
 
 #include "automation/automation_error.h"
-#include "platform/parser_limits.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/com_ptr.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/com_ptr.h"
+#include "com/variant.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
+#include "parser_limits/parser_limits.h"
 #include "windows/document_source.h"
-#include "windows/variant.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 // Needs win32.h in front of it.
 #include <msxml.h>
 
@@ -31,25 +31,25 @@ class Pieces {
   explicit Pieces(IXMLDOMNode& element) { Add(element); }
 
   bool AreTooMany() const {
-    return count_ > platform::kMostPieces || characters_ > platform::kLongestValue;
+    return count_ > parser_limits::kMostPieces || characters_ > parser_limits::kLongestValue;
   }
 
  private:
   void Add(IXMLDOMNode& parent) {
-    ComPtr<IXMLDOMNode> piece;
-    CheckCall([&] { return parent.get_firstChild(piece.Receive()); });
+    com::ComPtr<IXMLDOMNode> piece;
+    com::CheckCall([&] { return parent.get_firstChild(piece.Receive()); });
     while (piece && !AreTooMany()) {
       ++count_;
       DOMNodeType type{};
-      CheckCall([&] { return piece->get_nodeType(&type); });
+      com::CheckCall([&] { return piece->get_nodeType(&type); });
       if (type == NODE_TEXT || type == NODE_CDATA_SECTION) {
-        Variant text;
-        CheckCall([&] { return piece->get_nodeValue(text.Receive()); });
+        com::Variant text;
+        com::CheckCall([&] { return piece->get_nodeValue(text.Receive()); });
         characters_ += SysStringLen(V_BSTR(&text.get()));
       }
       Add(*piece.get());
-      ComPtr<IXMLDOMNode> next;
-      CheckCall([&] { return piece->get_nextSibling(next.Receive()); });
+      com::ComPtr<IXMLDOMNode> next;
+      com::CheckCall([&] { return piece->get_nextSibling(next.Receive()); });
       piece = std::move(next);
     }
   }
@@ -65,9 +65,9 @@ class MsxmlDocument : public platform::ResultDocument {
                                 document_.ReceiveVoid()))) {
       throw AutomationError(RuntimeError::CannotCreateObject);
     }
-    CheckCall([&] { return document_->put_async(VARIANT_FALSE); });
-    CheckCall([&] { return document_->put_validateOnParse(VARIANT_FALSE); });
-    CheckCall([&] { return document_->put_resolveExternals(VARIANT_FALSE); });
+    com::CheckCall([&] { return document_->put_async(VARIANT_FALSE); });
+    com::CheckCall([&] { return document_->put_validateOnParse(VARIANT_FALSE); });
+    com::CheckCall([&] { return document_->put_resolveExternals(VARIANT_FALSE); });
   }
 
   // From memory, since the parser goes through the system's internet library for a file that it is
@@ -79,55 +79,55 @@ class MsxmlDocument : public platform::ResultDocument {
     VARIANT_BOOL loaded = VARIANT_FALSE;
     if (!source.isFitToParse) {
       // For the parse error.
-      const Bstr blank(u" ");
-      CheckCall([&] { return document_->loadXML(blank.get(), &loaded); });
+      const com::Bstr blank(u" ");
+      com::CheckCall([&] { return document_->loadXML(blank.get(), &loaded); });
       return;
     }
     // A document that is not well-formed or not there is no failed call but a parse error.
     if (V_VT(&bytes) == VT_EMPTY || FAILED(document_->load(bytes, &loaded))) {
-      const Variant name{automation::Value(path)};
-      CheckCall([&] { return document_->load(name.get(), &loaded); });
+      const com::Variant name{automation::Value(path)};
+      com::CheckCall([&] { return document_->load(name.get(), &loaded); });
     }
   }
 
   platform::ParseError GetParseError() override {
-    ComPtr<IXMLDOMParseError> error;
-    CheckCall([&] { return document_->get_parseError(error.Receive()); });
+    com::ComPtr<IXMLDOMParseError> error;
+    com::CheckCall([&] { return document_->get_parseError(error.Receive()); });
     long code = 0;
-    CheckCall([&] { return error->get_errorCode(&code); });
+    com::CheckCall([&] { return error->get_errorCode(&code); });
     if (code == 0) {
       return {};
     }
     long position = 0;
-    Bstr reason;
+    com::Bstr reason;
     // Wine's MSXML does not tell the position (E_NOTIMPL); it stays 0 then.
     error->get_filepos(&position);
-    CheckCall([&] { return error->get_reason(reason.Receive()); });
+    com::CheckCall([&] { return error->get_reason(reason.Receive()); });
     return {.code = code, .filePosition = position, .reason = reason.Text()};
   }
 
   automation::Value FirstValue(const std::u16string& tagName) override {
-    const Bstr name(tagName);
-    ComPtr<IXMLDOMNodeList> elements;
-    CheckCall([&] { return document_->getElementsByTagName(name.get(), elements.Receive()); });
-    ComPtr<IXMLDOMNode> first;
-    CheckCall([&] { return elements->get_item(0, first.Receive()); });
+    const com::Bstr name(tagName);
+    com::ComPtr<IXMLDOMNodeList> elements;
+    com::CheckCall([&] { return document_->getElementsByTagName(name.get(), elements.Receive()); });
+    com::ComPtr<IXMLDOMNode> first;
+    com::CheckCall([&] { return elements->get_item(0, first.Receive()); });
     if (!first) {
       throw AutomationError(RuntimeError::ObjectNotSet);
     }
     if (Pieces(*first.get()).AreTooMany()) {
       throw AutomationError(RuntimeError::OutOfMemory);
     }
-    Variant value;
-    CheckCall([&] { return first->get_nodeTypedValue(value.Receive()); });
-    return ToValue(value.get());
+    com::Variant value;
+    com::CheckCall([&] { return first->get_nodeTypedValue(value.Receive()); });
+    return com::ToValue(value.get());
   }
 
   IXMLDOMDocument* document() const { return document_.get(); }
 
  private:
   FileCalls& calls_;
-  ComPtr<IXMLDOMDocument> document_;
+  com::ComPtr<IXMLDOMDocument> document_;
 };
 
 }  // namespace
@@ -136,8 +136,8 @@ std::unique_ptr<platform::ResultDocument> MsxmlDocuments::New() {
   return std::make_unique<MsxmlDocument>(calls_);
 }
 
-ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document) {
-  return ComPtr<IDispatch>(static_cast<MsxmlDocument&>(document).document());
+com::ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document) {
+  return com::ComPtr<IDispatch>(static_cast<MsxmlDocument&>(document).document());
 }
 
 }  // namespace windows

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "com/com_ptr.h"
 #include "platform/result_document.h"
-#include "windows/com_ptr.h"
 #include "windows/file_calls.h"
 
 namespace windows {
@@ -17,6 +17,6 @@ class MsxmlDocuments : public platform::ResultDocuments {
 };
 
 // MSXML's own document behind one of these.
-ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document);
+com::ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document);
 
 }  // namespace windows

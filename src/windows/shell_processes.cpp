@@ -1,8 +1,8 @@
 #include "windows/shell_processes.h"
 
 #include "automation/automation_error.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 
 namespace windows {
 namespace {
@@ -23,7 +23,7 @@ void ShellProcesses::Start(const std::u16string& commandLine) {
     throw AutomationError(RuntimeError::InvalidProcedureCall);
   }
   // The system writes into the command line while it looks for the program.
-  std::wstring buffer = Wide(commandLine);
+  std::wstring buffer = com::Wide(commandLine);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;

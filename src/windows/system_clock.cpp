@@ -1,7 +1,7 @@
 #include "windows/system_clock.h"
 
 #include "automation/date.h"
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace windows {
 

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
+#include "com/win32.h"
 #include "windows/ansi_text.h"
-#include "windows/win32.h"
 
 namespace windows {
 namespace {

@@ -3,9 +3,9 @@
 #include <array>
 #include <string_view>
 
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "windows/ansi_text.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace windows {
 namespace {
@@ -17,7 +17,7 @@ constexpr std::size_t kLongestItem = 256;
 std::u16string Item(LCTYPE item) {
   std::array<wchar_t, kLongestItem> buffer{};
   GetLocaleInfoW(GetUserDefaultLCID(), item, buffer.data(), static_cast<int>(buffer.size()));
-  return FromWide(buffer.data());
+  return com::FromWide(buffer.data());
 }
 
 std::u16string ItemOr(LCTYPE item, const std::u16string& otherwise) {

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "automation/automation_error.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "platform/unfinished_request.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace windows {
 namespace {
@@ -121,7 +121,7 @@ void RemoveUnfinishedRequests(FileCalls& calls, const std::wstring& folder) {
     return;
   }
   do {
-    if (platform::IsUnfinishedRequest(FromWide(found.cFileName))) {
+    if (platform::IsUnfinishedRequest(com::FromWide(found.cFileName))) {
       calls.Delete(folder + found.cFileName);
     }
   } while (FindNextFileW(search, &found) != FALSE);
@@ -131,19 +131,19 @@ void RemoveUnfinishedRequests(FileCalls& calls, const std::wstring& folder) {
 }  // namespace
 
 bool Win32Files::FolderExists(const std::u16string& path) {
-  const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
+  const DWORD attributes = GetFileAttributesW(com::Wide(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 void Win32Files::CreateFolder(const std::u16string& path) {
-  if (CreateDirectoryW(Wide(path).c_str(), nullptr) == FALSE) {
+  if (CreateDirectoryW(com::Wide(path).c_str(), nullptr) == FALSE) {
     RaiseLastError();
   }
 }
 
 std::int64_t Win32Files::FileLength(const std::u16string& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (GetFileAttributesExW(Wide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
+  if (GetFileAttributesExW(com::Wide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
     RaiseLastErrorOfFile();
   }
   const bool folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -153,7 +153,7 @@ std::int64_t Win32Files::FileLength(const std::u16string& path) {
 platform::FileStamp Win32Files::StampOf(const std::u16string& path) noexcept {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   try {
-    if (GetFileAttributesExW(Wide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
+    if (GetFileAttributesExW(com::Wide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) {
       return {};
     }
   } catch (...) {
@@ -164,24 +164,24 @@ platform::FileStamp Win32Files::StampOf(const std::u16string& path) noexcept {
 }
 
 void Win32Files::DeleteFile(const std::u16string& path) {
-  const std::wstring file = Wide(path);
+  const std::wstring file = com::Wide(path);
   if (!Patiently(calls_, file, [&] { return calls_.Delete(file); })) {
     RaiseLastErrorOfFile();
   }
 }
 
 void Win32Files::RenameFile(const std::u16string& path, const std::u16string& newPath) {
-  const std::wstring file = Wide(path);
+  const std::wstring file = com::Wide(path);
   if (!Patiently(calls_, file,
-                 [&] { return calls_.Move(file, Wide(newPath), MOVEFILE_WRITE_THROUGH); })) {
+                 [&] { return calls_.Move(file, com::Wide(newPath), MOVEFILE_WRITE_THROUGH); })) {
     RaiseLastErrorOfFile();
   }
 }
 
 void Win32Files::ReplaceContents(const std::u16string& path, std::string_view bytes) {
-  const std::wstring target = Wide(path);
+  const std::wstring target = com::Wide(path);
   {
-    TemporaryFile file(calls_, target + Wide(platform::kTemporaryEnding));
+    TemporaryFile file(calls_, target + com::Wide(platform::kTemporaryEnding));
     file.Write(bytes);
     file.Rename(target);
   }

@@ -6,7 +6,7 @@ from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[2]
 # Where quoted includes are looked for, beside the including file's own folder.
-INCLUDE_FOLDERS = ("src", "tools", "tests", ".")
+INCLUDE_FOLDERS = ("src", "stand-ins", "tools", "tests", ".")
 _INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 

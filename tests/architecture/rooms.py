@@ -1,40 +1,46 @@
-"""The rooms under src/ and the arrows between them that are allowed."""
+"""The rooms of the C++ source and the arrows between them that are allowed."""
 
-from includes import includes, sources
+from includes import CHECKOUT, includes, sources
 
-# What a room may use, itself aside.
+# What Vilnor.dll is made of, and what stands in for parts of Windows where they are missing.
+COMPONENT = CHECKOUT / "src"
+STAND_INS = CHECKOUT / "stand-ins"
+
+# What a room may use, itself aside. Each room stands behind all that it uses.
 ROOMS = {
     "automation": (),
     "platform": ("automation",),
+    "parser_limits": ("automation",),
     "util": ("automation", "platform"),
     "registry": ("automation", "platform"),
     "db": ("automation", "platform", "util"),
-    "exchange": ("automation", "platform", "util", "registry", "db"),
-    "fhp": ("automation", "platform", "util", "registry", "db", "exchange"),
+    "exchange": ("automation", "platform", "util", "db"),
+    "fhp": ("automation", "platform", "util", "db", "exchange"),
     "host": ("automation", "platform", "util", "registry", "db", "exchange", "fhp"),
+    "com": ("automation",),
+    "windows": ("automation", "platform", "parser_limits", "com"),
+    "vilnor_dll": ("automation", "platform", "util", "db", "host", "com", "windows", "typelib"),
     "odbc": ("automation",),
-    "windows": ("automation", "platform"),
-    "com": ("automation", "platform", "util", "registry", "db", "exchange", "fhp", "host",
-            "windows", "typelib"),
-    "portable": ("automation", "platform", "odbc"),
+    "native": ("automation", "platform", "parser_limits", "odbc"),
+    "ado_dll": ("automation", "com", "odbc"),
 }
+# Compiled from the IDL by the build, no room of ours.
+GENERATED = {"typelib"}
 
 # Headers from outside the C++ standard library that a room may use; "folder/" allows all of one.
 OUTSIDE = {
+    "com": ("windows.h", "oleauto.h", "olectl.h", "ntsecapi.h"),
+    "windows": ("adoint.h", "msxml.h"),
     "odbc": ("sql.h", "sqlext.h", "windows.h"),
-    "windows": ("windows.h", "adoint.h", "msxml.h", "ntsecapi.h", "oleauto.h", "olectl.h"),
-    "portable": ("fcntl.h", "libxml/"),
+    "native": ("fcntl.h", "libxml/"),
+    "ado_dll": ("ado_interfaces.h",),
 }
 
 
-def forbidden_arrows(src):
-    """One line for each include under src/ that the tables do not allow."""
-    found = []
-    for file in sources(src):
-        name = file.relative_to(src)
-        found += [f"{name} includes {header}{reason}" for header, quoted in includes(file)
-                  if (reason := objection(name.parts[0], header, quoted))]
-    return found
+def forbidden_arrows(*trees):
+    """One line for each include under the trees that the tables do not allow."""
+    return [f"{name} includes {header}{reason}" for name, header, quoted in _all_includes(trees)
+            if (reason := objection(name.parts[0], header, quoted))]
 
 
 def objection(room, header, quoted):
@@ -42,10 +48,44 @@ def objection(room, header, quoted):
     if room not in ROOMS:
         return f": {room}/ is no room"
     if quoted:
-        target = header.split("/")[0] if "/" in header else "(a file beside it)"
+        target = _room_of(header) or "(a file beside it)"
         return "" if target in (room, *ROOMS[room]) else f": {room}/ may not use {target}"
     if not header.endswith(".h"):
         return ""
-    allowed = any(header == name or (name.endswith("/") and header.startswith(name))
-                  for name in OUTSIDE.get(room, ()))
+    allowed = any(_permits(name, header) for name in OUTSIDE.get(room, ()))
     return "" if allowed else f": {room}/ may not use it"
+
+
+def unused_permissions(rooms, outside, *trees):
+    """One line for each arrow and outside header of the tables that no include needs."""
+    arrows, headers = arrows_between(*trees), {}
+    for name, header, quoted in _all_includes(trees):
+        if not quoted:
+            headers.setdefault(name.parts[0], set()).add(header)
+    unused = [f"{room} -> {target}" for room, allowed in rooms.items()
+              for target in allowed if target not in arrows.get(room, ())]
+    return unused + [f"{room} <{name}>" for room, allowed in outside.items() for name in allowed
+                     if not any(_permits(name, header) for header in headers.get(room, ()))]
+
+
+def arrows_between(*trees):
+    """{room: the other rooms that its files include}."""
+    arrows = {}
+    for name, header, quoted in _all_includes(trees):
+        used = arrows.setdefault(name.parts[0], set())
+        if quoted and _room_of(header) not in ("", name.parts[0]):
+            used.add(_room_of(header))
+    return arrows
+
+
+def _all_includes(trees):
+    return [(file.relative_to(tree), header, quoted) for tree in trees for file in sources(tree)
+            for header, quoted in includes(file)]
+
+
+def _room_of(header):
+    return header.split("/")[0] if "/" in header else ""
+
+
+def _permits(name, header):
+    return header == name or (name.endswith("/") and header.startswith(name))

@@ -6,8 +6,8 @@
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
 #include "fakes/printing.h"
+#include "parser_limits/parser_limits.h"
 #include "platform/files.h"
-#include "platform/parser_limits.h"
 #include "platform/result_document.h"
 
 namespace contract {
@@ -264,10 +264,10 @@ TEST_F(ResultDocuments, RefuseMoreThan64MegabytesUnread) {
     letters += "\xC3\x85";
   }
   std::string bytes = "<?xml version='1.0' encoding='UTF-8'?><r><a>1</a><b>";
-  while (bytes.size() < platform::kLargestDocument - 2'000'000) {
+  while (bytes.size() < parser_limits::kLargestDocument - 2'000'000) {
     bytes += letters + "</b><b>";
   }
-  bytes.resize(platform::kLargestDocument - end.size(), 'x');
+  bytes.resize(parser_limits::kLargestDocument - end.size(), 'x');
   EXPECT_EQ(FirstOf(bytes + end), Value(u"1"));
   EXPECT_NE(Load(bytes + "x" + end)->GetParseError().code, 0);
 }
@@ -277,7 +277,7 @@ TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueThatIsTooLong) {
   const auto errorOf = [&](const std::string& value) {
     return ErrorNumberOf([&] { FirstOf(withValue(value)); });
   };
-  const std::string longest(platform::kLongestValue, 'x');
+  const std::string longest(parser_limits::kLongestValue, 'x');
   EXPECT_EQ(FirstOf(withValue(longest)), Value(std::u16string(longest.begin(), longest.end())));
   EXPECT_EQ(errorOf(longest + "x"), 7);
   EXPECT_EQ(errorOf(longest + "<b>x</b>"), 7);
@@ -292,8 +292,8 @@ TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueOfTooManyPieces) {
     }
     return bytes + (count % 2 == 0 ? "" : "</b>") + "</a><c>2</c></r>";
   };
-  EXPECT_EQ(FirstOf(withElements(platform::kMostPieces)), Value(u""));
-  const auto document = Load(withElements(platform::kMostPieces + 1));
+  EXPECT_EQ(FirstOf(withElements(parser_limits::kMostPieces)), Value(u""));
+  const auto document = Load(withElements(parser_limits::kMostPieces + 1));
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 7);
   EXPECT_EQ(document->FirstValue(u"c"), Value(u"2"));
 }

@@ -15,19 +15,19 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/com_ptr.h"
+#include "com/wide_text.h"
 #include "message_loop.h"
 #include "process_counts.h"
 #include "typelib/Vilnor.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/com_ptr.h"
-#include "windows/wide_text.h"
 
 namespace {
 
 using automation::Decimal10;
-using windows::Check;
-using windows::ComPtr;
+using com::Check;
+using com::ComPtr;
 
 constexpr UINT kNewCaseAnswer = 10002;
 constexpr std::chrono::seconds kBound{120};
@@ -41,7 +41,7 @@ constexpr int kWarmStarts = 10;
 // A text that calls take by reference.
 class Text {
  public:
-  explicit Text(std::u16string_view text) : text_(windows::Bstr(text).Detach()) {}
+  explicit Text(std::u16string_view text) : text_(com::Bstr(text).Detach()) {}
   Text(const Text&) = delete;
   Text& operator=(const Text&) = delete;
   ~Text() { SysFreeString(text_); }
@@ -113,7 +113,7 @@ void CreateEachClass(int count) {
 }
 
 bool Exists(const std::u16string& file) {
-  return GetFileAttributesW(windows::Wide(file).c_str()) != INVALID_FILE_ATTRIBUTES;
+  return GetFileAttributesW(com::Wide(file).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 class RoundTrips {
@@ -129,7 +129,7 @@ class RoundTrips {
     long patient = kPatient;
     long practitioner = 12;
     long company = 3;
-    windows::Bstr request;
+    com::Bstr request;
     Check(session_->WriteNewCase(&patient, &practitioner, &company, identity_.Reference(),
                                  firstName_.Reference(), lastName_.Reference(),
                                  Text(exchange_).get(), request.Receive()));
@@ -148,7 +148,7 @@ class RoundTrips {
 
  private:
   void PutResult(int number) const {
-    std::ofstream file(windows::Wide(resultFile_).c_str(), std::ios::binary);
+    std::ofstream file(com::Wide(resultFile_).c_str(), std::ios::binary);
     file << "<?xml version='1.0' encoding='ISO-8859-1'?><Result><Cancelled>0</Cancelled>"
             "<Status>"
          << (number % 2 != 0 ? kSent : kWithdrawn)
@@ -191,7 +191,7 @@ int wmain(int count, wchar_t** words) {
   constexpr int kFailed = 2;
   std::vector<std::u16string> arguments;
   for (int i = 1; i < count; ++i) {
-    arguments.push_back(windows::FromWide(words[i]));
+    arguments.push_back(com::FromWide(words[i]));
   }
   if (arguments.size() != 4) {
     return kUsage;

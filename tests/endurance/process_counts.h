@@ -1,7 +1,7 @@
 // What this process holds of the system, in Wine, whose own functions for it are mostly stubs.
 #pragma once
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace endurance {
 

@@ -5,8 +5,8 @@
 #include "windows/msxml_documents.h"
 #include "windows/win32_files.h"
 #else
-#include "portable/local_files.h"
-#include "portable/xml_documents.h"
+#include "native/local_files.h"
+#include "native/xml_documents.h"
 #endif
 
 namespace fakes {
@@ -15,8 +15,8 @@ namespace fakes {
 using RealFiles = windows::Win32Files;
 using RealDocuments = windows::MsxmlDocuments;
 #else
-using RealFiles = portable::LocalFiles;
-using RealDocuments = portable::XmlDocuments;
+using RealFiles = native::LocalFiles;
+using RealDocuments = native::XmlDocuments;
 #endif
 
 }  // namespace fakes

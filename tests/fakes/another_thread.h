@@ -2,7 +2,7 @@
 #pragma once
 
 #ifdef _WIN32
-#include "windows/win32.h"
+#include "com/win32.h"
 #else
 #include <thread>
 #endif

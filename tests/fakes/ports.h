@@ -4,9 +4,9 @@
 #include "fakes/adapters.h"
 #include "fakes/fake_database.h"
 #include "fakes/fakes.h"
+#include "fakes/memory_registry.h"
 #include "fakes/with.h"
 #include "platform/platform.h"
-#include "portable/memory_registry.h"
 
 namespace fakes {
 
@@ -17,7 +17,7 @@ struct Ports {
   Processes processes;
   RealFiles files;
   UserSettings userSettings;
-  portable::MemoryRegistry registry;
+  fakes::MemoryRegistry registry;
   Database database;
   RealDocuments documents;
   WindowSystem windows;

@@ -65,7 +65,7 @@ World::World()
   fs::create_directories(folder_ / "Vilnor");
   fs::copy_file(TemplateDatabase(), folder_ / "kestra.db");
   const std::u16string home = FromUtf8(folder_.string()) + u"\\";
-  registry.SetText(portable::MemoryRegistry::kLocalMachine, u"SOFTWARE\\Kestra\\Kestra.Main.exe",
+  registry.SetText(fakes::MemoryRegistry::kLocalMachine, u"SOFTWARE\\Kestra\\Kestra.Main.exe",
                    u"Path", home);
   RegisterLinkProgram();
   platform::Use(faulty_);
@@ -83,7 +83,7 @@ World::~World() {
 }
 
 std::unique_ptr<platform::Connection> World::OwnConnection() const {
-  auto connection = portable::OdbcDatabase().NewConnection();
+  auto connection = native::OdbcDatabase().NewConnection();
   connection->Open(ConnectionString(folder_), u"", u"", -1);
   return connection;
 }
@@ -139,12 +139,11 @@ std::vector<std::string> World::ExchangeFiles() const {
 }
 
 void World::RegisterLinkProgram() {
-  registry.SetText(portable::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path",
-                   u"C:\\Link");
+  registry.SetText(fakes::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path", u"C:\\Link");
 }
 
 void World::UseSettingInsteadOfRegistration(const std::u16string& path) {
-  registry.SetText(portable::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path", u"");
+  registry.SetText(fakes::MemoryRegistry::kLocalMachine, kLinkRegistration, u"Path", u"");
   userSettings.Save(u"KESTRA", u"Environment", u"Vilnor", path);
 }
 

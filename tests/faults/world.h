@@ -9,7 +9,7 @@
 #include "fakes/ports.h"
 #include "faults/faulty_ports.h"
 #include "host/b_vilnor.h"
-#include "portable/odbc_database.h"
+#include "native/odbc_database.h"
 
 namespace faults {
 
@@ -67,7 +67,7 @@ class World : private fakes::Ports {
   std::unique_ptr<platform::Connection> OwnConnection() const;
 
   std::filesystem::path folder_;
-  portable::OdbcDatabase odbc_;
+  native::OdbcDatabase odbc_;
   FaultyProcesses faultyProcesses_{plan, processes};
   FaultyFiles faultyFiles_{plan, files};
   FaultySettings faultySettings_{plan, userSettings};

@@ -65,7 +65,6 @@ class Build:
 
     def _precompile_standard_headers(self, out):
         names = sorted({name for source in self._commands
-                        if room_of(source) not in ("odbc", "portable")
                         for name in _STANDARD_HEADER.findall(source.read_text(encoding="utf-8"))})
         header = out / "standard.h"
         header.write_text("".join(f"#include <{name}>\n" for name in names), encoding="utf-8")

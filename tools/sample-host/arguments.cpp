@@ -1,6 +1,6 @@
 #include "arguments.h"
 
-#include "windows/bstr.h"
+#include "com/bstr.h"
 
 namespace sample_host {
 
@@ -19,7 +19,7 @@ void Arguments::AddNumber(long number) {
 }
 
 void Arguments::AddText(std::u16string_view text) {
-  arguments_.push_back({0, windows::Bstr(text).Detach()});
+  arguments_.push_back({0, com::Bstr(text).Detach()});
 }
 
 }  // namespace sample_host

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace sample_host {
 

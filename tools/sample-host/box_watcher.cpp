@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "com/wide_text.h"
 #include "console.h"
-#include "windows/wide_text.h"
 
 namespace sample_host {
 namespace {
@@ -18,7 +18,7 @@ constexpr DWORD kLook = 50;  // milliseconds between two looks
 std::u16string WindowText(HWND window) {
   std::array<wchar_t, 4096> text{};
   const int length = InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
-  return windows::FromWide({text.data(), static_cast<std::size_t>(length)});
+  return com::FromWide({text.data(), static_cast<std::size_t>(length)});
 }
 
 bool IsOfClass(HWND window, std::wstring_view name) {
@@ -103,8 +103,7 @@ class Rounds {
   }
   bool Released() const {
     return !orders_.releaseFile.empty() &&
-           GetFileAttributesW(windows::Wide(orders_.releaseFile).c_str()) !=
-               INVALID_FILE_ATTRIBUTES;
+           GetFileAttributesW(com::Wide(orders_.releaseFile).c_str()) != INVALID_FILE_ATTRIBUTES;
   }
 
   const BoxOrders& orders_;

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace sample_host {
 

@@ -1,7 +1,7 @@
 #include "console.h"
 
 #include "automation/text.h"
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace sample_host {
 namespace {

@@ -1,11 +1,11 @@
+#include "com/com_error.h"
 #include "operations.h"
 #include "results.h"
-#include "windows/com_error.h"
 
 namespace sample_host {
 namespace {
 
-using windows::Check;
+using com::Check;
 using Database = _DBVilnor&;
 
 void AddNewCase(Database database, Arguments& a) {

@@ -1,7 +1,7 @@
 #include "event_sink.h"
 
+#include "com/com_error.h"
 #include "console.h"
-#include "windows/com_error.h"
 
 namespace sample_host {
 namespace {
@@ -12,13 +12,13 @@ constexpr DISPID kUpdateJournal = 2;
 }  // namespace
 
 EventSink::EventSink(_BVilnor& source) {
-  windows::ComPtr<IConnectionPointContainer> container;
-  windows::CheckCall([&] {
+  com::ComPtr<IConnectionPointContainer> container;
+  com::CheckCall([&] {
     return source.QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid());
   });
-  windows::CheckCall(
+  com::CheckCall(
       [&] { return container->FindConnectionPoint(DIID___BVilnor, connectionPoint_.Receive()); });
-  windows::CheckCall([&] { return connectionPoint_->Advise(this, &cookie_); });
+  com::CheckCall([&] { return connectionPoint_->Advise(this, &cookie_); });
 }
 
 EventSink::~EventSink() {

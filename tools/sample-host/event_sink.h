@@ -1,8 +1,8 @@
 // Receives the component's events. A host refreshes its journal view where this one prints a line.
 #pragma once
 
+#include "com/com_ptr.h"
 #include "typelib/Vilnor.h"
-#include "windows/com_ptr.h"
 
 namespace sample_host {
 
@@ -29,7 +29,7 @@ class EventSink : public IDispatch {
                       VARIANT* result, EXCEPINFO* error, UINT* argumentError) override;
 
  private:
-  windows::ComPtr<IConnectionPoint> connectionPoint_;
+  com::ComPtr<IConnectionPoint> connectionPoint_;
   DWORD cookie_ = 0;
 };
 

@@ -7,23 +7,23 @@
 #include "automation/automation_error.h"
 #include "automation/text.h"
 #include "box_watcher.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
+#include "com/com_ptr.h"
+#include "com/wide_text.h"
 #include "console.h"
 #include "event_sink.h"
 #include "message_loop.h"
 #include "options.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
-#include "windows/com_ptr.h"
-#include "windows/wide_text.h"
 
 namespace {
 
+using com::CheckCall;
+using com::ComPtr;
 using sample_host::Call;
 using sample_host::Options;
 using sample_host::Print;
 using sample_host::PrintError;
-using windows::CheckCall;
-using windows::ComPtr;
 
 enum class ExitCode : int { Done = 0, Usage = 1, NoComponent = 2, CallFailed = 3, NoAnswer = 4 };
 
@@ -46,12 +46,12 @@ ComPtr<Interface> Create(const CLSID& classId, const IID& interfaceId) {
 }
 
 void Initialise(_BVilnor& vilnor, const Options& options) {
-  BSTR connection = windows::Bstr(options.connection).Detach();
+  BSTR connection = com::Bstr(options.connection).Detach();
   SHORT language = options.language;
   SHORT dbType = options.dbType;
   const HRESULT result = vilnor.InitVilnor(&connection, &language, &dbType);
   SysFreeString(connection);
-  windows::Check(result);
+  com::Check(result);
 }
 
 void Perform(Call& call, _BVilnor& vilnor) {
@@ -134,7 +134,7 @@ ExitCode Run(Options& options) {
 int wmain(int count, wchar_t** words) {
   std::vector<std::u16string> arguments;
   for (int i = 1; i < count; ++i) {
-    arguments.push_back(windows::FromWide(words[i]));
+    arguments.push_back(com::FromWide(words[i]));
   }
   try {
     Options options = sample_host::ParseOptions(arguments);

@@ -4,9 +4,9 @@
 
 #include "automation/conversion.h"
 #include "automation/text.h"
+#include "com/com_error.h"
+#include "com/variant.h"
 #include "console.h"
-#include "windows/com_error.h"
-#include "windows/variant.h"
 // Needs win32.h in front of it.
 #include <adoint.h>
 
@@ -17,9 +17,9 @@ constexpr IID kRecordsetInterface = {
     0x00000556, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
 
 std::u16string ValueText(ADOField& field) {
-  windows::Variant content;
-  windows::CheckCall([&] { return field.get_Value(content.Receive()); });
-  const auto value = windows::ToValue(content.get());
+  com::Variant content;
+  com::CheckCall([&] { return field.get_Value(content.Receive()); });
+  const auto value = com::ToValue(content.get());
   // Dates as 2026-11-16 14:05:00, whatever the user's own format.
   automation::Regional regional;
   regional.shortDate = u"yyyy-MM-dd";
@@ -28,19 +28,19 @@ std::u16string ValueText(ADOField& field) {
 }
 
 std::u16string FieldText(ADOFields& fields, long index) {
-  const windows::Variant position{automation::Value(static_cast<std::int32_t>(index))};
-  windows::ComPtr<ADOField> field;
-  windows::CheckCall([&] { return fields.get_Item(position.get(), field.Receive()); });
-  windows::Bstr name;
-  windows::CheckCall([&] { return field->get_Name(name.Receive()); });
+  const com::Variant position{automation::Value(static_cast<std::int32_t>(index))};
+  com::ComPtr<ADOField> field;
+  com::CheckCall([&] { return fields.get_Item(position.get(), field.Receive()); });
+  com::Bstr name;
+  com::CheckCall([&] { return field->get_Name(name.Receive()); });
   return name.Text() + u"=" + ValueText(*field.get());
 }
 
 void PrintRow(_ADORecordset& recordset) {
-  windows::ComPtr<ADOFields> fields;
-  windows::CheckCall([&] { return recordset.get_Fields(fields.Receive()); });
+  com::ComPtr<ADOFields> fields;
+  com::CheckCall([&] { return recordset.get_Fields(fields.Receive()); });
   long count = 0;
-  windows::CheckCall([&] { return fields->get_Count(&count); });
+  com::CheckCall([&] { return fields->get_Count(&count); });
   std::u16string line = u"row";
   for (long index = 0; index < count; ++index) {
     line += u" " + FieldText(*fields.get(), index);
@@ -50,7 +50,7 @@ void PrintRow(_ADORecordset& recordset) {
 
 bool AtEnd(_ADORecordset& recordset) {
   VARIANT_BOOL atEnd = VARIANT_TRUE;
-  windows::CheckCall([&] { return recordset.get_EOF(&atEnd); });
+  com::CheckCall([&] { return recordset.get_EOF(&atEnd); });
   return atEnd != VARIANT_FALSE;
 }
 
@@ -64,20 +64,20 @@ void PrintResult(long result) {
   Print(u"result " + automation::Decimal10(result));
 }
 
-void PrintResult(const windows::Bstr& result) {
+void PrintResult(const com::Bstr& result) {
   Print(u"result " + Quoted(result.Text()));
 }
 
-void PrintResult(const windows::ComPtr<IDispatch>& recordset) {
+void PrintResult(const com::ComPtr<IDispatch>& recordset) {
   if (!recordset) {
     Print(u"result nothing");
     return;
   }
-  windows::ComPtr<_ADORecordset> rows;
-  windows::CheckCall(
+  com::ComPtr<_ADORecordset> rows;
+  com::CheckCall(
       [&] { return recordset->QueryInterface(kRecordsetInterface, rows.ReceiveVoid()); });
   Print(u"result recordset");
-  for (; !AtEnd(*rows.get()); windows::CheckCall([&] { return rows->MoveNext(); })) {
+  for (; !AtEnd(*rows.get()); com::CheckCall([&] { return rows->MoveNext(); })) {
     PrintRow(*rows.get());
   }
 }

@@ -1,15 +1,15 @@
 #include "automation/text.h"
+#include "com/bstr.h"
+#include "com/com_error.h"
 #include "console.h"
 #include "operations.h"
 #include "results.h"
 #include "waiting_results.h"
-#include "windows/bstr.h"
-#include "windows/com_error.h"
 
 namespace sample_host {
 namespace {
 
-using windows::Check;
+using com::Check;
 using Vilnor = _BVilnor&;
 
 constexpr UINT kPriorApprovalAnswer = 10001;
@@ -21,7 +21,7 @@ void OkToSend(Vilnor vilnor, Arguments& a) {
   BSTR text = nullptr;
   VARIANT_BOOL ok = VARIANT_FALSE;
   const HRESULT result = vilnor.OKToSend(a.Number(0), &code, &text, &ok);
-  windows::Bstr message;
+  com::Bstr message;
   *message.Receive() = text;
   Check(result);
   PrintResult(ok);

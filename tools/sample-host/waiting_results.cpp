@@ -12,9 +12,9 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
+#include "com/com_error.h"
+#include "com/wide_text.h"
 #include "console.h"
-#include "windows/com_error.h"
-#include "windows/wide_text.h"
 
 namespace sample_host {
 namespace {
@@ -39,7 +39,7 @@ struct Waiting {
 
 [[noreturn]] void RaiseLastError(std::wstring_view what) {
   throw automation::AutomationError(static_cast<std::int32_t>(GetLastError()), u"",
-                                    windows::FromWide(std::wstring(what)));
+                                    com::FromWide(std::wstring(what)));
 }
 
 // A real host knows its own folder; this one has only its registration, in the places in which the
@@ -84,7 +84,7 @@ class WaitingResults {
           became = u"not read, " + automation::FromUtf8(error.what());
         }
       }
-      Print(u"waiting " + windows::FromWide(result.name) + u": " + became);
+      Print(u"waiting " + com::FromWide(result.name) + u": " + became);
     }
     if (all.empty()) {
       Print(u"no result waits");
@@ -185,7 +185,7 @@ class WaitingResults {
   std::u16string Read(const Waiting& result) {
     const std::vector<Waiting> before = List();
     key_ = result.key;
-    windows::Check((vilnor_.*result.kind->read)(&key_));
+    com::Check((vilnor_.*result.kind->read)(&key_));
     const std::vector<Waiting> now = List();
     const auto still = std::find_if(now.begin(), now.end(), [&](const Waiting& each) {
       return each.name == result.ownName && each.written == result.written;
@@ -198,7 +198,7 @@ class WaitingResults {
     }
     if (const auto aside = NewOf(result, now, before)) {
       stuck_.insert(result.ownName);
-      return u"set aside again as " + windows::FromWide(*aside);
+      return u"set aside again as " + com::FromWide(*aside);
     }
     return u"dealt with";
   }

@@ -5,9 +5,9 @@
 #include "automation/automation_error.h"
 #include "automation/date.h"
 #include "automation/text.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "windows/system_clock.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace simulator {
 namespace {
@@ -26,7 +26,7 @@ void WriteAll(HANDLE file, const std::string& bytes) {
 }  // namespace
 
 bool Desktop::Post(const Notification& notification) {
-  HWND window = FindWindowW(windows::Wide(notification.className).c_str(), nullptr);
+  HWND window = FindWindowW(com::Wide(notification.className).c_str(), nullptr);
   return window != nullptr && PostMessageW(window, notification.message,
                                            static_cast<WPARAM>(notification.wParam), 0) != FALSE;
 }
@@ -36,7 +36,7 @@ void Desktop::Pause(std::chrono::milliseconds time) {
 }
 
 void Desktop::Copy(const std::u16string& from, const std::u16string& to) {
-  if (CopyFileW(windows::Wide(from).c_str(), windows::Wide(to).c_str(), FALSE) == FALSE) {
+  if (CopyFileW(com::Wide(from).c_str(), com::Wide(to).c_str(), FALSE) == FALSE) {
     throw automation::AutomationError(GetLastError() == ERROR_FILE_NOT_FOUND
                                           ? automation::RuntimeError::FileNotFound
                                           : automation::RuntimeError::PathFileAccess);
@@ -56,7 +56,7 @@ void Desktop::Log(const std::u16string& line) {
     return;
   }
   const std::unique_ptr<HANDLE, CloseFile> file(
-      CreateFileW(windows::Wide(logFile_).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+      CreateFileW(com::Wide(logFile_).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
                   OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (file.get() != INVALID_HANDLE_VALUE) {
     WriteAll(file.get(), bytes);

@@ -2,14 +2,14 @@
 #include <optional>
 
 #include "automation/text.h"
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "simulator/core/problem.h"
 #include "simulator/core/unattended.h"
 #include "simulator/desktop.h"
 #include "simulator/window.h"
 #include "windows/msxml_documents.h"
 #include "windows/system_clock.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 #include "windows/win32_files.h"
 
 namespace {
@@ -43,20 +43,20 @@ std::u16string ProgramPath() {
   constexpr std::size_t longestPath = 32768;
   std::wstring path(longestPath, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return windows::FromWide(path);
+  return com::FromWide(path);
 }
 
 std::u16string EnvironmentPlan() {
   constexpr const wchar_t* variable = L"VILNOR_LINK_PLAN";
   std::wstring text(GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
   text.resize(GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())));
-  return windows::FromWide(text);
+  return com::FromWide(text);
 }
 
 // The text of Link.plan beside the program, or nothing when there is no such file.
 std::optional<std::u16string> FilePlan(const std::u16string& programPath) {
   const auto path = programPath.substr(0, programPath.rfind(u'\\') + 1) + u"Link.plan";
-  HANDLE file = CreateFileW(windows::Wide(path).c_str(), GENERIC_READ,
+  HANDLE file = CreateFileW(com::Wide(path).c_str(), GENERIC_READ,
                             FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return std::nullopt;
@@ -86,7 +86,7 @@ ExitCode RunByPlan(const simulator::CommandLine& commandLine, const simulator::P
   windows::MsxmlDocuments documents;
   simulator::Desktop desktop(LogFileOf(plan));
   simulator::Unattended run{files, documents, desktop, windows::SystemClock().Now()};
-  return run.Run(commandLine, windows::FromWide(GetCommandLineW()), plan);
+  return run.Run(commandLine, com::FromWide(GetCommandLineW()), plan);
 }
 
 ExitCode RunInWindow(const simulator::CommandLine& commandLine, HINSTANCE program) {
@@ -95,7 +95,7 @@ ExitCode RunInWindow(const simulator::CommandLine& commandLine, HINSTANCE progra
     for (const auto& problem : commandLine.problems) {
       text += u"\r\n" + problem;
     }
-    simulator::ShowText(text + u"\r\n\r\n" + windows::FromWide(GetCommandLineW()), true);
+    simulator::ShowText(text + u"\r\n\r\n" + com::FromWide(GetCommandLineW()), true);
     return ExitCode::BadCall;
   }
   windows::Win32Files files;
@@ -120,7 +120,7 @@ int WINAPI wWinMain(HINSTANCE program, HINSTANCE /*previous*/, PWSTR /*arguments
   const Apartment apartment;
   const auto programPath = ProgramPath();
   const auto commandLine =
-      simulator::ParseCommandLine(windows::FromWide(GetCommandLineW()), programPath);
+      simulator::ParseCommandLine(com::FromWide(GetCommandLineW()), programPath);
   if (commandLine.help) {
     simulator::ShowText(kHelp, false);
     return static_cast<int>(ExitCode::Done);

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "automation/text.h"
+#include "com/wide_text.h"
 #include "simulator/core/problem.h"
 #include "simulator/resource.h"
-#include "windows/wide_text.h"
 
 namespace simulator {
 namespace {
@@ -52,7 +52,7 @@ HBRUSH BannerBrush() {
 }  // namespace
 
 void ShowText(const std::u16string& text, bool error) {
-  MessageBoxW(nullptr, windows::Wide(text).c_str(), kTitle,
+  MessageBoxW(nullptr, com::Wide(text).c_str(), kTitle,
               MB_OK | MB_SETFOREGROUND | (error ? MB_ICONERROR : MB_ICONINFORMATION));
 }
 
@@ -221,18 +221,18 @@ void Window::ShowField(int control, const std::u16string& text) {
 }
 
 void Window::SetText(int control, const std::u16string& text) {
-  SetDlgItemTextW(dialog_, control, windows::Wide(text).c_str());
+  SetDlgItemTextW(dialog_, control, com::Wide(text).c_str());
 }
 
 std::u16string Window::TextOf(int control) const {
   HWND field = GetDlgItem(dialog_, control);
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(field)) + 1, L'\0');
   const int length = GetWindowTextW(field, text.data(), static_cast<int>(text.size()));
-  return windows::FromWide(std::wstring_view(text).substr(0, static_cast<std::size_t>(length)));
+  return com::FromWide(std::wstring_view(text).substr(0, static_cast<std::size_t>(length)));
 }
 
 void Window::ShowProblem(const std::u16string& text) {
-  MessageBoxW(dialog_, windows::Wide(text).c_str(), kTitle, MB_OK | MB_ICONWARNING);
+  MessageBoxW(dialog_, com::Wide(text).c_str(), kTitle, MB_OK | MB_ICONWARNING);
 }
 
 }  // namespace simulator

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "automation/value.h"
+#include "com/win32.h"
 #include "platform/files.h"
 #include "simulator/core/delivery.h"
 #include "simulator/core/unattended.h"
-#include "windows/win32.h"
 
 namespace simulator {
 

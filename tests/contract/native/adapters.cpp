@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include "automation/text.h"
-#include "portable/local_files.h"
-#include "portable/odbc_database.h"
-#include "portable/xml_documents.h"
+#include "native/local_files.h"
+#include "native/odbc_database.h"
+#include "native/xml_documents.h"
 
 namespace contract {
 namespace {
@@ -38,15 +38,15 @@ class ReadOnlyFolder {
 }  // namespace
 
 std::unique_ptr<platform::Database> NewDatabase() {
-  return std::make_unique<portable::OdbcDatabase>();
+  return std::make_unique<native::OdbcDatabase>();
 }
 
 std::unique_ptr<platform::Files> NewFiles() {
-  return std::make_unique<portable::LocalFiles>();
+  return std::make_unique<native::LocalFiles>();
 }
 
 std::unique_ptr<platform::ResultDocuments> NewResultDocuments() {
-  return std::make_unique<portable::XmlDocuments>();
+  return std::make_unique<native::XmlDocuments>();
 }
 
 std::shared_ptr<void> Held(const std::filesystem::path& file) {

@@ -19,7 +19,7 @@ platform::Platform& RegistryPlatform() {
 }
 
 void SetNumber(const std::u16string& path, const std::u16string& name) {
-  Outside().registry.SetOther(portable::MemoryRegistry::kCurrentUser, path, name, kNumberType);
+  Outside().registry.SetOther(fakes::MemoryRegistry::kCurrentUser, path, name, kNumberType);
 }
 
 }  // namespace contract

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "automation/text.h"
+#include "com/win32.h"
 #include "windows/ado_database.h"
 #include "windows/msxml_documents.h"
-#include "windows/win32.h"
 #include "windows/win32_files.h"
 
 namespace contract {

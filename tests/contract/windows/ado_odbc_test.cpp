@@ -10,11 +10,11 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
+#include "com/com_ptr.h"
+#include "com/win32.h"
 #include "contract/adapters.h"
 #include "platform/database.h"
 #include "windows/ado_database.h"
-#include "windows/com_ptr.h"
-#include "windows/win32.h"
 
 namespace contract {
 namespace {
@@ -23,8 +23,8 @@ constexpr CLSID kConnectionClass = {
     0x00000514, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
 constexpr auto kConnectionKey = L"CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}";
 
-::windows::ComPtr<IDispatch> NewAdoConnection() {
-  ::windows::ComPtr<IDispatch> connection;
+::com::ComPtr<IDispatch> NewAdoConnection() {
+  ::com::ComPtr<IDispatch> connection;
   CoCreateInstance(kConnectionClass, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                    connection.ReceiveVoid());
   return connection;
@@ -253,7 +253,7 @@ TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
       Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
   ASSERT_TRUE(registerServer != nullptr && getClassObject != nullptr);
   ASSERT_EQ(Export<Answer>("DllUnregisterServer")(), S_OK);
-  ::windows::ComPtr<IUnknown> factory;
+  ::com::ComPtr<IUnknown> factory;
   {
     const NotWine windows;
     EXPECT_EQ(registerServer(), HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED));

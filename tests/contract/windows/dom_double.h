@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace contract {
 

@@ -6,21 +6,21 @@
 #include <utility>
 #include <vector>
 
+#include "com/wide_text.h"
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
 #include "fakes/printing.h"
 #include "platform/result_document.h"
 #include "windows/file_calls.h"
 #include "windows/msxml_documents.h"
-#include "windows/wide_text.h"
 #include "windows/win32_files.h"
 
 namespace contract {
 namespace {
 
 using automation::Value;
+using ::com::Wide;
 using fakes::ErrorNumberOf;
-using ::windows::Wide;
 
 // The system's calls, noted. Waiting takes no time.
 class WatchedCalls : public ::windows::FileCalls {

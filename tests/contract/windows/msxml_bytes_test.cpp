@@ -6,22 +6,22 @@
 #include <oleauto.h>
 
 #include "automation/text.h"
+#include "com/bstr.h"
+#include "com/com_ptr.h"
+#include "com/variant.h"
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
 #include "exchange/serializer.h"
 #include "platform/result_document.h"
-#include "windows/bstr.h"
-#include "windows/com_ptr.h"
-#include "windows/variant.h"
 // Needs the headers above.
 #include <msxml.h>
 
 namespace contract {
 namespace {
 
-using ::windows::Bstr;
-using ::windows::ComPtr;
-using ::windows::Variant;
+using ::com::Bstr;
+using ::com::ComPtr;
+using ::com::Variant;
 
 constexpr CLSID kDomDocument = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "com/com_ptr.h"
 #include "contract/adapters.h"
 #include "contract/temporary_folder.h"
 #include "contract/windows/dom_double.h"
 #include "fakes/printing.h"
-#include "windows/com_ptr.h"
 // Needs the headers above.
 #include <msxml.h>
 
@@ -39,7 +39,7 @@ class MsxmlDocuments : public testing::Test {
 
 TEST_F(MsxmlDocuments, AreSynchronousNotValidatedAndResolveNothing) {
   const auto document = documents_->New();
-  ::windows::ComPtr<IXMLDOMDocument> dom;
+  ::com::ComPtr<IXMLDOMDocument> dom;
   ASSERT_EQ(
       ::windows::DispatchOf(*document)->QueryInterface(IID_IXMLDOMDocument, dom.ReceiveVoid()),
       S_OK);

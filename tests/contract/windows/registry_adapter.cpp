@@ -1,8 +1,8 @@
 #include "contract/registry_adapter.h"
 
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "windows/system_platform.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace contract {
 
@@ -13,7 +13,7 @@ platform::Platform& RegistryPlatform() {
 
 void SetNumber(const std::u16string& path, const std::u16string& name) {
   const DWORD number = 7;
-  RegSetKeyValueW(HKEY_CURRENT_USER, ::windows::Wide(path).c_str(), ::windows::Wide(name).c_str(),
+  RegSetKeyValueW(HKEY_CURRENT_USER, ::com::Wide(path).c_str(), ::com::Wide(name).c_str(),
                   REG_DWORD, &number, sizeof number);
 }
 

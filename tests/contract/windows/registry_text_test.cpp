@@ -1,9 +1,9 @@
 // Texts as other programs write them into the registry, which the component's own calls cannot.
 #include <string>
 
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "contract/registry_fixture.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace contract {
 namespace {

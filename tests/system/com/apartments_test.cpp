@@ -3,12 +3,12 @@
 #include <fstream>
 #include <gmock/gmock.h>
 
+#include "com/wide_text.h"
 #include "system/com/apartment.h"
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
 #include "system/com/database.h"
 #include "system/com/host_registration.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -171,7 +171,7 @@ TEST(Apartments, CallEachOtherThroughTheTypeLibrarysMarshaller) {
                                 text.Reference(), path.get(), request.Receive()),
             S_OK);
   EXPECT_TRUE(std::filesystem::remove(folder / L"InNewCase77.xml"));
-  EXPECT_THAT(windows::Wide(request.Text()), testing::EndsWith(L"\\InNewCase77.xml"));
+  EXPECT_THAT(com::Wide(request.Text()), testing::EndsWith(L"\\InNewCase77.xml"));
   proxy = {};
   ASSERT_TRUE(home.Do([&] { session = {}; }));
 }

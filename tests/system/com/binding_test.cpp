@@ -6,15 +6,15 @@
 #include <iterator>
 
 #include "automation/value.h"
+#include "com/variant.h"
+#include "com/wide_text.h"
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
-#include "windows/variant.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
 
-using windows::Variant;
+using com::Variant;
 
 constexpr const char* kRequest =
     "<PatientFirstName>\xC5sa</PatientFirstName><PatientLastName>\xD6"
@@ -31,7 +31,7 @@ class Binding : public testing::Test {
   void SetUp() override { ASSERT_TRUE(session_); }
   ~Binding() override { std::filesystem::remove_all(folder_); }
 
-  std::u16string Folder() const { return windows::FromWide(folder_.wstring()); }
+  std::u16string Folder() const { return com::FromWide(folder_.wstring()); }
   std::filesystem::path Request() const { return folder_ / L"InNewCase4711.xml"; }
 
   // Calls a method by its name; the arguments in the order in which they are written.
@@ -70,7 +70,7 @@ TEST_F(Binding, WritesANewCaseEarlyBound) {
   ASSERT_EQ(session_->WriteNewCase(&pid, &bid, &rid, ssn.Reference(), firstName.Reference(),
                                    lastName.Reference(), folder.get(), path.Receive()),
             S_OK);
-  EXPECT_EQ(path.Text(), windows::FromWide(Request().wstring()));
+  EXPECT_EQ(path.Text(), com::FromWide(Request().wstring()));
   EXPECT_THAT(Contents(Request()), testing::HasSubstr(kRequest));
   EXPECT_EQ(pid, 4711);
   EXPECT_EQ(lastName.Text(), u"Öberg");
@@ -97,8 +97,7 @@ TEST_F(Binding, WritesTheSameNewCaseLateBoundFromValuesAndVariables) {
                     folder.get()},
                    path.Receive()),
             S_OK);
-  EXPECT_EQ(windows::ToValue(path.get()),
-            automation::Value(windows::FromWide(Request().wstring())));
+  EXPECT_EQ(com::ToValue(path.get()), automation::Value(com::FromWide(Request().wstring())));
   EXPECT_THAT(Contents(Request()), testing::HasSubstr(kRequest));
   EXPECT_EQ(V_VT(&pid.get()), VT_I2);
 }

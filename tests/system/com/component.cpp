@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "com/wide_text.h"
 #include "system/com/neighbour.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -67,8 +67,8 @@ ErrorInformation TakeErrorInformation() {
   information->GetSource(source.Receive());
   information->GetDescription(description.Receive());
   return {.present = true,
-          .source = windows::Wide(source.Text()),
-          .description = windows::Wide(description.Text())};
+          .source = com::Wide(source.Text()),
+          .description = com::Wide(description.Text())};
 }
 
 void Init(_BVilnor& session, std::u16string_view connectionString) {

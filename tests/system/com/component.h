@@ -5,14 +5,14 @@
 #include <string_view>
 #include <vector>
 
-#include "com/interfaces.h"
-#include "windows/bstr.h"
-#include "windows/com_ptr.h"
+#include "com/bstr.h"
+#include "com/com_ptr.h"
+#include "vilnor_dll/interfaces.h"
 
 namespace system_tests {
 
-using windows::Bstr;
-using windows::ComPtr;
+using com::Bstr;
+using com::ComPtr;
 
 // Folder of the test program, without a trailing backslash.
 std::wstring ProgramFolder();
@@ -59,7 +59,7 @@ class TextArgument {
   TextArgument& operator=(const TextArgument&) = delete;
   ~TextArgument() { SysFreeString(text_); }
   BSTR* Reference() { return &text_; }
-  std::u16string Text() const { return windows::TextOf(text_); }
+  std::u16string Text() const { return com::TextOf(text_); }
 
  private:
   BSTR text_;

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "automation/text.h"
+#include "com/wide_text.h"
 #include "schema/host_schema.h"
 #include "schema/rows.h"
 #include "windows/ado_database.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -36,7 +36,7 @@ TestDatabase::~TestDatabase() {
 }
 
 std::u16string TestDatabase::ConnectionString() const {
-  return u"Driver=SQLite3;Database=" + windows::FromWide(file_.wstring());
+  return u"Driver=SQLite3;Database=" + com::FromWide(file_.wstring());
 }
 
 void TestDatabase::Execute(const std::u16string& statement) const {

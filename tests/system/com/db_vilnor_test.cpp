@@ -2,17 +2,17 @@
 #include <gmock/gmock.h>
 
 #include "automation/value.h"
+#include "com/variant.h"
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
 #include "system/com/database.h"
 #include "system/com/script_view.h"
-#include "windows/variant.h"
 
 namespace system_tests {
 namespace {
 
 using automation::Value;
-using windows::Variant;
+using com::Variant;
 
 constexpr const char16_t* kNoDriver = u"Driver=There is no such driver";
 

@@ -1,11 +1,11 @@
 #include <array>
 #include <gmock/gmock.h>
 
+#include "com/wide_text.h"
 #include "system/com/box_answerer.h"
 #include "system/com/database.h"
 #include "system/com/event_sink.h"
 #include "system/com/host_registration.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -180,7 +180,7 @@ TEST_F(Events, AreNeverCloseVilnor) {
   TextArgument connection(database_.ConnectionString());
   TextArgument text(u"anna");
   TextArgument message(u"");
-  const Bstr folder(windows::FromWide(host.ExchangeFolder().wstring()));
+  const Bstr folder(com::FromWide(host.ExchangeFolder().wstring()));
   Bstr path;
   Bstr user;
   _BVilnor& session = *session_.get();

@@ -16,7 +16,7 @@ using automation::AutomationError;
 template <class Body>
 HRESULT ResultOf(Body&& body) {
   SetErrorInfo(0, nullptr);
-  return com::Guarded(IID__BVilnor, std::forward<Body>(body));
+  return com::Guarded({IID__BVilnor, vilnor_dll::kSource}, std::forward<Body>(body));
 }
 
 template <class Error>

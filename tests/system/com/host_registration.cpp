@@ -4,8 +4,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "com/wide_text.h"
 #include "system/com/component.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {

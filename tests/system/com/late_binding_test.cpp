@@ -7,26 +7,26 @@
 #include <gmock/gmock.h>
 
 #include "automation/value.h"
-#include "com/b_vilnor_object.h"
+#include "com/variant.h"
 #include "system/com/component.h"
-#include "windows/variant.h"
+#include "vilnor_dll/b_vilnor_object.h"
 
 namespace system_tests {
 namespace {
 
 using automation::Value;
-using windows::Variant;
+using com::Variant;
 
 constexpr DISPID kOKToSend = 0x60030010;
 constexpr DISPID kOpenWithNewCase = 0x60030004;
 
 // A session whose check refuses each application with a text, unless it is number 0.
-class RefusingSession : public com::BVilnorObject {
+class RefusingSession : public vilnor_dll::BVilnorObject {
  public:
   HRESULT STDMETHODCALLTYPE OKToSend(long* fhpId, short* errCode, BSTR* errMsg,
                                      VARIANT_BOOL* result) override {
     given = {*fhpId, *errCode};
-    givenText = windows::TextOf(*errMsg);
+    givenText = com::TextOf(*errMsg);
     *result = *fhpId == 0 ? VARIANT_TRUE : VARIANT_FALSE;
     if (*fhpId != 0) {
       *errCode = 12;
@@ -82,9 +82,9 @@ TEST_F(LateBinding, StoresResultsIntoAScriptsVariables) {
                                Reference(VT_VARIANT, const_cast<VARIANT*>(&message.get()))}),
             S_OK);
   EXPECT_EQ(session_->givenText, u"before");
-  EXPECT_EQ(windows::ToValue(code.get()), Value(std::int16_t{12}));
-  EXPECT_EQ(windows::ToValue(message.get()), Value(u"För många rader"));
-  EXPECT_EQ(windows::ToValue(result_.get()), Value(false));
+  EXPECT_EQ(com::ToValue(code.get()), Value(std::int16_t{12}));
+  EXPECT_EQ(com::ToValue(message.get()), Value(u"För många rader"));
+  EXPECT_EQ(com::ToValue(result_.get()), Value(false));
 }
 
 TEST_F(LateBinding, LeavesVariablesAloneThatTheCallDidNotChange) {
@@ -96,10 +96,10 @@ TEST_F(LateBinding, LeavesVariablesAloneThatTheCallDidNotChange) {
                                Reference(VT_VARIANT, message.Receive())}),
             S_OK);
   EXPECT_THAT(session_->given, testing::ElementsAre(0, 7));
-  EXPECT_EQ(windows::ToValue(id.get()), Value(u"0"));
-  EXPECT_EQ(windows::ToValue(code.get()), Value(u"7"));
-  EXPECT_TRUE(windows::ToValue(message.get()).IsEmpty());
-  EXPECT_EQ(windows::ToValue(result_.get()), Value(true));
+  EXPECT_EQ(com::ToValue(id.get()), Value(u"0"));
+  EXPECT_EQ(com::ToValue(code.get()), Value(u"7"));
+  EXPECT_TRUE(com::ToValue(message.get()).IsEmpty());
+  EXPECT_EQ(com::ToValue(result_.get()), Value(true));
 }
 
 TEST_F(LateBinding, StoresResultsIntoTypedVariables) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace system_tests {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <vector>
 
+#include "com/win32.h"
 #include "endurance/process_counts.h"
-#include "windows/win32.h"
 
 namespace system_tests {
 

@@ -3,17 +3,17 @@
 #include <map>
 #include <numeric>
 
-#include "com/registration.h"
 #include "system/com/component.h"
 #include "system/com/copied_dll.h"
 #include "system/com/key_rights.h"
 #include "system/com/registry_tree.h"
+#include "vilnor_dll/registration.h"
 
 namespace system_tests {
 namespace {
 
-using windows::RegisteredPart;
-using windows::RegistryText;
+using com::RegisteredPart;
+using com::RegistryText;
 
 const std::wstring kNewFile = L"C:\\New\\Vilnor.dll";
 const std::wstring kOldFile = L"C:\\Old\\Vilnor.dll";
@@ -23,7 +23,7 @@ const std::wstring kClasses = L"Software\\Classes\\";
 using Tree = std::map<std::wstring, std::wstring>;
 
 // Refuses one write or removal, counted from 0.
-class RefusingClasses : public windows::MachineClasses {
+class RefusingClasses : public com::MachineClasses {
  public:
   LSTATUS Write(const RegistryText& entry) override {
     return writes++ == refusedWrite ? ERROR_ACCESS_DENIED : MachineClasses::Write(entry);
@@ -40,7 +40,7 @@ class RefusingClasses : public windows::MachineClasses {
 // All keys that a registration touches.
 Tree Entered() {
   Tree all;
-  for (const RegisteredPart& part : com::Registration(kNewFile)) {
+  for (const RegisteredPart& part : vilnor_dll::Registration(kNewFile)) {
     for (const auto& removed : part.removed) {
       all.merge(ClassesTree(removed.key));
     }
@@ -52,18 +52,18 @@ Tree Entered() {
 }
 
 int Writes() {
-  const auto parts = com::Registration(kNewFile);
+  const auto parts = vilnor_dll::Registration(kNewFile);
   return std::accumulate(parts.begin(), parts.end(), 0, [](int count, const auto& part) {
     return count + static_cast<int>(part.texts.size());
   });
 }
 
-HRESULT RegisterFile(const std::wstring& path, windows::MachineClasses& classes) {
-  return windows::Register(com::Registration(path), classes);
+HRESULT RegisterFile(const std::wstring& path, com::MachineClasses& classes) {
+  return com::Register(vilnor_dll::Registration(path), classes);
 }
 
-HRESULT UnregisterFile(const std::wstring& path, windows::MachineClasses& classes) {
-  return windows::Unregister(com::Registration(path), path, classes);
+HRESULT UnregisterFile(const std::wstring& path, com::MachineClasses& classes) {
+  return com::Unregister(vilnor_dll::Registration(path), path, classes);
 }
 
 // Begins with nothing registered; the component is registered again when it has ended.
@@ -94,7 +94,7 @@ class RegistrationFaults : public testing::Test {
   }
 
   Module component_{DllPath()};
-  windows::MachineClasses classes_;
+  com::MachineClasses classes_;
 };
 
 TEST_F(RegistrationFaults, AtAnyWriteLeaveNothingWhereNothingStood) {

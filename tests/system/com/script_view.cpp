@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "windows/variant.h"
+#include "com/variant.h"
 
 namespace system_tests {
 
 using automation::Value;
-using windows::Variant;
+using com::Variant;
 
 Value Get(IDispatch& object, const wchar_t* name, const Value& argument) {
   std::wstring text = name;
@@ -28,7 +28,7 @@ Value Get(IDispatch& object, const wchar_t* name, const Value& argument) {
   if (V_VT(&result.get()) == VT_DISPATCH) {
     return Get(*V_DISPATCH(&result.get()), L"Value");
   }
-  return windows::ToValue(result.get());
+  return com::ToValue(result.get());
 }
 
 Value Field(IDispatch& recordset, const char16_t* name) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "automation/value.h"
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace system_tests {
 

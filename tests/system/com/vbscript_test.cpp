@@ -4,11 +4,11 @@
 #include <gmock/gmock.h>
 #include <iterator>
 
+#include "com/wide_text.h"
 #include "system/com/box_answerer.h"
 #include "system/com/component.h"
 #include "system/com/database.h"
 #include "system/com/host_registration.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -78,7 +78,7 @@ std::string Contents(const std::filesystem::path& path) {
 
 class VbScript : public testing::Test {
  protected:
-  std::wstring Connection() const { return windows::Wide(database_.ConnectionString()); }
+  std::wstring Connection() const { return com::Wide(database_.ConnectionString()); }
 
   TestDatabase database_;
   HostRegistration host_;

@@ -6,9 +6,9 @@ namespace system_tests {
 namespace {
 
 // The interface as its vtable has it.
-windows::ComPtr<ITypeInfo> VtableOf(IDispatch& object) {
-  windows::ComPtr<ITypeInfo> dispatched;
-  windows::ComPtr<ITypeInfo> vtable;
+com::ComPtr<ITypeInfo> VtableOf(IDispatch& object) {
+  com::ComPtr<ITypeInfo> dispatched;
+  com::ComPtr<ITypeInfo> vtable;
   HREFTYPE reference = 0;
   object.GetTypeInfo(0, LOCALE_USER_DEFAULT, dispatched.Receive());
   if (SUCCEEDED(dispatched->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference))) {

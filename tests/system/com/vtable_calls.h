@@ -5,8 +5,8 @@
 #include <array>
 #include <functional>
 
-#include "windows/com_ptr.h"
-#include "windows/win32.h"
+#include "com/com_ptr.h"
+#include "com/win32.h"
 
 namespace system_tests {
 

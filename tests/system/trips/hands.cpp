@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace {
 

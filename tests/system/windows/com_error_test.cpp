@@ -1,9 +1,9 @@
-#include "windows/com_error.h"
+#include "com/com_error.h"
 
 #include <gmock/gmock.h>
 
 #include "automation/automation_error.h"
-#include "windows/com_ptr.h"
+#include "com/com_ptr.h"
 
 namespace system_tests {
 namespace {
@@ -13,7 +13,7 @@ using automation::AutomationError;
 // The error that Check() makes of a result.
 AutomationError ErrorOf(HRESULT result) {
   try {
-    ::windows::Check(result);
+    ::com::Check(result);
   } catch (const AutomationError& error) {
     return error;
   }
@@ -22,8 +22,8 @@ AutomationError ErrorOf(HRESULT result) {
 
 // Leaves error information as a failing object does.
 HRESULT Fail(HRESULT result) {
-  ::windows::ComPtr<ICreateErrorInfo> creation;
-  ::windows::ComPtr<IErrorInfo> information;
+  ::com::ComPtr<ICreateErrorInfo> creation;
+  ::com::ComPtr<IErrorInfo> information;
   CreateErrorInfo(creation.Receive());
   std::wstring source = L"ADODB.Recordset";
   std::wstring description = L"Åtgärden är inte tillåten.";
@@ -49,7 +49,7 @@ TEST(ComError, CarriesTheObjectsSourceAndText) {
 TEST(ComError, DoesNotTakeAnOlderErrorsTextForACallsOwn) {
   Fail(E_FAIL);
   try {
-    ::windows::CheckCall([] { return E_ABORT; });
+    ::com::CheckCall([] { return E_ABORT; });
     FAIL() << "no error";
   } catch (const AutomationError& error) {
     EXPECT_EQ(error.number(), E_ABORT);

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
+#include "com/win32.h"
 #include "system/windows/noting_program.h"
-#include "windows/win32.h"
 
 int main(int argc, char** argv) {
   if (system_tests::RanAsNotingProgram()) {

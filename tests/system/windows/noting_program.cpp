@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace system_tests {
 namespace {

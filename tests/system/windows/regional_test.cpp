@@ -3,11 +3,11 @@
 
 #include "automation/conversion.h"
 #include "automation/date.h"
+#include "com/bstr.h"
+#include "com/wide_text.h"
 #include "fakes/printing.h"
-#include "windows/bstr.h"
 #include "windows/system_clock.h"
 #include "windows/user_locale.h"
-#include "windows/wide_text.h"
 
 namespace system_tests {
 namespace {
@@ -35,7 +35,7 @@ TEST_F(Regional, PrintsNumbersAsTheSystemDoes) {
   // Up to fifteen digits and not in powers of ten, where Wine differs from Windows.
   for (const double number : {0.0, 1.0, -1.0, 1.5, -2.25, 0.1, 1234567.891, 1e10, 123456789012345.0,
                               0.00012345, 1.0 / 3}) {
-    ::windows::Bstr text;
+    ::com::Bstr text;
     ASSERT_HRESULT_SUCCEEDED(VarBstrFromR8(number, LOCALE_USER_DEFAULT, 0, text.Receive()));
     EXPECT_EQ(automation::NumberText(number, regional_), text.Text()) << number;
   }
@@ -45,7 +45,7 @@ TEST_F(Regional, PrintsDatesAsTheSystemDoes) {
   for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 11, 16, 14, 5, 0}),
                           MakeDate({2026, 1, 2, 0, 0, 59}), MakeDate({1945, 1, 1, 12, 0, 0}),
                           MakeDate({1899, 12, 30, 8, 30, 0}), MakeDate({1850, 6, 7, 23, 59, 59})}) {
-    ::windows::Bstr text;
+    ::com::Bstr text;
     ASSERT_HRESULT_SUCCEEDED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.Receive()));
     EXPECT_EQ(automation::DateText(date, regional_), text.Text());
   }
@@ -53,10 +53,10 @@ TEST_F(Regional, PrintsDatesAsTheSystemDoes) {
 
 TEST_F(Regional, ReadsItsOwnDatesAsTheSystemDoes) {
   for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 3, 4, 14, 5, 0})}) {
-    std::wstring text = ::windows::Wide(automation::DateText(date, regional_));
+    std::wstring text = ::com::Wide(automation::DateText(date, regional_));
     DATE read = 0;
     ASSERT_HRESULT_SUCCEEDED(VarDateFromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
-    EXPECT_EQ(automation::ParseDate(::windows::FromWide(text), regional_), Date{read});
+    EXPECT_EQ(automation::ParseDate(::com::FromWide(text), regional_), Date{read});
   }
 }
 
@@ -68,20 +68,20 @@ TEST_F(Regional, ChangesMonthAndDayAsTheSystemDoes) {
         L"1-1010-2007", L"1-77-2002", L"01-0707-2002", L"11, 1 77 2002", L"22 2007-1-2"}) {
     DATE read = 0;
     const bool isDate = SUCCEEDED(VarDateFromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
-    EXPECT_EQ(automation::ParseDate(::windows::FromWide(text), regional_),
+    EXPECT_EQ(automation::ParseDate(::com::FromWide(text), regional_),
               isDate ? std::optional(Date{read}) : std::nullopt)
-        << automation::ToUtf8(::windows::FromWide(text));
+        << automation::ToUtf8(::com::FromWide(text));
   }
 }
 
 TEST_F(Regional, ReadsNumbersAsTheSystemDoes) {
-  const std::wstring separator = ::windows::Wide({&regional_.decimalSeparator, 1});
+  const std::wstring separator = ::com::Wide({&regional_.decimalSeparator, 1});
   const std::vector<std::wstring> texts = {L"12", L"-3" + separator + L"25", L" 7 ", L"1e3",
                                            L"2" + separator + L"5E-2"};
   for (std::wstring text : texts) {
     double read = 0;
     ASSERT_HRESULT_SUCCEEDED(VarR8FromStr(text.data(), LOCALE_USER_DEFAULT, 0, &read));
-    EXPECT_EQ(automation::ParseNumber(::windows::FromWide(text), regional_), read);
+    EXPECT_EQ(automation::ParseNumber(::com::FromWide(text), regional_), read);
   }
 }
 

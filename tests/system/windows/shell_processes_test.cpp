@@ -5,10 +5,10 @@
 #include <gmock/gmock.h>
 #include <string>
 
+#include "com/wide_text.h"
+#include "com/win32.h"
 #include "fakes/printing.h"
 #include "system/windows/noting_program.h"
-#include "windows/wide_text.h"
-#include "windows/win32.h"
 
 namespace system_tests {
 namespace {
@@ -59,7 +59,7 @@ class ShellProcesses : public testing::Test {
 
   // The number of the error that starting raises, 0 for none.
   std::int32_t ErrorOf(const std::wstring& commandLine) {
-    return fakes::ErrorNumberOf([&] { processes_.Start(::windows::FromWide(commandLine)); });
+    return fakes::ErrorNumberOf([&] { processes_.Start(::com::FromWide(commandLine)); });
   }
 
   fs::path folder_ = fs::temp_directory_path() / L"windows_tests";

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <tuple>
 
-#include "windows/win32.h"
+#include "com/win32.h"
 
 namespace system_tests {
 namespace {

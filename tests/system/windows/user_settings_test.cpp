@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "com/win32.h"
 #include "fakes/printing.h"
 #include "windows/registry_user_settings.h"
-#include "windows/win32.h"
 
 namespace system_tests {
 namespace {

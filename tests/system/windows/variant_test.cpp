@@ -1,4 +1,4 @@
-#include "windows/variant.h"
+#include "com/variant.h"
 
 #include <gmock/gmock.h>
 #include <limits>
@@ -9,8 +9,8 @@ namespace system_tests {
 namespace {
 
 using automation::Value;
-using ::windows::ToValue;
-using ::windows::Variant;
+using ::com::ToValue;
+using ::com::Variant;
 
 class RoundTrip : public testing::TestWithParam<Value> {};
 

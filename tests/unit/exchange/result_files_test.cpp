@@ -50,16 +50,16 @@ TEST_F(ResultFiles, ThatAreNotThereAreNotSetAside) {
 }
 
 // The folder, whose files can be kept from deletion or renaming.
-class HeldFiles : public portable::LocalFiles {
+class HeldFiles : public native::LocalFiles {
  public:
   void DeleteFile(const std::u16string& path) override {
     Refuse(deletion);
-    portable::LocalFiles::DeleteFile(path);
+    native::LocalFiles::DeleteFile(path);
   }
   void RenameFile(const std::u16string& path, const std::u16string& newPath) override {
     ++renamings;
     Refuse(renaming);
-    portable::LocalFiles::RenameFile(path, newPath);
+    native::LocalFiles::RenameFile(path, newPath);
   }
   std::optional<automation::RuntimeError> deletion;
   std::optional<automation::RuntimeError> renaming;

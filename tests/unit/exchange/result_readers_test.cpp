@@ -4,7 +4,7 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/parser_limits.h"
+#include "parser_limits/parser_limits.h"
 #include "unit/exchange/result_fixture.h"
 
 namespace exchange {
@@ -336,15 +336,15 @@ class WatchedDocuments : public platform::ResultDocuments {
   std::function<void(int)> beforeDocument = [](int) {};
 
  private:
-  portable::XmlDocuments real_;
+  native::XmlDocuments real_;
 };
 
 // The folder, with something that happens before a file is deleted.
-class WatchedFiles : public portable::LocalFiles {
+class WatchedFiles : public native::LocalFiles {
  public:
   void DeleteFile(const std::u16string& path) override {
     beforeDeletion();
-    portable::LocalFiles::DeleteFile(path);
+    native::LocalFiles::DeleteFile(path);
   }
   std::function<void()> beforeDeletion = [] {};
 };
@@ -644,7 +644,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCa
 
 TEST_F(ResultReaders, AValueWithoutEndIsReportedWithTheXmlName) {
   Put(u"OutNewCase4711.xml", "<a><Status>5</Status><UserDefData>1&amp;2&amp;3</UserDefData><Id>" +
-                                 std::string(platform::kLongestValue + 1, 'x') + "</Id></a>");
+                                 std::string(parser_limits::kLongestValue + 1, 'x') + "</Id></a>");
   ReadNewCase(4711, *this);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(dialogs.Texts(), Statements{u"7 Out of memory in XMLReadNewCase"});

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "automation/text.h"
-#include "portable/odbc_database.h"
+#include "native/odbc_database.h"
 
 namespace fhp {
 namespace {
@@ -79,7 +79,7 @@ std::vector<HostProduct> HostProducts() {
 
 void LoadHostDatabase(const HostProduct& product) {
   const std::string tests = VILNOR_SOURCE_DIR "/tests";
-  const auto connection = portable::OdbcDatabase().NewConnection();
+  const auto connection = native::OdbcDatabase().NewConnection();
   connection->Open(product.connectionString, u"", u"", -1);
   RunScript(*connection, OutputOf("python3 '" + tests + "/schema/make_schema.py' --product " +
                                   product.schemaName));

@@ -11,7 +11,7 @@
 
 #include "fhp/application.h"
 #include "fhp/send_check.h"
-#include "portable/odbc_database.h"
+#include "native/odbc_database.h"
 #include "unit/fhp/fixture.h"
 #include "unit/fhp/host_database.h"
 
@@ -60,7 +60,7 @@ std::vector<std::string> NamesInScript() {
 }
 
 std::unique_ptr<platform::Connection> Connected(const HostProduct& product) {
-  auto connection = portable::OdbcDatabase().NewConnection();
+  auto connection = native::OdbcDatabase().NewConnection();
   connection->Open(product.connectionString, u"", u"", -1);
   return connection;
 }
@@ -84,7 +84,7 @@ class OnHostDatabase : public fakes::ComponentFixture {
   }
 
  private:
-  portable::OdbcDatabase odbc_;
+  native::OdbcDatabase odbc_;
   platform::Platform real_ = fakes::With(ports, odbc_);
 };
 

@@ -333,7 +333,7 @@ TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
 }
 
 TEST_F(OpenWithNewFHP, WhoseFileCannotBeWrittenStartsNothing) {
-  class ProtectedFiles : public portable::LocalFiles {
+  class ProtectedFiles : public native::LocalFiles {
    public:
     void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {
       throw automation::AutomationError(automation::RuntimeError::PermissionDenied);

@@ -53,7 +53,7 @@ class RefusingSettings : public fakes::UserSettings {
 };
 
 // A disk that does not tell a file's length.
-class FilesWithoutLength : public portable::LocalFiles {
+class FilesWithoutLength : public native::LocalFiles {
  public:
   explicit FilesWithoutLength(automation::RuntimeError error) : error_(error) {}
   std::int64_t FileLength(const std::u16string& /*path*/) override {
@@ -65,7 +65,7 @@ class FilesWithoutLength : public portable::LocalFiles {
 };
 
 // The memory is at its end when a key is opened.
-class ExhaustedRegistry : public portable::MemoryRegistry {
+class ExhaustedRegistry : public fakes::MemoryRegistry {
  public:
   std::int32_t CreateKey(Key /*parent*/, const std::u16string& /*path*/, std::uint32_t /*access*/,
                          Key& /*opened*/, std::uint32_t& /*disposition*/) override {
@@ -74,7 +74,7 @@ class ExhaustedRegistry : public portable::MemoryRegistry {
 };
 
 // Refuses one key to this user, whether it is there or would have to be made.
-class RefusingRegistry : public portable::MemoryRegistry {
+class RefusingRegistry : public fakes::MemoryRegistry {
  public:
   explicit RefusingRegistry(std::u16string refused) : refused_(std::move(refused)) {}
   std::int32_t CreateKey(Key parent, const std::u16string& path, std::uint32_t access, Key& opened,

@@ -38,7 +38,7 @@ class WatchedDocuments : public platform::ResultDocuments {
   std::function<void()> atNew = [] {};
 
  private:
-  portable::XmlDocuments documents_;
+  native::XmlDocuments documents_;
 };
 
 class NotificationWindow : public BVilnorTest {

@@ -24,7 +24,7 @@ constexpr Answered kExistCase = {u"InExistCase7.xml", u"OutExistCase7.xml",
 constexpr Answered kNewFHP = {u"InNewFHP8.xml", u"OutNewFHP8.xml",
                               "OutNewFHP8 2026-11-16 14.05.00.xml", u"WriteNewFHP"};
 
-class Renaming : public portable::LocalFiles {
+class Renaming : public native::LocalFiles {
  public:
   void RenameFile(const std::u16string& /*path*/, const std::u16string& /*newPath*/) override {
     throw automation::AutomationError(automation::RuntimeError::PermissionDenied);

@@ -9,7 +9,7 @@ namespace registry {
 namespace {
 
 using automation::Decimal10;
-using portable::MemoryRegistry;
+using fakes::MemoryRegistry;
 
 class Loading : public RegistryTest {};
 class LoadingClosely : public WatchedRegistryTest {};

@@ -11,7 +11,7 @@
 
 namespace registry {
 
-class WatchedRegistry : public portable::MemoryRegistry {
+class WatchedRegistry : public fakes::MemoryRegistry {
  public:
   std::int32_t QueryLimits(Key key, Limits& limits) override {
     ++calls;

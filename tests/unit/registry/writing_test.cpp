@@ -5,7 +5,7 @@
 namespace registry {
 namespace {
 
-using portable::MemoryRegistry;
+using fakes::MemoryRegistry;
 
 class Writing : public RegistryTest {
  protected:

@@ -12,18 +12,18 @@
 
 #include "automation/automation_error.h"
 #include "automation/text.h"
-#include "portable/local_files.h"
-#include "portable/xml_documents.h"
+#include "native/local_files.h"
+#include "native/xml_documents.h"
 #include "simulator/core/unattended.h"
 
 namespace simulator_test {
 
 // Files on drive C: live in `written`; all others are the machine's.
-class Files : public portable::LocalFiles {
+class Files : public native::LocalFiles {
  public:
   bool FolderExists(const std::u16string& path) override {
     return OnDriveC(path) ? std::ranges::count(folders, path) > 0
-                          : portable::LocalFiles::FolderExists(path);
+                          : native::LocalFiles::FolderExists(path);
   }
   void CreateFolder(const std::u16string& path) override { folders.push_back(path); }
   void ReplaceContents(const std::u16string& path, std::string_view bytes) override {
@@ -37,7 +37,7 @@ class Files : public portable::LocalFiles {
     if (keepsRequest) {
       throw automation::AutomationError(automation::RuntimeError::PermissionDenied);
     }
-    portable::LocalFiles::DeleteFile(path);
+    native::LocalFiles::DeleteFile(path);
     steps.emplace_back(u"delete request");
   }
 
@@ -127,7 +127,7 @@ class Fixture : public testing::Test {
     return Envelope("<SearchCase><PatientId>19450101-1234</PatientId></SearchCase>");
   }
 
-  portable::XmlDocuments documents_;
+  native::XmlDocuments documents_;
   Files files_;
   Surroundings surroundings_{files_.steps};
 

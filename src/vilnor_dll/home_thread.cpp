@@ -1,0 +1,23 @@
+#include "vilnor_dll/home_thread.h"
+
+#include "util/thread_state.h"
+
+namespace vilnor_dll {
+namespace {
+
+// Not the thread's number, which a later thread may have again: this address nobody gets twice.
+struct Mark {};
+
+const void* CurrentThread() {
+  return &util::ThreadState<Mark>();
+}
+
+}  // namespace
+
+HomeThread::HomeThread() : thread_(CurrentThread()) {}
+
+bool HomeThread::IsCurrent() const {
+  return thread_ == CurrentThread();
+}
+
+}  // namespace vilnor_dll

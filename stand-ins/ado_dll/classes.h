@@ -1,0 +1,12 @@
+// The classes that the DLL gives out, under ADO's own identifiers.
+#pragma once
+
+#include <array>
+
+#include "com/server.h"
+
+namespace ado_dll {
+
+const std::array<com::ClassEntry, 2>& Classes();
+
+}  // namespace ado_dll

@@ -1,0 +1,78 @@
+// ADO's Recordset.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "ado_dll/connection_object.h"
+#include "ado_dll/unsupported_recordset.h"
+#include "automation/value.h"
+#include "odbc/ado_recordset.h"
+
+namespace ado_dll {
+
+class RecordsetObject : public UnsupportedRecordset {
+ public:
+  // Closed.
+  RecordsetObject() = default;
+  // With the connection that it was opened on and its source.
+  RecordsetObject(odbc::AdoRecordset ado, com::ComPtr<ConnectionObject> connection,
+                  std::u16string source);
+
+  odbc::AdoRecordset& Ado() { return ado_; }
+  // The column that a caller's name or number from 0 means. Error 3265 when there is none.
+  std::size_t ColumnAt(const VARIANT& nameOrNumber);
+
+  // Fields, the default member, cannot be written by the type library; a script's
+  // rs("name") = value is Collect's.
+  HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
+                   VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
+  HRESULT STDMETHODCALLTYPE get_AbsolutePosition(PositionEnum_Param* position) override;
+  HRESULT STDMETHODCALLTYPE put_AbsolutePosition(PositionEnum_Param position) override;
+  HRESULT STDMETHODCALLTYPE putref_ActiveConnection(IDispatch* connection) override;
+  HRESULT STDMETHODCALLTYPE put_ActiveConnection(VARIANT connection) override;
+  HRESULT STDMETHODCALLTYPE get_ActiveConnection(VARIANT* connection) override;
+  HRESULT STDMETHODCALLTYPE get_BOF(VARIANT_BOOL* bof) override;
+  HRESULT STDMETHODCALLTYPE get_EOF(VARIANT_BOOL* eof) override;
+  HRESULT STDMETHODCALLTYPE get_Bookmark(VARIANT* bookmark) override;
+  HRESULT STDMETHODCALLTYPE put_Bookmark(VARIANT bookmark) override;
+  HRESULT STDMETHODCALLTYPE get_CursorLocation(CursorLocationEnum* location) override;
+  HRESULT STDMETHODCALLTYPE put_CursorLocation(CursorLocationEnum location) override;
+  HRESULT STDMETHODCALLTYPE get_CursorType(CursorTypeEnum* cursorType) override;
+  HRESULT STDMETHODCALLTYPE put_CursorType(CursorTypeEnum cursorType) override;
+  HRESULT STDMETHODCALLTYPE get_LockType(LockTypeEnum* lockType) override;
+  HRESULT STDMETHODCALLTYPE put_LockType(LockTypeEnum lockType) override;
+  HRESULT STDMETHODCALLTYPE get_Fields(Fields** object) override;
+  HRESULT STDMETHODCALLTYPE get_Collect(VARIANT index, VARIANT* value) override;
+  HRESULT STDMETHODCALLTYPE put_Collect(VARIANT index, VARIANT value) override;
+  HRESULT STDMETHODCALLTYPE get_RecordCount(ADO_LONGPTR* count) override;
+  HRESULT STDMETHODCALLTYPE get_State(LONG* state) override;
+  HRESULT STDMETHODCALLTYPE get_EditMode(EditModeEnum* mode) override;
+  HRESULT STDMETHODCALLTYPE get_Source(VARIANT* source) override;
+  HRESULT STDMETHODCALLTYPE put_Source(BSTR source) override;
+  HRESULT STDMETHODCALLTYPE MoveNext() override;
+  HRESULT STDMETHODCALLTYPE MovePrevious() override;
+  HRESULT STDMETHODCALLTYPE MoveFirst() override;
+  HRESULT STDMETHODCALLTYPE MoveLast() override;
+  HRESULT STDMETHODCALLTYPE Open(VARIANT source, VARIANT activeConnection,
+                                 CursorTypeEnum cursorType, LockTypeEnum lockType,
+                                 LONG options) override;
+  HRESULT STDMETHODCALLTYPE Close() override;
+  HRESULT STDMETHODCALLTYPE Update(VARIANT fields, VARIANT values) override;
+  HRESULT STDMETHODCALLTYPE CancelUpdate() override;
+  HRESULT STDMETHODCALLTYPE Clone(LockTypeEnum lockType, _Recordset** clone) override;
+
+ private:
+  void RequireClosed() const;
+  // A Connection, or the connection string of one that is opened here.
+  void UseConnection(const VARIANT& connection);
+
+  odbc::AdoRecordset ado_;
+  com::ComPtr<ConnectionObject> connection_;
+  std::u16string source_;
+  // For Open, when its own arguments leave them out.
+  odbc::CursorType cursorType_ = odbc::CursorType::ForwardOnly;
+  odbc::LockType lockType_ = odbc::LockType::ReadOnly;
+};
+
+}  // namespace ado_dll
