@@ -12,9 +12,9 @@
 #include <unistd.h>
 
 #include "automation/text.h"
-#include "db/connection_state.h"
 #include "fakes/ports.h"
-#include "util/session.h"
+#include "platform/thread_state.h"
+#include "util/session_settings.h"
 
 // What libFuzzer, or replay.cpp, calls with each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -64,16 +64,16 @@ class World : public fakes::Ports {
   World() {
     platform::Use(ports);
     locale.UseSwedish();
-    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
-                              .gKestraLangID = 1,
-                              .gDbType = 1,
-                              .gDateFormat = u"yyyy-MM-dd"};
+    util::CurrentSettings() = {.gConnectionParameter = u"Driver=Fake",
+                               .gKestraLangID = 1,
+                               .gDbType = 1,
+                               .gDateFormat = u"yyyy-MM-dd"};
   }
   World(const World&) = delete;
   World& operator=(const World&) = delete;
   ~World() {
-    db::ReleaseGDB();
-    db::ReleaseShared();
+    platform::Use(ports);
+    platform::ForgetThreadState();
   }
 
   static const std::filesystem::path& Place() {

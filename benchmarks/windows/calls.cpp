@@ -8,7 +8,7 @@
 #include "com/com_error.h"
 #include "com/com_ptr.h"
 #include "db/db_vilnor.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 #include "vilnor_dll/interfaces.h"
 #include "windows/harness.h"
 

@@ -12,8 +12,8 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace exchange {
 namespace {
@@ -46,7 +46,7 @@ bool TryName(const std::u16string& path, const std::u16string& name) {
       return false;
     }
     // A name too long for the system is told as if the file were missing.
-    if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).length >= 0) {
+    if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).Exists()) {
       throw;
     }
   }
@@ -71,8 +71,12 @@ void Rename(const std::u16string& resultPath, std::u16string_view firstWord) {
 }
 
 // The results that the thread is reading; a reading can begin while another one's box is open.
+struct Readings {
+  std::vector<std::u16string> paths;
+};
+
 std::vector<std::u16string>& BeingRead() {
-  return util::ThreadState<std::vector<std::u16string>>();
+  return platform::ThreadState<Readings>().paths;
 }
 
 }  // namespace
@@ -91,7 +95,7 @@ void ResultFile::TakeStamp() {
 
 bool ResultFile::IsReplaced() const {
   const platform::FileStamp now = platform::Current().files.StampOf(path_);
-  return now.length >= 0 && now != stamp_;
+  return now.Exists() && now != stamp_;
 }
 
 void ResultFile::Delete() const {
@@ -101,7 +105,7 @@ void ResultFile::Delete() const {
   try {
     platform::Current().files.DeleteFile(path_);
   } catch (...) {
-    util::DroppingErrors([&] { Rename(path_, kDealtWithWord); });
+    util::IgnoreErrors([&] { Rename(path_, kDealtWithWord); });
     throw;
   }
 }

@@ -19,6 +19,8 @@ constexpr std::int32_t kCancelled = 1;
 constexpr std::int32_t kLastWithoutChange = 2;
 constexpr std::int32_t kDeletedInLink = 3;
 
+constexpr auto kWithdrawn = static_cast<std::int32_t>(Status::Withdrawn);
+
 void ShowParseError(const platform::ParseError& error) {
   platform::Current().dialogs.Show({.text = u"XMLDOM Error " + Decimal10(error.code) + u"\r\nPos " +
                                             Decimal10(error.filePosition) + u"Reason " +
@@ -62,7 +64,7 @@ bool UserWantsLinkDeleted() {
 // too.
 std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
                                 const util::Attempt<std::u16string>& linkedCase) {
-  if (linkedCase.error) {
+  if (linkedCase.Failed()) {
     file.SetAside();
     return std::nullopt;
   }
@@ -111,7 +113,7 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
     return std::nullopt;
   }
   Outcome outcome;
-  outcome.caseId = linkedCase.value;
+  outcome.caseId = linkedCase.OrEmpty();
   if (*cancelled == kDeletedInLink) {
     document.reset();
     outcome.status = kWithdrawn;
@@ -122,7 +124,7 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
   document->Read(u"UserName", outcome.userName);
   document->Read(u"UserDefData", outcome.userDefData);
   document.reset();
-  if (linkedCase.error && outcome.status == kWithdrawn &&
+  if (linkedCase.Failed() && outcome.status == kWithdrawn &&
       automation::Trim(outcome.caseId).empty()) {
     file.SetAside();
     return std::nullopt;
@@ -130,12 +132,27 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
   return outcome;
 }
 
-bool ActsOnNew(std::int32_t status) {
-  return status == kChanged || status == kSent || status == kWithdrawn;
+std::optional<Status> StatusOfNew(const Outcome& outcome) {
+  const auto status = static_cast<Status>(outcome.status);
+  switch (status) {
+    case Status::Changed:
+    case Status::Sent:
+    case Status::Withdrawn:
+      return status;
+  }
+  return std::nullopt;
 }
 
-bool ActsOnExisting(std::int32_t status) {
-  return status == kChanged || status == kWithdrawn;
+std::optional<Status> StatusOfExisting(const Outcome& outcome) {
+  const auto status = static_cast<Status>(outcome.status);
+  switch (status) {
+    case Status::Changed:
+    case Status::Withdrawn:
+      return status;
+    case Status::Sent:
+      break;
+  }
+  return std::nullopt;
 }
 
 }  // namespace exchange

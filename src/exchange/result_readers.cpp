@@ -9,19 +9,19 @@
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
 #include "exchange/envelope.h"
-#include "exchange/linked_case.h"
 #include "exchange/result_files.h"
 #include "exchange/result_outcome.h"
 #include "exchange/user_def_data.h"
-#include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace exchange {
 namespace {
 
 using automation::Decimal10;
-using util::Guarded;
+using db::CaseType;
 using util::kBVilnorIcon;
+using util::UnderTrap;
 
 // Kept: component-wide like the pending result path, though nothing reads it back; a dump of the
 // host shows where the thread looked for its last result.
@@ -29,151 +29,177 @@ struct OutputPath {
   std::u16string path;
 };
 
-// The result file of a key; the exchange directory is looked up afresh for each result.
-std::u16string ResultPath(ResultReaderHost& host, std::u16string_view word, std::int32_t key) {
-  std::u16string& outputPath = util::ThreadState<OutputPath>().path;
-  outputPath = host.GetVilnorOutputPath();
-  return ExchangeFile(outputPath, word, Decimal10(key));
+std::u16string ResultPath(const Reading& reading) {
+  platform::ThreadState<OutputPath>().path = reading.folder;
+  return ExchangeFile(reading.folder, RowOf(reading.kind).resultWord, Decimal10(reading.key));
 }
 
-using Failure = std::optional<std::int32_t>;
+// What became of an outcome in the database: there, or not there because of a failure that another
+// reading may not meet.
+enum class Entry { Done, Missing };
 
-// Of two steps the failure of the first that failed.
-Failure FirstOf(Failure first, Failure second) {
-  return first ? first : second;
+template <class T>
+Entry EntryBy(const util::Attempt<T>& attempt) {
+  return attempt.Failed() ? Entry::Missing : Entry::Done;
 }
 
-// An update's failure, unless another reading would only repeat it.
-Failure UnlessFinal(const db::UpdateAttempt& update) {
-  return update.isFinal ? std::nullopt : update.error;
+// An update that another reading could only fail again in is done with.
+Entry EntryBy(const db::UpdateAttempt& attempt) {
+  return attempt.isFinal ? Entry::Done : EntryBy(attempt.update);
 }
 
 // Enters an outcome into the database, tells the host, and takes the result file out of the way. A
 // database operation shows its own failure and the rest goes on; what another reading could enter
 // is then set aside, so that it is not lost.
 template <class Enter>
-void EnterResult(const ResultFile& file, ResultReaderHost& host, Enter enter) {
-  Failure failure;
+void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
+  Entry entry{};
   {
     const db::GDBUse database;
-    failure = enter(*db::GDB());
-    host.RaiseUpdateJournal();
+    entry = enter(*db::GDB());
+    if (reading.events != nullptr) {
+      reading.events->UpdateJournal();
+    }
   }
-  if (failure) {
-    file.SetAside();
-  } else {
-    file.Delete();
+  switch (entry) {
+    case Entry::Done:
+      file.Delete();
+      break;
+    case Entry::Missing:
+      file.SetAside();
+      break;
   }
 }
 
 // The two regions of a reader: what fails in the first is reported with the XML name, what fails
 // in the second with the reader's own; `act` runs only when the first yields an outcome.
 template <class ReadXml, class Act>
-void RunReader(std::u16string_view xmlPlace, std::u16string_view place, ReadXml readXml, Act act) {
-  if (const auto outcome = Guarded(xmlPlace, kBVilnorIcon, readXml)) {
-    Guarded(place, kBVilnorIcon, [&] { act(*outcome); });
+void RunReader(RequestKind kind, ReadXml readXml, Act act) {
+  const RequestKindRow row = RowOf(kind);
+  if (const auto outcome = UnderTrap(row.xmlProcedure, kBVilnorIcon, readXml)) {
+    UnderTrap(row.procedure, kBVilnorIcon, [&] { act(*outcome); });
   }
 }
-
-// What differs between the results of a new application and of a new case.
-struct NewKind {
-  std::int32_t caseType;
-  std::u16string_view fileWord;
-  std::u16string_view xmlPlace;
-  std::u16string_view place;
-};
-
-constexpr NewKind kNewFHP = {db::kPriorApproval, u"\\OutNewFHP", u" in XMLReadNewFHP",
-                             u" in ReadNewFHP"};
-constexpr NewKind kNewCase = {db::kOrdinaryCase, u"\\OutNewCase", u" in XMLReadNewCase",
-                              u" in ReadNewCase"};
 
 // `key` is the application's id or, for a case, the patient's. Kept: a case takes its patient from
 // the message and not from the text.
-NewFHPData SplitUserDefData(const NewKind& kind, std::int32_t key, std::u16string_view text) {
-  if (kind.caseType == db::kPriorApproval) {
-    return SplitNewFHPData(text);
+NewFHPData SplitUserDefData(CaseType type, std::int32_t key, std::u16string_view text) {
+  switch (type) {
+    case CaseType::PriorApproval:
+      return SplitNewFHPData(text);
+    case CaseType::OrdinaryCase: {
+      const NewCaseData data = SplitNewCaseData(text);
+      return {.pid = key, .bid = data.bid, .rid = data.rid, .kestraCaseId = {}};
+    }
   }
-  const NewCaseData data = SplitNewCaseData(text);
-  return {.pid = key, .bid = data.bid, .rid = data.rid, .kestraCaseId = {}};
+  return {};
 }
 
-util::Attempt<bool> Exists(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
+// Whether the link is there.
+util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t key,
                            const std::u16string& caseId) {
-  return kind.caseType == db::kPriorApproval ? database.CaseExists(key, kind.caseType)
-                                             : database.CaseExistsPID(key, kind.caseType, caseId);
+  switch (type) {
+    case CaseType::PriorApproval:
+      return database.TryCaseExists(key, Number(type));
+    case CaseType::OrdinaryCase:
+      return database.TryCaseExistsPID(key, Number(type), caseId);
+  }
+  return util::Attempt(false);
 }
 
 // Kept: an existence test that failed counts as "not there", so that a case that was sent is added.
-Failure EnterNew(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
-                 const Outcome& outcome, const NewFHPData& data) {
-  if (outcome.status == kChanged) {
-    return UnlessFinal(database.UpdateCase(outcome.caseId, key, outcome.status, kind.caseType));
+Entry AddUnlessThere(db::DBVilnor& database, const db::NewLink& link,
+                     const util::Attempt<bool>& exists) {
+  if (exists.OrEmpty()) {
+    return Entry::Done;
   }
-  const auto exists = Exists(database, kind, key, outcome.caseId);
-  if (outcome.status == kSent && !exists.value) {
-    // Kept: an ordinary case has no application, the patient's id stands in its place.
-    return FirstOf(exists.error,
-                   database
-                       .AddNewCase(data.pid, data.bid, data.rid, outcome.caseId, key, kind.caseType,
-                                   outcome.status, outcome.userName, data.kestraCaseId)
-                       .error);
-  }
-  if (outcome.status == kWithdrawn && exists.value) {
-    return database.DeleteCase(outcome.caseId).error;
-  }
-  return exists.error;
+  const Entry added = EntryBy(database.TryAddNewCase(link));
+  return exists.Failed() ? Entry::Missing : added;
 }
 
-void ReadNew(const NewKind& kind, std::int32_t key, ResultReaderHost& host) {
-  std::optional<ResultFile> file;
-  NewFHPData data;
-  RunReader(
-      kind.xmlPlace, kind.place,
-      [&] {
-        file.emplace(ResultPath(host, kind.fileWord, key));
-        auto outcome = ReadNewOutcome(*file);
-        if (outcome) {
-          data = SplitUserDefData(kind, key, outcome->userDefData);
-        }
-        return outcome;
-      },
-      [&](const Outcome& outcome) {
-        if (ActsOnNew(outcome.status)) {
-          EnterResult(*file, host,
-                      [&](auto& database) { return EnterNew(database, kind, key, outcome, data); });
-        }
-      });
+Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, Status status,
+               const Outcome& outcome, const NewFHPData& data) {
+  const auto exists = [&] { return Exists(database, type, key, outcome.caseId); };
+  switch (status) {
+    case Status::Changed:
+      return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, Number(type)));
+    case Status::Sent:
+      return AddUnlessThere(database,
+                            {.pid = data.pid,
+                             .bid = data.bid,
+                             .rid = data.rid,
+                             .caseId = outcome.caseId,
+                             // Kept: an ordinary case has no application, the patient's id stands
+                             // in its place.
+                             .fhpId = key,
+                             .caseType = Number(type),
+                             .status = outcome.status,
+                             .vilnorUser = outcome.userName,
+                             .kestraCaseId = data.kestraCaseId},
+                            exists());
+    case Status::Withdrawn: {
+      const auto isThere = exists();
+      return isThere.OrEmpty() ? EntryBy(database.TryDeleteCase(outcome.caseId)) : EntryBy(isThere);
+    }
+  }
+  return Entry::Done;
 }
 
-Failure EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcome& outcome) {
-  return outcome.status == kChanged
-             ? UnlessFinal(database.UpdateCaseById(vilnorId, outcome.caseId, outcome.status))
-             : database.DeleteCase(outcome.caseId).error;
+Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, Status status,
+                     const Outcome& outcome) {
+  switch (status) {
+    case Status::Changed:
+      return EntryBy(database.TryUpdateCaseById(vilnorId, outcome.caseId, outcome.status));
+    case Status::Withdrawn:
+      return EntryBy(database.TryDeleteCase(outcome.caseId));
+    case Status::Sent:
+      break;
+  }
+  return Entry::Done;
 }
 
 }  // namespace
 
-void ReadNewFHP(std::int32_t fhpId, ResultReaderHost& host) {
-  ReadNew(kNewFHP, fhpId, host);
+void ReadResult(const Reading& reading) {
+  RowOf(reading.kind).read(reading);
 }
 
-void ReadNewCase(std::int32_t pid, ResultReaderHost& host) {
-  ReadNew(kNewCase, pid, host);
-}
-
-void ReadExistCase(std::int32_t vilnorId, ResultReaderHost& host) {
+void ReadNewResult(const Reading& reading) {
+  const CaseType type = RowOf(reading.kind).caseType.value();
   std::optional<ResultFile> file;
+  NewFHPData data;
   RunReader(
-      u" in XMLReadExistCase", u" in ReadExistCase",
+      reading.kind,
       [&] {
-        file.emplace(ResultPath(host, u"\\OutExistCase", vilnorId));
-        return ReadExistOutcome(*file, LinkedCaseId(vilnorId));
+        file.emplace(ResultPath(reading));
+        auto outcome = ReadNewOutcome(*file);
+        if (outcome) {
+          data = SplitUserDefData(type, reading.key, outcome->userDefData);
+        }
+        return outcome;
       },
       [&](const Outcome& outcome) {
-        if (ActsOnExisting(outcome.status)) {
-          EnterResult(*file, host,
-                      [&](auto& database) { return EnterExistCase(database, vilnorId, outcome); });
+        if (const auto status = StatusOfNew(outcome)) {
+          EnterResult(*file, reading, [&](auto& database) {
+            return EnterNew(database, type, reading.key, *status, outcome, data);
+          });
+        }
+      });
+}
+
+void ReadExistResult(const Reading& reading) {
+  std::optional<ResultFile> file;
+  RunReader(
+      reading.kind,
+      [&] {
+        file.emplace(ResultPath(reading));
+        return ReadExistOutcome(*file, db::GDBUse()->TryGetCaseIdByVilnorId(reading.key));
+      },
+      [&](const Outcome& outcome) {
+        if (const auto status = StatusOfExisting(outcome)) {
+          EnterResult(*file, reading, [&](auto& database) {
+            return EnterExistCase(database, reading.key, *status, outcome);
+          });
         }
       });
 }

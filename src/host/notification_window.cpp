@@ -4,66 +4,44 @@
 #include <memory>
 
 #include "exchange/envelope.h"
+#include "exchange/request_kinds.h"
 #include "host/b_vilnor.h"
-#include "host/events.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace host {
 namespace {
 
-using exchange::ResultMessage;
-using util::Guarded;
 using util::kModBVilnorIcon;
-
-// The host has no connection to the object that notifications are read on.
-class NoListener : public Events {
- public:
-  void UpdateJournal() override {}
-};
+using util::UnderTrap;
 
 struct NotificationState {
   platform::WindowHandle gNotifyWnd = 0;
-  NoListener noListener;
   // Kept: not the object that the host created, but one of the component's own, made at the first
-  // notification and never released while the component is loaded.
+  // notification and never released while the component is loaded. No host listens to it.
   std::unique_ptr<BVilnor> gNotifyTarget;
 };
 
 std::atomic<std::int32_t> notifyTargets = 0;
 
 NotificationState& State() {
-  return util::ThreadState<NotificationState>();
+  return platform::ThreadState<NotificationState>();
 }
 
 BVilnor& NotifyTarget() {
   NotificationState& state = State();
   if (!state.gNotifyTarget) {
-    state.gNotifyTarget = std::make_unique<BVilnor>(state.noListener);
+    state.gNotifyTarget = std::make_unique<BVilnor>();
     ++notifyTargets;
   }
   return *state.gNotifyTarget;
 }
 
-void Dispatch(std::int32_t message, std::int32_t key) {
-  switch (static_cast<ResultMessage>(message)) {
-    case ResultMessage::NewFHP:
-      NotifyTarget().ReadNewFHP(key);
-      break;
-    case ResultMessage::NewCase:
-      NotifyTarget().ReadNewCase(key);
-      break;
-    case ResultMessage::ExistCase:
-      NotifyTarget().ReadExistCase(key);
-      break;
-  }
-}
-
 }  // namespace
 
 std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProcedure procedure) {
-  return Guarded(u" in RegClass", kModBVilnorIcon, [&] {
+  return UnderTrap(u" in RegClass", kModBVilnorIcon, [&] {
     windowClass = {};
     windowClass.procedure = procedure;
     windowClass.className = exchange::kNotificationClass;
@@ -72,7 +50,7 @@ std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProced
 }
 
 platform::WindowHandle CreateForm() {
-  return Guarded(u" in CreateForm", kModBVilnorIcon, [] {
+  return UnderTrap(u" in CreateForm", kModBVilnorIcon, [] {
     platform::WindowClass windowClass;
     RegClass(windowClass, MsgHandling);
     platform::WindowDescription description;
@@ -85,7 +63,7 @@ platform::WindowHandle CreateForm() {
 }
 
 void DestroyForm(platform::WindowHandle window) {
-  Guarded(u" in DestroyForm", kModBVilnorIcon, [&] {
+  UnderTrap(u" in DestroyForm", kModBVilnorIcon, [&] {
     auto& windows = platform::Current().windows;
     windows.DestroyWindow(window);
     windows.UnregisterClass(std::u16string(exchange::kNotificationClass), 0);
@@ -95,9 +73,11 @@ void DestroyForm(platform::WindowHandle window) {
 std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
                          std::int32_t lParam) {
   std::int32_t result = 0;
-  Guarded(u" in MsgHandling", kModBVilnorIcon, [&] {
+  UnderTrap(u" in MsgHandling", kModBVilnorIcon, [&] {
     result = platform::Current().windows.DefaultProcedure(window, message, wParam, lParam);
-    Dispatch(message, wParam);
+    if (const auto kind = exchange::KindOf(message)) {
+      NotifyTarget().ReadResult(*kind, wParam);
+    }
   });
   return result;
 }

@@ -2,8 +2,8 @@
 
 #include "automation/date.h"
 #include "platform/conversions.h"
-#include "util/guarded.h"
-#include "util/session.h"
+#include "util/error_trap.h"
+#include "util/session_settings.h"
 
 namespace util {
 namespace {
@@ -14,11 +14,11 @@ constexpr std::int16_t kQuoteDelimited = 2;
 }  // namespace
 
 std::u16string GetSqlDate(automation::Date date, bool plainForm, std::u16string& timeText) {
-  return Guarded(u" in GetSqlDate", kModBVilnorIcon, [&]() -> std::u16string {
+  return UnderTrap(u" in GetSqlDate", kModBVilnorIcon, [&]() -> std::u16string {
     if (!timeText.empty()) {
       timeText.insert(0, u" ");
     }
-    const std::int16_t dbType = CurrentSession().gDbType;
+    const std::int16_t dbType = CurrentSettings().gDbType;
     if (dbType != kHashDelimited && dbType != kQuoteDelimited) {
       return {};
     }

@@ -1,15 +1,15 @@
 // The automation class Vilnor.BVilnor: the host's session, with its events.
 #pragma once
 
+#include "exchange/events.h"
 #include "host/b_vilnor.h"
-#include "host/events.h"
 #include "vilnor_dll/connection_point.h"
 #include "vilnor_dll/vilnor_object.h"
 
 namespace vilnor_dll {
 
 class BVilnorObject : public VilnorObject<_BVilnor, IConnectionPointContainer>,
-                      private host::Events {
+                      private exchange::Events {
  public:
   BVilnorObject();
 

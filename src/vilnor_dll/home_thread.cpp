@@ -1,6 +1,6 @@
 #include "vilnor_dll/home_thread.h"
 
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace vilnor_dll {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 struct Mark {};
 
 const void* CurrentThread() {
-  return &util::ThreadState<Mark>();
+  return &platform::ThreadState<Mark>();
 }
 
 }  // namespace

@@ -228,7 +228,7 @@ TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
   EXPECT_NE(Load(nested)->GetParseError().code, 0);
 }
 
-// The limits themselves are tests/unit/platform/parser_limits_test.cpp's.
+// The limits themselves are tests/unit/parser_limits/parser_limits_test.cpp's.
 
 // Parsers compare each attribute of an element with all others: a hundred thousand take minutes.
 TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {

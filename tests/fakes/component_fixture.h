@@ -10,9 +10,8 @@
 #include <string>
 
 #include "automation/text.h"
-#include "db/connection_state.h"
 #include "fakes/ports_fixture.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace fakes {
 
@@ -20,16 +19,12 @@ class ComponentFixture : public PortsFixture {
  protected:
   ComponentFixture() {
     std::filesystem::create_directories(folder);
-    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
-                              .gKestraLangID = 1,
-                              .gDbType = 1,
-                              .gDateFormat = u"yyyy-MM-dd"};
+    util::CurrentSettings() = {.gConnectionParameter = u"Driver=Fake",
+                               .gKestraLangID = 1,
+                               .gDbType = 1,
+                               .gDateFormat = u"yyyy-MM-dd"};
   }
-  ~ComponentFixture() override {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-    std::filesystem::remove_all(folder);
-  }
+  ~ComponentFixture() override { std::filesystem::remove_all(folder); }
 
   // The path of a file in the exchange directory, as the component spells it.
   std::u16string ExchangePath(const std::u16string& name) const {

@@ -2,7 +2,7 @@
 
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace faults {
 namespace {
@@ -69,7 +69,7 @@ Operation CommandOnDatabase(std::string name, std::function<void(db::DBVilnor&)>
 
 void AddHostOperations(std::vector<Operation>& all) {
   all.push_back(Procedure("InitVilnor", [](World& world) {
-    world.vilnor().InitVilnor(util::CurrentSession().gConnectionParameter, 1, 1);
+    world.vilnor().InitVilnor(util::CurrentSettings().gConnectionParameter, 1, 1);
   }));
   all.push_back(Request("OpenExistCase", "InExistCase102.xml",
                         [](World& world) { world.vilnor().OpenExistCase(102); }));
@@ -197,10 +197,10 @@ void AddDatabaseCommands(std::vector<Operation>& all) {
 
 void AddDatabaseLookups(std::vector<Operation>& all) {
   all.push_back(OnDatabase("GetCaseIdByVilnorId",
-                           [](auto& db) { return db.GetCaseIdByVilnorId(102).value.empty(); }));
-  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1).value; }));
-  all.push_back(OnDatabase("CaseExistsPID",
-                           [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072").value; }));
+                           [](auto& db) { return db.GetCaseIdByVilnorId(102).empty(); }));
+  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1); }));
+  all.push_back(
+      OnDatabase("CaseExistsPID", [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072"); }));
   all.push_back(OnDatabase("GetFHPById", [](auto& db) { return !db.GetFHPById(77); }));
   all.push_back(
       OnDatabase("GetVilnorIdByFHPId", [](auto& db) { return db.GetVilnorIdByFHPId(71) == 0; }));

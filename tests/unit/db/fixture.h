@@ -7,7 +7,7 @@
 
 #include "db/connection_state.h"
 #include "fakes/ports_fixture.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace unit {
 
@@ -22,23 +22,15 @@ inline const std::u16string kAlreadyOpen =
 class DbTest : public fakes::PortsFixture {
  protected:
   DbTest() {
-    ForgetThreadState();
     session = {.gConnectionParameter = u"Driver=Test;Database=clinic",
                .gKestraLangID = 1,
                .gDbType = 1,
                .gDateFormat = u"YYYY-MM-DD"};
   }
-  ~DbTest() override { ForgetThreadState(); }
-
-  static void ForgetThreadState() {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-    db::CurrentConnectionState().gSql.clear();
-  }
 
   std::vector<std::u16string> Boxes() const { return dialogs.Texts(); }
 
-  util::Session& session = util::CurrentSession();
+  util::SessionSettings& session = util::CurrentSettings();
 };
 
 }  // namespace unit

@@ -25,14 +25,14 @@ std::string DoneOf(const Reader& reader) {
 
 class ResultFiles : public ResultReaders {};
 
-TEST_F(ResultFiles, SetAsideHaveTheirNameWithTheMoment) {
+TEST_F(ResultFiles, ResultSetAsideIsNamedWithDateAndTime) {
   Put(u"OutNewCase4711.xml", "answer");
   SetAside(ExchangePath(u"OutNewCase4711.xml"));
   EXPECT_EQ(Files(), Names{kAside});
   EXPECT_EQ(Contents(automation::FromUtf8(kAside)), "answer");
 }
 
-TEST_F(ResultFiles, SetAsideInOneSecondAreNumbered) {
+TEST_F(ResultFiles, ResultsSetAsideInOneSecondAreNumbered) {
   for (const char* answer : {"first", "second", "third"}) {
     Put(u"OutNewCase4711.xml", answer);
     SetAside(ExchangePath(u"OutNewCase4711.xml"));
@@ -42,7 +42,7 @@ TEST_F(ResultFiles, SetAsideInOneSecondAreNumbered) {
   EXPECT_EQ(Contents(u"OutNewCase4711 2026-11-16 14.05.00 3.xml"), "third");
 }
 
-TEST_F(ResultFiles, ThatAreNotThereAreNotSetAside) {
+TEST_F(ResultFiles, MissingResultIsNotSetAside) {
   std::filesystem::create_directories(folder / "Vilnor");
   SetAside(ExchangePath(u"OutNewCase4711.xml"));
   SetAside(ExchangePath(u"none\\OutNewCase4711.xml"));
@@ -83,7 +83,7 @@ class HeldResultFiles : public ResultFiles {
   platform::Platform held_ = fakes::With(ports, heldFiles);
 };
 
-TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
+TEST_F(HeldResultFiles, UndeletableResultIsRenamedAndReported) {
   heldFiles.deletion = RuntimeError::PermissionDenied;
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
@@ -93,7 +93,7 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
     dialogs.shown.clear();
     updateJournals = 0;
     Put(reader.file, ResultText("99", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in " + name});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Changes().size(), 2U);
@@ -102,7 +102,7 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
 
     dialogs.shown.clear();
     Put(reader.file, ResultText("1", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XML" + name});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_FALSE(Exists(reader.file));
@@ -110,13 +110,13 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
   }
 }
 
-TEST_F(HeldResultFiles, ThatCanNeitherBeDeletedNorRenamedStayWithABox) {
+TEST_F(HeldResultFiles, UndeletableAndUnrenamableResultStaysAndIsReported) {
   heldFiles.deletion = RuntimeError::PermissionDenied;
   heldFiles.renaming = RuntimeError::PathFileAccess;
   for (const auto& reader : kReaders) {
     dialogs.shown.clear();
     Put(reader.file, ResultText("1", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(),
               Statements{u"70 Permission denied in XML" + automation::FromUtf8(reader.name)});
     EXPECT_TRUE(Exists(reader.file));
@@ -125,7 +125,7 @@ TEST_F(HeldResultFiles, ThatCanNeitherBeDeletedNorRenamedStayWithABox) {
 
 // The system tells of a new name that is too long as if the file were missing; a folder in which
 // every name is taken is not in order.
-TEST_F(HeldResultFiles, ThatWereNotEnteredAndCannotBeRenamedStayWithASecondBox) {
+TEST_F(HeldResultFiles, UnenteredAndUnrenamableResultStaysWithASecondBox) {
   struct Refusal {
     RuntimeError error;
     const char16_t* box;
@@ -141,7 +141,7 @@ TEST_F(HeldResultFiles, ThatWereNotEnteredAndCannotBeRenamedStayWithASecondBox) 
     heldFiles.renaming = refusal.error;
     database.FailStatement(u"Insert into Vilnor", kServerGone);
     Put(u"OutNewCase4711.xml", ResultText("0", "5", "1&amp;12&amp;3"));
-    ReadNewCase(4711, *this);
+    Read(RequestKind::NewCase);
     EXPECT_EQ(dialogs.Texts(),
               (Statements{u"-2147467259 server closed the connection in AddNewCase", refusal.box}));
     EXPECT_EQ(updateJournals, 1);
@@ -161,7 +161,7 @@ std::vector<Acting> ActingOf(const Reader& reader) {
       "1", {u"SELECT Journal_ID", u"SELECT Tekst", u"Update Vilnor", u"Update Journal"}};
   const std::vector<const char16_t*> deletion = {u"SELECT VilnorID", u"Delete from Journal",
                                                  u"Delete from Vilnor"};
-  if (reader.read == ReadExistCase) {
+  if (reader.kind == RequestKind::ExistCase) {
     return {changed, {"7", deletion}};
   }
   return {changed,
@@ -188,7 +188,7 @@ class FailedResults : public ResultReaders {
   }
 };
 
-TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
+TEST_F(FailedResults, FailedResultIsSetAsideAndEnteredOnceTheDatabaseIsBack) {
   for (const auto& reader : kReaders) {
     for (const auto& acting : ActingOf(reader)) {
       for (const auto* statement : acting.statements) {
@@ -196,7 +196,7 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
         Script(reader, acting.status);
         const std::string result = Contents(reader.file);
         database.FailStatement(statement, kServerGone);
-        reader.read(4711, *this);
+        Read(reader.kind);
         EXPECT_EQ(dialogs.Texts().front().substr(0, 11), u"-2147467259");
         EXPECT_EQ(updateJournals, 1);
         EXPECT_FALSE(database.InTransaction());
@@ -204,7 +204,7 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
         EXPECT_EQ(Contents(automation::FromUtf8(AsideOf(reader))), result);
 
         Script(reader, acting.status);
-        reader.read(4711, *this);
+        Read(reader.kind);
         EXPECT_TRUE(dialogs.shown.empty());
         EXPECT_EQ(Files(), Names());
       }
@@ -212,22 +212,22 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
   }
 }
 
-TEST_F(FailedResults, ThatNoReadingCouldEnterAreToldAndDeleted) {
+TEST_F(FailedResults, ResultThatNoReadingCouldEnterIsReportedAndDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     const std::u16string procedure =
-        reader.read == ReadExistCase ? u"UpdateCaseById" : u"UpdateCase";
+        reader.kind == RequestKind::ExistCase ? u"UpdateCaseById" : u"UpdateCase";
     Script(reader, "1");
     database.Answer(u"SELECT Tekst from Journal Where ID = 900",
                     {{u"Tekst"}, {{u"Ärende upprättat i Vilnor Link ref.nr 2071"}}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"5 Invalid procedure call or argument in " + procedure});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Files(), Names());
 
     Script(reader, "1");
     database.Answer(reader.updateQuery, {{u"Journal_ID"}, {}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 4), u"3021");
     EXPECT_EQ(updateJournals, 1);
@@ -236,7 +236,7 @@ TEST_F(FailedResults, ThatNoReadingCouldEnterAreToldAndDeleted) {
 }
 
 // The numbers of a final error say nothing where a provider gives them.
-TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
+TEST_F(FailedResults, FailedResultIsSetAsideWhateverTheErrorNumber) {
   for (const auto& reader : kReaders) {
     for (const auto& acting : ActingOf(reader)) {
       for (const auto* statement : acting.statements) {
@@ -245,7 +245,7 @@ TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
                        std::to_string(number));
           Script(reader, acting.status);
           database.FailStatement(statement, {number, u"", u"text"});
-          reader.read(4711, *this);
+          Read(reader.kind);
           EXPECT_EQ(Files(), Names{AsideOf(reader)});
         }
       }
@@ -253,51 +253,51 @@ TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
   }
 }
 
-TEST_F(FailedResults, WhoseExistenceTestGivesANumberAreSetAside) {
+TEST_F(FailedResults, ResultWhoseExistenceTestFailsIsSetAside) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     for (const std::int32_t number : {5, 3021}) {
       Script(reader, "7");
       database.FailStatement(u"SELECT * FROM Vilnor WHERE", {number, u"", u"text"});
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_EQ(Files(), Names{AsideOf(reader)});
     }
   }
 }
 
-TEST_F(FailedResults, OfALinkWithoutAJournalKeyAreSetAside) {
+TEST_F(FailedResults, ResultOfALinkWithoutAJournalKeyIsSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(reader.updateQuery, {{u"Journal_ID"}, {{automation::Null()}}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 3), u"94 ");
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
   }
 }
 
-TEST_F(FailedResults, OfALinkWhoseJournalLineIsGoneAreSetAside) {
+TEST_F(FailedResults, ResultOfALinkWhoseJournalLineIsGoneIsSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(u"SELECT Tekst from Journal Where ID = 900", {{u"Tekst"}, {}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 4), u"3021");
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
   }
 }
 
-TEST_F(FailedResults, WhoseExistenceTestFailedAreAddedButNotDeleted) {
+TEST_F(FailedResults, SentCaseWhoseExistenceTestFailedIsAddedAndSetAside) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     SCOPED_TRACE(reader.name);
     Script(reader, "5");
     database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
-    reader.read(4711, *this);
-    EXPECT_EQ(Changes(), Insertion(reader.read == ReadNewFHP));
+    Read(reader.kind);
+    EXPECT_EQ(Changes(), Insertion(reader.kind == RequestKind::NewFHP));
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
 
     Script(reader, "7");
     database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(updateJournals, 1);
@@ -305,21 +305,21 @@ TEST_F(FailedResults, WhoseExistenceTestFailedAreAddedButNotDeleted) {
   }
 }
 
-TEST_F(FailedResults, OfADatabaseThatIsGoneShowTheBoxOfEachCall) {
+TEST_F(FailedResults, LostDatabaseShowsTheBoxOfEachCall) {
   Script(kReaders[1], "5");
   database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
   database.FailStatement(u"Insert into Vilnor", kServerGone);
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(dialogs.Texts(),
             (Statements{u"-2147467259 server closed the connection in CaseExistsPID",
                         u"-2147467259 server closed the connection in AddNewCase"}));
   EXPECT_EQ(Files(), Names{kAside});
 }
 
-TEST_F(FailedResults, ReadAgainAfterTheyWereEnteredAddNothing) {
+TEST_F(FailedResults, ResultReadAgainAfterItWasEnteredAddsNothing) {
   Script(kReaders[1], "5");
   AnswerLink(kReaders[1].existsQuery);
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(Files(), Names());
 }
@@ -332,9 +332,9 @@ class FailedLookup : public ResultReaders {
     database.FailStatement(u"SELECT * FROM Vilnor WHERE VilnorId", kServerGone);
     dialogs.answers = {Answer::Ok, Answer::Yes};
   }
-  void Read(const std::string& elements) {
+  void ReadElements(const std::string& elements) {
     Put(u"OutExistCase4711.xml", "<a>" + elements + "</a>");
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_EQ(dialogs.Texts(),
               Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId"});
     EXPECT_EQ(database.AliveConnections(), 0);
@@ -342,29 +342,29 @@ class FailedLookup : public ResultReaders {
   static inline const Names kSetAside = {"OutExistCase4711 2026-11-16 14.05.00.xml"};
 };
 
-TEST_F(FailedLookup, OfADeletedCaseAsksNothingAndSetsItsResultAside) {
-  Read("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
+TEST_F(FailedLookup, FailedLinkLookupOfADeletedCaseAsksNothingAndSetsTheResultAside) {
+  ReadElements("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), kSetAside);
 }
 
-TEST_F(FailedLookup, OfACancelledCaseLosesNothingByItsDeletion) {
-  Read("<Cancelled>0</Cancelled><Status>7</Status>");
+TEST_F(FailedLookup, FailedLinkLookupOfACancelledCaseDeletesTheResult) {
+  ReadElements("<Cancelled>0</Cancelled><Status>7</Status>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, OfAWithdrawnCaseDeletesTheCaseThatTheResultNames) {
-  Read("<Status>7</Status><Id>L-9</Id>");
+TEST_F(FailedLookup, FailedLinkLookupOfAWithdrawnCaseDeletesTheCaseTheResultNames) {
+  ReadElements("<Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Deletion(true));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndDeletesTheResult) {
-  Read("<Status>1</Status><Id>L-9</Id>");
+TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseUpdatesItAndDeletesTheResult) {
+  ReadElements("<Status>1</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(),
             (Statements{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
                         u"Update Journal SET Tekst = 'Ärende ref.nr L-9' Where ID = 900"}));
@@ -372,21 +372,21 @@ TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndDeletesTheResult) {
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, SetsAsideAWithdrawnCaseThatTheResultDoesNotNameEither) {
+TEST_F(FailedLookup, FailedLinkLookupSetsAsideAWithdrawnCaseWithoutANumber) {
   for (const char* id : {"", "<Id/>", "<Id> </Id>"}) {
     SCOPED_TRACE(id);
     dialogs.shown.clear();
     std::filesystem::remove_all(folder / "Vilnor");
-    Read(std::string("<Status>7</Status>") + id);
+    ReadElements(std::string("<Status>7</Status>") + id);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(updateJournals, 0);
     EXPECT_EQ(Files(), kSetAside);
   }
 }
 
-TEST_F(FailedLookup, OfAChangedCaseWithoutANumberIsRefusedByTheDatabaseAndSetAside) {
+TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseWithoutANumberIsSetAside) {
   Put(u"OutExistCase4711.xml", "<a><Status>1</Status></a>");
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.Texts(),
             (Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId",
                         u"-2147217900 Syntax error in the statement. in UpdateCaseById"}));
@@ -394,13 +394,13 @@ TEST_F(FailedLookup, OfAChangedCaseWithoutANumberIsRefusedByTheDatabaseAndSetAsi
   EXPECT_EQ(Files(), kSetAside);
 }
 
-TEST_F(FailedLookup, LeavesAResultWithoutMeaningWhereItIs) {
-  Read("<Status>3</Status>");
+TEST_F(FailedLookup, FailedLinkLookupLeavesAResultWithoutMeaning) {
+  ReadElements("<Status>3</Status>");
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
 // Vilnor Link may answer a further request while a box, or the host's handler, holds up the first.
-TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
+TEST_F(ResultFiles, NewerResultOfTheSameNameIsLeftAlone) {
   for (const bool fails : {false, true}) {
     for (const auto& reader : kReaders) {
       SCOPED_TRACE(reader.name);
@@ -413,7 +413,7 @@ TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
       std::filesystem::remove_all(folder / "Vilnor");
       Put(reader.file, ResultText("99", "1", reader.userDefData));
       atUpdateJournal = [&] { Put(reader.file, "a newer answer"); };
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_EQ(Files(), Names{ToUtf8(reader.file)});
       EXPECT_EQ(Contents(reader.file), "a newer answer");
       EXPECT_EQ(dialogs.shown.size(), fails ? 1U : 0U);
@@ -421,13 +421,13 @@ TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
   }
 }
 
-TEST_F(ResultFiles, InHandAreNotSetAsideByARequestFromTheHostsHandler) {
+TEST_F(ResultFiles, ResultBeingReadIsNotSetAsideByANewRequest) {
   for (const auto& reader : kReaders) {
     database = fakes::Database();
     AnswerJournal(reader.updateQuery);
     Put(reader.file, ResultText("99", "1", reader.userDefData));
     atUpdateJournal = [&] { SetUnreadAside(ExchangePath(reader.file)); };
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(Files(), Names());
     Put(reader.file, "unread");
@@ -437,22 +437,22 @@ TEST_F(ResultFiles, InHandAreNotSetAsideByARequestFromTheHostsHandler) {
   }
 }
 
-TEST_F(ResultFiles, OfAQuestionThatWasNeverAnsweredStay) {
+TEST_F(ResultFiles, ResultOfAnUnansweredQuestionStays) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   dialogs.answers = {Answer::None};
   Put(u"OutExistCase4711.xml", ResultText("3", "7", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(dialogs.Texts().back(), u"440 Automation error in XMLReadExistCase");
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
-TEST_F(ResultFiles, OfAQuestionAreDeletedOnlyByANo) {
+TEST_F(ResultFiles, ResultOfAQuestionIsDeletedOnlyByANo) {
   for (const auto answer : {Answer::No, Answer::Ok}) {
     AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
     dialogs.answers = {answer};
     Put(u"OutExistCase4711.xml", ResultText("3", "7", ""));
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(Exists(u"OutExistCase4711.xml"), answer != Answer::No);
   }

@@ -350,7 +350,7 @@ TEST_F(CostEstimate, WithoutAnyTakenRowTheSumsAreNoneAndMinusTheDeduction) {
 
 TEST_F(CostEstimate, AmountsUseTheDecimalSeparatorOfTheLocaleAndNoGrouping) {
   locale.regional = {};
-  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  util::CurrentSettings().gDateFormat = u"M/d/yyyy";
   AddEstimateRow({{u"Amount", 1234567.005}});
   EXPECT_EQ(ValueOfRow("edtBer1Pris"), "1234567.01");
   estimateRows.front()[u"Debit"] = u"";
@@ -386,7 +386,7 @@ TEST_F(CostEstimate, ASumBeyondTheRangeOfADoubleEndsInTheBoxAndLeavesNoFile) {
 
 class OverflowingRow : public CostEstimate, public testing::WithParamInterface<Row> {};
 
-TEST_P(OverflowingRow, EndsInTheBoxAndLeavesNoFile) {
+TEST_P(OverflowingRow, OverflowingEstimateRowEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow();
   AddEstimateRow(GetParam());
   EXPECT_EQ(Write(), u"");

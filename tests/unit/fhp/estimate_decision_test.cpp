@@ -16,19 +16,19 @@ class EstimateDecision : public FhpFixture {
   }
 };
 
-TEST_F(EstimateDecision, StartsOnTheSecondOfJanuaryOfTheYearOfSixtyFive) {
+TEST_F(EstimateDecision, EstimateStartsOnTheSecondOfJanuaryOfTheYearOfSixtyFive) {
   EXPECT_FALSE(Includes({.year = 2006, .month = 12, .day = 31}, 1942));
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
   EXPECT_TRUE(Includes({.year = 2026, .month = 11, .day = 16}, 1942));
 }
 
-TEST_F(EstimateDecision, LeavesTheTimeOfDayOut) {
+TEST_F(EstimateDecision, EstimateIgnoresTheTimeOfDay) {
   EXPECT_FALSE(
       Includes({.year = 2007, .month = 1, .day = 1, .hour = 23, .minute = 59, .second = 59}, 1942));
 }
 
-TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
+TEST_F(EstimateDecision, EstimateGoesByTheYearOfBirthAlone) {
   EXPECT_EQ(IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
                              MakeDate({.year = 1942, .month = 1, .day = 1})),
             IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
@@ -36,13 +36,13 @@ TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 2}, 1943));
 }
 
-TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
+TEST_F(EstimateDecision, EstimateIsTheSameInOtherLocalesFormats) {
   locale.shortDateAnswer = u"M/d/yyyy";
   locale.regional = {};
-  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  util::CurrentSettings().gDateFormat = u"M/d/yyyy";
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
-  util::CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  util::CurrentSettings().gDateFormat = u"DD.MM.YYYY";
   locale.regional.shortDate = u"dd.MM.yyyy";
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
@@ -51,7 +51,7 @@ TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
 // A short date with a month's name, which the parts do not fit into.
 TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"d MMMM yyyy"}) {
-    util::CurrentSession().gDateFormat = picture;
+    util::CurrentSettings().gDateFormat = picture;
     for (const int birthYear : {1942, 2000}) {
       EXPECT_TRUE(Includes({.year = 2026, .month = 1, .day = 16}, birthYear));
       EXPECT_TRUE(Includes({.year = 2026, .month = 2, .day = 12}, birthYear));
@@ -67,7 +67,7 @@ TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration
 
 TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoBox) {
   for (const auto* picture : {u"ddd yyyy-MM-dd", u"dddd, d MMMM yyyy", u"d.M.yyyy '\u0433.'"}) {
-    util::CurrentSession().gDateFormat = picture;
+    util::CurrentSettings().gDateFormat = picture;
     for (int month = 1; month <= 12; ++month) {
       EXPECT_FALSE(Includes({.year = 2026, .month = month, .day = 1}, 1942)) << month;
     }
@@ -80,7 +80,7 @@ TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoB
 }
 
 TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
-  util::CurrentSession().gDateFormat = u"";
+  util::CurrentSettings().gDateFormat = u"";
   UseOlderPatient();
   AddEstimateRow();
   EXPECT_NE(Write(), u"");
@@ -89,7 +89,7 @@ TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(EstimateDecision, GivesTheParticipantsCode) {
+TEST_F(EstimateDecision, EstimateDecidesTheParticipantsCode) {
   EXPECT_EQ(ParticipantCode(false), -32000);
   EXPECT_EQ(ParticipantCode(true), -32001);
 }

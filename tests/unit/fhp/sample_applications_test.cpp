@@ -72,16 +72,14 @@ class OnHostDatabase : public fakes::ComponentFixture {
     std::filesystem::create_directories(folder / "Vilnor");
     locale.UseSwedish();
     platform::Use(real_);
-    util::CurrentSession().gConnectionParameter = product.connectionString;
+    util::CurrentSettings().gConnectionParameter = product.connectionString;
     static std::set<std::string> loaded;
     if (loaded.insert(product.name).second) {
       LoadHostDatabase(product);
     }
   }
-  ~OnHostDatabase() override {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-  }
+  // Before the database's end.
+  ~OnHostDatabase() override { platform::ForgetThreadState(); }
 
  private:
   native::OdbcDatabase odbc_;
@@ -104,13 +102,14 @@ class SampleApplications : public OnHostDatabase, public testing::WithParamInter
   const std::u16string fileName = u"InNewFHP" + automation::Decimal10(sample.fhpId) + u".xml";
 };
 
-TEST_P(SampleApplications, BecomeExactlyTheExpectedFile) {
-  EXPECT_EQ(WriteNewFHP(21000, 41, 31, sample.fhpId, exchangeDirectory), ExchangePath(fileName));
+TEST_P(SampleApplications, SampleApplicationBecomesExactlyTheExpectedFile) {
+  EXPECT_EQ(WriteNewFHP(21000, 41, 31, sample.fhpId, exchangeDirectory).Value(),
+            ExchangePath(fileName));
   EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>());
   EXPECT_EQ(Contents(fileName), ExpectedFile());
 }
 
-TEST_P(SampleApplications, FitOrDoNotAsTheirNameSays) {
+TEST_P(SampleApplications, SampleApplicationFitsOrNotAsItsNameSays) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   const std::string name = sample.expected.stem().string();
@@ -157,7 +156,7 @@ class ApplicationsOnAProduct : public OnHostDatabase,
   }
   void ExpectNoFile(std::int32_t fhpId) {
     dialogs.shown.clear();
-    EXPECT_EQ(WriteNewFHP(21000, 41, 31, fhpId, exchangeDirectory), u"");
+    EXPECT_TRUE(WriteNewFHP(21000, 41, 31, fhpId, exchangeDirectory).Failed());
     ASSERT_FALSE(dialogs.shown.empty());
     EXPECT_EQ(dialogs.Texts().back(),
               u"91 Object variable or With block variable not set in WriteNewFHP");
@@ -165,7 +164,7 @@ class ApplicationsOnAProduct : public OnHostDatabase,
   }
 };
 
-TEST_P(ApplicationsOnAProduct, OfUnknownPeopleOrPlacesEndInTheBoxAndLeaveNoFile) {
+TEST_P(ApplicationsOnAProduct, ApplicationOfUnknownPeopleOrPlacesEndsInTheBoxAndLeavesNoFile) {
   ExpectRefused(4242, 41, 31);
   ExpectRefused(21001, 4242, 31);
   ExpectRefused(21001, 41, 4242);
@@ -173,14 +172,14 @@ TEST_P(ApplicationsOnAProduct, OfUnknownPeopleOrPlacesEndInTheBoxAndLeaveNoFile)
   ExpectNoFile(4242);
 }
 
-TEST_P(ApplicationsOnAProduct, AreSentAfterOneThatCouldNotBe) {
+TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatCouldNotBe) {
   ExpectRefused(4242, 41, 31);
   dialogs.shown.clear();
-  EXPECT_NE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory), u"");
+  EXPECT_FALSE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory).Failed());
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_P(ApplicationsOnAProduct, AreNotChangedByTheSendCheck) {
+TEST_P(ApplicationsOnAProduct, SendCheckDoesNotChangeTheApplication) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   EXPECT_TRUE(OKToSend(1010, errCode, errMsg));
@@ -193,7 +192,7 @@ TEST_P(ApplicationsOnAProduct, AreNotChangedByTheSendCheck) {
 INSTANTIATE_TEST_SUITE_P(Products, ApplicationsOnAProduct, testing::ValuesIn(HostProducts()),
                          [](const auto& instance) { return instance.param.name; });
 
-TEST(SampleApplicationFiles, StandForEverySampleInTheDatabase) {
+TEST(SampleApplicationFiles, EverySampleInTheDatabaseHasItsFile) {
   const HostProduct product = HostProducts().front();
   LoadHostDatabase(product);
   const auto connection = Connected(product);

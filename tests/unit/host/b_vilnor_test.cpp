@@ -2,9 +2,10 @@
 
 #include <functional>
 
+#include "db/connection_state.h"
 #include "unit/fhp/fixture.h"
 #include "unit/host/host_fixture.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace host {
 namespace {
@@ -16,11 +17,11 @@ const automation::AutomationError kServerGone{-2147467259, u"", u"server closed 
 
 TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
   locale.UseSwedish();
-  util::CurrentSession() = {};
+  util::CurrentSettings() = {};
   BVilnor second(events);
   vilnor.InitVilnor(u"Driver=A", 1, 2);
   second.InitVilnor(u"Driver=B", 4, 1);
-  const auto& session = util::CurrentSession();
+  const auto& session = util::CurrentSettings();
   EXPECT_EQ(session.gConnectionParameter, u"Driver=B");
   EXPECT_EQ(session.gKestraLangID, 4);
   EXPECT_EQ(session.gDbType, 1);
@@ -30,9 +31,9 @@ TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
 
 TEST_F(BVilnorTest, InitVilnorTakesTheDateFormatFromTheLanguageItIsGiven) {
   locale.shortDateAnswer = u"";
-  util::CurrentSession() = {};
+  util::CurrentSettings() = {};
   vilnor.InitVilnor(u"", 4, 1);
-  EXPECT_EQ(util::CurrentSession().gDateFormat, u"DD/MM/YYYY");
+  EXPECT_EQ(util::CurrentSettings().gDateFormat, u"DD/MM/YYYY");
 }
 
 TEST_F(BVilnorTest, OpenWithNewCaseWritesTheRequestAndStartsTheProgramOnIt) {
@@ -164,6 +165,15 @@ TEST_F(BVilnorTest, AResultWithoutAHostRegistrationIsNotLookedFor) {
   EXPECT_EQ(events.count, 0);
 }
 
+TEST_F(BVilnorTest, AResultsDirectoryIsAskedForBeforeItsLink) {
+  registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
+  database.FailStatement(u"SELECT * FROM Vilnor", kServerGone);
+  vilnor.ReadExistCase(4711);
+  EXPECT_EQ(dialogs.Texts(),
+            (Texts{u"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath",
+                   u"-2147467259 server closed the connection in GetCaseIdByVilnorId"}));
+}
+
 TEST_F(BVilnorTest, APatientWhoDoesNotExistIsReportedAndNothingIsWritten) {
   vilnor.OpenWithNewCase(1, 12, 3);
   EXPECT_EQ(dialogs.Texts(),
@@ -286,7 +296,7 @@ TEST_F(BVilnorTest, ReadersRaiseUpdateJournalOnTheirObject) {
 
 class OpenWithNewFHP : public HostOn<fhp::FhpFixture> {};
 
-TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPStartsTheProgramOnTheWrittenApplication) {
   Script();
   vilnor.OpenWithNewFHP(5, 6, 7, 8);
   EXPECT_EQ(processes.started, Started(u"InNewFHP8.xml"));
@@ -295,7 +305,7 @@ TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPIsNotCountedAsALaunch) {
   Script();
   NoFiles noFiles;
   platform::Platform changed = fakes::With(ports, noFiles);
@@ -310,7 +320,7 @@ TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
   platform::Use(ports);
 }
 
-TEST_F(OpenWithNewFHP, MayBePrecededByTheSendCheck) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPMayFollowTheSendCheck) {
   database.Answer(
       u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 8",
       {{u"PlanTreatm", u"PlanTreatmUJaw", u"PlanTreatmLJaw"}, {{u"<11>1 2 3 4</11>", u"", u""}}});
@@ -321,7 +331,7 @@ TEST_F(OpenWithNewFHP, MayBePrecededByTheSendCheck) {
   EXPECT_EQ(errMsg, u"");
 }
 
-TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
+TEST_F(OpenWithNewFHP, MissingApplicationStartsNothing) {
   application.clear();
   Script();
   Put(u"InNewFHP8.xml", "older");
@@ -332,7 +342,7 @@ TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
   EXPECT_EQ(File(), "older");
 }
 
-TEST_F(OpenWithNewFHP, WhoseFileCannotBeWrittenStartsNothing) {
+TEST_F(OpenWithNewFHP, ApplicationThatCannotBeWrittenStartsNothing) {
   class ProtectedFiles : public native::LocalFiles {
    public:
     void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {

@@ -1,4 +1,4 @@
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 #include <string>
 
@@ -7,10 +7,10 @@
 
 namespace util {
 
-void ShowError(const automation::AutomationError& error, std::u16string_view place,
+void ShowError(const automation::AutomationError& error, std::u16string_view procedure,
                platform::Icon icon) {
   platform::Current().dialogs.Show({.text = automation::Decimal10(error.number()) + u" " +
-                                            error.description() + std::u16string(place),
+                                            error.description() + std::u16string(procedure),
                                     .title = std::u16string(kBoxTitle),
                                     .icon = icon,
                                     .buttons = platform::Buttons::Ok});

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/thread_state.h"
+
 namespace util {
 
-struct Session {
+struct SessionSettings {
   // The host's database connection string, passed to ADO as it is.
   std::u16string gConnectionParameter;
   // The host's language id. Only the date format of a system that gives none depends on it.
@@ -18,6 +20,8 @@ struct Session {
 };
 
 // The calling thread's settings (one set an apartment).
-Session& CurrentSession();
+inline SessionSettings& CurrentSettings() {
+  return platform::ThreadState<SessionSettings>();
+}
 
 }  // namespace util

@@ -1,4 +1,4 @@
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 #include <new>
 #include <stdexcept>
@@ -13,24 +13,25 @@ using automation::RuntimeError;
 
 class TheErrorTrap : public UtilTest {};
 
-TEST_F(TheErrorTrap, ShowsNumberBlankDescriptionAndPlaceUnderTheComponentsTitle) {
-  Guarded(u" in OpenWithNewCase", kBVilnorIcon,
-          [] { throw AutomationError(-2147217900, u"provider", u"Syntaxfel nära 'Å'."); });
+TEST_F(TheErrorTrap, ErrorBoxHasNumberDescriptionProcedureAndTitle) {
+  UnderTrap(u" in OpenWithNewCase", kBVilnorIcon,
+            [] { throw AutomationError(-2147217900, u"provider", u"Syntaxfel nära 'Å'."); });
   EXPECT_EQ(dialogs.shown, (Boxes{{.text = u"-2147217900 Syntaxfel nära 'Å'. in OpenWithNewCase",
                                    .title = u"Vilnor Link connection",
                                    .icon = platform::Icon::Exclamation,
                                    .buttons = platform::Buttons::Ok}}));
 }
 
-TEST_F(TheErrorTrap, GivesTheResultAndShowsNothingWithoutAnError) {
-  EXPECT_EQ(Guarded(u" in P", kModBVilnorIcon, [] { return 42; }), 42);
+TEST_F(TheErrorTrap, SuccessGivesTheResultAndShowsNoBox) {
+  EXPECT_EQ(UnderTrap(u" in P", kModBVilnorIcon, [] { return 42; }), 42);
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
+TEST_F(TheErrorTrap, ErrorGivesTheEmptyResult) {
   const auto fail = [](auto empty) {
-    return Guarded(u" in P", kModBVilnorIcon,
-                   [&]() -> decltype(empty) { throw AutomationError(RuntimeError::TypeMismatch); });
+    return UnderTrap(u" in P", kModBVilnorIcon, [&]() -> decltype(empty) {
+      throw AutomationError(RuntimeError::TypeMismatch);
+    });
   };
   EXPECT_EQ(fail(std::u16string(u"text")), u"");
   EXPECT_EQ(fail(7), 0);
@@ -39,16 +40,16 @@ TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
   EXPECT_EQ(dialogs.shown, Boxes(4, ErrorBox(u"13 Type mismatch in P")));
 }
 
-TEST_F(TheErrorTrap, TakesExhaustedMemoryAsError7AndAnythingElseAsError440) {
-  Guarded(u" in P", kModBVilnorIcon, [] { throw std::bad_alloc(); });
-  Guarded(u" in P", kModBVilnorIcon, [] { throw std::runtime_error("unforeseen"); });
-  Guarded(u" in P", kModBVilnorIcon, [] { throw 3; });
+TEST_F(TheErrorTrap, ExhaustedMemoryIsError7AndForeignExceptionsAre440) {
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::bad_alloc(); });
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::runtime_error("unforeseen"); });
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw 3; });
   EXPECT_EQ(dialogs.Texts(),
             (std::vector<std::u16string>{u"7 Out of memory in P", u"440 Automation error in P",
                                          u"440 Automation error in P"}));
 }
 
-TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
+TEST_F(TheErrorTrap, ActionBeforeTheBoxRunsAndItsErrorsAreIgnored) {
   std::size_t boxesBefore = 1;
   const auto attempt = Try(
       u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
@@ -57,12 +58,13 @@ TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
         throw AutomationError(RuntimeError::ObjectNotSet);
       });
   EXPECT_EQ(boxesBefore, 0U);
-  EXPECT_EQ(attempt.value, 0);
-  EXPECT_EQ(attempt.error, 6);
+  EXPECT_TRUE(attempt.Failed());
+  EXPECT_EQ(attempt.OrEmpty(), 0);
+  EXPECT_EQ(attempt.error(), 6);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
-TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
+TEST_F(TheErrorTrap, FailingErrorBoxLetsNoExceptionOut) {
   class NoDialogs : public platform::Dialogs {
    public:
     platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }
@@ -74,27 +76,28 @@ TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
       u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
       [&] { rolledBack = true; });
   EXPECT_TRUE(rolledBack);
-  EXPECT_EQ(attempt.error, 6);
+  EXPECT_EQ(attempt.error(), 6);
   platform::Use(ports);
 }
 
-TEST_F(TheErrorTrap, RunsNothingBeforeABoxThatIsNotShown) {
+TEST_F(TheErrorTrap, SuccessDoesNotRunTheActionBeforeTheBox) {
   bool rolledBack = false;
   const auto attempt = Try(
       u" in P", kDBVilnorIcon, [] {}, [&] { rolledBack = true; });
   EXPECT_FALSE(rolledBack);
-  EXPECT_EQ(attempt.error, std::nullopt);
+  EXPECT_FALSE(attempt.Failed());
+  EXPECT_EQ(attempt.error(), std::nullopt);
 }
 
-TEST_F(TheErrorTrap, TellsItsCallerTheNumberOfTheError) {
+TEST_F(TheErrorTrap, FailedAttemptCarriesTheErrorNumber) {
   const auto attempt = [](auto thrown) {
     return Try(u" in P", kModBVilnorIcon, [&]() -> std::u16string { throw thrown; });
   };
-  EXPECT_EQ(attempt(AutomationError(3705, u"ADODB", u"open")).error, 3705);
-  EXPECT_EQ(attempt(AutomationError(0, u"", u"none")).error, 0);
-  EXPECT_EQ(attempt(std::bad_alloc()).error, 7);
-  EXPECT_EQ(attempt(std::runtime_error("unforeseen")).error, 440);
-  EXPECT_EQ(attempt(3).value, u"");
+  EXPECT_EQ(attempt(AutomationError(3705, u"ADODB", u"open")).error(), 3705);
+  EXPECT_EQ(attempt(AutomationError(0, u"", u"none")).error(), 0);
+  EXPECT_EQ(attempt(std::bad_alloc()).error(), 7);
+  EXPECT_EQ(attempt(std::runtime_error("unforeseen")).error(), 440);
+  EXPECT_EQ(attempt(3).OrEmpty(), u"");
 }
 
 }  // namespace
