@@ -12,8 +12,8 @@
 #include <unistd.h>
 
 #include "automation/text.h"
-#include "db/connection_state.h"
 #include "fakes/ports.h"
+#include "platform/thread_state.h"
 #include "util/session.h"
 
 // What libFuzzer, or replay.cpp, calls with each input.
@@ -72,8 +72,8 @@ class World : public fakes::Ports {
   World(const World&) = delete;
   World& operator=(const World&) = delete;
   ~World() {
-    db::ReleaseGDB();
-    db::ReleaseShared();
+    platform::Use(ports);
+    platform::ForgetThreadState();
   }
 
   static const std::filesystem::path& Place() {

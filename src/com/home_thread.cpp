@@ -1,6 +1,6 @@
 #include "com/home_thread.h"
 
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace com {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 struct Mark {};
 
 const void* CurrentThread() {
-  return &util::ThreadState<Mark>();
+  return &platform::ThreadState<Mark>();
 }
 
 }  // namespace

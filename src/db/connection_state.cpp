@@ -4,7 +4,7 @@
 
 #include "automation/automation_error.h"
 #include "platform/platform.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace db {
 namespace {
@@ -18,7 +18,7 @@ std::unique_ptr<platform::Recordset> NewClientRecordset() {
 }  // namespace
 
 ConnectionState& CurrentConnectionState() {
-  return util::ThreadState<ConnectionState>();
+  return platform::ThreadState<ConnectionState>();
 }
 
 platform::Connection& SharedConnection() {

@@ -5,7 +5,7 @@
 #include "exchange/serializer.h"
 #include "platform/files.h"
 #include "platform/platform.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace exchange {
 namespace {
@@ -52,7 +52,7 @@ std::u16string SaveExpecting(const std::u16string& resultPath, const Element& en
 }
 
 std::u16string& PendingResultPath() {
-  return util::ThreadState<PendingResult>().path;
+  return platform::ThreadState<PendingResult>().path;
 }
 
 }  // namespace exchange

@@ -13,7 +13,7 @@
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace exchange {
 namespace {
@@ -71,8 +71,12 @@ void Rename(const std::u16string& resultPath, std::u16string_view firstWord) {
 }
 
 // The results that the thread is reading; a reading can begin while another one's box is open.
+struct Readings {
+  std::vector<std::u16string> paths;
+};
+
 std::vector<std::u16string>& BeingRead() {
-  return util::ThreadState<std::vector<std::u16string>>();
+  return platform::ThreadState<Readings>().paths;
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 #include "exchange/result_outcome.h"
 #include "exchange/user_def_data.h"
 #include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace exchange {
 namespace {
@@ -31,7 +31,7 @@ struct OutputPath {
 
 // The result file of a key; the exchange directory is looked up afresh for each result.
 std::u16string ResultPath(ResultReaderHost& host, std::u16string_view word, std::int32_t key) {
-  std::u16string& outputPath = util::ThreadState<OutputPath>().path;
+  std::u16string& outputPath = platform::ThreadState<OutputPath>().path;
   outputPath = host.GetVilnorOutputPath();
   return ExchangeFile(outputPath, word, Decimal10(key));
 }

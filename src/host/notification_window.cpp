@@ -8,7 +8,7 @@
 #include "host/events.h"
 #include "platform/platform.h"
 #include "util/guarded.h"
-#include "util/thread_state.h"
+#include "platform/thread_state.h"
 
 namespace host {
 namespace {
@@ -34,7 +34,7 @@ struct NotificationState {
 std::atomic<std::int32_t> notifyTargets = 0;
 
 NotificationState& State() {
-  return util::ThreadState<NotificationState>();
+  return platform::ThreadState<NotificationState>();
 }
 
 BVilnor& NotifyTarget() {

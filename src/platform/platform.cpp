@@ -2,20 +2,25 @@
 
 #include <cassert>
 
+#include "platform/thread_state.h"
+
 namespace platform {
 namespace {
 
-thread_local Platform* current = nullptr;
+struct InUse {
+  Platform* platform = nullptr;
+};
 
 }  // namespace
 
 Platform& Current() {
-  assert(current != nullptr);
-  return *current;
+  auto* const platform = ThreadState<InUse>().platform;
+  assert(platform != nullptr);
+  return *platform;
 }
 
 void Use(Platform& platform) {
-  current = &platform;
+  ThreadState<InUse>().platform = &platform;
 }
 
 }  // namespace platform

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/thread_state.h"
+
 namespace util {
 
 struct Session {
@@ -18,6 +20,8 @@ struct Session {
 };
 
 // The calling thread's settings (one set an apartment).
-Session& CurrentSession();
+inline Session& CurrentSession() {
+  return platform::ThreadState<Session>();
+}
 
 }  // namespace util

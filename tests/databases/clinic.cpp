@@ -1,6 +1,7 @@
 #include "databases/clinic.h"
 
 #include "automation/text.h"
+#include "platform/thread_state.h"
 #include "schema/host_schema.h"
 #include "schema/rows.h"
 
@@ -20,16 +21,9 @@ std::vector<Product> ProductsThat(bool areServers) {
   return products;
 }
 
-void ForgetThreadState() {
-  db::ReleaseGDB();
-  db::ReleaseShared();
-  db::CurrentConnectionState().gSql.clear();
-}
-
 }  // namespace
 
 Clinic::Clinic() {
-  ForgetThreadState();
   platform::Use(platform);
   locale.UseSwedish();
   session = {.gConnectionParameter = GetParam().connectionString,
@@ -42,7 +36,7 @@ Clinic::Clinic() {
 }
 
 Clinic::~Clinic() {
-  ForgetThreadState();
+  platform::ForgetThreadState();
 }
 
 bool Clinic::IsPostgresql() const {

@@ -10,7 +10,6 @@
 #include <string>
 
 #include "automation/text.h"
-#include "db/connection_state.h"
 #include "fakes/ports_fixture.h"
 #include "util/session.h"
 
@@ -25,11 +24,7 @@ class ComponentFixture : public PortsFixture {
                               .gDbType = 1,
                               .gDateFormat = u"yyyy-MM-dd"};
   }
-  ~ComponentFixture() override {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-    std::filesystem::remove_all(folder);
-  }
+  ~ComponentFixture() override { std::filesystem::remove_all(folder); }
 
   // The path of a file in the exchange directory, as the component spells it.
   std::u16string ExchangePath(const std::u16string& name) const {

@@ -5,12 +5,24 @@
 
 #include "fakes/ports.h"
 #include "fakes/printing.h"
+#include "platform/thread_state.h"
 
 namespace fakes {
 
 class PortsFixture : public testing::Test, protected Ports {
  protected:
-  PortsFixture() { platform::Use(ports); }
+  PortsFixture() { BeginAnew(); }
+  ~PortsFixture() override {
+    // What a derived fixture had in use is gone.
+    platform::Use(ports);
+    platform::ForgetThreadState();
+  }
+
+  // As on a thread that has never called the component.
+  void BeginAnew() {
+    platform::ForgetThreadState();
+    platform::Use(ports);
+  }
 };
 
 }  // namespace fakes

@@ -9,8 +9,8 @@
 #include <unistd.h>
 
 #include "automation/text.h"
-#include "db/connection_state.h"
 #include "platform/conversions.h"
+#include "platform/thread_state.h"
 #include "util/session.h"
 
 namespace faults {
@@ -76,9 +76,8 @@ World::World()
 
 World::~World() {
   plan.Clear();
-  db::ReleaseGDB();
-  db::ReleaseShared();
   vilnor_.reset();
+  platform::ForgetThreadState();
   fs::remove_all(folder_);
 }
 

@@ -22,18 +22,10 @@ inline const std::u16string kAlreadyOpen =
 class DbTest : public fakes::PortsFixture {
  protected:
   DbTest() {
-    ForgetThreadState();
     session = {.gConnectionParameter = u"Driver=Test;Database=clinic",
                .gKestraLangID = 1,
                .gDbType = 1,
                .gDateFormat = u"YYYY-MM-DD"};
-  }
-  ~DbTest() override { ForgetThreadState(); }
-
-  static void ForgetThreadState() {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-    db::CurrentConnectionState().gSql.clear();
   }
 
   std::vector<std::u16string> Boxes() const { return dialogs.Texts(); }

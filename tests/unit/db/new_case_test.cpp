@@ -81,7 +81,7 @@ TEST_F(NewCase, OfAnyOtherTypeIsRefusedAsTheThreadsFirstOperation) {
 
 TEST_F(NewCase, ExecutesAStatementThatAnEarlierObjectLeft) {
   {
-    ForgetThreadState();
+    db::ReleaseShared();
     DBVilnor earlier;
     earlier.DeleteVilnorUser(8);
   }

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
+#include "db/connection_state.h"
 #include "exchange/envelope.h"
 #include "fhp/identity.h"
 #include "unit/fhp/fixture.h"

@@ -78,10 +78,8 @@ class OnHostDatabase : public fakes::ComponentFixture {
       LoadHostDatabase(product);
     }
   }
-  ~OnHostDatabase() override {
-    db::ReleaseGDB();
-    db::ReleaseShared();
-  }
+  // Before the database's end.
+  ~OnHostDatabase() override { platform::ForgetThreadState(); }
 
  private:
   portable::OdbcDatabase odbc_;

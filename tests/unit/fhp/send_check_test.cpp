@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "db/connection_state.h"
 #include "unit/fhp/fixture.h"
 
 namespace fhp {

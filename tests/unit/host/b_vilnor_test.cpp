@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "db/connection_state.h"
 #include "unit/fhp/fixture.h"
 #include "unit/host/host_fixture.h"
 #include "util/guarded.h"

@@ -50,8 +50,7 @@ class NotificationWindow : public BVilnorTest {
       platform::Use(watched_);
       util::CurrentSession().gDbType = 1;
       body();
-      db::ReleaseGDB();
-      db::ReleaseShared();
+      platform::ForgetThreadState();
     }).join();
   }
   void AnswerLink() {
