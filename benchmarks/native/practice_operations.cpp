@@ -141,15 +141,15 @@ std::vector<Operation> Lookups() {
        }},
       Lookup("GetCaseIdByVilnorId",
              [](auto& vilnor, auto& turn) {
-               return !vilnor.GetCaseIdByVilnorId(turn.VilnorId()).value.empty();
+               return !vilnor.GetCaseIdByVilnorId(turn.VilnorId()).empty();
              }),
       Lookup("CaseExists",
              [](auto& vilnor, auto& turn) {
-               return vilnor.CaseExists(turn.FHPId(), kPriorApproval).value;
+               return vilnor.CaseExists(turn.FHPId(), kPriorApproval);
              }),
       Lookup("CaseExistsPID",
              [](auto& vilnor, auto& turn) {
-               return vilnor.CaseExistsPID(turn.PID(), kOrdinaryCase, turn.caseId()).value;
+               return vilnor.CaseExistsPID(turn.PID(), kOrdinaryCase, turn.caseId());
              }),
       Lookup("GetFHPById",
              [](auto& vilnor, auto& turn) { return vilnor.GetFHPById(turn.FHPId()) != nullptr; }),

@@ -17,17 +17,16 @@ HRESULT DBVilnorObject::DeleteCase(BSTR* caseId) {
 }
 
 HRESULT DBVilnorObject::GetCaseIdByVilnorId(long* vilnorId, BSTR* result) {
-  return CallFor(result, [&] { return core_.GetCaseIdByVilnorId(In(vilnorId)).value; });
+  return CallFor(result, [&] { return core_.GetCaseIdByVilnorId(In(vilnorId)); });
 }
 
 HRESULT DBVilnorObject::CaseExists(long* fhpId, long* caseTypeId, VARIANT_BOOL* result) {
-  return CallFor(result, [&] { return core_.CaseExists(In(fhpId), In(caseTypeId)).value; });
+  return CallFor(result, [&] { return core_.CaseExists(In(fhpId), In(caseTypeId)); });
 }
 
 HRESULT DBVilnorObject::CaseExistsPID(long* pid, long* caseTypeId, BSTR* caseId,
                                       VARIANT_BOOL* result) {
-  return CallFor(result,
-                 [&] { return core_.CaseExistsPID(In(pid), In(caseTypeId), In(caseId)).value; });
+  return CallFor(result, [&] { return core_.CaseExistsPID(In(pid), In(caseTypeId), In(caseId)); });
 }
 
 HRESULT DBVilnorObject::GetFHPById(long* fhpId, IDispatch** result) {

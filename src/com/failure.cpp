@@ -1,7 +1,7 @@
 #include "com/failure.h"
 
 #include "automation/automation_error.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "windows/com_ptr.h"
 #include "windows/wide_text.h"
 

@@ -7,21 +7,23 @@
 #include <string>
 
 #include "platform/database.h"
-#include "util/guarded.h"
+#include "util/attempt.h"
 
 namespace db {
 
 // What an update of a link gave.
-struct UpdateAttempt : util::Attempt<void> {
+struct [[nodiscard]] UpdateAttempt {
+  util::Attempt<void> update;
   // Another attempt would only fail again: there is no such link, or its journal line's text has no
   // "!" that the number follows.
   bool isFinal = false;
 };
 
 // Every operation but InitConnection runs under the error trap: after a failure it has shown its
-// box, has rolled its transaction back and returns its empty result; an Attempt says so to callers
-// for whom a failure is not as good as nothing. A recordset that is returned
-// belongs to the caller and lives on when the shared one is closed; nullptr when no row was found.
+// box, has rolled its transaction back and returns its empty result. Those that begin with Try are
+// for callers inside the component, to whom a failure is not as good as nothing. A recordset that
+// is returned belongs to the caller and lives on when the shared one is closed; nullptr when no row
+// was found.
 // Key numbers are the host's: PID patient, BID practitioner, RID provider company, FHPId
 // prior-approval application; VilnorId is the key of a link record, CaseId the case number that
 // Vilnor Link gave. Case types: 1 prior-approval application, 9 ordinary case.
@@ -42,11 +44,10 @@ class DBVilnor {
 
   // Deletes the application's link and its journal line.
   void DeleteFHP(std::int32_t FHPId);
-  util::Attempt<void> DeleteCase(const std::u16string& CaseId);
-  util::Attempt<std::u16string> GetCaseIdByVilnorId(std::int32_t VilnorId);
-  util::Attempt<bool> CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
-  util::Attempt<bool> CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                                    const std::u16string& CaseId);
+  void DeleteCase(const std::u16string& CaseId);
+  std::u16string GetCaseIdByVilnorId(std::int32_t VilnorId);
+  bool CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
+  bool CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId, const std::u16string& CaseId);
   // All columns of the application.
   std::unique_ptr<platform::Recordset> GetFHPById(std::int32_t FHPId);
   // 0 when the application has no link.
@@ -64,19 +65,17 @@ class DBVilnor {
   std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t FHPId);
 
   // Writes a link, its journal line, and the line's key into the link.
-  util::Attempt<void> AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                                 const std::u16string& CaseId, std::int32_t FHP_ID,
-                                 std::int32_t CaseTypeId, std::int32_t StatusCode,
-                                 const std::u16string& VilnorUser,
-                                 const std::u16string& KestraCaseId = {});
+  void AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                  const std::u16string& CaseId, std::int32_t FHP_ID, std::int32_t CaseTypeId,
+                  std::int32_t StatusCode, const std::u16string& VilnorUser,
+                  const std::u16string& KestraCaseId = {});
   // Stores the case's new number and status; the number also replaces the end of the journal
   // line's text, from its first "!" on.
-  UpdateAttempt UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                               std::int32_t CaseStatus);
+  void UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId, std::int32_t CaseStatus);
   // The same for the link of an application (type 1, KestraId is its id) or for the links of a
   // patient (type 9, KestraId is the PID); for any other type it does nothing.
-  UpdateAttempt UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                           std::int32_t CaseStatus, std::int32_t CaseTypeId);
+  void UpdateCase(const std::u16string& CaseId, std::int32_t KestraId, std::int32_t CaseStatus,
+                  std::int32_t CaseTypeId);
 
   std::unique_ptr<platform::Recordset> GetPatientByPID(std::int32_t PID);
   std::unique_ptr<platform::Recordset> GetPatientSSNByPID(std::int32_t PID);
@@ -88,6 +87,22 @@ class DBVilnor {
   void DeleteVilnorUser(std::int32_t PID);
   std::u16string GetVilnorUserByPID(std::int32_t PID);
   std::u16string GetVilnorUserByCode1(std::int32_t Code1);
+
+  // The same as the operations above.
+  util::Attempt<void> TryDeleteCase(const std::u16string& CaseId);
+  util::Attempt<std::u16string> TryGetCaseIdByVilnorId(std::int32_t VilnorId);
+  util::Attempt<bool> TryCaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
+  util::Attempt<bool> TryCaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                                       const std::u16string& CaseId);
+  util::Attempt<void> TryAddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                                    const std::u16string& CaseId, std::int32_t FHP_ID,
+                                    std::int32_t CaseTypeId, std::int32_t StatusCode,
+                                    const std::u16string& VilnorUser,
+                                    const std::u16string& KestraCaseId);
+  UpdateAttempt TryUpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                                  std::int32_t CaseStatus);
+  UpdateAttempt TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                              std::int32_t CaseStatus, std::int32_t CaseTypeId);
 };
 
 }  // namespace db

@@ -103,8 +103,8 @@ void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int
 UpdateAttempt TryUpdate(std::u16string_view place, const LinkUpdate& update,
                         const std::u16string& caseId, std::int32_t caseStatus) {
   UpdateAttempt attempt;
-  attempt.error =
-      TryWrite(place, [&] { UpdateLink(update, caseId, caseStatus, attempt.isFinal); }).error;
+  attempt.update =
+      TryWrite(place, [&] { UpdateLink(update, caseId, caseStatus, attempt.isFinal); });
   return attempt;
 }
 
@@ -113,30 +113,47 @@ UpdateAttempt TryUpdate(std::u16string_view place, const LinkUpdate& update,
 void DBVilnor::DeleteFHP(std::int32_t FHPId) {
   TryWrite(u" in DeleteFHP", [&] {
     DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where FHP_ID = " + Decimal10(FHPId));
-  });
+  }).OrEmpty();
 }
 
-Attempt<void> DBVilnor::DeleteCase(const std::u16string& CaseId) {
+void DBVilnor::DeleteCase(const std::u16string& CaseId) {
+  TryDeleteCase(CaseId).OrEmpty();
+}
+
+Attempt<void> DBVilnor::TryDeleteCase(const std::u16string& CaseId) {
   return TryWrite(u" in DeleteCase", [&] {
     DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = '" +
                automation::Trim(CaseId) + u"'");
   });
 }
 
-Attempt<std::u16string> DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
+std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
+  return TryGetCaseIdByVilnorId(VilnorId).OrEmpty();
+}
+
+Attempt<std::u16string> DBVilnor::TryGetCaseIdByVilnorId(std::int32_t VilnorId) {
   return TryLookUp(kGetCaseIdByVilnorId, VilnorId,
                    [](auto& link) { return TextOf(link, u"CaseId"); });
 }
 
-Attempt<bool> DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
+bool DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
+  return TryCaseExists(FHPId, CaseTypeId).OrEmpty();
+}
+
+Attempt<bool> DBVilnor::TryCaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
   return util::Try(u" in CaseExists", kDBVilnorIcon, [&] {
     return RowExists(u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
                      u" and CaseType = " + Decimal10(CaseTypeId));
   });
 }
 
-Attempt<bool> DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                                      const std::u16string& CaseId) {
+bool DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                             const std::u16string& CaseId) {
+  return TryCaseExistsPID(PID, CaseTypeId, CaseId).OrEmpty();
+}
+
+Attempt<bool> DBVilnor::TryCaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
+                                         const std::u16string& CaseId) {
   return util::Try(u" in CaseExistsPID", kDBVilnorIcon, [&] {
     return RowExists(u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) + u" and CaseType = " +
                      Decimal10(CaseTypeId) + u" and CaseId = '" + CaseId + u"'");
@@ -147,8 +164,13 @@ std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
   return LookUp(kGetVilnorIdByFHPId, FHPId, [](auto& link) { return NumberOf(link, u"VilnorId"); });
 }
 
-UpdateAttempt DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                                       std::int32_t CaseStatus) {
+void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                              std::int32_t CaseStatus) {
+  TryUpdateCaseById(VilnorId, CaseId, CaseStatus).update.OrEmpty();
+}
+
+UpdateAttempt DBVilnor::TryUpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
+                                          std::int32_t CaseStatus) {
   const std::u16string key = Decimal10(VilnorId);
   return TryUpdate(u" in UpdateCaseById",
                    {.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
@@ -157,8 +179,13 @@ UpdateAttempt DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16stri
                    CaseId, CaseStatus);
 }
 
-UpdateAttempt DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                                   std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                          std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+  TryUpdateCase(CaseId, KestraId, CaseStatus, CaseTypeId).update.OrEmpty();
+}
+
+UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
+                                      std::int32_t CaseStatus, std::int32_t CaseTypeId) {
   // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
   if (CaseTypeId != kPriorApproval && CaseTypeId != kOrdinaryCase) {
     return {};

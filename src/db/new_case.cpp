@@ -55,11 +55,19 @@ std::u16string Quoted(const std::u16string& text) {
 
 }  // namespace
 
-util::Attempt<void> DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                                         const std::u16string& CaseId, std::int32_t FHP_ID,
-                                         std::int32_t CaseTypeId, std::int32_t StatusCode,
-                                         const std::u16string& VilnorUser,
-                                         const std::u16string& KestraCaseId) {
+void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                          const std::u16string& CaseId, std::int32_t FHP_ID,
+                          std::int32_t CaseTypeId, std::int32_t StatusCode,
+                          const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
+  TryAddNewCase(PID, BID, RID, CaseId, FHP_ID, CaseTypeId, StatusCode, VilnorUser, KestraCaseId)
+      .OrEmpty();
+}
+
+util::Attempt<void> DBVilnor::TryAddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
+                                            const std::u16string& CaseId, std::int32_t FHP_ID,
+                                            std::int32_t CaseTypeId, std::int32_t StatusCode,
+                                            const std::u16string& VilnorUser,
+                                            const std::u16string& KestraCaseId) {
   // The journal line does not exist yet, its key is 0.
   const auto fromCaseId = [&] {
     return Quoted(CaseId) + u"," + Decimal10(CaseTypeId) + u",0," + Decimal10(StatusCode) + u"," +

@@ -9,7 +9,7 @@
 
 #include "db/connection_state.h"
 #include "platform/database.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace db {
 
@@ -68,7 +68,7 @@ auto TryLookUp(const Lookup& lookup, std::int32_t key, Take take) {
 }
 template <class Take>
 auto LookUp(const Lookup& lookup, std::int32_t key, Take take) {
-  return TryLookUp(lookup, key, take).value;
+  return TryLookUp(lookup, key, take).OrEmpty();
 }
 
 // Runs `body` between BeginTrans and CommitTrans.
@@ -86,7 +86,7 @@ void InTransaction(Body body) {
 template <class Body, class AfterRollback>
 util::Attempt<void> TryWrite(std::u16string_view place, Body body, AfterRollback afterRollback) {
   return util::Try(place, util::kDBVilnorIcon, body, [&] {
-    util::DroppingErrors([] { SharedConnection().RollbackTrans(); });
+    util::IgnoreErrors([] { SharedConnection().RollbackTrans(); });
     afterRollback();
   });
 }

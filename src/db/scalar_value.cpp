@@ -1,7 +1,7 @@
 #include "db/scalar_value.h"
 
 #include "db/connection_state.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace db {
 namespace {
@@ -11,7 +11,7 @@ constexpr std::u16string_view kPlace = u" in GetScalarValue";
 }  // namespace
 
 automation::Value GetScalarValue(const std::u16string& statement) {
-  return util::Guarded(kPlace, util::kModBVilnorIcon, [&] { return ReadScalarValue(statement); });
+  return util::UnderTrap(kPlace, util::kModBVilnorIcon, [&] { return ReadScalarValue(statement); });
 }
 
 automation::Value ReadScalarValue(const std::u16string& statement) {

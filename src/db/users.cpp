@@ -6,8 +6,8 @@ namespace db {
 namespace {
 
 using automation::Decimal10;
-using util::Guarded;
 using util::kDBVilnorIcon;
+using util::UnderTrap;
 
 constexpr Lookup kGetVilnorUserByPID = {u" in GetVilnorUserByPID",
                                         u"SELECT UserName from VilnorPasient where PID = ", u"",
@@ -19,7 +19,7 @@ constexpr Lookup kPatientByCode1 = {
 
 // Kept: the user name stands without quotes; hosts pass a value that the database accepts there.
 void DBVilnor::AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName) {
-  Guarded(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
+  UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
     Execute(u"Insert into VilnorPasient (PID, UserName) VALUES (" + Decimal10(PID) + u"," +
             UserName + u")");
   });
@@ -27,7 +27,7 @@ void DBVilnor::AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName
 
 // Kept: a failure names AddNewVilnorUser, and the user name stands without quotes as it does there.
 void DBVilnor::UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName) {
-  Guarded(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
+  UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
     const bool mapped = !GetVilnorUserByPID(PID).empty();
     if (mapped && !UserName.empty()) {
       Execute(u"Update VilnorPasient SET PID = " + Decimal10(PID) + u", UserName = " + UserName +
@@ -41,8 +41,8 @@ void DBVilnor::UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName
 }
 
 void DBVilnor::DeleteVilnorUser(std::int32_t PID) {
-  Guarded(u" in DeleteVilnorUser", kDBVilnorIcon,
-          [&] { Execute(u"Delete from VilnorPasient where PID = " + Decimal10(PID)); });
+  UnderTrap(u" in DeleteVilnorUser", kDBVilnorIcon,
+            [&] { Execute(u"Delete from VilnorPasient where PID = " + Decimal10(PID)); });
 }
 
 std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t PID) {
@@ -52,7 +52,7 @@ std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t PID) {
 // Kept: the second lookup runs for patient 0 when the first found nothing, and fails then on the
 // recordset that the first left open.
 std::u16string DBVilnor::GetVilnorUserByCode1(std::int32_t Code1) {
-  return Guarded(kPatientByCode1.place, kDBVilnorIcon, [&] {
+  return UnderTrap(kPatientByCode1.place, kDBVilnorIcon, [&] {
     const std::int32_t patientId =
         FirstRow(StatementOf(kPatientByCode1, Code1), kPatientByCode1.mode,
                  [](auto& patient) { return NumberOf(patient, u"ID"); });

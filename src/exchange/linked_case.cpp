@@ -6,7 +6,7 @@
 namespace exchange {
 
 util::Attempt<std::u16string> LinkedCaseId(std::int32_t vilnorId) {
-  auto caseId = db::RenewGDB()->GetCaseIdByVilnorId(vilnorId);
+  auto caseId = db::RenewGDB()->TryGetCaseIdByVilnorId(vilnorId);
   db::ReleaseGDB();
   return caseId;
 }

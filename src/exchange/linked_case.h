@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "util/guarded.h"
+#include "util/attempt.h"
 
 namespace exchange {
 

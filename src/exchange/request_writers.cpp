@@ -3,19 +3,20 @@
 #include "automation/text.h"
 #include "exchange/envelope.h"
 #include "exchange/linked_case.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace exchange {
 namespace {
 
 using automation::Decimal10;
-using util::Guarded;
+using util::Attempt;
 using util::kBVilnorIcon;
 
 }  // namespace
 
-std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string& vilnorOutputPath) {
-  return Guarded(u" in WriteNewCase", kBVilnorIcon, [&] {
+Attempt<std::u16string> WriteNewCase(const NewCaseRequest& request,
+                                     const std::u16string& vilnorOutputPath) {
+  return util::Try(u" in WriteNewCase", kBVilnorIcon, [&] {
     const std::u16string pid = Decimal10(request.pid);
     PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutNewCase", pid);
     Element envelope = NewEnvelope();
@@ -34,9 +35,11 @@ std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string&
   });
 }
 
-std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath) {
-  return Guarded(u" in WriteExistCase", kBVilnorIcon, [&] {
-    const std::u16string caseId = LinkedCaseId(vilnorId).value;
+Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
+                                       const std::u16string& vilnorOutputPath) {
+  return util::Try(u" in WriteExistCase", kBVilnorIcon, [&] {
+    // Kept: a lookup that failed opens the link program without a case.
+    const std::u16string caseId = LinkedCaseId(vilnorId).OrEmpty();
     const std::u16string key = Decimal10(vilnorId);
     PendingResultPath() = ExchangeFile(vilnorOutputPath, u"\\OutExistCase", key);
     Element envelope = NewEnvelope();
@@ -51,9 +54,9 @@ std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilno
   });
 }
 
-std::u16string WriteSearchPatient(const std::u16string& ssn,
-                                  const std::u16string& vilnorOutputPath) {
-  return Guarded(u" in WriteSearchPatient", kBVilnorIcon, [&] {
+Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
+                                           const std::u16string& vilnorOutputPath) {
+  return util::Try(u" in WriteSearchPatient", kBVilnorIcon, [&] {
     Element envelope = NewEnvelope();
     envelope.Add(u"SearchCase").Add(u"PatientId", ssn);
     return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\Search", ssn));

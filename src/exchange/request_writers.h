@@ -1,9 +1,11 @@
 // The request files for new cases, existing cases and patient searches. Each writer runs under the
-// error trap and returns the full path of the file that it saved, "" after an error.
+// error trap and gives the full path of the file that it saved.
 #pragma once
 
 #include <cstdint>
 #include <string>
+
+#include "util/attempt.h"
 
 namespace exchange {
 
@@ -17,11 +19,13 @@ struct NewCaseRequest {
   std::u16string lastName;
 };
 
-std::u16string WriteNewCase(const NewCaseRequest& request, const std::u16string& vilnorOutputPath);
+util::Attempt<std::u16string> WriteNewCase(const NewCaseRequest& request,
+                                           const std::u16string& vilnorOutputPath);
 // Looks up the link record's case id; a link that does not exist gives an empty one.
-std::u16string WriteExistCase(std::int32_t vilnorId, const std::u16string& vilnorOutputPath);
+util::Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
+                                             const std::u16string& vilnorOutputPath);
 // Announces no answer.
-std::u16string WriteSearchPatient(const std::u16string& ssn,
-                                  const std::u16string& vilnorOutputPath);
+util::Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
+                                                 const std::u16string& vilnorOutputPath);
 
 }  // namespace exchange

@@ -12,8 +12,8 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
 #include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace exchange {
 namespace {
@@ -105,7 +105,7 @@ void ResultFile::Delete() const {
   try {
     platform::Current().files.DeleteFile(path_);
   } catch (...) {
-    util::DroppingErrors([&] { Rename(path_, kDealtWithWord); });
+    util::IgnoreErrors([&] { Rename(path_, kDealtWithWord); });
     throw;
   }
 }

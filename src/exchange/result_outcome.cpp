@@ -62,7 +62,7 @@ bool UserWantsLinkDeleted() {
 // too.
 std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
                                 const util::Attempt<std::u16string>& linkedCase) {
-  if (linkedCase.error) {
+  if (linkedCase.Failed()) {
     file.SetAside();
     return std::nullopt;
   }
@@ -111,7 +111,7 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
     return std::nullopt;
   }
   Outcome outcome;
-  outcome.caseId = linkedCase.value;
+  outcome.caseId = linkedCase.OrEmpty();
   if (*cancelled == kDeletedInLink) {
     document.reset();
     outcome.status = kWithdrawn;
@@ -122,7 +122,7 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
   document->Read(u"UserName", outcome.userName);
   document->Read(u"UserDefData", outcome.userDefData);
   document.reset();
-  if (linkedCase.error && outcome.status == kWithdrawn &&
+  if (linkedCase.Failed() && outcome.status == kWithdrawn &&
       automation::Trim(outcome.caseId).empty()) {
     file.SetAside();
     return std::nullopt;

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "exchange/result_files.h"
-#include "util/guarded.h"
+#include "util/attempt.h"
 
 namespace exchange {
 

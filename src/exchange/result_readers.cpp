@@ -13,15 +13,15 @@
 #include "exchange/result_files.h"
 #include "exchange/result_outcome.h"
 #include "exchange/user_def_data.h"
-#include "util/guarded.h"
 #include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace exchange {
 namespace {
 
 using automation::Decimal10;
-using util::Guarded;
 using util::kBVilnorIcon;
+using util::UnderTrap;
 
 // Kept: component-wide like the pending result path, though nothing reads it back; a dump of the
 // host shows where the thread looked for its last result.
@@ -36,16 +36,18 @@ std::u16string ResultPath(ResultReaderHost& host, std::u16string_view word, std:
   return ExchangeFile(outputPath, word, Decimal10(key));
 }
 
-using Failure = std::optional<std::int32_t>;
+// What became of an outcome in the database: there, or not there because of a failure that another
+// reading may not meet.
+enum class Entry { Done, Missing };
 
-// Of two steps the failure of the first that failed.
-Failure FirstOf(Failure first, Failure second) {
-  return first ? first : second;
+template <class T>
+Entry EntryBy(const util::Attempt<T>& attempt) {
+  return attempt.Failed() ? Entry::Missing : Entry::Done;
 }
 
-// An update's failure, unless another reading would only repeat it.
-Failure UnlessFinal(const db::UpdateAttempt& update) {
-  return update.isFinal ? std::nullopt : update.error;
+// An update that another reading could only fail again in is done with.
+Entry EntryBy(const db::UpdateAttempt& attempt) {
+  return attempt.isFinal ? Entry::Done : EntryBy(attempt.update);
 }
 
 // Enters an outcome into the database, tells the host, and takes the result file out of the way. A
@@ -53,16 +55,19 @@ Failure UnlessFinal(const db::UpdateAttempt& update) {
 // is then set aside, so that it is not lost.
 template <class Enter>
 void EnterResult(const ResultFile& file, ResultReaderHost& host, Enter enter) {
-  Failure failure;
+  Entry entry{};
   {
     const db::GDBUse database;
-    failure = enter(*db::GDB());
+    entry = enter(*db::GDB());
     host.RaiseUpdateJournal();
   }
-  if (failure) {
-    file.SetAside();
-  } else {
-    file.Delete();
+  switch (entry) {
+    case Entry::Done:
+      file.Delete();
+      break;
+    case Entry::Missing:
+      file.SetAside();
+      break;
   }
 }
 
@@ -70,8 +75,8 @@ void EnterResult(const ResultFile& file, ResultReaderHost& host, Enter enter) {
 // in the second with the reader's own; `act` runs only when the first yields an outcome.
 template <class ReadXml, class Act>
 void RunReader(std::u16string_view xmlPlace, std::u16string_view place, ReadXml readXml, Act act) {
-  if (const auto outcome = Guarded(xmlPlace, kBVilnorIcon, readXml)) {
-    Guarded(place, kBVilnorIcon, [&] { act(*outcome); });
+  if (const auto outcome = UnderTrap(xmlPlace, kBVilnorIcon, readXml)) {
+    UnderTrap(place, kBVilnorIcon, [&] { act(*outcome); });
   }
 }
 
@@ -100,29 +105,29 @@ NewFHPData SplitUserDefData(const NewKind& kind, std::int32_t key, std::u16strin
 
 util::Attempt<bool> Exists(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
                            const std::u16string& caseId) {
-  return kind.caseType == db::kPriorApproval ? database.CaseExists(key, kind.caseType)
-                                             : database.CaseExistsPID(key, kind.caseType, caseId);
+  return kind.caseType == db::kPriorApproval
+             ? database.TryCaseExists(key, kind.caseType)
+             : database.TryCaseExistsPID(key, kind.caseType, caseId);
 }
 
 // Kept: an existence test that failed counts as "not there", so that a case that was sent is added.
-Failure EnterNew(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
-                 const Outcome& outcome, const NewFHPData& data) {
+Entry EnterNew(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
+               const Outcome& outcome, const NewFHPData& data) {
   if (outcome.status == kChanged) {
-    return UnlessFinal(database.UpdateCase(outcome.caseId, key, outcome.status, kind.caseType));
+    return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, kind.caseType));
   }
   const auto exists = Exists(database, kind, key, outcome.caseId);
-  if (outcome.status == kSent && !exists.value) {
+  if (outcome.status == kSent && !exists.OrEmpty()) {
     // Kept: an ordinary case has no application, the patient's id stands in its place.
-    return FirstOf(exists.error,
-                   database
-                       .AddNewCase(data.pid, data.bid, data.rid, outcome.caseId, key, kind.caseType,
-                                   outcome.status, outcome.userName, data.kestraCaseId)
-                       .error);
+    const auto added =
+        database.TryAddNewCase(data.pid, data.bid, data.rid, outcome.caseId, key, kind.caseType,
+                               outcome.status, outcome.userName, data.kestraCaseId);
+    return exists.Failed() ? Entry::Missing : EntryBy(added);
   }
-  if (outcome.status == kWithdrawn && exists.value) {
-    return database.DeleteCase(outcome.caseId).error;
+  if (outcome.status == kWithdrawn && exists.OrEmpty()) {
+    return EntryBy(database.TryDeleteCase(outcome.caseId));
   }
-  return exists.error;
+  return EntryBy(exists);
 }
 
 void ReadNew(const NewKind& kind, std::int32_t key, ResultReaderHost& host) {
@@ -146,10 +151,10 @@ void ReadNew(const NewKind& kind, std::int32_t key, ResultReaderHost& host) {
       });
 }
 
-Failure EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcome& outcome) {
+Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcome& outcome) {
   return outcome.status == kChanged
-             ? UnlessFinal(database.UpdateCaseById(vilnorId, outcome.caseId, outcome.status))
-             : database.DeleteCase(outcome.caseId).error;
+             ? EntryBy(database.TryUpdateCaseById(vilnorId, outcome.caseId, outcome.status))
+             : EntryBy(database.TryDeleteCase(outcome.caseId));
 }
 
 }  // namespace

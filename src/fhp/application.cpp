@@ -8,7 +8,7 @@
 #include "fhp/cost_estimate.h"
 #include "fhp/estimate_decision.h"
 #include "fhp/identity.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace fhp {
 namespace {
@@ -42,9 +42,10 @@ void AddParticipant(Element& newCase, const db::GDBUse& database, bool includeEs
 
 }  // namespace
 
-std::u16string WriteNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid, std::int32_t fhpId,
-                           const std::u16string& vilnorOutputPath) {
-  return util::Guarded(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
+util::Attempt<std::u16string> WriteNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid,
+                                          std::int32_t fhpId,
+                                          const std::u16string& vilnorOutputPath) {
+  return util::Try(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
     const db::GDBUse database;
     ApplicationRecords records = ReadApplicationRecords(fhpId);
     const std::u16string key = Decimal10(fhpId);

@@ -7,7 +7,7 @@
 #include "fhp/record.h"
 #include "fhp/tooth_scanner.h"
 #include "platform/conversions.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace fhp {
 namespace {
@@ -62,7 +62,7 @@ Record ReadApplication(std::int32_t fhpId) {
 }  // namespace
 
 bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
-  return util::Guarded(u" in OKToSend", util::kBVilnorIcon, [&] {
+  return util::UnderTrap(u" in OKToSend", util::kBVilnorIcon, [&] {
     Record application = ReadApplication(fhpId);
     // The first place with too many measures ends the check.
     const bool fits = !AnyToothHasTooMany(application) &&

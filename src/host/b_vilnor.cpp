@@ -2,6 +2,8 @@
 
 #include <limits>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "automation/automation_error.h"
 #include "db/case_types.h"
@@ -16,7 +18,7 @@
 #include "platform/database.h"
 #include "platform/platform.h"
 #include "util/date_format.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "util/session.h"
 #include "util/ssn.h"
 
@@ -25,23 +27,26 @@ namespace {
 
 using automation::AutomationError;
 using automation::RuntimeError;
-using util::Guarded;
 using util::kBVilnorIcon;
+using util::UnderTrap;
 
-// What an Open operation finds before its own work begins. `exePath` is empty when the link program
-// is not there; the operation then ends.
-struct Ways {
+// What an Open operation finds before its own work begins.
+struct LaunchPaths {
   std::u16string outputPath;
   std::u16string exePath;
 };
 
-// In this order, so that the directory is made, and a missing host registration reported, even when
-// the link program is not found afterwards.
-Ways FindWays() {
-  Ways ways;
-  ways.outputPath = GetVilnorOutputPath();
-  ways.exePath = GetVilnorCommandLine();
-  return ways;
+// Nothing when the link program is not there; the operation then ends. In this order, so that the
+// directory is made, and a missing host registration reported, even when the link program is not
+// found afterwards.
+std::optional<LaunchPaths> FindLaunchPaths() {
+  // Kept: without a host registration the request goes on without a place.
+  auto outputPath = GetVilnorOutputPath().OrEmpty();
+  auto exePath = GetVilnorCommandLine();
+  if (!exePath) {
+    return std::nullopt;
+  }
+  return LaunchPaths{.outputPath = std::move(outputPath), .exePath = std::move(*exePath)};
 }
 
 // The full personal identity number of the patient in hand.
@@ -64,7 +69,7 @@ BVilnor::~BVilnor() {
 
 void BVilnor::InitVilnor(const std::u16string& connectionParameter, std::int16_t kestraLangID,
                          std::int16_t dbType) {
-  Guarded(u" in InitVilnor", kBVilnorIcon, [&] {
+  UnderTrap(u" in InitVilnor", kBVilnorIcon, [&] {
     util::Session& session = util::CurrentSession();
     session.gConnectionParameter = connectionParameter;
     session.gKestraLangID = kestraLangID;
@@ -74,21 +79,21 @@ void BVilnor::InitVilnor(const std::u16string& connectionParameter, std::int16_t
 }
 
 void BVilnor::OpenExistCase(std::int32_t vilnorId) {
-  Guarded(u" in OpenExistCase", kBVilnorIcon, [&] {
-    const Ways ways = FindWays();
-    if (ways.exePath.empty()) {
+  UnderTrap(u" in OpenExistCase", kBVilnorIcon, [&] {
+    const auto paths = FindLaunchPaths();
+    if (!paths) {
       return;
     }
-    const auto requestPath = exchange::WriteExistCase(vilnorId, ways.outputPath);
+    const auto request = exchange::WriteExistCase(vilnorId, paths->outputPath);
     CountLaunch();
-    // Kept: not looked at; a request that could not be written starts the program without one.
-    StartVilnor(ways.exePath, requestPath);
+    // Kept: a request that could not be written starts the program without one.
+    StartVilnor(paths->exePath, request.OrEmpty());
   });
 }
 
 void BVilnor::OpenExistFHP(std::int32_t fhpId) {
   // Kept: reports the name of the operation that it passes on to.
-  Guarded(u" in OpenExistCase", kBVilnorIcon, [&] {
+  UnderTrap(u" in OpenExistCase", kBVilnorIcon, [&] {
     const std::int32_t vilnorId = db::RenewGDB()->GetVilnorIdByFHPId(fhpId);
     db::ReleaseGDB();
     OpenExistCase(vilnorId);
@@ -96,29 +101,29 @@ void BVilnor::OpenExistFHP(std::int32_t fhpId) {
 }
 
 void BVilnor::OpenSearchPatient(std::int32_t pid) {
-  Guarded(u" in OpenSearchPatient", kBVilnorIcon, [&] {
+  UnderTrap(u" in OpenSearchPatient", kBVilnorIcon, [&] {
     const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     auto patient = platform::Current().database.NewRecordset();
-    const Ways ways = FindWays();
-    if (ways.exePath.empty()) {
+    const auto paths = FindLaunchPaths();
+    if (!paths) {
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::KeptOrRenewed(made)->GetPatientSSNByPID(pid);
     const std::u16string ssn = SSNOf(platform::Existing(patient));
     db::ReleaseGDB();
     patient.reset();
-    const auto requestPath = exchange::WriteSearchPatient(ssn, ways.outputPath);
+    const auto request = exchange::WriteSearchPatient(ssn, paths->outputPath);
     CountLaunch();
-    StartVilnor(ways.exePath, requestPath);
+    StartVilnor(paths->exePath, request.OrEmpty());
   });
 }
 
 void BVilnor::OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid) {
-  Guarded(u" in OpenWithNewCase", kBVilnorIcon, [&] {
+  UnderTrap(u" in OpenWithNewCase", kBVilnorIcon, [&] {
     const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     auto patient = platform::Current().database.NewRecordset();
-    const Ways ways = FindWays();
-    if (ways.exePath.empty()) {
+    const auto paths = FindLaunchPaths();
+    if (!paths) {
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::KeptOrRenewed(made)->GetPatientByPID(pid);
@@ -127,31 +132,31 @@ void BVilnor::OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t r
     const std::u16string lastName = platform::ToText(patient->Field(u"Navn"));
     db::ReleaseGDB();
     patient.reset();
-    const auto requestPath = WriteNewCase(pid, bid, rid, ssn, firstName, lastName, ways.outputPath);
+    const auto requestPath =
+        WriteNewCase(pid, bid, rid, ssn, firstName, lastName, paths->outputPath);
     CountLaunch();
-    StartVilnor(ways.exePath, requestPath);
+    StartVilnor(paths->exePath, requestPath);
   });
 }
 
 void BVilnor::OpenWithNewFHP(std::int32_t pid, std::int32_t bid, std::int32_t rid,
                              std::int32_t fhpId) {
-  Guarded(u" in OpenWithNewFHP", kBVilnorIcon, [&] {
-    const Ways ways = FindWays();
-    if (ways.exePath.empty()) {
+  UnderTrap(u" in OpenWithNewFHP", kBVilnorIcon, [&] {
+    const auto paths = FindLaunchPaths();
+    if (!paths) {
       return;
     }
-    const auto requestPath = fhp::WriteNewFHP(pid, bid, rid, fhpId, ways.outputPath);
-    if (!requestPath.empty()) {
-      StartVilnor(ways.exePath, requestPath);
+    const auto request = fhp::WriteNewFHP(pid, bid, rid, fhpId, paths->outputPath);
+    if (!request.Failed()) {
+      StartVilnor(paths->exePath, request.Value());
     }
   });
 }
 
 void BVilnor::OpenVilnor() {
-  Guarded(u" in OpenVilnor", kBVilnorIcon, [] {
-    const std::u16string exePath = GetVilnorCommandLine();
-    if (!exePath.empty()) {
-      StartVilnor(exePath, {});
+  UnderTrap(u" in OpenVilnor", kBVilnorIcon, [] {
+    if (const auto exePath = GetVilnorCommandLine()) {
+      StartVilnor(*exePath, {});
     }
   });
 }
@@ -169,20 +174,20 @@ void BVilnor::ReadNewCase(std::int32_t pid) {
 }
 
 bool BVilnor::FHPExists(std::int32_t fhpId) {
-  return Guarded(u" in FHPExists", kBVilnorIcon, [&] {
+  return UnderTrap(u" in FHPExists", kBVilnorIcon, [&] {
     // Kept: the host refreshes its journal at each of the four events.
     RaiseUpdateJournal();
     const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     RaiseUpdateJournal();
-    const auto exists = db::KeptOrRenewed(made)->CaseExists(fhpId, db::kPriorApproval);
-    if (exists.error) {
+    const auto exists = db::KeptOrRenewed(made)->TryCaseExists(fhpId, db::kPriorApproval);
+    if (exists.Failed()) {
       db::ReleaseGDB();
       return false;
     }
     RaiseUpdateJournal();
     db::ReleaseGDB();
     RaiseUpdateJournal();
-    return exists.value;
+    return exists.Value();
   });
 }
 
@@ -196,32 +201,33 @@ std::u16string BVilnor::WriteNewCase(std::int32_t pid, std::int32_t bid, std::in
                                  .ssn = ssn,
                                  .firstName = firstName,
                                  .lastName = lastName},
-                                vilnorOutputPath);
+                                vilnorOutputPath)
+      .OrEmpty();
 }
 
 void BVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName) {
-  Guarded(u" in AddNewVilnorUser", kBVilnorIcon, [&] {
+  UnderTrap(u" in AddNewVilnorUser", kBVilnorIcon, [&] {
     db::RenewGDB()->AddNewVilnorUser(pid, userName);
     db::ReleaseGDB();
   });
 }
 
 void BVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
-  Guarded(u" in UpdateVilnorUser", kBVilnorIcon, [&] {
+  UnderTrap(u" in UpdateVilnorUser", kBVilnorIcon, [&] {
     db::RenewGDB()->UpdateVilnorUser(pid, userName);
     db::ReleaseGDB();
   });
 }
 
 void BVilnor::DeleteVilnorUser(std::int32_t pid) {
-  Guarded(u" in DeleteVilnorUser", kBVilnorIcon, [&] {
+  UnderTrap(u" in DeleteVilnorUser", kBVilnorIcon, [&] {
     db::RenewGDB()->DeleteVilnorUser(pid);
     db::ReleaseGDB();
   });
 }
 
 std::u16string BVilnor::GetVilnorUserByPID(std::int32_t pid) {
-  return Guarded(u" in GetVilnorUserByPID", kBVilnorIcon, [&] {
+  return UnderTrap(u" in GetVilnorUserByPID", kBVilnorIcon, [&] {
     auto userName = db::RenewGDB()->GetVilnorUserByPID(pid);
     db::ReleaseGDB();
     return userName;
@@ -233,7 +239,7 @@ bool BVilnor::OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string
 }
 
 std::u16string BVilnor::GetVilnorOutputPath() {
-  return host::GetVilnorOutputPath();
+  return host::GetVilnorOutputPath().OrEmpty();
 }
 
 void BVilnor::RaiseUpdateJournal() {

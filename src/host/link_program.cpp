@@ -11,14 +11,14 @@
 #include "platform/processes.h"
 #include "platform/user_settings.h"
 #include "registry/c_registry.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace host {
 namespace {
 
 using automation::AutomationError;
 using automation::RuntimeError;
-using util::Guarded;
+using util::UnderTrap;
 
 constexpr std::u16string_view kLinkRegistration =
     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
@@ -45,15 +45,15 @@ std::u16string RegisteredPath(std::u16string_view keyPath) {
   return key.GetValue(u"Path");
 }
 
-std::u16string RegisteredLinkProgram() {
+std::optional<std::u16string> RegisteredLinkProgram() {
   try {
     const std::u16string path = RegisteredPath(kLinkRegistration);
     if (path.empty()) {
-      return {};
+      return std::nullopt;
     }
     return path + (path.back() == u'\\' ? u"" : u"\\") + u"Link.exe";
   } catch (...) {
-    return {};  // the per-user setting may still name it
+    return std::nullopt;  // the per-user setting may still name it
   }
 }
 
@@ -66,7 +66,7 @@ void TellLinkProgramIsMissing() {
        .icon = platform::Icon::Exclamation});
 }
 
-std::u16string LinkProgramOfSetting() {
+std::optional<std::u16string> LinkProgramOfSetting() {
   std::u16string candidate;
   try {
     const Setting setting;
@@ -86,7 +86,7 @@ std::u16string LinkProgramOfSetting() {
     }
   }
   TellLinkProgramIsMissing();
-  return candidate;
+  return candidate.empty() ? std::nullopt : std::optional(candidate);
 }
 
 std::u16string HostRegistration() {
@@ -101,15 +101,15 @@ std::u16string HostRegistration() {
 
 }  // namespace
 
-std::u16string GetVilnorCommandLine() {
-  return Guarded(u" in GetVilnorCommandLine", util::kBVilnorIcon, [] {
+std::optional<std::u16string> GetVilnorCommandLine() {
+  return UnderTrap(u" in GetVilnorCommandLine", util::kBVilnorIcon, [] {
     auto path = RegisteredLinkProgram();
-    return path.empty() ? LinkProgramOfSetting() : path;
+    return path ? path : LinkProgramOfSetting();
   });
 }
 
-std::u16string GetVilnorOutputPath() {
-  return Guarded(u" in GetVilnorOutputPath", util::kBVilnorIcon, [] {
+util::Attempt<std::u16string> GetVilnorOutputPath() {
+  return util::Try(u" in GetVilnorOutputPath", util::kBVilnorIcon, [] {
     // Kept: no separator is inserted, the host registers its path with a trailing backslash.
     std::u16string directory = HostRegistration() + u"Vilnor";
     auto& files = platform::Current().files;
@@ -121,7 +121,7 @@ std::u16string GetVilnorOutputPath() {
 }
 
 void StartVilnor(const std::u16string& exePath, const std::u16string& requestPath) {
-  Guarded(u" in StartVilnor", util::kBVilnorIcon, [&] {
+  UnderTrap(u" in StartVilnor", util::kBVilnorIcon, [&] {
     // Kept: the program's path is not quoted, whatever blanks it has.
     platform::Current().processes.Start(
         requestPath.empty() ? exePath
@@ -131,7 +131,7 @@ void StartVilnor(const std::u16string& exePath, const std::u16string& requestPat
 }
 
 void SetVilnorPath(const std::u16string& path) {
-  Guarded(u" in SetVilnorPath", util::kModBVilnorIcon, [&] {
+  UnderTrap(u" in SetVilnorPath", util::kModBVilnorIcon, [&] {
     const Setting setting;
     platform::Current().userSettings.Save(setting.application, setting.section, setting.key, path);
   });

@@ -7,15 +7,15 @@
 #include "host/b_vilnor.h"
 #include "host/events.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
 #include "platform/thread_state.h"
+#include "util/error_trap.h"
 
 namespace host {
 namespace {
 
 using exchange::ResultMessage;
-using util::Guarded;
 using util::kModBVilnorIcon;
+using util::UnderTrap;
 
 // The host has no connection to the object that notifications are read on.
 class NoListener : public Events {
@@ -63,7 +63,7 @@ void Dispatch(std::int32_t message, std::int32_t key) {
 }  // namespace
 
 std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProcedure procedure) {
-  return Guarded(u" in RegClass", kModBVilnorIcon, [&] {
+  return UnderTrap(u" in RegClass", kModBVilnorIcon, [&] {
     windowClass = {};
     windowClass.procedure = procedure;
     windowClass.className = exchange::kNotificationClass;
@@ -72,7 +72,7 @@ std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProced
 }
 
 platform::WindowHandle CreateForm() {
-  return Guarded(u" in CreateForm", kModBVilnorIcon, [] {
+  return UnderTrap(u" in CreateForm", kModBVilnorIcon, [] {
     platform::WindowClass windowClass;
     RegClass(windowClass, MsgHandling);
     platform::WindowDescription description;
@@ -85,7 +85,7 @@ platform::WindowHandle CreateForm() {
 }
 
 void DestroyForm(platform::WindowHandle window) {
-  Guarded(u" in DestroyForm", kModBVilnorIcon, [&] {
+  UnderTrap(u" in DestroyForm", kModBVilnorIcon, [&] {
     auto& windows = platform::Current().windows;
     windows.DestroyWindow(window);
     windows.UnregisterClass(std::u16string(exchange::kNotificationClass), 0);
@@ -95,7 +95,7 @@ void DestroyForm(platform::WindowHandle window) {
 std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
                          std::int32_t lParam) {
   std::int32_t result = 0;
-  Guarded(u" in MsgHandling", kModBVilnorIcon, [&] {
+  UnderTrap(u" in MsgHandling", kModBVilnorIcon, [&] {
     result = platform::Current().windows.DefaultProcedure(window, message, wParam, lParam);
     Dispatch(message, wParam);
   });

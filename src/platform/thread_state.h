@@ -9,8 +9,8 @@ namespace platform {
 // Calls `forget` when the thread's state is forgotten.
 void WhenForgotten(void (*forget)());
 
-// The calling thread's `State`. Never destroyed, on purpose: when a thread or the process exits, COM
-// is gone already, and the references held here must not be released into it.
+// The calling thread's `State`. Never destroyed, on purpose: when a thread or the process exits,
+// COM is gone already, and the references held here must not be released into it.
 template <class State>
 State& ThreadState() {
   thread_local State* state = nullptr;

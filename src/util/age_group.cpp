@@ -1,20 +1,20 @@
 #include "util/age_group.h"
 
 #include "automation/date.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace util {
 
-std::int16_t GetAgeGroup(automation::Date birthDate, automation::Date referenceDate) {
-  return Guarded(u" in GetAgeGroup", kModBVilnorIcon, [&]() -> std::int16_t {
+Attempt<AgeGroup> GetAgeGroup(automation::Date birthDate, automation::Date referenceDate) {
+  return Try(u" in GetAgeGroup", kModBVilnorIcon, [&] {
     const int age = automation::PartsOf(referenceDate).year - automation::PartsOf(birthDate).year;
     if (age < 20) {
-      return kUnder20;
+      return AgeGroup::Under20;
     }
     if (age < 30) {
-      return kFrom20To29;
+      return AgeGroup::From20To29;
     }
-    return age < 65 ? kFrom30To64 : kFrom65;
+    return age < 65 ? AgeGroup::From30To64 : AgeGroup::From65;
   });
 }
 

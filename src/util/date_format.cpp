@@ -6,7 +6,7 @@
 #include "automation/text.h"
 #include "platform/locale.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "util/session.h"
 
 namespace util {
@@ -41,7 +41,7 @@ std::u16string FormatOfLanguage(std::int16_t language) {
 }  // namespace
 
 std::u16string GetLanguageDateFormat() {
-  return Guarded(u" in GetLanguageDateFormat", kModBVilnorIcon, [] {
+  return UnderTrap(u" in GetLanguageDateFormat", kModBVilnorIcon, [] {
     const std::u16string answer = SystemShortDate();
     if (answer.empty()) {
       return FormatOfLanguage(CurrentSession().gKestraLangID);
@@ -52,7 +52,7 @@ std::u16string GetLanguageDateFormat() {
 
 automation::Date DateFromParts(std::u16string_view year, std::u16string_view month,
                                std::u16string_view day) {
-  return Guarded(u" in DateFromParts", kModBVilnorIcon, [&] {
+  return UnderTrap(u" in DateFromParts", kModBVilnorIcon, [&] {
     using automation::ReplaceNoCase;
     std::u16string text = CurrentSession().gDateFormat;
     // The longer form of a part before the shorter one.

@@ -5,7 +5,7 @@
 #include "automation/conversion.h"
 #include "platform/conversions.h"
 #include "util/age_group.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "util/null_safe.h"
 #include "util/rounding.h"
 #include "util/subsidy_period.h"
@@ -26,7 +26,7 @@ struct Row {
   bool increasedCompApplied;
   std::int32_t rateNo;
   bool elderlyDebit;
-  std::int16_t ageGroup;
+  AgeGroup ageGroup;
 };
 
 double Amount(const automation::Value& value) {
@@ -54,13 +54,14 @@ double OlderAmount(const Row& row) {
   if (row.increasedComp) {
     return row.amount3;
   }
-  if (row.ageGroup == kFrom65 && row.elderlyDebit) {
+  if (row.ageGroup == AgeGroup::From65 && row.elderlyDebit) {
     double ignored = 0;
     return IsWithoutAddition(row.rateNo)
                ? row.amount2
                : RoundOffAmount(row.amount2 * kElderlyFactor, kRoundToWhole, ignored);
   }
-  const bool paysExamination = row.ageGroup != kFrom30To64 && row.ageGroup != kFrom65;
+  const bool paysExamination =
+      row.ageGroup != AgeGroup::From30To64 && row.ageGroup != AgeGroup::From65;
   return paysExamination || !IsExamination(row.rateNo) ? row.amount2 : 0;
 }
 
@@ -68,7 +69,7 @@ RateCompensation NewerCompensation(const Row& row) {
   if (row.increasedComp && row.increasedCompApplied) {
     return {.amount1 = row.amount3};
   }
-  if (!row.elderlyDebit || row.ageGroup != kFrom65) {
+  if (!row.elderlyDebit || row.ageGroup != AgeGroup::From65) {
     return {.amount2 = row.amount3, .accepted = true};
   }
   // For other rates than these nothing is paid row by row: the protection against high costs is
@@ -79,19 +80,20 @@ RateCompensation NewerCompensation(const Row& row) {
 }  // namespace
 
 RateCompensation GetRateCompensation(const RateCompensationInput& input) {
-  return Guarded(u" in GetRateCompensation", kModBVilnorIcon, [&]() -> RateCompensation {
-    const Row row{.amount1 = Amount(input.amount1),
-                  .amount2 = Amount(input.amount2),
-                  .amount3 = Amount(input.amount3),
-                  .increasedComp = input.increasedComp,
-                  .increasedCompApplied = input.increasedCompApplied,
-                  .rateNo = platform::ToInt32(NullToZero(input.rateNo)),
-                  .elderlyDebit = input.debit == kElderlyDebit,
-                  .ageGroup = GetAgeGroup(input.birthDate, input.regDate)};
-    // An age that could not be told (0, its error has been shown) is not accepted either.
-    if (row.ageGroup <= kUnder20) {
+  return UnderTrap(u" in GetRateCompensation", kModBVilnorIcon, [&]() -> RateCompensation {
+    Row row{.amount1 = Amount(input.amount1),
+            .amount2 = Amount(input.amount2),
+            .amount3 = Amount(input.amount3),
+            .increasedComp = input.increasedComp,
+            .increasedCompApplied = input.increasedCompApplied,
+            .rateNo = platform::ToInt32(NullToZero(input.rateNo)),
+            .elderlyDebit = input.debit == kElderlyDebit,
+            .ageGroup = AgeGroup::Under20};
+    const auto ageGroup = GetAgeGroup(input.birthDate, input.regDate);
+    if (ageGroup.Failed() || ageGroup.Value() == AgeGroup::Under20) {
       return {};
     }
+    row.ageGroup = ageGroup.Value();
     if (IsInSubsidyPeriod(row.rateNo, input.regDate, input.debit)) {
       return {.amount1 = OlderAmount(row)};
     }

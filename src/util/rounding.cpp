@@ -7,7 +7,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/conversion.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace util {
 namespace {
@@ -27,7 +27,7 @@ double HalfWithSignOf(double number) {
 double RoundOffAmount(double amount, std::int32_t mode, double& difference) {
   difference = 0;
   // The place is kept as it stands, with the name of a form of the host: support staff know it.
-  return Guarded(u" frmPreDefPrice: RoundOffAmount", kModBVilnorIcon, [&] {
+  return UnderTrap(u" frmPreDefPrice: RoundOffAmount", kModBVilnorIcon, [&] {
     if (mode < 1 || mode > std::ssize(kFactors)) {
       return amount;
     }

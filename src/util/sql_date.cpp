@@ -2,7 +2,7 @@
 
 #include "automation/date.h"
 #include "platform/conversions.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "util/session.h"
 
 namespace util {
@@ -14,7 +14,7 @@ constexpr std::int16_t kQuoteDelimited = 2;
 }  // namespace
 
 std::u16string GetSqlDate(automation::Date date, bool plainForm, std::u16string& timeText) {
-  return Guarded(u" in GetSqlDate", kModBVilnorIcon, [&]() -> std::u16string {
+  return UnderTrap(u" in GetSqlDate", kModBVilnorIcon, [&]() -> std::u16string {
     if (!timeText.empty()) {
       timeText.insert(0, u" ");
     }

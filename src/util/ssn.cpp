@@ -7,7 +7,7 @@
 #include "platform/clock.h"
 #include "platform/conversions.h"
 #include "platform/platform.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace util {
 namespace {
@@ -30,7 +30,7 @@ std::u16string Appended(const automation::Value& value) {
 }  // namespace
 
 std::u16string MakeSSN(automation::Date birthDate, const automation::Value& persNr, bool fullForm) {
-  return Guarded(u" in MakeSSN", kModBVilnorIcon, [&] {
+  return UnderTrap(u" in MakeSSN", kModBVilnorIcon, [&] {
     const automation::Date today = platform::Current().clock.Now();
     const bool hundred = DateNumber(today) - DateNumber(birthDate) >= kHundredYears;
     const std::u16string number =

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "util/date_format.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace util {
 namespace {
@@ -52,7 +52,7 @@ bool Fits(const SubsidyLine& line, std::int32_t rateNo, std::u16string_view debi
 }  // namespace
 
 bool IsInSubsidyPeriod(std::int32_t rateNo, automation::Date regDate, std::u16string_view debit) {
-  return Guarded(u" in IsInSubsidyPeriod", kModBVilnorIcon, [&] {
+  return UnderTrap(u" in IsInSubsidyPeriod", kModBVilnorIcon, [&] {
     const auto line = std::find_if(kLines.begin(), kLines.end(), [&](const SubsidyLine& each) {
       return Fits(each, rateNo, debit);
     });

@@ -83,8 +83,7 @@ TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
       {u"DeleteCase", [](auto& gone) { gone.DeleteCase(u"2072"); }},
       {u"UpdateCaseById", [](auto& gone) { gone.UpdateCaseById(102, u"3072", 1); }},
       {u"UpdateCase", [](auto& gone) { gone.UpdateCase(u"3072", 4712, 1, 9); }},
-      {u"GetCaseIdByVilnorId",
-       [](auto& gone) { EXPECT_EQ(gone.GetCaseIdByVilnorId(102).value, u""); }},
+      {u"GetCaseIdByVilnorId", [](auto& gone) { EXPECT_EQ(gone.GetCaseIdByVilnorId(102), u""); }},
       {u"GetPatientByPID", [](auto& gone) { EXPECT_EQ(gone.GetPatientByPID(4711), nullptr); }}};
   for (const auto& operation : operations) {
     ExpectRefused(operation.first, [&](auto& connected) {

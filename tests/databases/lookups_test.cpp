@@ -136,19 +136,19 @@ TEST_P(Lookups, GiveTheLinkOfAnApplicationButNotOfACase) {
 }
 
 TEST_P(Lookups, GiveTheCaseIdOfALink) {
-  EXPECT_EQ(operations.GetCaseIdByVilnorId(102).value, u"2072");
+  EXPECT_EQ(operations.GetCaseIdByVilnorId(102), u"2072");
 }
 
 TEST_P(Lookups, SayWhetherALinkExists) {
-  EXPECT_TRUE(operations.CaseExists(71, 1).value);
-  EXPECT_TRUE(operations.CaseExistsPID(4712, 9, u"2072").value);
-  EXPECT_FALSE(operations.CaseExistsPID(4712, 9, u"2071").value);
+  EXPECT_TRUE(operations.CaseExists(71, 1));
+  EXPECT_TRUE(operations.CaseExistsPID(4712, 9, u"2072"));
+  EXPECT_FALSE(operations.CaseExistsPID(4712, 9, u"2071"));
   EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_P(Lookups, ShowTheAlreadyOpenBoxAfterALinkWasNotFound) {
-  EXPECT_FALSE(operations.CaseExists(71, 9).value);
-  EXPECT_FALSE(operations.CaseExists(71, 1).value);
+  EXPECT_FALSE(operations.CaseExists(71, 9));
+  EXPECT_FALSE(operations.CaseExists(71, 1));
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{
                          u"3705 Operation is not allowed when the object is open. in CaseExists"});
 }

@@ -197,10 +197,10 @@ void AddDatabaseCommands(std::vector<Operation>& all) {
 
 void AddDatabaseLookups(std::vector<Operation>& all) {
   all.push_back(OnDatabase("GetCaseIdByVilnorId",
-                           [](auto& db) { return db.GetCaseIdByVilnorId(102).value.empty(); }));
-  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1).value; }));
-  all.push_back(OnDatabase("CaseExistsPID",
-                           [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072").value; }));
+                           [](auto& db) { return db.GetCaseIdByVilnorId(102).empty(); }));
+  all.push_back(OnDatabase("CaseExists", [](auto& db) { return !db.CaseExists(71, 1); }));
+  all.push_back(
+      OnDatabase("CaseExistsPID", [](auto& db) { return !db.CaseExistsPID(4712, 9, u"2072"); }));
   all.push_back(OnDatabase("GetFHPById", [](auto& db) { return !db.GetFHPById(77); }));
   all.push_back(
       OnDatabase("GetVilnorIdByFHPId", [](auto& db) { return db.GetVilnorIdByFHPId(71) == 0; }));

@@ -66,7 +66,7 @@ TEST_F(Links, ExistByPatientTakesTheCaseIdAsItIs) {
 }
 
 TEST_F(Links, ExistGivesFalseWithoutARow) {
-  EXPECT_FALSE(operations.CaseExists(77, 9).value);
+  EXPECT_FALSE(operations.CaseExists(77, 9));
   EXPECT_TRUE(database.Log().back().ends_with(u"WHERE FHP_ID = 77 and CaseType = 9"));
   EXPECT_TRUE(Boxes().empty());
 }

@@ -129,11 +129,11 @@ TEST_F(Lookups, OfAUserGiveNothingForAPatientWithoutMapping) {
 
 TEST_F(Lookups, OfALinkConvertItsCaseIdToText) {
   database.Answer(u"SELECT * FROM Vilnor WHERE VilnorId = 5", {{u"CASEID"}, {{20071}}});
-  EXPECT_EQ(operations.GetCaseIdByVilnorId(5).value, u"20071");
+  EXPECT_EQ(operations.GetCaseIdByVilnorId(5), u"20071");
 }
 
 TEST_F(Lookups, OfALinkGiveTheEmptyValueWithoutARow) {
-  EXPECT_EQ(operations.GetCaseIdByVilnorId(5).value, u"");
+  EXPECT_EQ(operations.GetCaseIdByVilnorId(5), u"");
   EXPECT_TRUE(Boxes().empty());
 }
 

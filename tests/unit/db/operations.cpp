@@ -101,18 +101,16 @@ std::vector<Operation> ValueLookups() {
       ValueLookup(
           "GetCaseIdByVilnorId", kStatic, u"SELECT * FROM Vilnor WHERE VilnorId = 5",
           {{u"VilnorId", u"CaseId"}, {{5, u"VL-1"}}},
-          [](DBVilnor& database) { return database.GetCaseIdByVilnorId(5).value; }, u"VL-1",
-          noText),
+          [](DBVilnor& database) { return database.GetCaseIdByVilnorId(5); }, u"VL-1", noText),
       ValueLookup(
           "CaseExists", kStatic, u"SELECT * FROM Vilnor WHERE FHP_ID = 77 and CaseType = 1",
-          {{u"VilnorId"}, {{5}}},
-          [](DBVilnor& database) { return database.CaseExists(77, 1).value; }, true, false),
+          {{u"VilnorId"}, {{5}}}, [](DBVilnor& database) { return database.CaseExists(77, 1); },
+          true, false),
       ValueLookup(
           "CaseExistsPID", kStatic,
           u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'VL-1'",
           {{u"VilnorId"}, {{5}}},
-          [](DBVilnor& database) { return database.CaseExistsPID(4711, 9, u"VL-1").value; }, true,
-          false),
+          [](DBVilnor& database) { return database.CaseExistsPID(4711, 9, u"VL-1"); }, true, false),
       ValueLookup(
           "GetVilnorIdByFHPId", kStatic,
           u"SELECT VilnorId from Vilnor where FHP_ID = 77 AND CaseType = 1", {{u"VilnorId"}, {{5}}},

@@ -20,7 +20,7 @@ class RequestWriters : public fakes::ComponentFixture {
 TEST_F(RequestWriters, NewCaseHoldsItsElementsInOrder) {
   const auto path =
       WriteNewCase({4711, 12, 3, u"194501011234", u"Anna", u"Berg"}, exchangeDirectory);
-  EXPECT_EQ(path, ExchangePath(u"InNewCase4711.xml"));
+  EXPECT_EQ(path.Value(), ExchangePath(u"InNewCase4711.xml"));
   EXPECT_EQ(PendingResultPath(), ExchangePath(u"OutNewCase4711.xml"));
   EXPECT_EQ(
       Contents(u"InNewCase4711.xml"),
@@ -37,7 +37,7 @@ TEST_F(RequestWriters, NewCaseHoldsItsElementsInOrder) {
 }
 
 TEST_F(RequestWriters, EmptyTextsMakeEmptyElements) {
-  WriteNewCase({-1, 0, 2147483647, u"", u"", u""}, exchangeDirectory);
+  EXPECT_FALSE(WriteNewCase({-1, 0, 2147483647, u"", u"", u""}, exchangeDirectory).Failed());
   const std::string file = Contents(u"InNewCase-1.xml");
   EXPECT_NE(file.find("<UserDefData>-1&amp;0&amp;2147483647</UserDefData>"), std::string::npos);
   EXPECT_NE(file.find("<Title>()</Title><PatientFirstName/><PatientLastName/><PatientId/>"),
@@ -45,7 +45,9 @@ TEST_F(RequestWriters, EmptyTextsMakeEmptyElements) {
 }
 
 TEST_F(RequestWriters, SwedishLettersAreSingleBytesAndOthersReferences) {
-  WriteNewCase({1, 2, 3, u"x", u"Åsa-Märta é", u"Öberg € \U0001F600"}, exchangeDirectory);
+  EXPECT_FALSE(
+      WriteNewCase({1, 2, 3, u"x", u"Åsa-Märta é", u"Öberg € \U0001F600"}, exchangeDirectory)
+          .Failed());
   const std::string file = Contents(u"InNewCase1.xml");
   EXPECT_NE(file.find("<PatientFirstName>\xC5sa-M\xE4rta \xE9</PatientFirstName>"),
             std::string::npos);
@@ -55,7 +57,8 @@ TEST_F(RequestWriters, SwedishLettersAreSingleBytesAndOthersReferences) {
 }
 
 TEST_F(RequestWriters, MarkupInNamesIsText) {
-  WriteNewCase({1, 2, 3, u"x", u"a<b>&\"'c]]>", u"1\r\n2\t3"}, exchangeDirectory);
+  EXPECT_FALSE(
+      WriteNewCase({1, 2, 3, u"x", u"a<b>&\"'c]]>", u"1\r\n2\t3"}, exchangeDirectory).Failed());
   const std::string file = Contents(u"InNewCase1.xml");
   EXPECT_NE(file.find("<PatientFirstName>a&lt;b&gt;&amp;\"'c]]&gt;</PatientFirstName>"),
             std::string::npos);
@@ -63,9 +66,9 @@ TEST_F(RequestWriters, MarkupInNamesIsText) {
 }
 
 TEST_F(RequestWriters, ControlCharactersAndHalfSurrogatePairsDoNotStopARequest) {
-  EXPECT_NE(WriteNewCase({1, 2, 3, u"x", u"An\u0001na\u000C", std::u16string{u'B', 0xD800}},
-                         exchangeDirectory),
-            u"");
+  EXPECT_FALSE(WriteNewCase({1, 2, 3, u"x", u"An\u0001na\u000C", std::u16string{u'B', 0xD800}},
+                            exchangeDirectory)
+                   .Failed());
   EXPECT_TRUE(dialogs.shown.empty());
   const std::string file = Contents(u"InNewCase1.xml");
   EXPECT_NE(file.find("<PatientFirstName>Anna</PatientFirstName>"
@@ -74,8 +77,8 @@ TEST_F(RequestWriters, ControlCharactersAndHalfSurrogatePairsDoNotStopARequest) 
 }
 
 TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
-  EXPECT_EQ(WriteNewCase({1, 2, 3, u"x", u"a", u"b"}, hostPath + u"Nowhere"), u"");
-  EXPECT_EQ(WriteSearchPatient(u"x", hostPath + u"Nowhere"), u"");
+  EXPECT_TRUE(WriteNewCase({1, 2, 3, u"x", u"a", u"b"}, hostPath + u"Nowhere").Failed());
+  EXPECT_TRUE(WriteSearchPatient(u"x", hostPath + u"Nowhere").Failed());
   EXPECT_EQ(dialogs.shown,
             (std::vector<platform::MessageBox>{{.text = u"76 Path not found in WriteNewCase",
                                                 .title = u"Vilnor Link connection",
@@ -87,7 +90,7 @@ TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
 
 TEST_F(RequestWriters, AnOlderFileOfTheSameNameIsReplaced) {
   Put(u"InNewCase1.xml", std::string(100000, 'x'));
-  WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory);
+  EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   EXPECT_TRUE(Contents(u"InNewCase1.xml").starts_with(kDeclaration));
   EXPECT_TRUE(Contents(u"InNewCase1.xml").ends_with("</Envelope>\n"));
   EXPECT_FALSE(Exists(u"InNewCase1.xml.tmp"));
@@ -95,7 +98,7 @@ TEST_F(RequestWriters, AnOlderFileOfTheSameNameIsReplaced) {
 
 TEST_F(RequestWriters, ExistCaseCarriesTheLinkRecordsCaseIdTwice) {
   database.Answer(u"SELECT * FROM Vilnor WHERE VilnorId = 77", {{u"CaseId"}, {{u"L-4&5"}}});
-  EXPECT_EQ(WriteExistCase(77, exchangeDirectory), ExchangePath(u"InExistCase77.xml"));
+  EXPECT_EQ(WriteExistCase(77, exchangeDirectory).Value(), ExchangePath(u"InExistCase77.xml"));
   EXPECT_EQ(PendingResultPath(), ExchangePath(u"OutExistCase77.xml"));
   EXPECT_EQ(
       Contents(u"InExistCase77.xml"),
@@ -109,7 +112,7 @@ TEST_F(RequestWriters, ExistCaseCarriesTheLinkRecordsCaseIdTwice) {
 }
 
 TEST_F(RequestWriters, ExistCaseWithoutALinkRecordIsStillWritten) {
-  WriteExistCase(5, exchangeDirectory);
+  EXPECT_FALSE(WriteExistCase(5, exchangeDirectory).Failed());
   EXPECT_NE(Contents(u"InExistCase5.xml").find("<UserDefData/>"), std::string::npos);
   EXPECT_NE(Contents(u"InExistCase5.xml").find("</Result><CaseId/></Case>"), std::string::npos);
   EXPECT_TRUE(dialogs.shown.empty());
@@ -117,7 +120,7 @@ TEST_F(RequestWriters, ExistCaseWithoutALinkRecordIsStillWritten) {
 
 TEST_F(RequestWriters, ExistCaseWithoutADatabaseIsReportedAndNotWritten) {
   database.installed = false;
-  EXPECT_EQ(WriteExistCase(5, exchangeDirectory), u"");
+  EXPECT_TRUE(WriteExistCase(5, exchangeDirectory).Failed());
   EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>{
                                  u"429 ActiveX component can't create object in WriteExistCase"});
   EXPECT_FALSE(Exists(u"InExistCase5.xml"));
@@ -126,7 +129,7 @@ TEST_F(RequestWriters, ExistCaseWithoutADatabaseIsReportedAndNotWritten) {
 TEST_F(RequestWriters, ExistCaseWhoseLookupFailsIsWrittenWithoutACase) {
   database.FailStatement(u"SELECT * FROM Vilnor",
                          {-2147467259, u"", u"server closed the connection"});
-  EXPECT_EQ(WriteExistCase(5, exchangeDirectory), ExchangePath(u"InExistCase5.xml"));
+  EXPECT_EQ(WriteExistCase(5, exchangeDirectory).Value(), ExchangePath(u"InExistCase5.xml"));
   EXPECT_EQ(dialogs.shown,
             (std::vector<platform::MessageBox>{
                 {.text = u"-2147467259 server closed the connection in GetCaseIdByVilnorId",
@@ -137,7 +140,7 @@ TEST_F(RequestWriters, ExistCaseWhoseLookupFailsIsWrittenWithoutACase) {
 }
 
 TEST_F(RequestWriters, ExistCaseWithoutAFolderIsReported) {
-  EXPECT_EQ(WriteExistCase(5, hostPath + u"Nowhere"), u"");
+  EXPECT_TRUE(WriteExistCase(5, hostPath + u"Nowhere").Failed());
   EXPECT_EQ(dialogs.shown,
             (std::vector<platform::MessageBox>{{.text = u"76 Path not found in WriteExistCase",
                                                 .title = u"Vilnor Link connection",
@@ -145,18 +148,18 @@ TEST_F(RequestWriters, ExistCaseWithoutAFolderIsReported) {
 }
 
 TEST_F(RequestWriters, ThePendingResultIsTheOneOfTheLastRequestThatGotAsFarAsItsPath) {
-  WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory);
+  EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   database.installed = false;
-  WriteExistCase(5, exchangeDirectory);
+  EXPECT_TRUE(WriteExistCase(5, exchangeDirectory).Failed());
   EXPECT_EQ(PendingResultPath(), ExchangePath(u"OutNewCase1.xml")) << "its lookup failed before";
   database.installed = true;
-  WriteExistCase(5, hostPath + u"Nowhere");
+  EXPECT_TRUE(WriteExistCase(5, hostPath + u"Nowhere").Failed());
   EXPECT_EQ(PendingResultPath(), hostPath + u"Nowhere\\OutExistCase5.xml") << "its save failed";
 }
 
 TEST_F(RequestWriters, SearchAnnouncesNoAnswerAndLeavesThePendingResult) {
-  WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory);
-  EXPECT_EQ(WriteSearchPatient(u"19450101-1234", exchangeDirectory),
+  EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
+  EXPECT_EQ(WriteSearchPatient(u"19450101-1234", exchangeDirectory).Value(),
             ExchangePath(u"Search19450101-1234.xml"));
   EXPECT_EQ(Contents(u"Search19450101-1234.xml"),
             kDeclaration +

@@ -58,7 +58,7 @@ TEST_F(WriteNewFHPTest, FilesAreNamedByTheApplicationInTheDirectoryItself) {
   database.Answer(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1234",
                   {{u"BID", u"RID", u"PID", u"CaseNo"}, {{12, 3, 4711, u"A1"}}});
   // Columns that are not there end in the box; the names of the files are settled before.
-  EXPECT_EQ(WriteNewFHP(5, 6, 7, 1234, u"C:\\X"), u"");
+  EXPECT_TRUE(WriteNewFHP(5, 6, 7, 1234, u"C:\\X").Failed());
   EXPECT_EQ(exchange::PendingResultPath(), u"C:\\X\\OutNewFHP1234.xml");
 }
 
@@ -301,7 +301,7 @@ TEST_F(WriteNewFHPTest, AnOlderFileIsReplaced) {
 
 TEST_F(WriteNewFHPTest, AMissingDirectoryIsReported) {
   Write();
-  EXPECT_EQ(WriteNewFHP(5, 6, 7, 8, hostPath + u"Nowhere"), u"");
+  EXPECT_TRUE(WriteNewFHP(5, 6, 7, 8, hostPath + u"Nowhere").Failed());
   EXPECT_EQ(Boxes(), Texts{u"76 Path not found in WriteNewFHP"});
 }
 

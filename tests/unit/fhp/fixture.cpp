@@ -167,7 +167,7 @@ void FhpFixture::Script() {
 
 std::u16string FhpFixture::Write() {
   Script();
-  return WriteNewFHP(5, 6, 7, 8, exchangeDirectory);
+  return WriteNewFHP(5, 6, 7, 8, exchangeDirectory).OrEmpty();
 }
 
 std::optional<Fields> FhpFixture::FieldsOf(const std::string& formId) {

@@ -103,7 +103,8 @@ class SampleApplications : public OnHostDatabase, public testing::WithParamInter
 };
 
 TEST_P(SampleApplications, BecomeExactlyTheExpectedFile) {
-  EXPECT_EQ(WriteNewFHP(21000, 41, 31, sample.fhpId, exchangeDirectory), ExchangePath(fileName));
+  EXPECT_EQ(WriteNewFHP(21000, 41, 31, sample.fhpId, exchangeDirectory).Value(),
+            ExchangePath(fileName));
   EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>());
   EXPECT_EQ(Contents(fileName), ExpectedFile());
 }
@@ -155,7 +156,7 @@ class ApplicationsOnAProduct : public OnHostDatabase,
   }
   void ExpectNoFile(std::int32_t fhpId) {
     dialogs.shown.clear();
-    EXPECT_EQ(WriteNewFHP(21000, 41, 31, fhpId, exchangeDirectory), u"");
+    EXPECT_TRUE(WriteNewFHP(21000, 41, 31, fhpId, exchangeDirectory).Failed());
     ASSERT_FALSE(dialogs.shown.empty());
     EXPECT_EQ(dialogs.Texts().back(),
               u"91 Object variable or With block variable not set in WriteNewFHP");
@@ -174,7 +175,7 @@ TEST_P(ApplicationsOnAProduct, OfUnknownPeopleOrPlacesEndInTheBoxAndLeaveNoFile)
 TEST_P(ApplicationsOnAProduct, AreSentAfterOneThatCouldNotBe) {
   ExpectRefused(4242, 41, 31);
   dialogs.shown.clear();
-  EXPECT_NE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory), u"");
+  EXPECT_FALSE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory).Failed());
   EXPECT_TRUE(dialogs.shown.empty());
 }
 

@@ -5,7 +5,7 @@
 #include "db/connection_state.h"
 #include "unit/fhp/fixture.h"
 #include "unit/host/host_fixture.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 namespace host {
 namespace {

@@ -78,7 +78,7 @@ TEST_F(DatabaseObject, OfTheHostsOwnKeepsOperationsOutAndIsNotHarmed) {
   EXPECT_EQ(dialogs.Texts(),
             Texts{u"3705 Operation is not allowed when the object is open. in ReadNewCase"});
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
-  EXPECT_TRUE(hosts.CaseExists(8, 1).value);
+  EXPECT_TRUE(hosts.CaseExists(8, 1));
 }
 
 // What a host may do in its handler of UpdateJournal.

@@ -116,7 +116,7 @@ TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {
 }
 
 TEST_F(LinkProgram, WithoutRegistrationAndSettingIsMissing) {
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
   EXPECT_TRUE(registry.KeyExists(kLocalMachine, kLinkKey));
 }
@@ -148,21 +148,21 @@ TEST_F(LinkProgram, OfAStaleSettingIsForgottenButStillReturned) {
 TEST_F(LinkProgram, OfAnEmptyFileIsMissingAndTheSettingStays) {
   const std::u16string empty = FileOf("Link.exe", "");
   Setting() = empty;
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(Setting(), empty);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
 TEST_F(LinkProgram, OfASettingThatNamesAFolderIsMissingAndTheSettingStays) {
   Setting() = hostPath;
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(Setting(), hostPath);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
 TEST_F(LinkProgram, OfAnImpossibleSettingIsReportedAsMissing) {
   Setting() = hostPath + std::u16string(5000, u'x');
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(Setting(), hostPath + std::u16string(5000, u'x'));
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
@@ -174,7 +174,7 @@ TEST_F(LinkProgram, IsTakenFromTheSettingAfterAnErrorOfAnyKindInTheRegistry) {
   EXPECT_EQ(GetVilnorCommandLine(), Setting());
   EXPECT_TRUE(dialogs.shown.empty());
   Setting() = u"";
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
@@ -182,7 +182,7 @@ TEST_F(LinkProgram, OfASettingThatCannotBeReadIsMissingAndNothingIsSaved) {
   RefusingSettings refusing;
   refusing.refusesGet = true;
   UsePorts(files, refusing, registry);
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
   EXPECT_TRUE(refusing.stored.empty());
 }
@@ -208,7 +208,7 @@ TEST_F(LinkProgram, OfASettingWhoseFileCannotBeAskedForIsMissingAndTheSettingSta
     UsePorts(unreachable, userSettings, registry);
     Setting() = u"Q:\\Link.exe";
     dialogs.shown.clear();
-    EXPECT_EQ(GetVilnorCommandLine(), u"");
+    EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
     EXPECT_EQ(Setting(), u"Q:\\Link.exe");
     EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
   }
@@ -222,7 +222,7 @@ TEST_F(LinkProgram, IsNotLookedForOnDiskWhenItIsRegistered) {
 
 TEST_F(LinkProgram, RegisteredWithAnotherTypeOfValueIsNotRegistered) {
   registry.SetOther(kLocalMachine, kLinkKey, u"Path", 4);
-  EXPECT_EQ(GetVilnorCommandLine(), u"");
+  EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
 }
 
 class ExchangeDirectory : public LinkProgram {};
@@ -231,31 +231,31 @@ TEST_F(ExchangeDirectory, IsFoundUnderTheFirstRegistrationThatNamesAPath) {
   const std::u16string other = hostPath + u"Other\\";
   std::filesystem::create_directory(folder / "Other");
   registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
-  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_EQ(GetVilnorOutputPath().Value(), exchangeDirectory);
   registry.SetText(kLocalMachine, kMainAppPath, u"Path", other);
-  EXPECT_EQ(GetVilnorOutputPath(), other + u"Vilnor");
+  EXPECT_EQ(GetVilnorOutputPath().Value(), other + u"Vilnor");
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
-  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_EQ(GetVilnorOutputPath().Value(), exchangeDirectory);
   EXPECT_TRUE(std::filesystem::is_directory(folder / "Other" / "Vilnor"));
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
 TEST_F(ExchangeDirectory, IsMadeWhenMissingAndLeftAloneWhenPresent) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
-  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_EQ(GetVilnorOutputPath().Value(), exchangeDirectory);
   Put(u"OutNewCase1.xml", "x");
-  EXPECT_EQ(GetVilnorOutputPath(), exchangeDirectory);
+  EXPECT_EQ(GetVilnorOutputPath().Value(), exchangeDirectory);
   EXPECT_TRUE(Exists(u"OutNewCase1.xml"));
 }
 
 TEST_F(ExchangeDirectory, IsJoinedWithoutASeparator) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Kestra");
-  EXPECT_EQ(GetVilnorOutputPath(), hostPath + u"KestraVilnor");
+  EXPECT_EQ(GetVilnorOutputPath().Value(), hostPath + u"KestraVilnor");
   EXPECT_TRUE(std::filesystem::is_directory(folder / "KestraVilnor"));
 }
 
 TEST_F(ExchangeDirectory, WithoutAHostRegistrationIsReported) {
-  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
                                {.text = u"10001 Did not find Kestra Dental registry information in "
                                         u"GetVilnorOutputPath",
@@ -266,7 +266,7 @@ TEST_F(ExchangeDirectory, WithoutAHostRegistrationIsReported) {
 TEST_F(ExchangeDirectory, IsNotSoughtFurtherWhereTheRegistryRefuses) {
   registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
   registry.DenyWrite(kLocalMachine, u"SOFTWARE\\Kestra");
-  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.Texts(), Texts{u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath"});
 }
 
@@ -281,7 +281,7 @@ TEST_F(ExchangeDirectory, IsNotSoughtBehindAnyRegistrationThatRefuses) {
       }
       UsePorts(files, userSettings, refusing);
       dialogs.shown.clear();
-      EXPECT_EQ(GetVilnorOutputPath(), u"");
+      EXPECT_TRUE(GetVilnorOutputPath().Failed());
       EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
                                    {.text = u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath",
                                     .title = u"Vilnor Link connection",
@@ -294,14 +294,14 @@ TEST_F(ExchangeDirectory, IsNotSoughtBehindAnyRegistrationThatRefuses) {
 
 TEST_F(ExchangeDirectory, WhoseParentIsMissingIsReported) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Nowhere\\");
-  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.Texts(), Texts{u"76 Path not found in GetVilnorOutputPath"});
 }
 
 TEST_F(ExchangeDirectory, WhoseNameIsTakenByAFileIsReported) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
   FileOf("Vilnor", "x");
-  EXPECT_EQ(GetVilnorOutputPath(), u"");
+  EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.Texts(), Texts{u"58 File already exists in GetVilnorOutputPath"});
 }
 

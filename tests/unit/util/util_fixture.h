@@ -6,7 +6,7 @@
 
 #include "automation/date.h"
 #include "fakes/ports_fixture.h"
-#include "util/guarded.h"
+#include "util/error_trap.h"
 #include "util/session.h"
 
 namespace util {

@@ -11,6 +11,7 @@
 
 #include "automation/automation_error.h"
 #include "platform/dialogs.h"
+#include "util/attempt.h"
 
 namespace util {
 
@@ -27,25 +28,13 @@ automation::AutomationError CurrentError();
 // Its number; cannot fail.
 std::int32_t CurrentErrorNumber() noexcept;
 
-// The box "number description" + `place` (" in OpenWithNewCase") with an OK button.
-void ShowError(const automation::AutomationError& error, std::u16string_view place,
+// The box "number description" + `procedure` (" in OpenWithNewCase") with an OK button.
+void ShowError(const automation::AutomationError& error, std::u16string_view procedure,
                platform::Icon icon);
-
-// What a procedure under the trap gave. After an error the user has been told of it, `error` is its
-// number and the value is the empty one.
-template <class T>
-struct Attempt {
-  T value{};
-  std::optional<std::int32_t> error = std::nullopt;
-};
-template <>
-struct Attempt<void> {
-  std::optional<std::int32_t> error = std::nullopt;
-};
 
 // Runs `action` and drops its error: inside the trap it has nowhere to go.
 template <class Action>
-void DroppingErrors(Action&& action) {
+void IgnoreErrors(Action&& action) {
   try {
     action();
   } catch (...) {  // NOLINT(bugprone-empty-catch): see above
@@ -55,42 +44,38 @@ void DroppingErrors(Action&& action) {
 // Runs `body` under the trap. After an error `beforeBox` runs, then the box is shown; neither can
 // fail.
 template <class Body, class BeforeBox>
-auto Try(std::u16string_view place, platform::Icon icon, Body&& body, BeforeBox&& beforeBox)
+auto Try(std::u16string_view procedure, platform::Icon icon, Body&& body, BeforeBox&& beforeBox)
     -> Attempt<std::invoke_result_t<Body>> {
   using Result = Attempt<std::invoke_result_t<Body>>;
   try {
     if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
       body();
-      return {};
+      return Result();
     } else {
-      return {body()};
+      return Result(body());
     }
   } catch (...) {
-    Result failed;
-    failed.error = CurrentErrorNumber();
+    const Failure failure{CurrentErrorNumber()};
     std::optional<automation::AutomationError> error;
-    DroppingErrors([&] { error = CurrentError(); });
-    DroppingErrors(std::forward<BeforeBox>(beforeBox));
-    DroppingErrors([&] { ShowError(error.value(), place, icon); });
-    return failed;
+    IgnoreErrors([&] { error = CurrentError(); });
+    IgnoreErrors(std::forward<BeforeBox>(beforeBox));
+    IgnoreErrors([&] { ShowError(error.value(), procedure, icon); });
+    return Result(failure);
   }
 }
 
 template <class Body>
-auto Try(std::u16string_view place, platform::Icon icon, Body&& body)
+auto Try(std::u16string_view procedure, platform::Icon icon, Body&& body)
     -> Attempt<std::invoke_result_t<Body>> {
-  return Try(place, icon, std::forward<Body>(body), [] {});
+  return Try(procedure, icon, std::forward<Body>(body), [] {});
 }
 
-// The same for a caller to whom a failure is as good as nothing: "", 0, false, nothing.
+// The same for the host, and for callers to whom a failure is as good as nothing: "", 0, false,
+// nothing.
 template <class Body>
-auto Guarded(std::u16string_view place, platform::Icon icon, Body&& body)
+auto UnderTrap(std::u16string_view procedure, platform::Icon icon, Body&& body)
     -> std::invoke_result_t<Body> {
-  if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
-    Try(place, icon, std::forward<Body>(body));
-  } else {
-    return Try(place, icon, std::forward<Body>(body)).value;
-  }
+  return Try(procedure, icon, std::forward<Body>(body)).OrEmpty();
 }
 
 }  // namespace util

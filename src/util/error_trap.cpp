@@ -1,4 +1,4 @@
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 #include <new>
 #include <string>
@@ -33,9 +33,9 @@ std::int32_t CurrentErrorNumber() noexcept {
   }
 }
 
-void ShowError(const AutomationError& error, std::u16string_view place, platform::Icon icon) {
+void ShowError(const AutomationError& error, std::u16string_view procedure, platform::Icon icon) {
   platform::Current().dialogs.Show({.text = automation::Decimal10(error.number()) + u" " +
-                                            error.description() + std::u16string(place),
+                                            error.description() + std::u16string(procedure),
                                     .title = std::u16string(kBoxTitle),
                                     .icon = icon,
                                     .buttons = platform::Buttons::Ok});

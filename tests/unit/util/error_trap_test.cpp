@@ -1,4 +1,4 @@
-#include "util/guarded.h"
+#include "util/error_trap.h"
 
 #include <new>
 #include <stdexcept>
@@ -14,8 +14,8 @@ using automation::RuntimeError;
 class TheErrorTrap : public UtilTest {};
 
 TEST_F(TheErrorTrap, ShowsNumberBlankDescriptionAndPlaceUnderTheComponentsTitle) {
-  Guarded(u" in OpenWithNewCase", kBVilnorIcon,
-          [] { throw AutomationError(-2147217900, u"provider", u"Syntaxfel nära 'Å'."); });
+  UnderTrap(u" in OpenWithNewCase", kBVilnorIcon,
+            [] { throw AutomationError(-2147217900, u"provider", u"Syntaxfel nära 'Å'."); });
   EXPECT_EQ(dialogs.shown, (Boxes{{.text = u"-2147217900 Syntaxfel nära 'Å'. in OpenWithNewCase",
                                    .title = u"Vilnor Link connection",
                                    .icon = platform::Icon::Exclamation,
@@ -23,14 +23,15 @@ TEST_F(TheErrorTrap, ShowsNumberBlankDescriptionAndPlaceUnderTheComponentsTitle)
 }
 
 TEST_F(TheErrorTrap, GivesTheResultAndShowsNothingWithoutAnError) {
-  EXPECT_EQ(Guarded(u" in P", kModBVilnorIcon, [] { return 42; }), 42);
+  EXPECT_EQ(UnderTrap(u" in P", kModBVilnorIcon, [] { return 42; }), 42);
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
 TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
   const auto fail = [](auto empty) {
-    return Guarded(u" in P", kModBVilnorIcon,
-                   [&]() -> decltype(empty) { throw AutomationError(RuntimeError::TypeMismatch); });
+    return UnderTrap(u" in P", kModBVilnorIcon, [&]() -> decltype(empty) {
+      throw AutomationError(RuntimeError::TypeMismatch);
+    });
   };
   EXPECT_EQ(fail(std::u16string(u"text")), u"");
   EXPECT_EQ(fail(7), 0);
@@ -40,9 +41,9 @@ TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
 }
 
 TEST_F(TheErrorTrap, TakesExhaustedMemoryAsError7AndAnythingElseAsError440) {
-  Guarded(u" in P", kModBVilnorIcon, [] { throw std::bad_alloc(); });
-  Guarded(u" in P", kModBVilnorIcon, [] { throw std::runtime_error("unforeseen"); });
-  Guarded(u" in P", kModBVilnorIcon, [] { throw 3; });
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::bad_alloc(); });
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::runtime_error("unforeseen"); });
+  UnderTrap(u" in P", kModBVilnorIcon, [] { throw 3; });
   EXPECT_EQ(dialogs.Texts(),
             (std::vector<std::u16string>{u"7 Out of memory in P", u"440 Automation error in P",
                                          u"440 Automation error in P"}));
@@ -57,8 +58,9 @@ TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
         throw AutomationError(RuntimeError::ObjectNotSet);
       });
   EXPECT_EQ(boxesBefore, 0U);
-  EXPECT_EQ(attempt.value, 0);
-  EXPECT_EQ(attempt.error, 6);
+  EXPECT_TRUE(attempt.Failed());
+  EXPECT_EQ(attempt.OrEmpty(), 0);
+  EXPECT_EQ(attempt.error(), 6);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
@@ -74,7 +76,7 @@ TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
       u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
       [&] { rolledBack = true; });
   EXPECT_TRUE(rolledBack);
-  EXPECT_EQ(attempt.error, 6);
+  EXPECT_EQ(attempt.error(), 6);
   platform::Use(ports);
 }
 
@@ -83,18 +85,19 @@ TEST_F(TheErrorTrap, RunsNothingBeforeABoxThatIsNotShown) {
   const auto attempt = Try(
       u" in P", kDBVilnorIcon, [] {}, [&] { rolledBack = true; });
   EXPECT_FALSE(rolledBack);
-  EXPECT_EQ(attempt.error, std::nullopt);
+  EXPECT_FALSE(attempt.Failed());
+  EXPECT_EQ(attempt.error(), std::nullopt);
 }
 
 TEST_F(TheErrorTrap, TellsItsCallerTheNumberOfTheError) {
   const auto attempt = [](auto thrown) {
     return Try(u" in P", kModBVilnorIcon, [&]() -> std::u16string { throw thrown; });
   };
-  EXPECT_EQ(attempt(AutomationError(3705, u"ADODB", u"open")).error, 3705);
-  EXPECT_EQ(attempt(AutomationError(0, u"", u"none")).error, 0);
-  EXPECT_EQ(attempt(std::bad_alloc()).error, 7);
-  EXPECT_EQ(attempt(std::runtime_error("unforeseen")).error, 440);
-  EXPECT_EQ(attempt(3).value, u"");
+  EXPECT_EQ(attempt(AutomationError(3705, u"ADODB", u"open")).error(), 3705);
+  EXPECT_EQ(attempt(AutomationError(0, u"", u"none")).error(), 0);
+  EXPECT_EQ(attempt(std::bad_alloc()).error(), 7);
+  EXPECT_EQ(attempt(std::runtime_error("unforeseen")).error(), 440);
+  EXPECT_EQ(attempt(3).OrEmpty(), u"");
 }
 
 }  // namespace
