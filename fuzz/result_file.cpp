@@ -1,5 +1,6 @@
 // A result file of any content, read by each of the three readers. The first byte chooses the
 // reader, the user's answer, and whether the case is linked already.
+#include <array>
 #include <string>
 
 #include "exchange/result_readers.h"
@@ -7,15 +8,10 @@
 
 namespace {
 
-class Host : public exchange::ResultReaderHost {
+class CountingEvents : public exchange::Events {
  public:
-  explicit Host(std::u16string folder) : folder_(std::move(folder)) {}
-  std::u16string GetVilnorOutputPath() override { return folder_; }
-  void RaiseUpdateJournal() override { ++raised; }
+  void UpdateJournal() override { ++raised; }
   int raised = 0;
-
- private:
-  std::u16string folder_;
 };
 
 // The lookups of link 7, of application 7 and of patient 7's case "1", answered.
@@ -38,13 +34,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) {
     return 0;
   }
-  enum : unsigned { ReadsCase, ReadsApplication, ReadsExisting };
+  using exchange::RequestKind;
+  constexpr auto kKinds =
+      std::to_array({RequestKind::NewCase, RequestKind::NewFHP, RequestKind::ExistCase});
   const unsigned choice = data[0];
-  const unsigned reader = choice % 3;
-  const std::string file = std::string(reader == ReadsCase          ? "OutNewCase7"
-                                       : reader == ReadsApplication ? "OutNewFHP7"
-                                                                    : "OutExistCase7") +
-                           ".xml";
+  const RequestKind kind = kKinds.at(choice % kKinds.size());
+  const std::string file = automation::ToUtf8(exchange::RowOf(kind).resultWord.substr(1)) + "7.xml";
   fuzz::World world;
   world.database.AnswerIdentities({700, 70});
   if ((choice & 4U) != 0) {
@@ -53,13 +48,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   world.dialogs.answers.assign((choice & 8U) != 0 ? 1 : 0, platform::Answer::Yes);
   fuzz::World::Empty();
   fuzz::World::Put(file, fuzz::Bytes(data + 1, size - 1));
-  Host host(fuzz::World::PathOf(""));
-  reader == ReadsCase          ? exchange::ReadNewCase(7, host)
-  : reader == ReadsApplication ? exchange::ReadNewFHP(7, host)
-                               : exchange::ReadExistCase(7, host);
+  CountingEvents events;
+  exchange::ReadResult(
+      {.kind = kind, .key = 7, .folder = fuzz::World::PathOf(""), .events = &events});
 
   fuzz::Require(!world.database.InTransaction());
-  fuzz::Require(world.dialogs.shown.size() <= 2 && host.raised <= 1);
+  fuzz::Require(world.dialogs.shown.size() <= 2 && events.raised <= 1);
   // What was read to its end is done with, and so is an update that no reading could enter; what
   // another error stopped is still there, under its name or set aside.
   const auto isFinal = [](const auto& box) {
@@ -68,6 +62,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool wroteAll =
       world.dialogs.shown.empty() || isFinal(world.dialogs.shown.back()) || (choice & 8U) != 0;
   fuzz::Require(wroteAll || fuzz::World::HasAny(file.substr(0, file.size() - 4)) ||
-                reader == ReadsExisting);
+                kind == RequestKind::ExistCase);
   return 0;
 }

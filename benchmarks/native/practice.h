@@ -31,7 +31,7 @@ const std::vector<PracticeDatabase>& PracticeDatabases();
 // The small one on SQLite, with the sample applications.
 const PracticeDatabase& SmallPractice();
 
-class NoEvents : public host::Events {
+class NoEvents : public exchange::Events {
  public:
   void UpdateJournal() override {}
 };

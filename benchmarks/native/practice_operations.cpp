@@ -21,8 +21,8 @@ using benchmarks::Clinic;
 using benchmarks::kFirstKey;
 using benchmarks::PracticeDatabase;
 using db::DBVilnor;
-using db::kOrdinaryCase;
-using db::kPriorApproval;
+constexpr std::int32_t kOrdinaryCase = Number(db::CaseType::OrdinaryCase);
+constexpr std::int32_t kPriorApproval = Number(db::CaseType::PriorApproval);
 
 constexpr std::int32_t kPractitionerOf = 1000;  // so many patients have one practitioner,
 constexpr std::int32_t kCompanyOf = 5000;       // one company,
@@ -143,10 +143,9 @@ std::vector<Operation> Lookups() {
              [](auto& vilnor, auto& turn) {
                return !vilnor.GetCaseIdByVilnorId(turn.VilnorId()).empty();
              }),
-      Lookup("CaseExists",
-             [](auto& vilnor, auto& turn) {
-               return vilnor.CaseExists(turn.FHPId(), kPriorApproval);
-             }),
+      Lookup(
+          "CaseExists",
+          [](auto& vilnor, auto& turn) { return vilnor.CaseExists(turn.FHPId(), kPriorApproval); }),
       Lookup("CaseExistsPID",
              [](auto& vilnor, auto& turn) {
                return vilnor.CaseExistsPID(turn.PID(), kOrdinaryCase, turn.caseId());

@@ -22,15 +22,14 @@ constexpr std::size_t kLargest = platform::kLargestDocument;
 constexpr int kSentences = 150;
 
 // The exchange directory of a reader.
-class Directory : public exchange::ResultReaderHost {
+class Directory {
  public:
   Directory() { fs::create_directory(path_); }
   Directory(const Directory&) = delete;
   Directory& operator=(const Directory&) = delete;
-  ~Directory() override { fs::remove_all(path_); }
+  ~Directory() { fs::remove_all(path_); }
 
-  std::u16string GetVilnorOutputPath() override { return automation::FromUtf8(path_.string()); }
-  void RaiseUpdateJournal() override {}
+  std::u16string Path() const { return automation::FromUtf8(path_.string()); }
 
   // The link program's answer comes behind a form of the given length. A large one has long notes.
   void PutResult(std::size_t length) {
@@ -52,7 +51,7 @@ class Directory : public exchange::ResultReaderHost {
         << bytes << std::string(length - bytes.size() - end.size(), '\xE4') << end;
     // A file that is refused would cost next to nothing.
     const auto document = platform::Current().resultDocuments.New();
-    document->Load(GetVilnorOutputPath() + u"\\OutNewCase4711.xml");
+    document->Load(Path() + u"\\OutNewCase4711.xml");
     isReadable = document->GetParseError().code == 0;
   }
 
@@ -71,7 +70,10 @@ void ReadsAResult(benchmark::State& state) {
     state.SkipWithError("the result is not read");
   }
   for (auto _ : state) {
-    exchange::ReadNewCase(kPatient, directory);
+    exchange::ReadResult({.kind = exchange::RequestKind::NewCase,
+                          .key = kPatient,
+                          .folder = directory.Path(),
+                          .events = nullptr});
   }
   if (const std::string complaint = clinic.FirstComplaint(); !complaint.empty()) {
     state.SkipWithError(complaint.c_str());

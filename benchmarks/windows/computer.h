@@ -36,7 +36,7 @@ class Computer {
   void MustBeQuiet() const;
 
  private:
-  class NoEvents : public host::Events {
+  class NoEvents : public exchange::Events {
    public:
     void UpdateJournal() override {}
   };

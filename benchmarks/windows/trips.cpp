@@ -157,7 +157,7 @@ void ResultByAdo(const Computer& computer) {
 // Posted by the link program, delivered by the host's message loop.
 void ResultByMessage() {
   const HWND window = FindWindowA("KestraToVilnor", nullptr);
-  SendMessageA(window, static_cast<UINT>(exchange::ResultMessage::NewCase), kPatient, 0);
+  SendMessageA(window, static_cast<UINT>(exchange::RequestKind::NewCase), kPatient, 0);
 }
 
 // The case's rows after a result was entered, but for their keys and the time of day.
@@ -177,7 +177,7 @@ std::u16string EnteredBy(const Computer& computer, const std::function<void()>& 
 // --- Parts of the operations, to see where their time goes.
 
 void FindWays() {
-  host::GetVilnorOutputPath();
+  host::GetVilnorOutputPath().OrEmpty();
   host::GetVilnorCommandLine();
 }
 

@@ -3,12 +3,13 @@
 
 #include "com/connection_point.h"
 #include "com/dual_object.h"
+#include "exchange/events.h"
 #include "host/b_vilnor.h"
-#include "host/events.h"
 
 namespace com {
 
-class BVilnorObject : public DualObject<_BVilnor, IConnectionPointContainer>, private host::Events {
+class BVilnorObject : public DualObject<_BVilnor, IConnectionPointContainer>,
+                      private exchange::Events {
  public:
   BVilnorObject();
 

@@ -2,10 +2,26 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace db {
 
-inline constexpr std::int32_t kPriorApproval = 1;
-inline constexpr std::int32_t kOrdinaryCase = 9;
+// By their numbers in the database.
+enum class CaseType : std::int32_t { PriorApproval = 1, OrdinaryCase = 9 };
+
+constexpr std::int32_t Number(CaseType type) {
+  return static_cast<std::int32_t>(type);
+}
+
+// Nothing for any other number.
+constexpr std::optional<CaseType> CaseTypeOf(std::int32_t number) {
+  const auto type = static_cast<CaseType>(number);
+  switch (type) {
+    case CaseType::PriorApproval:
+    case CaseType::OrdinaryCase:
+      return type;
+  }
+  return std::nullopt;
+}
 
 }  // namespace db

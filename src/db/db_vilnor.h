@@ -11,6 +11,20 @@
 
 namespace db {
 
+// A link to be written, for a case that Vilnor Link has taken. Types as in db/case_types.h.
+struct NewLink {
+  std::int32_t pid = 0;
+  std::int32_t bid = 0;
+  std::int32_t rid = 0;
+  std::u16string caseId;
+  std::int32_t fhpId = 0;
+  std::int32_t caseType = 0;
+  std::int32_t status = 0;
+  std::u16string vilnorUser;
+  // The host's own number of an application.
+  std::u16string kestraCaseId;
+};
+
 // What an update of a link gave.
 struct [[nodiscard]] UpdateAttempt {
   util::Attempt<void> update;
@@ -94,11 +108,7 @@ class DBVilnor {
   util::Attempt<bool> TryCaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
   util::Attempt<bool> TryCaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
                                        const std::u16string& CaseId);
-  util::Attempt<void> TryAddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                                    const std::u16string& CaseId, std::int32_t FHP_ID,
-                                    std::int32_t CaseTypeId, std::int32_t StatusCode,
-                                    const std::u16string& VilnorUser,
-                                    const std::u16string& KestraCaseId);
+  util::Attempt<void> TryAddNewCase(const NewLink& link);
   UpdateAttempt TryUpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
                                   std::int32_t CaseStatus);
   UpdateAttempt TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,

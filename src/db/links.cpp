@@ -186,19 +186,28 @@ void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
 
 UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
                                       std::int32_t CaseStatus, std::int32_t CaseTypeId) {
+  const auto caseType = CaseTypeOf(CaseTypeId);
   // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
-  if (CaseTypeId != kPriorApproval && CaseTypeId != kOrdinaryCase) {
+  if (!caseType) {
     return {};
   }
-  const bool isApplication = CaseTypeId == kPriorApproval;
+  LinkUpdate update{.journalQuery = u"SELECT Journal_ID from Vilnor",
+                    .where = {},
+                    .journalUpdate = u"Update Journal set Tekst = "};
+  switch (*caseType) {
+    case CaseType::PriorApproval:
+      update.journalQuery += u" Where FHP_ID= ";
+      update.where = u" Where FHP_ID= ";
+      break;
+    case CaseType::OrdinaryCase:
+      update.journalQuery += u" Where PID= ";
+      update.where = u" Where PID = ";
+      break;
+  }
   const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
-  return TryUpdate(u" in UpdateCase",
-                   {.journalQuery = (isApplication ? u"SELECT Journal_ID from Vilnor Where FHP_ID= "
-                                                   : u"SELECT Journal_ID from Vilnor Where PID= ") +
-                                    key,
-                    .where = (isApplication ? u" Where FHP_ID= " : u" Where PID = ") + key,
-                    .journalUpdate = u"Update Journal set Tekst = "},
-                   CaseId, CaseStatus);
+  update.journalQuery += key;
+  update.where += key;
+  return TryUpdate(u" in UpdateCase", update, CaseId, CaseStatus);
 }
 
 }  // namespace db

@@ -53,55 +53,78 @@ std::u16string Quoted(const std::u16string& text) {
   return u"'" + text + u"'";
 }
 
+std::u16string LinkInsert(const NewLink& link, CaseType type) {
+  const std::u16string people =
+      Decimal10(link.pid) + u"," + Decimal10(link.bid) + u"," + Decimal10(link.rid);
+  // The journal line does not exist yet, its key is 0.
+  const auto fromCaseId = [&] {
+    return Quoted(link.caseId) + u"," + Decimal10(link.caseType) + u",0," + Decimal10(link.status) +
+           u"," + Quoted(link.vilnorUser) + u"," + NowLiteral() + u")";
+  };
+  switch (type) {
+    case CaseType::PriorApproval:
+      return u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, "
+             u"StatusCode, "
+             u"VilnorUser, RegDate) VALUES (" +
+             people + u"," + Decimal10(link.fhpId) + u"," + fromCaseId();
+    case CaseType::OrdinaryCase:
+      return u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
+             u"VilnorUser, RegDate) VALUES (" +
+             people + u"," + fromCaseId();
+  }
+  return {};
+}
+
+std::u16string JournalText(const NewLink& link, CaseType type) {
+  switch (type) {
+    case CaseType::PriorApproval:
+      return u"Förhandsprövning, ärendenr: " + link.kestraCaseId +
+             u" överförd till Vilnor Link ref.nr " + link.caseId;
+    case CaseType::OrdinaryCase:
+      return u"Ärende upprättat i Vilnor Link ref.nr " + link.caseId;
+  }
+  return {};
+}
+
+std::u16string JournalInsert(const NewLink& link, const std::u16string& text,
+                             const std::u16string& vilnorId) {
+  return u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) values (" +
+         Decimal10(link.pid) + u"," + Quoted(text) + u"," + Decimal10(link.bid) + u"," +
+         Decimal10(link.rid) + u"," + NowLiteral() + u",22302,'U',0, " + vilnorId + u")";
+}
+
 }  // namespace
 
 void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
                           const std::u16string& CaseId, std::int32_t FHP_ID,
                           std::int32_t CaseTypeId, std::int32_t StatusCode,
                           const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
-  TryAddNewCase(PID, BID, RID, CaseId, FHP_ID, CaseTypeId, StatusCode, VilnorUser, KestraCaseId)
+  TryAddNewCase({.pid = PID,
+                 .bid = BID,
+                 .rid = RID,
+                 .caseId = CaseId,
+                 .fhpId = FHP_ID,
+                 .caseType = CaseTypeId,
+                 .status = StatusCode,
+                 .vilnorUser = VilnorUser,
+                 .kestraCaseId = KestraCaseId})
       .OrEmpty();
 }
 
-util::Attempt<void> DBVilnor::TryAddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                                            const std::u16string& CaseId, std::int32_t FHP_ID,
-                                            std::int32_t CaseTypeId, std::int32_t StatusCode,
-                                            const std::u16string& VilnorUser,
-                                            const std::u16string& KestraCaseId) {
-  // The journal line does not exist yet, its key is 0.
-  const auto fromCaseId = [&] {
-    return Quoted(CaseId) + u"," + Decimal10(CaseTypeId) + u",0," + Decimal10(StatusCode) + u"," +
-           Quoted(VilnorUser) + u"," + NowLiteral() + u")";
-  };
+util::Attempt<void> DBVilnor::TryAddNewCase(const NewLink& link) {
   NewKeys keys;
   const auto insert = [&] {
-    const std::u16string people = Decimal10(PID) + u"," + Decimal10(BID) + u"," + Decimal10(RID);
-    std::u16string& gSql = CurrentConnectionState().gSql;
     std::u16string journalText;
     // Kept: for another type no statement is built, so the one that the thread's last operation
     // left is carried out again; callers pass these two types only.
-    if (CaseTypeId == kPriorApproval) {
-      journalText = u"Förhandsprövning, ärendenr: " + KestraCaseId +
-                    u" överförd till Vilnor Link ref.nr " + CaseId;
-      gSql =
-          u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, StatusCode, "
-          u"VilnorUser, RegDate) VALUES (" +
-          people + u"," + Decimal10(FHP_ID) + u"," + fromCaseId();
-    } else if (CaseTypeId == kOrdinaryCase) {
-      journalText = u"Ärende upprättat i Vilnor Link ref.nr " + CaseId;
-      gSql =
-          u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "
-          u"VilnorUser, RegDate) VALUES (" +
-          people + u"," + fromCaseId();
+    if (const auto type = CaseTypeOf(link.caseType)) {
+      journalText = JournalText(link, *type);
+      CurrentConnectionState().gSql = LinkInsert(link, *type);
     }
     InTransaction([&] {
       ExecuteCurrentSql();
       const std::u16string vilnorId = keys.Read();
-      Execute(
-          u"INSERT INTO Journal (PID,Tekst,BID,RID,Dato,KODE,Status,Fakturert, RefTBID) "
-          u"values (" +
-          Decimal10(PID) + u"," + Quoted(journalText) + u"," + Decimal10(BID) + u"," +
-          Decimal10(RID) + u"," + NowLiteral() + u",22302,'U',0, " + vilnorId + u")");
+      Execute(JournalInsert(link, journalText, vilnorId));
       const std::u16string journalId = keys.Read();
       Execute(u"UPDATE Vilnor set Journal_ID = " + journalId + u" WHERE VilnorId = " + vilnorId);
     });

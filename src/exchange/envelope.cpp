@@ -1,5 +1,7 @@
 #include "exchange/envelope.h"
 
+#include <utility>
+
 #include "automation/text.h"
 #include "exchange/result_files.h"
 #include "exchange/serializer.h"
@@ -16,6 +18,10 @@ struct PendingResult {
   std::u16string path;
 };
 
+PendingResult& Pending() {
+  return platform::ThreadState<PendingResult>();
+}
+
 }  // namespace
 
 std::u16string ExchangeFile(std::u16string_view directory, std::u16string_view word,
@@ -29,15 +35,31 @@ Element NewEnvelope() {
   return envelope;
 }
 
-void AddResultBlock(Element& request, const ExpectedResult& expected) {
+AnsweredRequest::AnsweredRequest(RequestKind kind, std::int32_t key, std::u16string folder)
+    : kind_(kind),
+      key_(key),
+      folder_(std::move(folder)),
+      resultPath_(ExchangeFile(folder_, RowOf(kind).resultWord, Decimal10(key))) {
+  Pending().path = resultPath_;
+}
+
+Element& AnsweredRequest::Add(std::u16string_view name, std::u16string userDefData) {
+  Element& request = envelope_.Add(name);
   Element& result = request.Add(u"Result");
-  result.Add(u"ResultPath", expected.resultPath);
+  result.Add(u"ResultPath", resultPath_);
   result.Add(u"ReturnWhen", u"7");
-  result.Add(u"UserDefData", expected.userDefData);
+  result.Add(u"UserDefData", std::move(userDefData));
   Element& notification = result.Add(u"WnDNotification");
   notification.Add(u"ClassName", std::u16string(kNotificationClass));
-  notification.Add(u"MessageId", Decimal10(static_cast<std::int32_t>(expected.message)));
-  notification.Add(u"WParam", Decimal10(expected.key));
+  notification.Add(u"MessageId", Decimal10(static_cast<std::int32_t>(kind_)));
+  notification.Add(u"WParam", Decimal10(key_));
+  return request;
+}
+
+std::u16string AnsweredRequest::Save() const {
+  SetUnreadAside(resultPath_);
+  return exchange::Save(envelope_,
+                        ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
 }
 
 std::u16string Save(const Element& envelope, const std::u16string& path) {
@@ -45,14 +67,8 @@ std::u16string Save(const Element& envelope, const std::u16string& path) {
   return path;
 }
 
-std::u16string SaveExpecting(const std::u16string& resultPath, const Element& envelope,
-                             const std::u16string& path) {
-  SetUnreadAside(resultPath);
-  return Save(envelope, path);
-}
-
-std::u16string& PendingResultPath() {
-  return platform::ThreadState<PendingResult>().path;
+const std::u16string& PendingResultPath() {
+  return Pending().path;
 }
 
 }  // namespace exchange

@@ -20,6 +20,7 @@ namespace exchange {
 namespace {
 
 using automation::Decimal10;
+using db::CaseType;
 using util::kBVilnorIcon;
 using util::UnderTrap;
 
@@ -29,11 +30,9 @@ struct OutputPath {
   std::u16string path;
 };
 
-// The result file of a key; the exchange directory is looked up afresh for each result.
-std::u16string ResultPath(ResultReaderHost& host, std::u16string_view word, std::int32_t key) {
-  std::u16string& outputPath = platform::ThreadState<OutputPath>().path;
-  outputPath = host.GetVilnorOutputPath();
-  return ExchangeFile(outputPath, word, Decimal10(key));
+std::u16string ResultPath(const Reading& reading) {
+  platform::ThreadState<OutputPath>().path = reading.folder;
+  return ExchangeFile(reading.folder, RowOf(reading.kind).resultWord, Decimal10(reading.key));
 }
 
 // What became of an outcome in the database: there, or not there because of a failure that another
@@ -54,12 +53,14 @@ Entry EntryBy(const db::UpdateAttempt& attempt) {
 // database operation shows its own failure and the rest goes on; what another reading could enter
 // is then set aside, so that it is not lost.
 template <class Enter>
-void EnterResult(const ResultFile& file, ResultReaderHost& host, Enter enter) {
+void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
   Entry entry{};
   {
     const db::GDBUse database;
     entry = enter(*db::GDB());
-    host.RaiseUpdateJournal();
+    if (reading.events != nullptr) {
+      reading.events->UpdateJournal();
+    }
   }
   switch (entry) {
     case Entry::Done:
@@ -74,81 +75,64 @@ void EnterResult(const ResultFile& file, ResultReaderHost& host, Enter enter) {
 // The two regions of a reader: what fails in the first is reported with the XML name, what fails
 // in the second with the reader's own; `act` runs only when the first yields an outcome.
 template <class ReadXml, class Act>
-void RunReader(std::u16string_view xmlPlace, std::u16string_view place, ReadXml readXml, Act act) {
-  if (const auto outcome = UnderTrap(xmlPlace, kBVilnorIcon, readXml)) {
-    UnderTrap(place, kBVilnorIcon, [&] { act(*outcome); });
+void RunReader(RequestKind kind, ReadXml readXml, Act act) {
+  const RequestKindRow row = RowOf(kind);
+  if (const auto outcome = UnderTrap(row.xmlProcedure, kBVilnorIcon, readXml)) {
+    UnderTrap(row.procedure, kBVilnorIcon, [&] { act(*outcome); });
   }
 }
-
-// What differs between the results of a new application and of a new case.
-struct NewKind {
-  std::int32_t caseType;
-  std::u16string_view fileWord;
-  std::u16string_view xmlPlace;
-  std::u16string_view place;
-};
-
-constexpr NewKind kNewFHP = {db::kPriorApproval, u"\\OutNewFHP", u" in XMLReadNewFHP",
-                             u" in ReadNewFHP"};
-constexpr NewKind kNewCase = {db::kOrdinaryCase, u"\\OutNewCase", u" in XMLReadNewCase",
-                              u" in ReadNewCase"};
 
 // `key` is the application's id or, for a case, the patient's. Kept: a case takes its patient from
 // the message and not from the text.
-NewFHPData SplitUserDefData(const NewKind& kind, std::int32_t key, std::u16string_view text) {
-  if (kind.caseType == db::kPriorApproval) {
-    return SplitNewFHPData(text);
+NewFHPData SplitUserDefData(CaseType type, std::int32_t key, std::u16string_view text) {
+  switch (type) {
+    case CaseType::PriorApproval:
+      return SplitNewFHPData(text);
+    case CaseType::OrdinaryCase: {
+      const NewCaseData data = SplitNewCaseData(text);
+      return {.pid = key, .bid = data.bid, .rid = data.rid, .kestraCaseId = {}};
+    }
   }
-  const NewCaseData data = SplitNewCaseData(text);
-  return {.pid = key, .bid = data.bid, .rid = data.rid, .kestraCaseId = {}};
+  return {};
 }
 
-util::Attempt<bool> Exists(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
+// Whether the link is there.
+util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t key,
                            const std::u16string& caseId) {
-  return kind.caseType == db::kPriorApproval
-             ? database.TryCaseExists(key, kind.caseType)
-             : database.TryCaseExistsPID(key, kind.caseType, caseId);
+  switch (type) {
+    case CaseType::PriorApproval:
+      return database.TryCaseExists(key, Number(type));
+    case CaseType::OrdinaryCase:
+      return database.TryCaseExistsPID(key, Number(type), caseId);
+  }
+  return util::Attempt(false);
 }
 
 // Kept: an existence test that failed counts as "not there", so that a case that was sent is added.
-Entry EnterNew(db::DBVilnor& database, const NewKind& kind, std::int32_t key,
-               const Outcome& outcome, const NewFHPData& data) {
+Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, const Outcome& outcome,
+               const NewFHPData& data) {
   if (outcome.status == kChanged) {
-    return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, kind.caseType));
+    return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, Number(type)));
   }
-  const auto exists = Exists(database, kind, key, outcome.caseId);
+  const auto exists = Exists(database, type, key, outcome.caseId);
   if (outcome.status == kSent && !exists.OrEmpty()) {
-    // Kept: an ordinary case has no application, the patient's id stands in its place.
-    const auto added =
-        database.TryAddNewCase(data.pid, data.bid, data.rid, outcome.caseId, key, kind.caseType,
-                               outcome.status, outcome.userName, data.kestraCaseId);
+    const auto added = database.TryAddNewCase({.pid = data.pid,
+                                               .bid = data.bid,
+                                               .rid = data.rid,
+                                               .caseId = outcome.caseId,
+                                               // Kept: an ordinary case has no application, the
+                                               // patient's id stands in its place.
+                                               .fhpId = key,
+                                               .caseType = Number(type),
+                                               .status = outcome.status,
+                                               .vilnorUser = outcome.userName,
+                                               .kestraCaseId = data.kestraCaseId});
     return exists.Failed() ? Entry::Missing : EntryBy(added);
   }
   if (outcome.status == kWithdrawn && exists.OrEmpty()) {
     return EntryBy(database.TryDeleteCase(outcome.caseId));
   }
   return EntryBy(exists);
-}
-
-void ReadNew(const NewKind& kind, std::int32_t key, ResultReaderHost& host) {
-  std::optional<ResultFile> file;
-  NewFHPData data;
-  RunReader(
-      kind.xmlPlace, kind.place,
-      [&] {
-        file.emplace(ResultPath(host, kind.fileWord, key));
-        auto outcome = ReadNewOutcome(*file);
-        if (outcome) {
-          data = SplitUserDefData(kind, key, outcome->userDefData);
-        }
-        return outcome;
-      },
-      [&](const Outcome& outcome) {
-        if (ActsOnNew(outcome.status)) {
-          EnterResult(*file, host,
-                      [&](auto& database) { return EnterNew(database, kind, key, outcome, data); });
-        }
-      });
 }
 
 Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcome& outcome) {
@@ -159,26 +143,46 @@ Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcom
 
 }  // namespace
 
-void ReadNewFHP(std::int32_t fhpId, ResultReaderHost& host) {
-  ReadNew(kNewFHP, fhpId, host);
+void ReadResult(const Reading& reading) {
+  RowOf(reading.kind).read(reading);
 }
 
-void ReadNewCase(std::int32_t pid, ResultReaderHost& host) {
-  ReadNew(kNewCase, pid, host);
+void ReadNewResult(const Reading& reading) {
+  const CaseType type = RowOf(reading.kind).caseType.value();
+  std::optional<ResultFile> file;
+  NewFHPData data;
+  RunReader(
+      reading.kind,
+      [&] {
+        file.emplace(ResultPath(reading));
+        auto outcome = ReadNewOutcome(*file);
+        if (outcome) {
+          data = SplitUserDefData(type, reading.key, outcome->userDefData);
+        }
+        return outcome;
+      },
+      [&](const Outcome& outcome) {
+        if (ActsOnNew(outcome.status)) {
+          EnterResult(*file, reading, [&](auto& database) {
+            return EnterNew(database, type, reading.key, outcome, data);
+          });
+        }
+      });
 }
 
-void ReadExistCase(std::int32_t vilnorId, ResultReaderHost& host) {
+void ReadExistResult(const Reading& reading) {
   std::optional<ResultFile> file;
   RunReader(
-      u" in XMLReadExistCase", u" in ReadExistCase",
+      reading.kind,
       [&] {
-        file.emplace(ResultPath(host, u"\\OutExistCase", vilnorId));
-        return ReadExistOutcome(*file, LinkedCaseId(vilnorId));
+        file.emplace(ResultPath(reading));
+        return ReadExistOutcome(*file, LinkedCaseId(reading.key));
       },
       [&](const Outcome& outcome) {
         if (ActsOnExisting(outcome.status)) {
-          EnterResult(*file, host,
-                      [&](auto& database) { return EnterExistCase(database, vilnorId, outcome); });
+          EnterResult(*file, reading, [&](auto& database) {
+            return EnterExistCase(database, reading.key, outcome);
+          });
         }
       });
 }

@@ -7,20 +7,25 @@
 #include <cstdint>
 #include <string>
 
+#include "exchange/events.h"
+#include "exchange/request_kinds.h"
+
 namespace exchange {
 
-// What the readers need of the object that they run on.
-class ResultReaderHost {
- public:
-  virtual ~ResultReaderHost() = default;
-  // The exchange directory, "" when it cannot be found (which the user has then been told).
-  virtual std::u16string GetVilnorOutputPath() = 0;
-  // Tells a connected host that its journal or link records have changed.
-  virtual void RaiseUpdateJournal() = 0;
+// The result of the request with this key. `folder` is the exchange directory, "" when it could not
+// be found. `events` hears of what has changed, nullptr where no host listens.
+struct Reading {
+  RequestKind kind;
+  std::int32_t key;
+  std::u16string folder;
+  Events* events;
 };
 
-void ReadNewFHP(std::int32_t fhpId, ResultReaderHost& host);
-void ReadNewCase(std::int32_t pid, ResultReaderHost& host);
-void ReadExistCase(std::int32_t vilnorId, ResultReaderHost& host);
+// Reads it as its kind's row says.
+void ReadResult(const Reading& reading);
+
+// The readers that the rows name: of a new application or case, of an opened case.
+void ReadNewResult(const Reading& reading);
+void ReadExistResult(const Reading& reading);
 
 }  // namespace exchange

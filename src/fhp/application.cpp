@@ -1,6 +1,5 @@
 #include "fhp/application.h"
 
-#include "automation/text.h"
 #include "db/connection_state.h"
 #include "exchange/envelope.h"
 #include "fhp/application_form.h"
@@ -13,7 +12,6 @@
 namespace fhp {
 namespace {
 
-using automation::Decimal10;
 using exchange::Element;
 
 void AddPatient(Element& newCase, const ApplicationRecords& records) {
@@ -48,20 +46,13 @@ util::Attempt<std::u16string> WriteNewFHP(std::int32_t pid, std::int32_t bid, st
   return util::Try(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
     const db::GDBUse database;
     ApplicationRecords records = ReadApplicationRecords(fhpId);
-    const std::u16string key = Decimal10(fhpId);
-    exchange::PendingResultPath() = exchange::ExchangeFile(vilnorOutputPath, u"\\OutNewFHP", key);
-    Element envelope = exchange::NewEnvelope();
-    Element& newCase = envelope.Add(u"NewCase");
-    exchange::AddResultBlock(
-        newCase, {.resultPath = exchange::PendingResultPath(),
-                  .userDefData = UserDefData({pid, bid, rid, fhpId}, records.application),
-                  .message = exchange::ResultMessage::NewFHP,
-                  .key = fhpId});
+    exchange::AnsweredRequest file(exchange::RequestKind::NewFHP, fhpId, vilnorOutputPath);
+    Element& newCase =
+        file.Add(u"NewCase", UserDefData({pid, bid, rid, fhpId}, records.application));
     AddPatient(newCase, records);
     AddContribution(newCase, records);
     AddParticipant(newCase, database, records.includeEstimate);
-    return exchange::SaveExpecting(exchange::PendingResultPath(), envelope,
-                                   exchange::ExchangeFile(vilnorOutputPath, u"\\InNewFHP", key));
+    return file.Save();
   });
 }
 

@@ -10,6 +10,7 @@
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
 #include "exchange/request_writers.h"
+#include "exchange/result_readers.h"
 #include "fhp/application.h"
 #include "fhp/send_check.h"
 #include "host/link_program.h"
@@ -27,6 +28,7 @@ namespace {
 
 using automation::AutomationError;
 using automation::RuntimeError;
+using exchange::RequestKind;
 using util::kBVilnorIcon;
 using util::UnderTrap;
 
@@ -57,8 +59,12 @@ std::u16string SSNOf(platform::Recordset& patient) {
 
 }  // namespace
 
-BVilnor::BVilnor(Events& events) : events_(events) {
+BVilnor::BVilnor() {
   NotifyWnd() = CreateForm();
+}
+
+BVilnor::BVilnor(exchange::Events& events) : BVilnor() {
+  events_ = &events;
 }
 
 BVilnor::~BVilnor() {
@@ -161,16 +167,22 @@ void BVilnor::OpenVilnor() {
   });
 }
 
+void BVilnor::ReadResult(exchange::RequestKind kind, std::int32_t key) {
+  // Kept: without a host registration the result is looked for without a place.
+  exchange::ReadResult(
+      {.kind = kind, .key = key, .folder = GetVilnorOutputPath().OrEmpty(), .events = events_});
+}
+
 void BVilnor::ReadNewFHP(std::int32_t fhpId) {
-  exchange::ReadNewFHP(fhpId, *this);
+  ReadResult(RequestKind::NewFHP, fhpId);
 }
 
 void BVilnor::ReadExistCase(std::int32_t vilnorId) {
-  exchange::ReadExistCase(vilnorId, *this);
+  ReadResult(RequestKind::ExistCase, vilnorId);
 }
 
 void BVilnor::ReadNewCase(std::int32_t pid) {
-  exchange::ReadNewCase(pid, *this);
+  ReadResult(RequestKind::NewCase, pid);
 }
 
 bool BVilnor::FHPExists(std::int32_t fhpId) {
@@ -179,7 +191,8 @@ bool BVilnor::FHPExists(std::int32_t fhpId) {
     RaiseUpdateJournal();
     const std::weak_ptr<db::DBVilnor> made = db::RenewGDB();
     RaiseUpdateJournal();
-    const auto exists = db::KeptOrRenewed(made)->TryCaseExists(fhpId, db::kPriorApproval);
+    const auto exists =
+        db::KeptOrRenewed(made)->TryCaseExists(fhpId, Number(db::CaseType::PriorApproval));
     if (exists.Failed()) {
       db::ReleaseGDB();
       return false;
@@ -238,12 +251,10 @@ bool BVilnor::OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string
   return fhp::OKToSend(fhpId, errCode, errMsg);
 }
 
-std::u16string BVilnor::GetVilnorOutputPath() {
-  return host::GetVilnorOutputPath().OrEmpty();
-}
-
 void BVilnor::RaiseUpdateJournal() {
-  events_.UpdateJournal();
+  if (events_ != nullptr) {
+    events_->UpdateJournal();
+  }
 }
 
 void BVilnor::CountLaunch() {

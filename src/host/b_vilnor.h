@@ -4,22 +4,24 @@
 #include <cstdint>
 #include <string>
 
-#include "exchange/result_readers.h"
-#include "host/events.h"
+#include "exchange/events.h"
+#include "exchange/request_kinds.h"
 
 namespace host {
 
 // Every operation runs under the error trap: what fails is shown to the user, and the operation
 // returns its empty result. Identifiers are the host's: PID Pasient.ID, BID Worker.ID, RID
 // company.id, FHPId SEPrerequest.SEPrerequestID, VilnorId the key of a link record.
-class BVilnor : private exchange::ResultReaderHost {
+class BVilnor {
  public:
-  // Creates the notification window. `events` outlives the object.
-  explicit BVilnor(Events& events);
+  // Creates the notification window. No host listens to its events.
+  BVilnor();
+  // `events` outlives the object.
+  explicit BVilnor(exchange::Events& events);
   BVilnor(const BVilnor&) = delete;
   BVilnor& operator=(const BVilnor&) = delete;
   // Destroys the window created last on the thread, and releases a gDB that was left behind.
-  ~BVilnor() override;
+  ~BVilnor();
 
   // Stores the session settings for every object of the thread; opens no connection. `dbType` 1 or
   // 2 chooses the delimiter of date literals.
@@ -35,7 +37,9 @@ class BVilnor : private exchange::ResultReaderHost {
   // Starts the link program without a request.
   void OpenVilnor();
 
-  // These read the result file of a finished request and enter it into the host's database.
+  // These read the result file of a finished request and enter it into the host's database. The
+  // exchange directory is looked up afresh for each.
+  void ReadResult(exchange::RequestKind kind, std::int32_t key);
   void ReadNewFHP(std::int32_t fhpId);
   void ReadExistCase(std::int32_t vilnorId);
   void ReadNewCase(std::int32_t pid);
@@ -61,11 +65,10 @@ class BVilnor : private exchange::ResultReaderHost {
   bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg);
 
  private:
-  std::u16string GetVilnorOutputPath() override;
-  void RaiseUpdateJournal() override;
+  void RaiseUpdateJournal();
   void CountLaunch();
 
-  Events& events_;
+  exchange::Events* events_ = nullptr;
   // How often a request was about to be started. Nothing reads it; kept with its overflow, which
   // the operation then reports.
   std::int16_t launchCount_ = 0;

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "exchange/envelope.h"
+#include "exchange/request_kinds.h"
 #include "host/b_vilnor.h"
-#include "host/events.h"
 #include "platform/platform.h"
 #include "platform/thread_state.h"
 #include "util/error_trap.h"
@@ -13,21 +13,13 @@
 namespace host {
 namespace {
 
-using exchange::ResultMessage;
 using util::kModBVilnorIcon;
 using util::UnderTrap;
 
-// The host has no connection to the object that notifications are read on.
-class NoListener : public Events {
- public:
-  void UpdateJournal() override {}
-};
-
 struct NotificationState {
   platform::WindowHandle gNotifyWnd = 0;
-  NoListener noListener;
   // Kept: not the object that the host created, but one of the component's own, made at the first
-  // notification and never released while the component is loaded.
+  // notification and never released while the component is loaded. No host listens to it.
   std::unique_ptr<BVilnor> gNotifyTarget;
 };
 
@@ -40,24 +32,10 @@ NotificationState& State() {
 BVilnor& NotifyTarget() {
   NotificationState& state = State();
   if (!state.gNotifyTarget) {
-    state.gNotifyTarget = std::make_unique<BVilnor>(state.noListener);
+    state.gNotifyTarget = std::make_unique<BVilnor>();
     ++notifyTargets;
   }
   return *state.gNotifyTarget;
-}
-
-void Dispatch(std::int32_t message, std::int32_t key) {
-  switch (static_cast<ResultMessage>(message)) {
-    case ResultMessage::NewFHP:
-      NotifyTarget().ReadNewFHP(key);
-      break;
-    case ResultMessage::NewCase:
-      NotifyTarget().ReadNewCase(key);
-      break;
-    case ResultMessage::ExistCase:
-      NotifyTarget().ReadExistCase(key);
-      break;
-  }
 }
 
 }  // namespace
@@ -97,7 +75,9 @@ std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, st
   std::int32_t result = 0;
   UnderTrap(u" in MsgHandling", kModBVilnorIcon, [&] {
     result = platform::Current().windows.DefaultProcedure(window, message, wParam, lParam);
-    Dispatch(message, wParam);
+    if (const auto kind = exchange::KindOf(message)) {
+      NotifyTarget().ReadResult(*kind, wParam);
+    }
   });
   return result;
 }

@@ -21,7 +21,7 @@ class BadServer : public BadInput {
   // What the host sees while the connection string is `bad`, and then with a good one.
   void ExpectABoxInBVilnorAndThenABetterDay(
       const std::u16string& bad, const std::u16string& good = GetParam().connectionString) {
-    class NoEvents : public host::Events {
+    class NoEvents : public exchange::Events {
       void UpdateJournal() override {}
     } events;
     host::BVilnor vilnor(events);

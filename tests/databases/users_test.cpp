@@ -7,7 +7,7 @@ namespace {
 
 using Texts = std::vector<std::u16string>;
 
-class CountedEvents : public host::Events {
+class CountedEvents : public exchange::Events {
  public:
   void UpdateJournal() override { ++count; }
   int count = 0;

@@ -21,7 +21,7 @@ struct Rows {
   bool operator==(const Rows&) const = default;
 };
 
-class CountingEvents : public host::Events {
+class CountingEvents : public exchange::Events {
  public:
   void UpdateJournal() override { ++count; }
   int count = 0;

@@ -93,7 +93,7 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
     dialogs.shown.clear();
     updateJournals = 0;
     Put(reader.file, ResultText("99", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in " + name});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Changes().size(), 2U);
@@ -102,7 +102,7 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
 
     dialogs.shown.clear();
     Put(reader.file, ResultText("1", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"70 Permission denied in XML" + name});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_FALSE(Exists(reader.file));
@@ -116,7 +116,7 @@ TEST_F(HeldResultFiles, ThatCanNeitherBeDeletedNorRenamedStayWithABox) {
   for (const auto& reader : kReaders) {
     dialogs.shown.clear();
     Put(reader.file, ResultText("1", "1", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(),
               Statements{u"70 Permission denied in XML" + automation::FromUtf8(reader.name)});
     EXPECT_TRUE(Exists(reader.file));
@@ -141,7 +141,7 @@ TEST_F(HeldResultFiles, ThatWereNotEnteredAndCannotBeRenamedStayWithASecondBox) 
     heldFiles.renaming = refusal.error;
     database.FailStatement(u"Insert into Vilnor", kServerGone);
     Put(u"OutNewCase4711.xml", ResultText("0", "5", "1&amp;12&amp;3"));
-    ReadNewCase(4711, *this);
+    Read(RequestKind::NewCase);
     EXPECT_EQ(dialogs.Texts(),
               (Statements{u"-2147467259 server closed the connection in AddNewCase", refusal.box}));
     EXPECT_EQ(updateJournals, 1);
@@ -161,7 +161,7 @@ std::vector<Acting> ActingOf(const Reader& reader) {
       "1", {u"SELECT Journal_ID", u"SELECT Tekst", u"Update Vilnor", u"Update Journal"}};
   const std::vector<const char16_t*> deletion = {u"SELECT VilnorID", u"Delete from Journal",
                                                  u"Delete from Vilnor"};
-  if (reader.read == ReadExistCase) {
+  if (reader.kind == RequestKind::ExistCase) {
     return {changed, {"7", deletion}};
   }
   return {changed,
@@ -196,7 +196,7 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
         Script(reader, acting.status);
         const std::string result = Contents(reader.file);
         database.FailStatement(statement, kServerGone);
-        reader.read(4711, *this);
+        Read(reader.kind);
         EXPECT_EQ(dialogs.Texts().front().substr(0, 11), u"-2147467259");
         EXPECT_EQ(updateJournals, 1);
         EXPECT_FALSE(database.InTransaction());
@@ -204,7 +204,7 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
         EXPECT_EQ(Contents(automation::FromUtf8(AsideOf(reader))), result);
 
         Script(reader, acting.status);
-        reader.read(4711, *this);
+        Read(reader.kind);
         EXPECT_TRUE(dialogs.shown.empty());
         EXPECT_EQ(Files(), Names());
       }
@@ -216,18 +216,18 @@ TEST_F(FailedResults, ThatNoReadingCouldEnterAreToldAndDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     const std::u16string procedure =
-        reader.read == ReadExistCase ? u"UpdateCaseById" : u"UpdateCase";
+        reader.kind == RequestKind::ExistCase ? u"UpdateCaseById" : u"UpdateCase";
     Script(reader, "1");
     database.Answer(u"SELECT Tekst from Journal Where ID = 900",
                     {{u"Tekst"}, {{u"Ärende upprättat i Vilnor Link ref.nr 2071"}}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"5 Invalid procedure call or argument in " + procedure});
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Files(), Names());
 
     Script(reader, "1");
     database.Answer(reader.updateQuery, {{u"Journal_ID"}, {}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 4), u"3021");
     EXPECT_EQ(updateJournals, 1);
@@ -245,7 +245,7 @@ TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
                        std::to_string(number));
           Script(reader, acting.status);
           database.FailStatement(statement, {number, u"", u"text"});
-          reader.read(4711, *this);
+          Read(reader.kind);
           EXPECT_EQ(Files(), Names{AsideOf(reader)});
         }
       }
@@ -258,7 +258,7 @@ TEST_F(FailedResults, WhoseExistenceTestGivesANumberAreSetAside) {
     for (const std::int32_t number : {5, 3021}) {
       Script(reader, "7");
       database.FailStatement(u"SELECT * FROM Vilnor WHERE", {number, u"", u"text"});
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_EQ(Files(), Names{AsideOf(reader)});
     }
   }
@@ -268,7 +268,7 @@ TEST_F(FailedResults, OfALinkWithoutAJournalKeyAreSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(reader.updateQuery, {{u"Journal_ID"}, {{automation::Null()}}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 3), u"94 ");
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
   }
@@ -278,7 +278,7 @@ TEST_F(FailedResults, OfALinkWhoseJournalLineIsGoneAreSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(u"SELECT Tekst from Journal Where ID = 900", {{u"Tekst"}, {}});
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts().front().substr(0, 4), u"3021");
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
   }
@@ -289,15 +289,15 @@ TEST_F(FailedResults, WhoseExistenceTestFailedAreAddedButNotDeleted) {
     SCOPED_TRACE(reader.name);
     Script(reader, "5");
     database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
-    reader.read(4711, *this);
-    EXPECT_EQ(Changes(), Insertion(reader.read == ReadNewFHP));
+    Read(reader.kind);
+    EXPECT_EQ(Changes(), Insertion(reader.kind == RequestKind::NewFHP));
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(updateJournals, 1);
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
 
     Script(reader, "7");
     database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(updateJournals, 1);
@@ -309,7 +309,7 @@ TEST_F(FailedResults, OfADatabaseThatIsGoneShowTheBoxOfEachCall) {
   Script(kReaders[1], "5");
   database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
   database.FailStatement(u"Insert into Vilnor", kServerGone);
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(dialogs.Texts(),
             (Statements{u"-2147467259 server closed the connection in CaseExistsPID",
                         u"-2147467259 server closed the connection in AddNewCase"}));
@@ -319,7 +319,7 @@ TEST_F(FailedResults, OfADatabaseThatIsGoneShowTheBoxOfEachCall) {
 TEST_F(FailedResults, ReadAgainAfterTheyWereEnteredAddNothing) {
   Script(kReaders[1], "5");
   AnswerLink(kReaders[1].existsQuery);
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(Files(), Names());
 }
@@ -334,7 +334,7 @@ class FailedLookup : public ResultReaders {
   }
   void Read(const std::string& elements) {
     Put(u"OutExistCase4711.xml", "<a>" + elements + "</a>");
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_EQ(dialogs.Texts(),
               Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId"});
     EXPECT_EQ(database.AliveConnections(), 0);
@@ -386,7 +386,7 @@ TEST_F(FailedLookup, SetsAsideAWithdrawnCaseThatTheResultDoesNotNameEither) {
 
 TEST_F(FailedLookup, OfAChangedCaseWithoutANumberIsRefusedByTheDatabaseAndSetAside) {
   Put(u"OutExistCase4711.xml", "<a><Status>1</Status></a>");
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.Texts(),
             (Statements{u"-2147467259 server closed the connection in GetCaseIdByVilnorId",
                         u"-2147217900 Syntax error in the statement. in UpdateCaseById"}));
@@ -413,7 +413,7 @@ TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
       std::filesystem::remove_all(folder / "Vilnor");
       Put(reader.file, ResultText("99", "1", reader.userDefData));
       atUpdateJournal = [&] { Put(reader.file, "a newer answer"); };
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_EQ(Files(), Names{ToUtf8(reader.file)});
       EXPECT_EQ(Contents(reader.file), "a newer answer");
       EXPECT_EQ(dialogs.shown.size(), fails ? 1U : 0U);
@@ -427,7 +427,7 @@ TEST_F(ResultFiles, InHandAreNotSetAsideByARequestFromTheHostsHandler) {
     AnswerJournal(reader.updateQuery);
     Put(reader.file, ResultText("99", "1", reader.userDefData));
     atUpdateJournal = [&] { SetUnreadAside(ExchangePath(reader.file)); };
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(Files(), Names());
     Put(reader.file, "unread");
@@ -441,7 +441,7 @@ TEST_F(ResultFiles, OfAQuestionThatWasNeverAnsweredStay) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   dialogs.answers = {Answer::None};
   Put(u"OutExistCase4711.xml", ResultText("3", "7", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(dialogs.Texts().back(), u"440 Automation error in XMLReadExistCase");
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
@@ -452,7 +452,7 @@ TEST_F(ResultFiles, OfAQuestionAreDeletedOnlyByANo) {
     AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
     dialogs.answers = {answer};
     Put(u"OutExistCase4711.xml", ResultText("3", "7", ""));
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(Exists(u"OutExistCase4711.xml"), answer != Answer::No);
   }

@@ -21,10 +21,13 @@ using Statements = std::vector<std::u16string>;
 inline const automation::AutomationError kServerGone{-2147467259, u"",
                                                      u"server closed the connection"};
 
-class ResultReaders : public fakes::ComponentFixture, protected ResultReaderHost {
+class ResultReaders : public fakes::ComponentFixture, protected Events {
  protected:
-  std::u16string GetVilnorOutputPath() override { return exchangeDirectory; }
-  void RaiseUpdateJournal() override {
+  // The result of a request with the key 4711.
+  void Read(RequestKind kind) {
+    ReadResult({.kind = kind, .key = 4711, .folder = exchangeDirectory, .events = this});
+  }
+  void UpdateJournal() override {
     ++updateJournals;
     atUpdateJournal();
   }
@@ -80,7 +83,7 @@ inline std::string ResultText(const std::optional<std::string>& cancelled,
 // The three readers and what differs between them.
 struct Reader {
   const char* name;
-  void (*read)(std::int32_t, ResultReaderHost&);
+  RequestKind kind;
   const char16_t* file;
   const char* userDefData;
   const char16_t* existsQuery;
@@ -89,15 +92,15 @@ struct Reader {
 };
 
 inline constexpr auto kReaders = std::to_array<Reader>(
-    {{"ReadNewFHP", ReadNewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
+    {{"ReadNewFHP", RequestKind::NewFHP, u"OutNewFHP4711.xml", "55&amp;12&amp;3&amp;8&amp;A&amp;1",
       u"SELECT * FROM Vilnor WHERE FHP_ID = 4711 and CaseType = 1",
       u"SELECT Journal_ID from Vilnor Where FHP_ID= 4711 AND CaseType = 1",
       u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-     {"ReadNewCase", ReadNewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
+     {"ReadNewCase", RequestKind::NewCase, u"OutNewCase4711.xml", "99&amp;12&amp;3",
       u"SELECT * FROM Vilnor WHERE PID = 4711 and CaseType = 9 and CaseId = 'L-9'",
       u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
       u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"},
-     {"ReadExistCase", ReadExistCase, u"OutExistCase4711.xml", "L-LINK",
+     {"ReadExistCase", RequestKind::ExistCase, u"OutExistCase4711.xml", "L-LINK",
       u"SELECT * FROM Vilnor WHERE VilnorId = 4711",
       u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
       u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}});

@@ -117,7 +117,7 @@ TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
     updateJournals = 0;
     Put(cell.reader.file, ResultText(cell.cancelled, cell.status, cell.reader.userDefData));
 
-    cell.reader.read(4711, *this);
+    Read(cell.reader.kind);
 
     const Expected expected = ExpectedOf(cell);
     EXPECT_EQ(Changes(), expected.changes);
@@ -134,7 +134,7 @@ TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
 TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   Put(u"OutExistCase4711.xml", ResultText("3", std::nullopt, ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.shown,
             (std::vector<platform::MessageBox>{
                 {.text = u"Ärendet är borttaget i Vilnor Link\r\n\r\nTa bort kopplingen till "
@@ -149,7 +149,7 @@ TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   dialogs.answers = {Answer::Yes};
   Put(u"OutExistCase4711.xml", ResultText("3", "1", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(Changes(), Deletion(true));
 }
 
@@ -159,14 +159,14 @@ TEST_F(ResultReaders, AFileThatCannotBeReadStaysWithoutAWord) {
                                  "<?xml version='1.0' encoding='UTF-8'?><a>\xE5</a>"}) {
       SCOPED_TRACE(std::string(reader.name) + " " + contents);
       Put(reader.file, contents);
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_TRUE(Exists(reader.file));
       EXPECT_TRUE(dialogs.shown.empty());
       EXPECT_EQ(updateJournals, 0);
       EXPECT_EQ(Changes(), Statements());
     }
     std::filesystem::remove(folder / "Vilnor" / ToUtf8(reader.file));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_TRUE(dialogs.shown.empty());
   }
 }
@@ -203,7 +203,7 @@ TEST_F(ResultReaders, AFileThatGoesBadBeforeTheSecondLoadIsReported) {
                        {.code = -1072896682, .filePosition = 17, .reason = u"Ogiltigt tecken."}};
     dialogs.shown.clear();
     Put(reader.file, ResultText("0", "5", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.shown,
               (std::vector<platform::MessageBox>{
                   {.text = u"XMLDOM Error -1072896682\r\nPos 17Reason Ogiltigt tecken.",
@@ -245,7 +245,7 @@ TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
       latin1.replace(at, std::string("två").size(), "tv\xE5");
     }
     Put(u"OutNewCase4711.xml", latin1);
-    ReadNewCase(4711, *this);
+    Read(RequestKind::NewCase);
     EXPECT_EQ(dialogs.shown,
               (std::vector<platform::MessageBox>{{.text = result.text,
                                                   .title = u"Vilnor Link connection",
@@ -261,7 +261,7 @@ TEST_F(ResultReaders, ElementsAreFoundWhereverTheyStandAndTheFirstCounts) {
   Put(u"OutNewCase4711.xml",
       "<a><b><Status>5</Status><c><Id>L-9</Id></c></b><Status>7</Status><Id>L-10</Id>"
       "<UserName><![CDATA[k\xC3\xA5re]]></UserName><UserDefData>1&#38;12&amp;3</UserDefData></a>");
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Insertion(false));
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
@@ -272,7 +272,7 @@ TEST_F(ResultReaders, AFileWithADocumentTypeStaysWithoutAWord) {
                                  (folder / "secret.txt").string() +
                                  "\">]><a><Status>&e;</Status><UserDefData>1&amp;2&amp;3"
                                  "</UserDefData></a>");
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
@@ -284,7 +284,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
     database.FailCall(2, kServerGone);
     dialogs.shown.clear();
     Put(reader.file, ResultText("0", "5", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in " +
                                           automation::FromUtf8(reader.name)});
     EXPECT_TRUE(Exists(reader.file));
@@ -296,7 +296,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
 TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   database.installed = false;
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.Texts(),
             Statements{u"429 ActiveX component can't create object in XMLReadExistCase"});
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
@@ -377,7 +377,7 @@ TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {
     dialogs = fakes::Dialogs();
     dialogs.answers = {cell.answer};
     Put(cell.reader.file, ResultText(cell.cancelled, cell.status, cell.reader.userDefData));
-    cell.reader.read(4711, *this);
+    Read(cell.reader.kind);
     expected += ExpectedOf(cell).fileDeleted ? 1 : 0;
     EXPECT_EQ(deletions, expected);
   }
@@ -396,7 +396,7 @@ TEST_F(WatchedResultReaders, DeleteAResultThatWasStillBeingWrittenWhenTheMessage
       }
     };
     Put(reader.file, "<Envelope>");
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(Changes().size(), 2U);
     EXPECT_FALSE(Exists(reader.file));
   }
@@ -419,7 +419,7 @@ TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
       steps.emplace_back("deleted");
       EXPECT_EQ(database.AliveConnections(), 0);
     };
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(steps, (std::vector<std::string>{"told", "deleted"}));
   }
 }
@@ -430,9 +430,9 @@ TEST_F(WatchedResultReaders, ReadTheElementsInTheirOrder) {
     SCOPED_TRACE(reader.name);
     watchedDocuments.read.clear();
     Put(reader.file, ResultText("99", "0", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(watchedDocuments.read,
-              reader.read == ReadExistCase
+              reader.kind == RequestKind::ExistCase
                   ? (Statements{u"Cancelled", u"Status", u"Id", u"UserName", u"UserDefData"})
                   : (Statements{u"Cancelled", u"Status", u"UserDefData", u"Id", u"UserName"}));
   }
@@ -448,7 +448,7 @@ TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
       }
     };
     Put(reader.file, ResultText("0", "5", reader.userDefData));
-    reader.read(4711, *this);
+    Read(reader.kind);
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_TRUE(dialogs.shown[0].text.starts_with(u"XMLDOM Error -"));
     EXPECT_NE(dialogs.shown[0].text.find(u"\r\nPos 0Reason "), std::u16string::npos);
@@ -465,7 +465,7 @@ TEST_F(WatchedResultReaders, AFileThatGoesBeforeItsDeletionIsReportedAfterItsRow
     std::filesystem::remove(folder / "Vilnor" / "OutNewCase4711.xml");
   };
   Put(u"OutNewCase4711.xml", ResultText("0", "5", "1&amp;12&amp;3"));
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Insertion(false));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(dialogs.Texts(), Statements{u"53 File not found in ReadNewCase"});
@@ -477,7 +477,7 @@ TEST_F(ResultReaders, EveryStatusHasItsUserDefDataSplit) {
       SCOPED_TRACE(std::string(reader.name) + " " + status);
       dialogs.shown.clear();
       Put(reader.file, ResultText("0", status, "1&amp;x&amp;3&amp;4&amp;5"));
-      reader.read(4711, *this);
+      Read(reader.kind);
       EXPECT_EQ(dialogs.Texts(),
                 Statements{u"13 Type mismatch in XML" + automation::FromUtf8(reader.name)});
       EXPECT_TRUE(Exists(reader.file));
@@ -490,8 +490,9 @@ TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
   for (const auto& reader : kReaders) {
     Put(reader.file, ResultText("99", "3", reader.userDefData));
     database.ClearLog();
-    reader.read(4711, *this);
-    EXPECT_EQ(database.LogOf(u"Connection.Open").size(), reader.read == ReadExistCase ? 1U : 0U)
+    Read(reader.kind);
+    EXPECT_EQ(database.LogOf(u"Connection.Open").size(),
+              reader.kind == RequestKind::ExistCase ? 1U : 0U)
         << "only an opened case looks its link up";
   }
 }
@@ -500,37 +501,21 @@ TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
 TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
   for (const auto& reader : kReaders) {
     database.ClearLog();
-    reader.read(4711, *this);
+    Read(reader.kind);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(updateJournals, 0);
-    EXPECT_EQ(database.Log().empty(), reader.read != ReadExistCase) << "the link is looked up";
+    EXPECT_EQ(database.Log().empty(), reader.kind != RequestKind::ExistCase)
+        << "the link is looked up";
     EXPECT_EQ(database.AliveConnections(), 0);
   }
-}
-
-TEST_F(ResultReaders, TheExchangeDirectoryIsAskedForBeforeTheLink) {
-  class : public ResultReaderHost {
-   public:
-    std::u16string GetVilnorOutputPath() override {
-      callsBefore = database->Log().size();
-      return {};
-    }
-    void RaiseUpdateJournal() override {}
-    fakes::Database* database = nullptr;
-    std::size_t callsBefore = 1;
-  } asked;
-  asked.database = &database;
-  ReadExistCase(4711, asked);
-  EXPECT_EQ(asked.callsBefore, 0U);
-  EXPECT_FALSE(database.Log().empty());
 }
 
 TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", "<a><Status>7</Status></a>");
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(Changes(), Deletion(true));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
@@ -540,14 +525,14 @@ TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", ResultText("0", "x", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_TRUE(dialogs.shown.empty());
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
   EXPECT_EQ(Changes(), Statements());
 
   dialogs.answers = {Answer::Yes};
   Put(u"OutExistCase4711.xml", ResultText("3", "x", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.shown.size(), 1U);
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
   EXPECT_EQ(Changes(), Deletion(true));
@@ -569,7 +554,7 @@ TEST_F(ResultReaders, AnExistingCasesNumbersAreWholeAndInTheUsersFormat) {
     SCOPED_TRACE(std::string(result.cancelled) + " " + result.status);
     dialogs.shown.clear();
     Put(u"OutExistCase4711.xml", ResultText(result.cancelled, result.status, ""));
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_EQ(dialogs.Texts(), result.boxes);
     EXPECT_EQ(Exists(u"OutExistCase4711.xml"), !result.boxes.empty());
     EXPECT_EQ(Changes(), Statements());
@@ -584,13 +569,13 @@ TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCan
     database = fakes::Database();
     database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
     Put(u"OutNewCase4711.xml", ResultText(cancelled, "5", "1&amp;12&amp;3"));
-    ReadNewCase(4711, *this);
+    Read(RequestKind::NewCase);
     EXPECT_EQ(Changes(), Insertion(false));
     EXPECT_TRUE(dialogs.shown.empty());
   }
   database = fakes::Database();
   Put(u"OutNewCase4711.xml", ResultText("1,0", "5", "1&amp;12&amp;3"));
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
@@ -607,7 +592,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
     SCOPED_TRACE(userDefData);
     dialogs.shown.clear();
     Put(u"OutNewFHP4711.xml", ResultText("0", "5", userDefData));
-    ReadNewFHP(4711, *this);
+    Read(RequestKind::NewFHP);
     EXPECT_EQ(dialogs.Texts(), Statements{text});
     EXPECT_TRUE(Exists(u"OutNewFHP4711.xml"));
     EXPECT_EQ(Changes(), Statements());
@@ -616,7 +601,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
   dialogs.shown.clear();
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   Put(u"OutNewFHP4711.xml", ResultText("0", "5", "55&amp;12&amp;3&amp;8"));
-  ReadNewFHP(4711, *this);
+  Read(RequestKind::NewFHP);
   EXPECT_TRUE(dialogs.shown.empty());
   ASSERT_EQ(Changes().size(), 3U);
   EXPECT_NE(Changes()[1].find(u"ärendenr: 55&12&3&8 överförd"), std::u16string::npos);
@@ -624,7 +609,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
 
 TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCase) {
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   const auto& log = database.Log();
   const auto isOpening = [](const auto& call) { return call.starts_with(u"Connection.Open"); };
   const auto first = std::find_if(log.begin(), log.end(), isOpening);
@@ -634,7 +619,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCa
   database.FailCall(static_cast<std::size_t>(second - log.begin()) + 1, kServerGone);
   updateJournals = 0;
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
-  ReadExistCase(4711, *this);
+  Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.Texts(), Statements{u"-2147467259 server closed the connection in "
                                         u"ReadExistCase"});
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
@@ -645,7 +630,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCa
 TEST_F(ResultReaders, AValueWithoutEndIsReportedWithTheXmlName) {
   Put(u"OutNewCase4711.xml", "<a><Status>5</Status><UserDefData>1&amp;2&amp;3</UserDefData><Id>" +
                                  std::string(platform::kLongestValue + 1, 'x') + "</Id></a>");
-  ReadNewCase(4711, *this);
+  Read(RequestKind::NewCase);
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(dialogs.Texts(), Statements{u"7 Out of memory in XMLReadNewCase"});
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
@@ -663,12 +648,21 @@ TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   const std::string manyLines = "<a><Status>3</Status><Id>L-9</Id>" + lines + "</a>";
   for (const auto& contents : {oneText, manyLines}) {
     Put(u"OutExistCase4711.xml", contents);
-    ReadExistCase(4711, *this);
+    Read(RequestKind::ExistCase);
     EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(updateJournals, 0);
   }
+}
+
+TEST_F(ResultReaders, AResultToWhichNoHostListensIsEnteredAllTheSame) {
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  Put(u"OutNewCase4711.xml", ResultText("0", "5", "99&amp;12&amp;3"));
+  ReadResult(
+      {.kind = RequestKind::NewCase, .key = 4711, .folder = exchangeDirectory, .events = nullptr});
+  EXPECT_EQ(Changes(), Insertion(false));
+  EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
 }  // namespace

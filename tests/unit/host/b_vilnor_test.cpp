@@ -165,6 +165,15 @@ TEST_F(BVilnorTest, AResultWithoutAHostRegistrationIsNotLookedFor) {
   EXPECT_EQ(events.count, 0);
 }
 
+TEST_F(BVilnorTest, AResultsDirectoryIsAskedForBeforeItsLink) {
+  registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
+  database.FailStatement(u"SELECT * FROM Vilnor", kServerGone);
+  vilnor.ReadExistCase(4711);
+  EXPECT_EQ(dialogs.Texts(),
+            (Texts{u"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath",
+                   u"-2147467259 server closed the connection in GetCaseIdByVilnorId"}));
+}
+
 TEST_F(BVilnorTest, APatientWhoDoesNotExistIsReportedAndNothingIsWritten) {
   vilnor.OpenWithNewCase(1, 12, 3);
   EXPECT_EQ(dialogs.Texts(),

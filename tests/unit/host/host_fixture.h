@@ -16,7 +16,7 @@ inline constexpr const char16_t* kPatient =
     u"SELECT  fDato, PersNr,ForNavn,Navn from Pasient where ID = ";
 inline constexpr const char16_t* kPatientSsn = u"SELECT  fDato, PersNr from Pasient where ID = ";
 
-class CountingEvents : public Events {
+class CountingEvents : public exchange::Events {
  public:
   void UpdateJournal() override {
     ++count;

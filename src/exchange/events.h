@@ -1,6 +1,6 @@
 #pragma once
 
-namespace host {
+namespace exchange {
 
 // Where a BVilnor raises its events. CloseVilnor is declared to the host but never raised.
 class Events {
@@ -10,4 +10,4 @@ class Events {
   virtual void UpdateJournal() = 0;
 };
 
-}  // namespace host
+}  // namespace exchange
