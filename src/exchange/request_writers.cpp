@@ -1,8 +1,8 @@
 #include "exchange/request_writers.h"
 
 #include "automation/text.h"
+#include "db/connection_state.h"
 #include "exchange/envelope.h"
-#include "exchange/linked_case.h"
 #include "util/error_trap.h"
 
 namespace exchange {
@@ -32,7 +32,7 @@ Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
                                        const std::u16string& vilnorOutputPath) {
   return util::Try(u" in WriteExistCase", kBVilnorIcon, [&] {
     // Kept: a lookup that failed opens the link program without a case.
-    const std::u16string caseId = LinkedCaseId(vilnorId).OrEmpty();
+    const std::u16string caseId = db::GDBUse()->GetCaseIdByVilnorId(vilnorId);
     AnsweredRequest file(RequestKind::ExistCase, vilnorId, vilnorOutputPath);
     file.Add(u"Case", caseId).Add(u"CaseId", caseId);
     return file.Save();

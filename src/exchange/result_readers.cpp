@@ -9,7 +9,6 @@
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
 #include "exchange/envelope.h"
-#include "exchange/linked_case.h"
 #include "exchange/result_files.h"
 #include "exchange/result_outcome.h"
 #include "exchange/user_def_data.h"
@@ -176,7 +175,7 @@ void ReadExistResult(const Reading& reading) {
       reading.kind,
       [&] {
         file.emplace(ResultPath(reading));
-        return ReadExistOutcome(*file, LinkedCaseId(reading.key));
+        return ReadExistOutcome(*file, db::GDBUse()->TryGetCaseIdByVilnorId(reading.key));
       },
       [&](const Outcome& outcome) {
         if (ActsOnExisting(outcome.status)) {

@@ -53,17 +53,11 @@ bool JawHasTooMany(Record& application, const char16_t* column) {
   return IsTooMany(measures);
 }
 
-Record ReadApplication(std::int32_t fhpId) {
-  Record application(db::RenewGDB()->GetFHPById(fhpId));
-  db::ReleaseGDB();
-  return application;
-}
-
 }  // namespace
 
 bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
   return util::UnderTrap(u" in OKToSend", util::kBVilnorIcon, [&] {
-    Record application = ReadApplication(fhpId);
+    Record application(db::GDBUse()->GetFHPById(fhpId));
     // The first place with too many measures ends the check.
     const bool fits = !AnyToothHasTooMany(application) &&
                       !JawHasTooMany(application, u"PlanTreatmUJaw") &&

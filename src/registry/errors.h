@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "automation/automation_error.h"
+
 namespace registry {
 
 // The key, or its parent, cannot be opened or read.
@@ -15,7 +17,9 @@ inline constexpr std::int32_t kUnknownError = static_cast<std::int32_t>(0x800402
 // The system neither created nor opened the key.
 inline constexpr std::int32_t kCannotCreate = 1000;
 
-// kCannotOpen of the load: source "GetKeyInfo", "Unable to open Key".
-[[noreturn]] void RaiseCannotOpen();
+// kCannotOpen of the load.
+[[noreturn]] inline void RaiseCannotOpen() {
+  throw automation::AutomationError(kCannotOpen, u"GetKeyInfo", u"Unable to open Key");
+}
 
 }  // namespace registry

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "automation/conversion.h"
+#include "automation/date.h"
 #include "platform/conversions.h"
-#include "util/age_group.h"
 #include "util/error_trap.h"
 #include "util/null_safe.h"
 #include "util/rounding.h"
@@ -78,6 +78,19 @@ RateCompensation NewerCompensation(const Row& row) {
 }
 
 }  // namespace
+
+Attempt<AgeGroup> GetAgeGroup(automation::Date birthDate, automation::Date referenceDate) {
+  return Try(u" in GetAgeGroup", kModBVilnorIcon, [&] {
+    const int age = automation::PartsOf(referenceDate).year - automation::PartsOf(birthDate).year;
+    if (age < 20) {
+      return AgeGroup::Under20;
+    }
+    if (age < 30) {
+      return AgeGroup::From20To29;
+    }
+    return age < 65 ? AgeGroup::From30To64 : AgeGroup::From65;
+  });
+}
 
 RateCompensation GetRateCompensation(const RateCompensationInput& input) {
   return UnderTrap(u" in GetRateCompensation", kModBVilnorIcon, [&]() -> RateCompensation {

@@ -4,8 +4,16 @@
 #include <string>
 
 #include "automation/value.h"
+#include "util/attempt.h"
 
 namespace util {
+
+// The patient's age group in the dental-care subsidy.
+enum class AgeGroup { Under20, From20To29, From30To64, From65 };
+
+// The group of the age that the patient reaches during the reference date's calendar year. A date
+// outside the years 100 to 9999 shows error 6.
+Attempt<AgeGroup> GetAgeGroup(automation::Date birthDate, automation::Date referenceDate);
 
 // What the rule reads of a row, of its application and of the patient. Amounts and the rate number
 // may be Null, which counts as 0.

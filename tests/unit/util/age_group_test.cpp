@@ -1,5 +1,4 @@
-#include "util/age_group.h"
-
+#include "util/rate_compensation.h"
 #include "util_fixture.h"
 
 namespace util {
