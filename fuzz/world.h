@@ -14,7 +14,7 @@
 #include "automation/text.h"
 #include "fakes/ports.h"
 #include "platform/thread_state.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 // What libFuzzer, or replay.cpp, calls with each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -64,10 +64,10 @@ class World : public fakes::Ports {
   World() {
     platform::Use(ports);
     locale.UseSwedish();
-    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
-                              .gKestraLangID = 1,
-                              .gDbType = 1,
-                              .gDateFormat = u"yyyy-MM-dd"};
+    util::CurrentSettings() = {.gConnectionParameter = u"Driver=Fake",
+                               .gKestraLangID = 1,
+                               .gDbType = 1,
+                               .gDateFormat = u"yyyy-MM-dd"};
   }
   World(const World&) = delete;
   World& operator=(const World&) = delete;

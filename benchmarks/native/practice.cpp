@@ -67,7 +67,7 @@ Clinic::~Clinic() {
 void Clinic::ExchangeThreadState() {
   platform::Use(ports_);
   std::swap(connectionState_, db::CurrentConnectionState());
-  std::swap(session_, util::CurrentSession());
+  std::swap(session_, util::CurrentSettings());
 }
 
 void Clinic::Run(const std::u16string& statement) const {

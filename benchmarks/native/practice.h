@@ -10,7 +10,7 @@
 #include "fakes/ports.h"
 #include "host/b_vilnor.h"
 #include "portable/odbc_database.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace benchmarks {
 
@@ -72,7 +72,7 @@ class Clinic {
   platform::Platform ports_ = fakes::With(doubles_.ports, database_);
   // What the component keeps for a thread, while the thread is elsewhere.
   db::ConnectionState connectionState_;
-  util::Session session_;
+  util::SessionSettings session_;
   NoEvents events_;
   std::unique_ptr<host::BVilnor> vilnor_;
   std::unique_ptr<platform::Connection> beside_;

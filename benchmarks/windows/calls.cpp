@@ -6,7 +6,7 @@
 
 #include "com/interfaces.h"
 #include "db/db_vilnor.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 #include "windows/bstr.h"
 #include "windows/com_error.h"
 #include "windows/com_ptr.h"

@@ -40,7 +40,8 @@ std::shared_ptr<DBVilnor> RenewGDB();
 std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made);
 
 // Renews gDB for the length of a task and lets go of it at its end, also after an error: the next
-// operation of the user must not find the shared connection open.
+// operation of the user must not find the shared connection open. For one call:
+// GDBUse()->CaseExists(…).
 class GDBUse {
  public:
   GDBUse() : made_(RenewGDB()) {}

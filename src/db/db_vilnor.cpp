@@ -1,7 +1,7 @@
 #include "db/db_vilnor.h"
 
 #include "db/connection_state.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace db {
 
@@ -10,7 +10,7 @@ namespace {
 // Kept: on a connection that another object has open this raises 3705; a host creates one object at
 // a time.
 void SetConnectionString() {
-  SharedConnection().SetConnectionString(util::CurrentSession().gConnectionParameter);
+  SharedConnection().SetConnectionString(util::CurrentSettings().gConnectionParameter);
 }
 
 void OpenConnection() {

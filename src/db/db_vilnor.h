@@ -38,9 +38,9 @@ struct [[nodiscard]] UpdateAttempt {
 // for callers inside the component, to whom a failure is not as good as nothing. A recordset that
 // is returned belongs to the caller and lives on when the shared one is closed; nullptr when no row
 // was found.
-// Key numbers are the host's: PID patient, BID practitioner, RID provider company, FHPId
-// prior-approval application; VilnorId is the key of a link record, CaseId the case number that
-// Vilnor Link gave. Case types: 1 prior-approval application, 9 ordinary case.
+// Key numbers are the host's: `pid` patient, `bid` practitioner, `rid` provider company, `fhpId`
+// prior-approval application; `vilnorId` is the key of a link record, `caseId` the case number that
+// Vilnor Link gave. Case types: db/case_types.h.
 class DBVilnor {
  public:
   // Opens the thread's shared connection. An error goes to the creator. What another object of the
@@ -57,62 +57,62 @@ class DBVilnor {
   void InitConnection();
 
   // Deletes the application's link and its journal line.
-  void DeleteFHP(std::int32_t FHPId);
-  void DeleteCase(const std::u16string& CaseId);
-  std::u16string GetCaseIdByVilnorId(std::int32_t VilnorId);
-  bool CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
-  bool CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId, const std::u16string& CaseId);
+  void DeleteFHP(std::int32_t fhpId);
+  void DeleteCase(const std::u16string& caseId);
+  std::u16string GetCaseIdByVilnorId(std::int32_t vilnorId);
+  bool CaseExists(std::int32_t fhpId, std::int32_t caseTypeId);
+  bool CaseExistsPID(std::int32_t pid, std::int32_t caseTypeId, const std::u16string& caseId);
   // All columns of the application.
-  std::unique_ptr<platform::Recordset> GetFHPById(std::int32_t FHPId);
+  std::unique_ptr<platform::Recordset> GetFHPById(std::int32_t fhpId);
   // 0 when the application has no link.
-  std::int32_t GetVilnorIdByFHPId(std::int32_t FHPId);
+  std::int32_t GetVilnorIdByFHPId(std::int32_t fhpId);
 
   // Practitioner.
-  std::unique_ptr<platform::Recordset> GetBIDById(std::int32_t BID);
+  std::unique_ptr<platform::Recordset> GetBIDById(std::int32_t bid);
   // Provider company.
-  std::unique_ptr<platform::Recordset> GetRIDById(std::int32_t RID);
+  std::unique_ptr<platform::Recordset> GetRIDById(std::int32_t rid);
   // Patient with name, birth date and identity number.
-  std::unique_ptr<platform::Recordset> GetPIDById(std::int32_t PID);
-  std::u16string GetCityByPostnr(std::int32_t Postnr);
-  bool PreRequestCostExists(std::int32_t FHPId);
+  std::unique_ptr<platform::Recordset> GetPIDById(std::int32_t pid);
+  std::u16string GetCityByPostnr(std::int32_t postnr);
+  bool PreRequestCostExists(std::int32_t fhpId);
   // The application's estimate rows; equal ones are one row with their count in SelectNoOf.
-  std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t FHPId);
+  std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t fhpId);
 
   // Writes a link, its journal line, and the line's key into the link.
-  void AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                  const std::u16string& CaseId, std::int32_t FHP_ID, std::int32_t CaseTypeId,
-                  std::int32_t StatusCode, const std::u16string& VilnorUser,
-                  const std::u16string& KestraCaseId = {});
+  void AddNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid,
+                  const std::u16string& caseId, std::int32_t fhpId, std::int32_t caseTypeId,
+                  std::int32_t statusCode, const std::u16string& vilnorUser,
+                  const std::u16string& kestraCaseId = {});
   // Stores the case's new number and status; the number also replaces the end of the journal
   // line's text, from its first "!" on.
-  void UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId, std::int32_t CaseStatus);
-  // The same for the link of an application (type 1, KestraId is its id) or for the links of a
-  // patient (type 9, KestraId is the PID); for any other type it does nothing.
-  void UpdateCase(const std::u16string& CaseId, std::int32_t KestraId, std::int32_t CaseStatus,
-                  std::int32_t CaseTypeId);
+  void UpdateCaseById(std::int32_t vilnorId, const std::u16string& caseId, std::int32_t caseStatus);
+  // The same for the link of an application (type 1, `kestraId` is its id) or for the links of a
+  // patient (type 9, `kestraId` is the patient's); for any other type it does nothing.
+  void UpdateCase(const std::u16string& caseId, std::int32_t kestraId, std::int32_t caseStatus,
+                  std::int32_t caseTypeId);
 
-  std::unique_ptr<platform::Recordset> GetPatientByPID(std::int32_t PID);
-  std::unique_ptr<platform::Recordset> GetPatientSSNByPID(std::int32_t PID);
+  std::unique_ptr<platform::Recordset> GetPatientByPID(std::int32_t pid);
+  std::unique_ptr<platform::Recordset> GetPatientSSNByPID(std::int32_t pid);
 
   // The Vilnor Link user of a patient (the host keeps its own users as patients, too).
-  void AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName);
+  void AddNewVilnorUser(std::int32_t pid, const std::u16string& userName);
   // An empty name deletes the mapping.
-  void UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName);
-  void DeleteVilnorUser(std::int32_t PID);
-  std::u16string GetVilnorUserByPID(std::int32_t PID);
-  std::u16string GetVilnorUserByCode1(std::int32_t Code1);
+  void UpdateVilnorUser(std::int32_t pid, const std::u16string& userName);
+  void DeleteVilnorUser(std::int32_t pid);
+  std::u16string GetVilnorUserByPID(std::int32_t pid);
+  std::u16string GetVilnorUserByCode1(std::int32_t code1);
 
   // The same as the operations above.
-  util::Attempt<void> TryDeleteCase(const std::u16string& CaseId);
-  util::Attempt<std::u16string> TryGetCaseIdByVilnorId(std::int32_t VilnorId);
-  util::Attempt<bool> TryCaseExists(std::int32_t FHPId, std::int32_t CaseTypeId);
-  util::Attempt<bool> TryCaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                                       const std::u16string& CaseId);
+  util::Attempt<void> TryDeleteCase(const std::u16string& caseId);
+  util::Attempt<std::u16string> TryGetCaseIdByVilnorId(std::int32_t vilnorId);
+  util::Attempt<bool> TryCaseExists(std::int32_t fhpId, std::int32_t caseTypeId);
+  util::Attempt<bool> TryCaseExistsPID(std::int32_t pid, std::int32_t caseTypeId,
+                                       const std::u16string& caseId);
   util::Attempt<void> TryAddNewCase(const NewLink& link);
-  UpdateAttempt TryUpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                                  std::int32_t CaseStatus);
-  UpdateAttempt TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                              std::int32_t CaseStatus, std::int32_t CaseTypeId);
+  UpdateAttempt TryUpdateCaseById(std::int32_t vilnorId, const std::u16string& caseId,
+                                  std::int32_t caseStatus);
+  UpdateAttempt TryUpdateCase(const std::u16string& caseId, std::int32_t kestraId,
+                              std::int32_t caseStatus, std::int32_t caseTypeId);
 };
 
 }  // namespace db

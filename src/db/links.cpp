@@ -29,8 +29,8 @@ struct LinkKeys {
 void DeleteLink(const std::u16string& query) {
   const LinkKeys link = FirstRow(query, OpenMode::Static, [](auto& row) {
     LinkKeys keys;
-    keys.journalId = NumberOf(row, u"Journal_ID");
-    keys.vilnorId = NumberOf(row, u"VilnorId");
+    keys.journalId = NumberField(row, u"Journal_ID");
+    keys.vilnorId = NumberField(row, u"VilnorId");
     return keys;
   });
   InTransaction([&] {
@@ -66,7 +66,7 @@ std::u16string WithReference(const std::u16string& journalText, const std::u16st
 // The journal line of an update's link; ADO tells by 3021 that there is no link.
 std::int32_t JournalIdOf(platform::Recordset& link, bool& isFinal) {
   try {
-    return NumberOf(link, u"Journal_ID");
+    return NumberField(link, u"Journal_ID");
   } catch (const automation::AutomationError& error) {
     constexpr std::int32_t kNoCurrentRecord = 3021;
     isFinal = error.number() == kNoCurrentRecord;
@@ -90,7 +90,7 @@ void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int
       OnlyRow(update.journalQuery, [&](auto& link) { return JournalIdOf(link, isFinal); });
   const std::u16string oldText =
       OnlyRow(u"SELECT Tekst from Journal Where ID = " + Decimal10(journalId),
-              [](auto& line) { return TextOf(line, u"Tekst"); });
+              [](auto& line) { return TextField(line, u"Tekst"); });
   const std::u16string newText = WithReference(oldText, caseId, isFinal);
   InTransaction([&] {
     Execute(u"Update Vilnor SET CaseId = " + caseId + u", StatusCode = " + Decimal10(caseStatus) +
@@ -100,93 +100,94 @@ void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int
   });
 }
 
-UpdateAttempt TryUpdate(std::u16string_view place, const LinkUpdate& update,
+UpdateAttempt TryUpdate(std::u16string_view procedure, const LinkUpdate& update,
                         const std::u16string& caseId, std::int32_t caseStatus) {
   UpdateAttempt attempt;
   attempt.update =
-      TryWrite(place, [&] { UpdateLink(update, caseId, caseStatus, attempt.isFinal); });
+      TryWrite(procedure, [&] { UpdateLink(update, caseId, caseStatus, attempt.isFinal); });
   return attempt;
 }
 
 }  // namespace
 
-void DBVilnor::DeleteFHP(std::int32_t FHPId) {
+void DBVilnor::DeleteFHP(std::int32_t fhpId) {
   TryWrite(u" in DeleteFHP", [&] {
-    DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where FHP_ID = " + Decimal10(FHPId));
+    DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where FHP_ID = " + Decimal10(fhpId));
   }).OrEmpty();
 }
 
-void DBVilnor::DeleteCase(const std::u16string& CaseId) {
-  TryDeleteCase(CaseId).OrEmpty();
+void DBVilnor::DeleteCase(const std::u16string& caseId) {
+  TryDeleteCase(caseId).OrEmpty();
 }
 
-Attempt<void> DBVilnor::TryDeleteCase(const std::u16string& CaseId) {
+Attempt<void> DBVilnor::TryDeleteCase(const std::u16string& caseId) {
   return TryWrite(u" in DeleteCase", [&] {
     DeleteLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = '" +
-               automation::Trim(CaseId) + u"'");
+               automation::Trim(caseId) + u"'");
   });
 }
 
-std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t VilnorId) {
-  return TryGetCaseIdByVilnorId(VilnorId).OrEmpty();
+std::u16string DBVilnor::GetCaseIdByVilnorId(std::int32_t vilnorId) {
+  return TryGetCaseIdByVilnorId(vilnorId).OrEmpty();
 }
 
-Attempt<std::u16string> DBVilnor::TryGetCaseIdByVilnorId(std::int32_t VilnorId) {
-  return TryLookUp(kGetCaseIdByVilnorId, VilnorId,
-                   [](auto& link) { return TextOf(link, u"CaseId"); });
+Attempt<std::u16string> DBVilnor::TryGetCaseIdByVilnorId(std::int32_t vilnorId) {
+  return TryLookUp(kGetCaseIdByVilnorId, vilnorId,
+                   [](auto& link) { return TextField(link, u"CaseId"); });
 }
 
-bool DBVilnor::CaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
-  return TryCaseExists(FHPId, CaseTypeId).OrEmpty();
+bool DBVilnor::CaseExists(std::int32_t fhpId, std::int32_t caseTypeId) {
+  return TryCaseExists(fhpId, caseTypeId).OrEmpty();
 }
 
-Attempt<bool> DBVilnor::TryCaseExists(std::int32_t FHPId, std::int32_t CaseTypeId) {
+Attempt<bool> DBVilnor::TryCaseExists(std::int32_t fhpId, std::int32_t caseTypeId) {
   return util::Try(u" in CaseExists", kDBVilnorIcon, [&] {
-    return RowExists(u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(FHPId) +
-                     u" and CaseType = " + Decimal10(CaseTypeId));
+    return RowExists(u"SELECT * FROM Vilnor WHERE FHP_ID = " + Decimal10(fhpId) +
+                     u" and CaseType = " + Decimal10(caseTypeId));
   });
 }
 
-bool DBVilnor::CaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                             const std::u16string& CaseId) {
-  return TryCaseExistsPID(PID, CaseTypeId, CaseId).OrEmpty();
+bool DBVilnor::CaseExistsPID(std::int32_t pid, std::int32_t caseTypeId,
+                             const std::u16string& caseId) {
+  return TryCaseExistsPID(pid, caseTypeId, caseId).OrEmpty();
 }
 
-Attempt<bool> DBVilnor::TryCaseExistsPID(std::int32_t PID, std::int32_t CaseTypeId,
-                                         const std::u16string& CaseId) {
+Attempt<bool> DBVilnor::TryCaseExistsPID(std::int32_t pid, std::int32_t caseTypeId,
+                                         const std::u16string& caseId) {
   return util::Try(u" in CaseExistsPID", kDBVilnorIcon, [&] {
-    return RowExists(u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(PID) + u" and CaseType = " +
-                     Decimal10(CaseTypeId) + u" and CaseId = '" + CaseId + u"'");
+    return RowExists(u"SELECT * FROM Vilnor WHERE PID = " + Decimal10(pid) + u" and CaseType = " +
+                     Decimal10(caseTypeId) + u" and CaseId = '" + caseId + u"'");
   });
 }
 
-std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t FHPId) {
-  return LookUp(kGetVilnorIdByFHPId, FHPId, [](auto& link) { return NumberOf(link, u"VilnorId"); });
+std::int32_t DBVilnor::GetVilnorIdByFHPId(std::int32_t fhpId) {
+  return LookUp(kGetVilnorIdByFHPId, fhpId,
+                [](auto& link) { return NumberField(link, u"VilnorId"); });
 }
 
-void DBVilnor::UpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                              std::int32_t CaseStatus) {
-  TryUpdateCaseById(VilnorId, CaseId, CaseStatus).update.OrEmpty();
+void DBVilnor::UpdateCaseById(std::int32_t vilnorId, const std::u16string& caseId,
+                              std::int32_t caseStatus) {
+  TryUpdateCaseById(vilnorId, caseId, caseStatus).update.OrEmpty();
 }
 
-UpdateAttempt DBVilnor::TryUpdateCaseById(std::int32_t VilnorId, const std::u16string& CaseId,
-                                          std::int32_t CaseStatus) {
-  const std::u16string key = Decimal10(VilnorId);
+UpdateAttempt DBVilnor::TryUpdateCaseById(std::int32_t vilnorId, const std::u16string& caseId,
+                                          std::int32_t caseStatus) {
+  const std::u16string key = Decimal10(vilnorId);
   return TryUpdate(u" in UpdateCaseById",
                    {.journalQuery = u"SELECT Journal_ID from Vilnor Where VilnorID= " + key,
                     .where = u" Where VilnorId= " + key,
                     .journalUpdate = u"Update Journal SET Tekst = "},
-                   CaseId, CaseStatus);
+                   caseId, caseStatus);
 }
 
-void DBVilnor::UpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                          std::int32_t CaseStatus, std::int32_t CaseTypeId) {
-  TryUpdateCase(CaseId, KestraId, CaseStatus, CaseTypeId).update.OrEmpty();
+void DBVilnor::UpdateCase(const std::u16string& caseId, std::int32_t kestraId,
+                          std::int32_t caseStatus, std::int32_t caseTypeId) {
+  TryUpdateCase(caseId, kestraId, caseStatus, caseTypeId).update.OrEmpty();
 }
 
-UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& CaseId, std::int32_t KestraId,
-                                      std::int32_t CaseStatus, std::int32_t CaseTypeId) {
-  const auto caseType = CaseTypeOf(CaseTypeId);
+UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& caseId, std::int32_t kestraId,
+                                      std::int32_t caseStatus, std::int32_t caseTypeId) {
+  const auto caseType = CaseTypeOf(caseTypeId);
   // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
   if (!caseType) {
     return {};
@@ -204,10 +205,10 @@ UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& CaseId, std::int32_t
       update.where = u" Where PID = ";
       break;
   }
-  const std::u16string key = Decimal10(KestraId) + u" AND CaseType = " + Decimal10(CaseTypeId);
+  const std::u16string key = Decimal10(kestraId) + u" AND CaseType = " + Decimal10(caseTypeId);
   update.journalQuery += key;
   update.where += key;
-  return TryUpdate(u" in UpdateCase", update, CaseId, CaseStatus);
+  return TryUpdate(u" in UpdateCase", update, caseId, caseStatus);
 }
 
 }  // namespace db

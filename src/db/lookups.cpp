@@ -46,42 +46,42 @@ constexpr Lookup kGetPatientSSNByPID = {u" in GetPatientSSNByPID",
 
 }  // namespace
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetFHPById(std::int32_t FHPId) {
-  return LookUp(kGetFHPById, FHPId, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetFHPById(std::int32_t fhpId) {
+  return LookUp(kGetFHPById, fhpId, CloneOf);
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetBIDById(std::int32_t BID) {
-  return LookUp(kGetBIDById, BID, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetBIDById(std::int32_t bid) {
+  return LookUp(kGetBIDById, bid, CloneOf);
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetRIDById(std::int32_t RID) {
-  return LookUp(kGetRIDById, RID, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetRIDById(std::int32_t rid) {
+  return LookUp(kGetRIDById, rid, CloneOf);
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetPIDById(std::int32_t PID) {
-  return LookUp(kGetPIDById, PID, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetPIDById(std::int32_t pid) {
+  return LookUp(kGetPIDById, pid, CloneOf);
 }
 
-std::u16string DBVilnor::GetCityByPostnr(std::int32_t Postnr) {
-  return LookUp(kGetCityByPostnr, Postnr,
-                [](auto& town) { return TextOf(town, u"Poststedsnavn"); });
+std::u16string DBVilnor::GetCityByPostnr(std::int32_t postnr) {
+  return LookUp(kGetCityByPostnr, postnr,
+                [](auto& town) { return TextField(town, u"Poststedsnavn"); });
 }
 
-bool DBVilnor::PreRequestCostExists(std::int32_t FHPId) {
-  return LookUp(kPreRequestCostExists, FHPId,
+bool DBVilnor::PreRequestCostExists(std::int32_t fhpId) {
+  return LookUp(kPreRequestCostExists, fhpId,
                 [](auto& count) { return platform::ToDouble(count.Field(u"Antal")) > 0; });
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetPreRequestCostByFHPid(std::int32_t FHPId) {
-  return LookUp(kGetPreRequestCostByFHPid, FHPId, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetPreRequestCostByFHPid(std::int32_t fhpId) {
+  return LookUp(kGetPreRequestCostByFHPid, fhpId, CloneOf);
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetPatientByPID(std::int32_t PID) {
-  return LookUp(kGetPatientByPID, PID, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetPatientByPID(std::int32_t pid) {
+  return LookUp(kGetPatientByPID, pid, CloneOf);
 }
 
-std::unique_ptr<platform::Recordset> DBVilnor::GetPatientSSNByPID(std::int32_t PID) {
-  return LookUp(kGetPatientSSNByPID, PID, CloneOf);
+std::unique_ptr<platform::Recordset> DBVilnor::GetPatientSSNByPID(std::int32_t pid) {
+  return LookUp(kGetPatientSSNByPID, pid, CloneOf);
 }
 
 }  // namespace db

@@ -95,19 +95,19 @@ std::u16string JournalInsert(const NewLink& link, const std::u16string& text,
 
 }  // namespace
 
-void DBVilnor::AddNewCase(std::int32_t PID, std::int32_t BID, std::int32_t RID,
-                          const std::u16string& CaseId, std::int32_t FHP_ID,
-                          std::int32_t CaseTypeId, std::int32_t StatusCode,
-                          const std::u16string& VilnorUser, const std::u16string& KestraCaseId) {
-  TryAddNewCase({.pid = PID,
-                 .bid = BID,
-                 .rid = RID,
-                 .caseId = CaseId,
-                 .fhpId = FHP_ID,
-                 .caseType = CaseTypeId,
-                 .status = StatusCode,
-                 .vilnorUser = VilnorUser,
-                 .kestraCaseId = KestraCaseId})
+void DBVilnor::AddNewCase(std::int32_t pid, std::int32_t bid, std::int32_t rid,
+                          const std::u16string& caseId, std::int32_t fhpId, std::int32_t caseTypeId,
+                          std::int32_t statusCode, const std::u16string& vilnorUser,
+                          const std::u16string& kestraCaseId) {
+  TryAddNewCase({.pid = pid,
+                 .bid = bid,
+                 .rid = rid,
+                 .caseId = caseId,
+                 .fhpId = fhpId,
+                 .caseType = caseTypeId,
+                 .status = statusCode,
+                 .vilnorUser = vilnorUser,
+                 .kestraCaseId = kestraCaseId})
       .OrEmpty();
 }
 

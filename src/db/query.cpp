@@ -28,11 +28,11 @@ void ExecuteCurrentSql() {
   SharedConnection().Execute(CurrentConnectionState().gSql, platform::kOptionsUnspecified);
 }
 
-std::int32_t NumberOf(platform::Recordset& row, const std::u16string& field) {
+std::int32_t NumberField(platform::Recordset& row, const std::u16string& field) {
   return platform::ToInt32(row.Field(field));
 }
 
-std::u16string TextOf(platform::Recordset& row, const std::u16string& field) {
+std::u16string TextField(platform::Recordset& row, const std::u16string& field) {
   return platform::ToText(row.Field(field));
 }
 

@@ -32,8 +32,8 @@ void ExecuteCurrentSql();
 
 // A field of the current row as the number or the text that the runtime makes of it; Null raises
 // 94.
-std::int32_t NumberOf(platform::Recordset& row, const std::u16string& field);
-std::u16string TextOf(platform::Recordset& row, const std::u16string& field);
+std::int32_t NumberField(platform::Recordset& row, const std::u16string& field);
+std::u16string TextField(platform::Recordset& row, const std::u16string& field);
 // A recordset for the caller to keep.
 std::unique_ptr<platform::Recordset> CloneOf(platform::Recordset& rows);
 
@@ -51,9 +51,9 @@ auto FirstRow(std::u16string statement, OpenMode mode, Take take) {
   return taken;
 }
 
-// A query by one key: the trap's place, the statement in front of and behind the key, how it opens.
+// A query by one key: the procedure, the statement in front of and behind the key, how it opens.
 struct Lookup {
-  std::u16string_view place;
+  std::u16string_view procedure;
   std::u16string_view beforeKey;
   std::u16string_view afterKey;
   OpenMode mode;
@@ -63,7 +63,7 @@ std::u16string StatementOf(const Lookup& lookup, std::int32_t key);
 // The lookup's first row under the error trap.
 template <class Take>
 auto TryLookUp(const Lookup& lookup, std::int32_t key, Take take) {
-  return util::Try(lookup.place, util::kDBVilnorIcon,
+  return util::Try(lookup.procedure, util::kDBVilnorIcon,
                    [&] { return FirstRow(StatementOf(lookup, key), lookup.mode, take); });
 }
 template <class Take>
@@ -84,15 +84,16 @@ void InTransaction(Body body) {
 // is also made when the transaction had not begun; its own error is dropped. `afterRollback` runs
 // between the two.
 template <class Body, class AfterRollback>
-util::Attempt<void> TryWrite(std::u16string_view place, Body body, AfterRollback afterRollback) {
-  return util::Try(place, util::kDBVilnorIcon, body, [&] {
+util::Attempt<void> TryWrite(std::u16string_view procedure, Body body,
+                             AfterRollback afterRollback) {
+  return util::Try(procedure, util::kDBVilnorIcon, body, [&] {
     util::IgnoreErrors([] { SharedConnection().RollbackTrans(); });
     afterRollback();
   });
 }
 template <class Body>
-util::Attempt<void> TryWrite(std::u16string_view place, Body body) {
-  return TryWrite(place, body, [] {});
+util::Attempt<void> TryWrite(std::u16string_view procedure, Body body) {
+  return TryWrite(procedure, body, [] {});
 }
 
 }  // namespace db

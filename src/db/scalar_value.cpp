@@ -6,12 +6,13 @@
 namespace db {
 namespace {
 
-constexpr std::u16string_view kPlace = u" in GetScalarValue";
+constexpr std::u16string_view kProcedure = u" in GetScalarValue";
 
 }  // namespace
 
 automation::Value GetScalarValue(const std::u16string& statement) {
-  return util::UnderTrap(kPlace, util::kModBVilnorIcon, [&] { return ReadScalarValue(statement); });
+  return util::UnderTrap(kProcedure, util::kModBVilnorIcon,
+                         [&] { return ReadScalarValue(statement); });
 }
 
 automation::Value ReadScalarValue(const std::u16string& statement) {
@@ -20,7 +21,7 @@ automation::Value ReadScalarValue(const std::u16string& statement) {
 }
 
 void ShowScalarError(const automation::AutomationError& error) {
-  util::ShowError(error, kPlace, util::kModBVilnorIcon);
+  util::ShowError(error, kProcedure, util::kModBVilnorIcon);
 }
 
 }  // namespace db

@@ -18,44 +18,44 @@ constexpr Lookup kPatientByCode1 = {
 }  // namespace
 
 // Kept: the user name stands without quotes; hosts pass a value that the database accepts there.
-void DBVilnor::AddNewVilnorUser(std::int32_t PID, const std::u16string& UserName) {
+void DBVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
-    Execute(u"Insert into VilnorPasient (PID, UserName) VALUES (" + Decimal10(PID) + u"," +
-            UserName + u")");
+    Execute(u"Insert into VilnorPasient (PID, UserName) VALUES (" + Decimal10(pid) + u"," +
+            userName + u")");
   });
 }
 
 // Kept: a failure names AddNewVilnorUser, and the user name stands without quotes as it does there.
-void DBVilnor::UpdateVilnorUser(std::int32_t PID, const std::u16string& UserName) {
+void DBVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
-    const bool mapped = !GetVilnorUserByPID(PID).empty();
-    if (mapped && !UserName.empty()) {
-      Execute(u"Update VilnorPasient SET PID = " + Decimal10(PID) + u", UserName = " + UserName +
-              u" Where PID= " + Decimal10(PID));
+    const bool mapped = !GetVilnorUserByPID(pid).empty();
+    if (mapped && !userName.empty()) {
+      Execute(u"Update VilnorPasient SET PID = " + Decimal10(pid) + u", UserName = " + userName +
+              u" Where PID= " + Decimal10(pid));
     } else if (mapped) {
-      DeleteVilnorUser(PID);
-    } else if (!UserName.empty()) {
-      AddNewVilnorUser(PID, UserName);
+      DeleteVilnorUser(pid);
+    } else if (!userName.empty()) {
+      AddNewVilnorUser(pid, userName);
     }
   });
 }
 
-void DBVilnor::DeleteVilnorUser(std::int32_t PID) {
+void DBVilnor::DeleteVilnorUser(std::int32_t pid) {
   UnderTrap(u" in DeleteVilnorUser", kDBVilnorIcon,
-            [&] { Execute(u"Delete from VilnorPasient where PID = " + Decimal10(PID)); });
+            [&] { Execute(u"Delete from VilnorPasient where PID = " + Decimal10(pid)); });
 }
 
-std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t PID) {
-  return LookUp(kGetVilnorUserByPID, PID, [](auto& user) { return TextOf(user, u"UserName"); });
+std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t pid) {
+  return LookUp(kGetVilnorUserByPID, pid, [](auto& user) { return TextField(user, u"UserName"); });
 }
 
 // Kept: the second lookup runs for patient 0 when the first found nothing, and fails then on the
 // recordset that the first left open.
-std::u16string DBVilnor::GetVilnorUserByCode1(std::int32_t Code1) {
-  return UnderTrap(kPatientByCode1.place, kDBVilnorIcon, [&] {
+std::u16string DBVilnor::GetVilnorUserByCode1(std::int32_t code1) {
+  return UnderTrap(kPatientByCode1.procedure, kDBVilnorIcon, [&] {
     const std::int32_t patientId =
-        FirstRow(StatementOf(kPatientByCode1, Code1), kPatientByCode1.mode,
-                 [](auto& patient) { return NumberOf(patient, u"ID"); });
+        FirstRow(StatementOf(kPatientByCode1, code1), kPatientByCode1.mode,
+                 [](auto& patient) { return NumberField(patient, u"ID"); });
     return GetVilnorUserByPID(patientId);
   });
 }

@@ -12,7 +12,7 @@ std::int32_t Key(const Record& record, const char16_t* column) {
   return platform::ToInt32(record[column]);
 }
 
-bool BelongsEstimate(const ApplicationRecords& records, std::int32_t fhpId) {
+bool EstimateApplies(const ApplicationRecords& records, std::int32_t fhpId) {
   return db::GDB()->PreRequestCostExists(fhpId) &&
          IncludesEstimate(platform::ToDate(records.application[u"RegDate"]),
                           platform::ToDate(records.patient[u"FDato"]));
@@ -28,7 +28,7 @@ ApplicationRecords ReadApplicationRecords(std::int32_t fhpId) {
   records.provider = Record(db::GDB()->GetRIDById(Key(application, u"RID")));
   records.city = db::GDB()->GetCityByPostnr(Key(records.provider, u"Postnr"));
   records.patient = Record(db::GDB()->GetPIDById(Key(application, u"PID")));
-  records.includeEstimate = BelongsEstimate(records, fhpId);
+  records.includeEstimate = EstimateApplies(records, fhpId);
   if (records.includeEstimate) {
     records.estimateRows = Record(db::GDB()->GetPreRequestCostByFHPid(fhpId));
   }

@@ -33,7 +33,7 @@ class Record {
   void Close() { Rows().Close(); }
 
  private:
-  platform::Recordset& Rows() const { return platform::Existing(rows_); }
+  platform::Recordset& Rows() const { return platform::Require(rows_); }
 
   std::unique_ptr<platform::Recordset> rows_;
 };

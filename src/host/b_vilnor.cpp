@@ -20,7 +20,7 @@
 #include "platform/platform.h"
 #include "util/date_format.h"
 #include "util/error_trap.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 #include "util/ssn.h"
 
 namespace host {
@@ -42,7 +42,7 @@ struct LaunchPaths {
 // directory is made, and a missing host registration reported, even when the link program is not
 // found afterwards.
 std::optional<LaunchPaths> FindLaunchPaths() {
-  // Kept: without a host registration the request goes on without a place.
+  // Kept: without a host registration the request goes on without a directory.
   auto outputPath = GetVilnorOutputPath().OrEmpty();
   auto exePath = GetVilnorCommandLine();
   if (!exePath) {
@@ -76,7 +76,7 @@ BVilnor::~BVilnor() {
 void BVilnor::InitVilnor(const std::u16string& connectionParameter, std::int16_t kestraLangID,
                          std::int16_t dbType) {
   UnderTrap(u" in InitVilnor", kBVilnorIcon, [&] {
-    util::Session& session = util::CurrentSession();
+    util::SessionSettings& session = util::CurrentSettings();
     session.gConnectionParameter = connectionParameter;
     session.gKestraLangID = kestraLangID;
     session.gDbType = dbType;
@@ -100,8 +100,7 @@ void BVilnor::OpenExistCase(std::int32_t vilnorId) {
 void BVilnor::OpenExistFHP(std::int32_t fhpId) {
   // Kept: reports the name of the operation that it passes on to.
   UnderTrap(u" in OpenExistCase", kBVilnorIcon, [&] {
-    const std::int32_t vilnorId = db::RenewGDB()->GetVilnorIdByFHPId(fhpId);
-    db::ReleaseGDB();
+    const std::int32_t vilnorId = db::GDBUse()->GetVilnorIdByFHPId(fhpId);
     OpenExistCase(vilnorId);
   });
 }
@@ -115,7 +114,7 @@ void BVilnor::OpenSearchPatient(std::int32_t pid) {
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::KeptOrRenewed(made)->GetPatientSSNByPID(pid);
-    const std::u16string ssn = SSNOf(platform::Existing(patient));
+    const std::u16string ssn = SSNOf(platform::Require(patient));
     db::ReleaseGDB();
     patient.reset();
     const auto request = exchange::WriteSearchPatient(ssn, paths->outputPath);
@@ -133,7 +132,7 @@ void BVilnor::OpenWithNewCase(std::int32_t pid, std::int32_t bid, std::int32_t r
       return;  // kept: the database object stays for the next operation to replace
     }
     patient = db::KeptOrRenewed(made)->GetPatientByPID(pid);
-    const std::u16string ssn = SSNOf(platform::Existing(patient));
+    const std::u16string ssn = SSNOf(platform::Require(patient));
     const std::u16string firstName = platform::ToText(patient->Field(u"fornavn"));
     const std::u16string lastName = platform::ToText(patient->Field(u"Navn"));
     db::ReleaseGDB();
@@ -168,7 +167,7 @@ void BVilnor::OpenVilnor() {
 }
 
 void BVilnor::ReadResult(exchange::RequestKind kind, std::int32_t key) {
-  // Kept: without a host registration the result is looked for without a place.
+  // Kept: without a host registration the result is looked for without a directory.
   exchange::ReadResult(
       {.kind = kind, .key = key, .folder = GetVilnorOutputPath().OrEmpty(), .events = events_});
 }
@@ -219,32 +218,22 @@ std::u16string BVilnor::WriteNewCase(std::int32_t pid, std::int32_t bid, std::in
 }
 
 void BVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName) {
-  UnderTrap(u" in AddNewVilnorUser", kBVilnorIcon, [&] {
-    db::RenewGDB()->AddNewVilnorUser(pid, userName);
-    db::ReleaseGDB();
-  });
+  UnderTrap(u" in AddNewVilnorUser", kBVilnorIcon,
+            [&] { db::GDBUse()->AddNewVilnorUser(pid, userName); });
 }
 
 void BVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
-  UnderTrap(u" in UpdateVilnorUser", kBVilnorIcon, [&] {
-    db::RenewGDB()->UpdateVilnorUser(pid, userName);
-    db::ReleaseGDB();
-  });
+  UnderTrap(u" in UpdateVilnorUser", kBVilnorIcon,
+            [&] { db::GDBUse()->UpdateVilnorUser(pid, userName); });
 }
 
 void BVilnor::DeleteVilnorUser(std::int32_t pid) {
-  UnderTrap(u" in DeleteVilnorUser", kBVilnorIcon, [&] {
-    db::RenewGDB()->DeleteVilnorUser(pid);
-    db::ReleaseGDB();
-  });
+  UnderTrap(u" in DeleteVilnorUser", kBVilnorIcon, [&] { db::GDBUse()->DeleteVilnorUser(pid); });
 }
 
 std::u16string BVilnor::GetVilnorUserByPID(std::int32_t pid) {
-  return UnderTrap(u" in GetVilnorUserByPID", kBVilnorIcon, [&] {
-    auto userName = db::RenewGDB()->GetVilnorUserByPID(pid);
-    db::ReleaseGDB();
-    return userName;
-  });
+  return UnderTrap(u" in GetVilnorUserByPID", kBVilnorIcon,
+                   [&] { return db::GDBUse()->GetVilnorUserByPID(pid); });
 }
 
 bool BVilnor::OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {

@@ -10,8 +10,8 @@
 namespace host {
 
 // Every operation runs under the error trap: what fails is shown to the user, and the operation
-// returns its empty result. Identifiers are the host's: PID Pasient.ID, BID Worker.ID, RID
-// company.id, FHPId SEPrerequest.SEPrerequestID, VilnorId the key of a link record.
+// returns its empty result. Identifiers are the host's: `pid` Pasient.ID, `bid` Worker.ID, `rid`
+// company.id, `fhpId` SEPrerequest.SEPrerequestID, `vilnorId` the key of a link record.
 class BVilnor {
  public:
   // Creates the notification window. No host listens to its events.

@@ -48,7 +48,7 @@ class Recordset {
 
 // The recordset of a lookup; where it gave none error 91, as the classic runtime raises at the use
 // of an object that is not set.
-inline Recordset& Existing(const std::unique_ptr<Recordset>& recordset) {
+inline Recordset& Require(const std::unique_ptr<Recordset>& recordset) {
   if (!recordset) {
     throw automation::AutomationError(automation::RuntimeError::ObjectNotSet);
   }

@@ -7,7 +7,7 @@
 #include "platform/locale.h"
 #include "platform/platform.h"
 #include "util/error_trap.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace util {
 namespace {
@@ -44,7 +44,7 @@ std::u16string GetLanguageDateFormat() {
   return UnderTrap(u" in GetLanguageDateFormat", kModBVilnorIcon, [] {
     const std::u16string answer = SystemShortDate();
     if (answer.empty()) {
-      return FormatOfLanguage(CurrentSession().gKestraLangID);
+      return FormatOfLanguage(CurrentSettings().gKestraLangID);
     }
     return HasFourDigitYear(answer) ? answer : automation::ReplaceNoCase(answer, u"YY", u"YYYY");
   });
@@ -54,7 +54,7 @@ automation::Date DateFromParts(std::u16string_view year, std::u16string_view mon
                                std::u16string_view day) {
   return UnderTrap(u" in DateFromParts", kModBVilnorIcon, [&] {
     using automation::ReplaceNoCase;
-    std::u16string text = CurrentSession().gDateFormat;
+    std::u16string text = CurrentSettings().gDateFormat;
     // The longer form of a part before the shorter one.
     text = ReplaceNoCase(text, u"YYYY", year);
     text = ReplaceNoCase(text, u"MM", month);
@@ -62,7 +62,7 @@ automation::Date DateFromParts(std::u16string_view year, std::u16string_view mon
     text = ReplaceNoCase(text, u"DD", day);
     text = ReplaceNoCase(text, u"D", day);
     automation::Regional inThatFormat = platform::Current().locale.Regional();
-    inThatFormat.shortDate = CurrentSession().gDateFormat;
+    inThatFormat.shortDate = CurrentSettings().gDateFormat;
     return automation::ParseDate(text, inThatFormat).value_or(automation::Date{});
   });
 }

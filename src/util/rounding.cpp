@@ -26,7 +26,7 @@ double HalfWithSignOf(double number) {
 
 double RoundOffAmount(double amount, std::int32_t mode, double& difference) {
   difference = 0;
-  // The place is kept as it stands, with the name of a form of the host: support staff know it.
+  // The name is kept as it stands, with the name of a form of the host: support staff know it.
   return UnderTrap(u" frmPreDefPrice: RoundOffAmount", kModBVilnorIcon, [&] {
     if (mode < 1 || mode > std::ssize(kFactors)) {
       return amount;

@@ -3,7 +3,7 @@
 #include "automation/date.h"
 #include "platform/conversions.h"
 #include "util/error_trap.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace util {
 namespace {
@@ -18,7 +18,7 @@ std::u16string GetSqlDate(automation::Date date, bool plainForm, std::u16string&
     if (!timeText.empty()) {
       timeText.insert(0, u" ");
     }
-    const std::int16_t dbType = CurrentSession().gDbType;
+    const std::int16_t dbType = CurrentSettings().gDbType;
     if (dbType != kHashDelimited && dbType != kQuoteDelimited) {
       return {};
     }

@@ -9,7 +9,7 @@
 #include "fakes/printing.h"
 #include "platform/conversions.h"
 #include "util/date_format.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 #include "util/sql_date.h"
 #include "util/subsidy_period.h"
 
@@ -22,7 +22,7 @@ class UsersLocale : public testing::Test {
  protected:
   UsersLocale() {
     platform::Use(RegistryPlatform());
-    util::CurrentSession().gDateFormat = util::GetLanguageDateFormat();
+    util::CurrentSettings().gDateFormat = util::GetLanguageDateFormat();
   }
   static automation::Date Day(int year, int month, int day) {
     return automation::MakeDate({year, month, day, 0, 0, 0});
@@ -57,7 +57,7 @@ TEST_F(UsersLocale, DoesNotMoveTheSubsidysDates) {
 }
 
 TEST_F(UsersLocale, StaysOutOfSqlLiteralsButInTheirPlainForm) {
-  util::CurrentSession().gDbType = 1;
+  util::CurrentSettings().gDbType = 1;
   std::u16string time = u"14:05:00";
   EXPECT_EQ(util::GetSqlDate(Day(2026, 11, 16), false, time), u"#11-16-2026 14:05:00#");
   std::u16string none;

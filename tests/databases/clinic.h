@@ -15,7 +15,7 @@
 #include "fakes/printing.h"
 #include "fakes/with.h"
 #include "platform/platform.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace databases {
 
@@ -52,7 +52,7 @@ class Clinic : public testing::TestWithParam<Product> {
   fakes::WindowSystem windows;
   platform::Platform platform =
       fakes::With(contract::RegistryPlatform(), clock, locale, dialogs, database, windows);
-  util::Session& session = util::CurrentSession();
+  util::SessionSettings& session = util::CurrentSettings();
 
  private:
   std::unique_ptr<platform::Connection> own_;

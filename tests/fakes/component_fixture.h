@@ -11,7 +11,7 @@
 
 #include "automation/text.h"
 #include "fakes/ports_fixture.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace fakes {
 
@@ -19,10 +19,10 @@ class ComponentFixture : public PortsFixture {
  protected:
   ComponentFixture() {
     std::filesystem::create_directories(folder);
-    util::CurrentSession() = {.gConnectionParameter = u"Driver=Fake",
-                              .gKestraLangID = 1,
-                              .gDbType = 1,
-                              .gDateFormat = u"yyyy-MM-dd"};
+    util::CurrentSettings() = {.gConnectionParameter = u"Driver=Fake",
+                               .gKestraLangID = 1,
+                               .gDbType = 1,
+                               .gDateFormat = u"yyyy-MM-dd"};
   }
   ~ComponentFixture() override { std::filesystem::remove_all(folder); }
 

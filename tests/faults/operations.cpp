@@ -2,7 +2,7 @@
 
 #include "db/connection_state.h"
 #include "db/db_vilnor.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace faults {
 namespace {
@@ -69,7 +69,7 @@ Operation CommandOnDatabase(std::string name, std::function<void(db::DBVilnor&)>
 
 void AddHostOperations(std::vector<Operation>& all) {
   all.push_back(Procedure("InitVilnor", [](World& world) {
-    world.vilnor().InitVilnor(util::CurrentSession().gConnectionParameter, 1, 1);
+    world.vilnor().InitVilnor(util::CurrentSettings().gConnectionParameter, 1, 1);
   }));
   all.push_back(Request("OpenExistCase", "InExistCase102.xml",
                         [](World& world) { world.vilnor().OpenExistCase(102); }));

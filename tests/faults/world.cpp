@@ -11,7 +11,7 @@
 #include "automation/text.h"
 #include "platform/conversions.h"
 #include "platform/thread_state.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace faults {
 namespace {

@@ -131,8 +131,8 @@ TEST_F(SharedConnection, IsTheThreadsOwn) {
   std::u16string userThere;
   fakes::OnAnotherThread([&] {
     platform::Use(ports);
-    EXPECT_EQ(util::CurrentSession().gConnectionParameter, u"");
-    util::CurrentSession() = session;
+    EXPECT_EQ(util::CurrentSettings().gConnectionParameter, u"");
+    util::CurrentSettings() = session;
     EXPECT_EQ(db::CurrentConnectionState().gConnection, nullptr);
     EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
     userThere = db::RenewGDB()->GetVilnorUserByPID(1);
@@ -150,7 +150,7 @@ TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
   operations.DeleteVilnorUser(8);
   fakes::OnAnotherThread([&] {
     platform::Use(ports);
-    util::CurrentSession() = session;
+    util::CurrentSettings() = session;
     EXPECT_EQ(db::CurrentConnectionState().gSql, u"");
     DBVilnor().DeleteVilnorUser(9);
   });

@@ -7,7 +7,7 @@
 
 #include "db/connection_state.h"
 #include "fakes/ports_fixture.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace unit {
 
@@ -30,7 +30,7 @@ class DbTest : public fakes::PortsFixture {
 
   std::vector<std::u16string> Boxes() const { return dialogs.Texts(); }
 
-  util::Session& session = util::CurrentSession();
+  util::SessionSettings& session = util::CurrentSettings();
 };
 
 }  // namespace unit

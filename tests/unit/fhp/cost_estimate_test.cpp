@@ -350,7 +350,7 @@ TEST_F(CostEstimate, WithoutAnyTakenRowTheSumsAreNoneAndMinusTheDeduction) {
 
 TEST_F(CostEstimate, AmountsUseTheDecimalSeparatorOfTheLocaleAndNoGrouping) {
   locale.regional = {};
-  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  util::CurrentSettings().gDateFormat = u"M/d/yyyy";
   AddEstimateRow({{u"Amount", 1234567.005}});
   EXPECT_EQ(ValueOfRow("edtBer1Pris"), "1234567.01");
   estimateRows.front()[u"Debit"] = u"";

@@ -39,10 +39,10 @@ TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
 TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
   locale.shortDateAnswer = u"M/d/yyyy";
   locale.regional = {};
-  util::CurrentSession().gDateFormat = u"M/d/yyyy";
+  util::CurrentSettings().gDateFormat = u"M/d/yyyy";
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
-  util::CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  util::CurrentSettings().gDateFormat = u"DD.MM.YYYY";
   locale.regional.shortDate = u"dd.MM.yyyy";
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
@@ -51,7 +51,7 @@ TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
 // A short date with a month's name, which the parts do not fit into.
 TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"d MMMM yyyy"}) {
-    util::CurrentSession().gDateFormat = picture;
+    util::CurrentSettings().gDateFormat = picture;
     for (const int birthYear : {1942, 2000}) {
       EXPECT_TRUE(Includes({.year = 2026, .month = 1, .day = 16}, birthYear));
       EXPECT_TRUE(Includes({.year = 2026, .month = 2, .day = 12}, birthYear));
@@ -67,7 +67,7 @@ TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration
 
 TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoBox) {
   for (const auto* picture : {u"ddd yyyy-MM-dd", u"dddd, d MMMM yyyy", u"d.M.yyyy '\u0433.'"}) {
-    util::CurrentSession().gDateFormat = picture;
+    util::CurrentSettings().gDateFormat = picture;
     for (int month = 1; month <= 12; ++month) {
       EXPECT_FALSE(Includes({.year = 2026, .month = month, .day = 1}, 1942)) << month;
     }
@@ -80,7 +80,7 @@ TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoB
 }
 
 TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
-  util::CurrentSession().gDateFormat = u"";
+  util::CurrentSettings().gDateFormat = u"";
   UseOlderPatient();
   AddEstimateRow();
   EXPECT_NE(Write(), u"");

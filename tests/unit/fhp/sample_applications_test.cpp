@@ -72,7 +72,7 @@ class OnHostDatabase : public fakes::ComponentFixture {
     std::filesystem::create_directories(folder / "Vilnor");
     locale.UseSwedish();
     platform::Use(real_);
-    util::CurrentSession().gConnectionParameter = product.connectionString;
+    util::CurrentSettings().gConnectionParameter = product.connectionString;
     static std::set<std::string> loaded;
     if (loaded.insert(product.name).second) {
       LoadHostDatabase(product);

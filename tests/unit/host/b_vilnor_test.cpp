@@ -17,11 +17,11 @@ const automation::AutomationError kServerGone{-2147467259, u"", u"server closed 
 
 TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
   locale.UseSwedish();
-  util::CurrentSession() = {};
+  util::CurrentSettings() = {};
   BVilnor second(events);
   vilnor.InitVilnor(u"Driver=A", 1, 2);
   second.InitVilnor(u"Driver=B", 4, 1);
-  const auto& session = util::CurrentSession();
+  const auto& session = util::CurrentSettings();
   EXPECT_EQ(session.gConnectionParameter, u"Driver=B");
   EXPECT_EQ(session.gKestraLangID, 4);
   EXPECT_EQ(session.gDbType, 1);
@@ -31,9 +31,9 @@ TEST_F(BVilnorTest, InitVilnorStoresTheSessionForEveryObject) {
 
 TEST_F(BVilnorTest, InitVilnorTakesTheDateFormatFromTheLanguageItIsGiven) {
   locale.shortDateAnswer = u"";
-  util::CurrentSession() = {};
+  util::CurrentSettings() = {};
   vilnor.InitVilnor(u"", 4, 1);
-  EXPECT_EQ(util::CurrentSession().gDateFormat, u"DD/MM/YYYY");
+  EXPECT_EQ(util::CurrentSettings().gDateFormat, u"DD/MM/YYYY");
 }
 
 TEST_F(BVilnorTest, OpenWithNewCaseWritesTheRequestAndStartsTheProgramOnIt) {

@@ -48,7 +48,7 @@ class NotificationWindow : public BVilnorTest {
   void OnFreshThread(Body body) {
     std::thread([&] {
       platform::Use(watched_);
-      util::CurrentSession().gDbType = 1;
+      util::CurrentSettings().gDbType = 1;
       body();
       platform::ForgetThreadState();
     }).join();

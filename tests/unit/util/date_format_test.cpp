@@ -17,7 +17,7 @@ class LanguageDateFormat : public UtilTest {
     return GetLanguageDateFormat();
   }
   std::u16string ForLanguage(std::int16_t language) {
-    CurrentSession().gKestraLangID = language;
+    CurrentSettings().gKestraLangID = language;
     return For(u"");
   }
 };
@@ -36,7 +36,7 @@ TEST_F(LanguageDateFormat, HasAYearOfFourDigits) {
 TEST_F(LanguageDateFormat, EndsAtTheFirstNul) {
   using namespace std::string_view_literals;
   EXPECT_EQ(For(u"yyyy-MM-dd\0rest"sv), u"yyyy-MM-dd");
-  CurrentSession().gKestraLangID = 2;
+  CurrentSettings().gKestraLangID = 2;
   EXPECT_EQ(For(u"\0yyyy-MM-dd"sv), u"DD-MM-YYYY");
 }
 
@@ -93,41 +93,41 @@ TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
   EXPECT_EQ(DateFromParts(u"2002", u"7", u"1"), Day(2002, 7, 1));
   UseNorwegianLocale();
-  CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  CurrentSettings().gDateFormat = u"DD.MM.YYYY";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
 }
 
 TEST_F(DateOfParts, IsReadInTheSessionsFormatWhateverTheLocale) {
   UseUsLocale();
-  CurrentSession().gDateFormat = u"DD.MM.YYYY";
+  CurrentSettings().gDateFormat = u"DD.MM.YYYY";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
   UseNorwegianLocale();
-  CurrentSession().gDateFormat = u"MM/DD/YYYY";
+  CurrentSettings().gDateFormat = u"MM/DD/YYYY";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
 }
 
 TEST_F(DateOfParts, AreReadInFormatsWithABlankBehindTheSeparatorOrOneAtTheEnd) {
   for (const auto* format : {u"d. M. yyyy", u"yyyy. MM. dd.", u"d.M.yyyy."}) {
-    CurrentSession().gDateFormat = format;
+    CurrentSettings().gDateFormat = format;
     EXPECT_EQ(DateFromParts(u"2002", u"7", u"1"), Day(2002, 7, 1));
   }
 }
 
 TEST_F(DateOfParts, PutsThePartsInForEitherCaseOfLetter) {
-  CurrentSession().gDateFormat = u"YyYy-mM-Dd";
+  CurrentSettings().gDateFormat = u"YyYy-mM-Dd";
   EXPECT_EQ(DateFromParts(u"2007", u"1", u"2"), Day(2007, 1, 2));
-  CurrentSession().gDateFormat = u"yyyy-m-d";
+  CurrentSettings().gDateFormat = u"yyyy-m-d";
   EXPECT_EQ(DateFromParts(u"2007", u"12", u"31"), Day(2007, 12, 31));
 }
 
 TEST_F(DateOfParts, AreReadInEverySwedishAndUsFormatOfTheSystem) {
   for (const auto* format : {u"yyyy-MM-dd", u"YYYY-MM-DD"}) {
-    CurrentSession().gDateFormat = format;
+    CurrentSettings().gDateFormat = format;
     EXPECT_EQ(DateFromParts(u"1942", u"3", u"15"), Day(1942, 3, 15));
   }
   UseUsLocale();
   for (const auto* format : {u"M/d/yyyy", u"MM/dd/yyyy"}) {
-    CurrentSession().gDateFormat = format;
+    CurrentSettings().gDateFormat = format;
     EXPECT_EQ(DateFromParts(u"1942", u"3", u"15"), Day(1942, 3, 15));
   }
 }
@@ -161,7 +161,7 @@ TEST_F(DateOfParts, ChangeMonthAndDayWhereTheMonthIsBeyondTwelve) {
 // What the letters of a picture become when it has more of them than a numeric date.
 class DateOfPartsInWords : public UtilTest {
  protected:
-  static void UsePicture(std::u16string_view picture) { CurrentSession().gDateFormat = picture; }
+  static void UsePicture(std::u16string_view picture) { CurrentSettings().gDateFormat = picture; }
 };
 
 // Short dates that Windows offers, or that people choose to see the weekday beside the clock.
@@ -226,9 +226,9 @@ TEST_F(DateOfParts, IsTheEmptyDateForPartsWithAZeroInside) {
 }
 
 TEST_F(DateOfParts, IsTheEmptyDateForAFormatThatIsNone) {
-  CurrentSession().gDateFormat = u"";
+  CurrentSettings().gDateFormat = u"";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
-  CurrentSession().gDateFormat = u"bokstäver";
+  CurrentSettings().gDateFormat = u"bokstäver";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
 }
 

@@ -8,7 +8,7 @@ namespace {
 class SqlDate : public UtilTest {
  protected:
   std::u16string Literal(int dbType, bool plainForm, std::u16string timeText = {}) {
-    CurrentSession().gDbType = static_cast<std::int16_t>(dbType);
+    CurrentSettings().gDbType = static_cast<std::int16_t>(dbType);
     return GetSqlDate(Day(2026, 11, 16), plainForm, timeText);
   }
 };
@@ -26,7 +26,7 @@ TEST_F(SqlDate, CarriesTheTimeBehindABlank) {
 
 TEST_F(SqlDate, PutsTheBlankIntoTheCallersTimeTextToo) {
   for (const std::int16_t dbType : std::initializer_list<std::int16_t>{1, 2, 3}) {
-    CurrentSession().gDbType = dbType;
+    CurrentSettings().gDbType = dbType;
     std::u16string timeText = u"14:05:00";
     GetSqlDate(Day(2026, 11, 16), false, timeText);
     EXPECT_EQ(timeText, u" 14:05:00");

@@ -115,7 +115,7 @@ TEST_F(SubsidyPeriod, IsTheSameUnderSwedishUsAndNorwegianSettings) {
 }
 
 TEST_F(SubsidyPeriod, IsOverWhenTheDateFormatMakesNoDate) {
-  CurrentSession().gDateFormat = u"";
+  CurrentSettings().gDateFormat = u"";
   EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2001, 1, 1), u""));
   EXPECT_TRUE(dialogs.shown.empty());
 }
@@ -123,7 +123,7 @@ TEST_F(SubsidyPeriod, IsOverWhenTheDateFormatMakesNoDate) {
 // As above: the dates of 2002 do not fit into such a picture.
 TEST_F(SubsidyPeriod, IsOverUnderAPictureWithNames) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"ddd yyyy-MM-dd", u"d MMMM yyyy"}) {
-    CurrentSession().gDateFormat = picture;
+    CurrentSettings().gDateFormat = picture;
     EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2001, 1, 1), u""));
     EXPECT_FALSE(IsInSubsidyPeriod(61, Day(2001, 1, 1), kElderlyDebit));
   }

@@ -7,7 +7,7 @@
 #include "automation/date.h"
 #include "fakes/ports_fixture.h"
 #include "util/error_trap.h"
-#include "util/session.h"
+#include "util/session_settings.h"
 
 namespace util {
 
@@ -21,24 +21,24 @@ inline constexpr automation::Date kNoDate{1e9};
 class UtilTest : public fakes::PortsFixture {
  protected:
   UtilTest() {
-    CurrentSession() = {.gConnectionParameter = u"Driver=None",
-                        .gKestraLangID = 1,
-                        .gDbType = 1,
-                        .gDateFormat = u"yyyy-MM-dd"};
+    CurrentSettings() = {.gConnectionParameter = u"Driver=None",
+                         .gKestraLangID = 1,
+                         .gDbType = 1,
+                         .gDateFormat = u"yyyy-MM-dd"};
     locale.UseSwedish();
   }
   // As on a workstation with US settings.
   void UseUsLocale() {
     locale.regional = {};
     locale.shortDateAnswer = u"M/d/yyyy";
-    CurrentSession().gDateFormat = u"M/d/yyyy";
+    CurrentSettings().gDateFormat = u"M/d/yyyy";
   }
   // As on one with Norwegian settings.
   void UseNorwegianLocale() {
     locale.UseSwedish();
     locale.regional.shortDate = u"dd.MM.yyyy";
     locale.shortDateAnswer = u"dd.MM.yyyy";
-    CurrentSession().gDateFormat = u"dd.MM.yyyy";
+    CurrentSettings().gDateFormat = u"dd.MM.yyyy";
   }
 
   // What the component shows of an error in a procedure of the module.

@@ -8,7 +8,7 @@
 
 namespace util {
 
-struct Session {
+struct SessionSettings {
   // The host's database connection string, passed to ADO as it is.
   std::u16string gConnectionParameter;
   // The host's language id. Only the date format of a system that gives none depends on it.
@@ -20,8 +20,8 @@ struct Session {
 };
 
 // The calling thread's settings (one set an apartment).
-inline Session& CurrentSession() {
-  return platform::ThreadState<Session>();
+inline SessionSettings& CurrentSettings() {
+  return platform::ThreadState<SessionSettings>();
 }
 
 }  // namespace util
