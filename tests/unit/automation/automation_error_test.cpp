@@ -5,7 +5,7 @@
 namespace automation {
 namespace {
 
-TEST(ErrorTexts, AreThoseThatUsersAndSupportKnowByNumber) {
+TEST(ErrorTexts, RuntimeErrorsHaveTheirClassicTexts) {
   struct Known {
     std::int32_t number;
     const char16_t* text;
@@ -37,14 +37,14 @@ TEST(ErrorTexts, AreThoseThatUsersAndSupportKnowByNumber) {
   EXPECT_EQ(RuntimeErrorText(4242), u"Application-defined or object-defined error");
 }
 
-TEST(ErrorTexts, ComeFromTheObjectElseFromTheRuntime) {
+TEST(ErrorTexts, ComErrorTextComesFromTheObjectElseFromTheRuntime) {
   EXPECT_EQ(ErrorFromHresult(-2147217900, u"", u"near \"x\"").description(), u"near \"x\"");
   EXPECT_EQ(ErrorFromHresult(-2147217900, u"", u"").description(), u"Automation error");
   EXPECT_EQ(ErrorFromHresult(static_cast<std::int32_t>(0x80020005), u"", u"").description(),
             u"Type mismatch");
 }
 
-TEST(RuntimeErrors, CarryTheirNumberAndTextAndNoSource) {
+TEST(RuntimeErrors, RuntimeErrorHasNumberAndTextAndNoSource) {
   struct Known {
     RuntimeError error;
     std::int32_t number;
@@ -72,7 +72,7 @@ TEST(Errors, AreLoggedByNumberAndDescription) {
   EXPECT_STREQ(AutomationError(53, u"Files", u"Åsas fil").what(), "53 Åsas fil");
 }
 
-TEST(ErrorNumbers, OfComCallsFollowTheRuntime) {
+TEST(ErrorNumbers, ComErrorNumbersFollowTheRuntime) {
   struct Known {
     std::uint32_t code;
     std::int32_t number;
@@ -87,7 +87,7 @@ TEST(ErrorNumbers, OfComCallsFollowTheRuntime) {
   }
 }
 
-TEST(ErrorNumbers, OfControlsAreTheirLowWordAndAllOthersStand) {
+TEST(ErrorNumbers, ControlErrorNumbersAreTheirLowWordAndOthersStand) {
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800A0E78)), 3704);
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800AFFFF)), 65535);
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800B0001)), -2146762751);

@@ -20,7 +20,7 @@ const Regional kSwedish{.shortDate = u"yyyy-MM-dd",
                         .groupSeparator = u'\u00A0',
                         .twelveHourClock = false};
 
-TEST(WholeNumbers, RoundHalfToEven) {
+TEST(WholeNumbers, WholeNumbersRoundHalfToEven) {
   EXPECT_EQ(ToInt32(2.5, kUs), 2);
   EXPECT_EQ(ToInt32(3.5, kUs), 4);
   EXPECT_EQ(ToInt32(-2.5, kUs), -2);
@@ -29,7 +29,7 @@ TEST(WholeNumbers, RoundHalfToEven) {
   EXPECT_EQ(ToInt16(u"0.5", kUs), 0);
 }
 
-TEST(WholeNumbers, OutsideTheTypeRaiseOverflow) {
+TEST(WholeNumbers, WholeNumberOutsideItsTypeRaisesOverflow) {
   EXPECT_EQ(ToInt32(2147483647.0, kUs), 2147483647);
   EXPECT_EQ(ErrorNumberOf([] { ToInt32(2147483648.0, kUs); }), 6);
   EXPECT_EQ(ToInt32(-2147483648.0, kUs), std::numeric_limits<std::int32_t>::min());
@@ -39,7 +39,7 @@ TEST(WholeNumbers, OutsideTheTypeRaiseOverflow) {
   EXPECT_EQ(ErrorNumberOf([] { ToInt32(u"1e999", kUs); }), 6);
 }
 
-TEST(Null, RaisesInvalidUseOfNullInEveryConversion) {
+TEST(Null, NullRaisesInvalidUseOfNullInEveryConversion) {
   EXPECT_EQ(ErrorNumberOf([] { ToInt32(Null(), kUs); }), 94);
   EXPECT_EQ(ErrorNumberOf([] { ToInt16(Null(), kUs); }), 94);
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(Null(), kUs); }), 94);
@@ -55,7 +55,7 @@ TEST(EmptyValue, ReadsAsZeroFalseAndNoText) {
   EXPECT_EQ(ToDate(Value(), kUs), Date{0});
 }
 
-TEST(NumberTexts, AreReadInTheUsersLocale) {
+TEST(NumberTexts, NumberTextsAreReadInTheUsersLocale) {
   EXPECT_EQ(ToDouble(u" 4711 ", kUs), 4711);
   EXPECT_EQ(ToDouble(u"-1,234.5", kUs), -1234.5);
   EXPECT_EQ(ToDouble(u"12,5", kSwedish), 12.5);
@@ -67,7 +67,7 @@ TEST(NumberTexts, AreReadInTheUsersLocale) {
   EXPECT_EQ(ToDouble(u"1e-999", kUs), 0);
 }
 
-TEST(NumberTexts, ThatAreNoNumbersRaiseTypeMismatch) {
+TEST(NumberTexts, TextThatIsNoNumberRaisesTypeMismatch) {
   for (const auto* text : {u"", u" ", u"x", u"12x", u"--1", u"1e", u"1.2.3", u".", u"1 2 -"}) {
     EXPECT_EQ(ErrorNumberOf([&] { ToInt32(text, kUs); }), 13) << ToUtf8(text);
   }
@@ -88,7 +88,7 @@ TEST(Booleans, AreReadFromNumbersAndTheirOwnTexts) {
   EXPECT_EQ(ToText(false, kUs), u"False");
 }
 
-TEST(NumbersAsText, HaveNoGroupingAndAtMostFifteenDigits) {
+TEST(NumbersAsText, NumberAsTextHasNoGroupingAndAtMostFifteenDigits) {
   EXPECT_EQ(ToText(1234567.5, kUs), u"1234567.5");
   EXPECT_EQ(ToText(1234567.5, kSwedish), u"1234567,5");
   EXPECT_EQ(ToText(1.0 / 3, kUs), u"0.333333333333333");
@@ -101,7 +101,7 @@ TEST(NumbersAsText, HaveNoGroupingAndAtMostFifteenDigits) {
   EXPECT_EQ(ToText(std::int32_t{-42}, kUs), u"-42");
 }
 
-TEST(AmountsAsText, DropTheZerosThatEndTheirPlaces) {
+TEST(AmountsAsText, AmountAsTextDropsTrailingZeros) {
   EXPECT_EQ(ToText(Currency{12500}, kSwedish), u"1,25");
   EXPECT_EQ(ToText(Currency{-100000}, kUs), u"-10");
   EXPECT_EQ(ToText(Currency{0}, kUs), u"0");
@@ -111,7 +111,7 @@ TEST(AmountsAsText, DropTheZerosThatEndTheirPlaces) {
   EXPECT_EQ(ToText(*ParseDecimal(u"12.0"), kUs), u"12");
 }
 
-TEST(Singles, AreWidenedByTheirSevenDigits) {
+TEST(Singles, SinglesAreWidenedByTheirSevenDigits) {
   EXPECT_EQ(WidenSingle(1.1F), 1.1);
   EXPECT_EQ(ToText(Value(WidenSingle(1.1F)), kSwedish), u"1,1");
   EXPECT_EQ(WidenSingle(-0.1F), -0.1);
@@ -124,7 +124,7 @@ TEST(Singles, AreWidenedByTheirSevenDigits) {
             std::numeric_limits<double>::infinity());
 }
 
-TEST(Decimals, HoldNinetySixBits) {
+TEST(Decimals, DecimalsHoldNinetySixBits) {
   const auto largest = ParseDecimal(u"79228162514264337593543950335");
   ASSERT_TRUE(largest);
   EXPECT_EQ(largest->hi, 0xFFFFFFFFU);
@@ -138,7 +138,7 @@ TEST(Decimals, HoldNinetySixBits) {
             u"-9223372036854775808");
 }
 
-TEST(FixedFormat, HasTwoPlacesAndNoGrouping) {
+TEST(FixedFormat, FixedFormatHasTwoPlacesAndNoGrouping) {
   EXPECT_EQ(FixedText(0, kUs), u"0.00");
   EXPECT_EQ(FixedText(1, kUs), u"1.00");
   EXPECT_EQ(FixedText(-7700, kUs), u"-7700.00");
@@ -153,7 +153,7 @@ TEST(FixedFormat, HasTwoPlacesAndNoGrouping) {
   EXPECT_EQ(FixedText(1e20, kUs), u"100000000000000000000.00");
 }
 
-TEST(NumbersAsText, BeyondTheRangeOfADoubleRaiseOverflow) {
+TEST(NumbersAsText, NumberBeyondADoubleRaisesOverflowAsText) {
   using Limits = std::numeric_limits<double>;
   for (const double number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
     EXPECT_EQ(ErrorNumberOf([&] { FixedText(number, kUs); }), 6);
@@ -163,7 +163,7 @@ TEST(NumbersAsText, BeyondTheRangeOfADoubleRaiseOverflow) {
   EXPECT_EQ(FixedText(Limits::max(), kUs).size(), 312U);
 }
 
-TEST(NumbersAsText, AreWrittenOutUpToFifteenDigitsOnEitherSide) {
+TEST(NumbersAsText, NumberAsTextIsWrittenOutUpToFifteenDigits) {
   EXPECT_EQ(ToText(999999999999999.0, kUs), u"999999999999999");
   EXPECT_EQ(ToText(1.5e15, kUs), u"1.5E+15");
   EXPECT_EQ(ToText(1e-15, kUs), u"0.000000000000001");
@@ -176,7 +176,7 @@ TEST(NumbersAsText, AreWrittenOutUpToFifteenDigitsOnEitherSide) {
   EXPECT_EQ(ToText(0.5, kSwedish), u"0,5");
 }
 
-TEST(NumberTexts, MayHaveBlanksOfAnyKindAroundThem) {
+TEST(NumberTexts, NumberTextMayHaveBlanksAroundIt) {
   for (const auto* text : {u"\t1", u"1\t", u"\n1\v", u"\f1\r", u"  1  "}) {
     EXPECT_EQ(ToDouble(text, kUs), 1) << ToUtf8(text);
   }
@@ -185,7 +185,7 @@ TEST(NumberTexts, MayHaveBlanksOfAnyKindAroundThem) {
   }
 }
 
-TEST(NumberTexts, MayHaveOneSignAndOneOfTheExponent) {
+TEST(NumberTexts, NumberTextMayHaveOneSignAndOneOfTheExponent) {
   EXPECT_EQ(ToDouble(u"+5", kUs), 5);
   EXPECT_EQ(ToDouble(u"1e+2", kUs), 100);
   EXPECT_EQ(ToDouble(u"-1E-2", kUs), -0.01);
@@ -195,7 +195,7 @@ TEST(NumberTexts, MayHaveOneSignAndOneOfTheExponent) {
   }
 }
 
-TEST(NumberTexts, HaveGroupsBehindTheirFirstDigitAndBeforeTheDecimals) {
+TEST(NumberTexts, NumberTextHasGroupsBetweenFirstDigitAndDecimals) {
   EXPECT_EQ(ToDouble(u"1,234,567", kUs), 1234567);
   EXPECT_EQ(ToDouble(u"1,2", kUs), 12);
   EXPECT_EQ(ToDouble(u"1 234 ", kSwedish), 1234);
@@ -205,14 +205,14 @@ TEST(NumberTexts, HaveGroupsBehindTheirFirstDigitAndBeforeTheDecimals) {
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"1.234", kSwedish); }), 13);
 }
 
-TEST(NumberTexts, HaveTheDigitsFromZeroToNineAlone) {
+TEST(NumberTexts, NumberTextHasOnlyTheDigitsZeroToNine) {
   EXPECT_EQ(ToDouble(u"1234567890", kUs), 1234567890);
   for (const auto* text : {u"1/", u"1:", u"/1", u":1", u"1\u0661"}) {
     EXPECT_EQ(ErrorNumberOf([&] { ToDouble(text, kUs); }), 13) << ToUtf8(text);
   }
 }
 
-TEST(NumberTexts, TooSmallForADoubleAreZeroAndTooLargeOverflow) {
+TEST(NumberTexts, NumberTextTooSmallForADoubleIsZeroAndTooLargeOverflows) {
   EXPECT_EQ(ToDouble(u"-1e-400", kUs), 0);
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"1e400", kUs); }), 6);
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"-1e400", kUs); }), 6);
@@ -220,7 +220,7 @@ TEST(NumberTexts, TooSmallForADoubleAreZeroAndTooLargeOverflow) {
   EXPECT_EQ(ToDouble(u"1e308", kUs), 1e308);
 }
 
-TEST(FixedFormat, RoundsOnTheThirdDecimal) {
+TEST(FixedFormat, FixedFormatRoundsOnTheThirdDecimal) {
   EXPECT_EQ(FixedText(-0.005, kUs), u"-0.01");
   EXPECT_EQ(FixedText(0.0005, kUs), u"0.00");
   EXPECT_EQ(FixedText(0.001, kUs), u"0.00");
@@ -237,7 +237,7 @@ TEST(FixedFormat, RoundsOnTheThirdDecimal) {
   EXPECT_EQ(FixedText(10, kUs), u"10.00");
 }
 
-TEST(Decimals, AreReadWithSignAndPlaces) {
+TEST(Decimals, DecimalsAreReadWithSignAndPlaces) {
   const auto read = [](std::u16string_view text) { return ParseDecimal(text).value(); };
   EXPECT_EQ(read(u"-12.50"), (Decimal{.lo = 1250, .hi = 0, .scale = 2, .negative = true}));
   EXPECT_EQ(read(u"+12.5"), (Decimal{.lo = 125, .hi = 0, .scale = 1, .negative = false}));
@@ -252,7 +252,7 @@ TEST(Decimals, AreReadWithSignAndPlaces) {
   }
 }
 
-TEST(Decimals, AreWrittenWithAllTheirPlaces) {
+TEST(Decimals, DecimalsAreWrittenWithAllTheirPlaces) {
   EXPECT_EQ(DecimalText({.lo = 1250, .hi = 0, .scale = 2, .negative = true}, u','), u"-12,50");
   EXPECT_EQ(DecimalText({.lo = 5, .hi = 0, .scale = 3, .negative = false}, u'.'), u"0.005");
   EXPECT_EQ(DecimalText({.lo = 0, .hi = 1, .scale = 1, .negative = false}, u'.'),
@@ -262,7 +262,7 @@ TEST(Decimals, AreWrittenWithAllTheirPlaces) {
   EXPECT_EQ(DecimalText({.lo = 0, .hi = 0, .scale = 2, .negative = false}, u'.'), u"0.00");
 }
 
-TEST(Decimals, ReadAsTheNearestDouble) {
+TEST(Decimals, DecimalReadsAsTheNearestDouble) {
   EXPECT_EQ(DoubleOf({.lo = 1250, .hi = 0, .scale = 2, .negative = true}), -12.5);
   EXPECT_EQ(DoubleOf({.lo = 3, .hi = 1, .scale = 0, .negative = false}), 18446744073709551619.0);
   EXPECT_EQ(DoubleOf({.lo = 0, .hi = 2, .scale = 1, .negative = false}), 3689348814741910323.2);
@@ -281,14 +281,14 @@ bool IsNearest(double number, std::uint64_t numerator, std::uint64_t denominator
   return (exact > found ? exact - found : found - exact) <= denominator / 2;
 }
 
-TEST(NumberTexts, ReadAsTheNearestDouble) {
+TEST(NumberTexts, NumberTextReadsAsTheNearestDouble) {
   for (std::uint32_t thousandths = 1; thousandths < 100000; ++thousandths) {
     const std::u16string text = Decimal10(thousandths) + u"e-3";
     ASSERT_TRUE(IsNearest(ToDouble(text, kUs), thousandths, 1000)) << thousandths;
   }
 }
 
-TEST(CurrencyAmounts, ReadAsTheNearestDouble) {
+TEST(CurrencyAmounts, CurrencyAmountReadsAsTheNearestDouble) {
   for (std::int32_t tenThousandths = 1; tenThousandths < 100000; ++tenThousandths) {
     // Sixteen times the amount, so that the denominator is small.
     const double number = ToDouble(Currency{tenThousandths}, kUs) * 16;
@@ -297,12 +297,12 @@ TEST(CurrencyAmounts, ReadAsTheNearestDouble) {
   }
 }
 
-TEST(WholeNumbers, OfADecimalAreThoseOfItsDouble) {
+TEST(WholeNumbers, WholeNumberOfADecimalIsThatOfItsDouble) {
   EXPECT_EQ(ToInt32(*ParseDecimal(u"3.49999999999999999999"), kUs), 4);
   EXPECT_EQ(ToInt32(*ParseDecimal(u"2.50000000000000000001"), kUs), 2);
 }
 
-TEST(EveryKindOfValue, ReadsAsANumber) {
+TEST(EveryKindOfValue, EveryKindOfValueReadsAsANumber) {
   EXPECT_EQ(ToDouble(true, kUs), -1);
   EXPECT_EQ(ToDouble(false, kUs), 0);
   EXPECT_EQ(ToDouble(std::int16_t{-7}, kUs), -7);
@@ -314,7 +314,7 @@ TEST(EveryKindOfValue, ReadsAsANumber) {
   EXPECT_EQ(ErrorNumberOf([] { ToInt16(-32769.0, kUs); }), 6);
 }
 
-TEST(EveryKindOfValue, ReadsAsADateUnlessItsNumberIsNone) {
+TEST(EveryKindOfValue, EveryKindOfValueReadsAsADateUnlessItsNumberIsNone) {
   EXPECT_EQ(ToDate(2.25, kUs), Date{2.25});
   EXPECT_EQ(ToDate(Date{46342}, kUs), Date{46342});
   EXPECT_EQ(ToDate(u"1/1/1900", kUs), Date{2});

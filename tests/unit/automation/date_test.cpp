@@ -24,7 +24,7 @@ Date Time(int year, int month, int day, int hour, int minute, int second = 0) {
   return MakeDate({year, month, day, hour, minute, second});
 }
 
-TEST(Dates, CountDaysFromTheEpochAndBack) {
+TEST(Dates, DatesCountDaysFromTheEpochAndBack) {
   EXPECT_EQ(Day(1899, 12, 30).days, 0);
   EXPECT_EQ(Day(1900, 1, 1).days, 2);
   EXPECT_EQ(Day(2026, 11, 16).days, 46342);
@@ -35,11 +35,11 @@ TEST(Dates, CountDaysFromTheEpochAndBack) {
   }
 }
 
-TEST(Dates, RoundToTheNearestSecondAcrossMidnight) {
+TEST(Dates, DatesRoundToTheNearestSecondAcrossMidnight) {
   EXPECT_EQ(PartsOf({45000.9999999}), PartsOf({45001.0}));
 }
 
-TEST(Dates, OutsideTheCalendarRaiseOverflow) {
+TEST(Dates, DateOutsideTheCalendarRaisesOverflow) {
   EXPECT_EQ(ErrorNumberOf([] { PartsOf({3000000}); }), 6);
   EXPECT_EQ(ErrorNumberOf([] { PartsOf({-700000}); }), 6);
   EXPECT_EQ(ErrorNumberOf([] { PartsOf({1e300}); }), 6);
@@ -48,7 +48,7 @@ TEST(Dates, OutsideTheCalendarRaiseOverflow) {
   EXPECT_EQ(ErrorNumberOf([] { AddYears(Day(9999, 1, 1), 1); }), 5);
 }
 
-TEST(DateTexts, FollowTheShortDateAndTheClockOfTheLocale) {
+TEST(DateTexts, DateTextFollowsTheLocalesShortDateAndClock) {
   EXPECT_EQ(DateText(Day(2026, 1, 5), kSwedish), u"2026-01-05");
   EXPECT_EQ(DateText(Day(2026, 1, 5), kUs), u"1/5/2026");
   EXPECT_EQ(DateText(Time(2026, 1, 5, 14, 5), kSwedish), u"2026-01-05 14:05:00");
@@ -58,7 +58,7 @@ TEST(DateTexts, FollowTheShortDateAndTheClockOfTheLocale) {
   EXPECT_EQ(DateText({0}, kUs), u"12:00:00 AM");
 }
 
-TEST(DateReading, TakesTheOrderOfTheLocale) {
+TEST(DateReading, DateIsReadInTheLocalesOrder) {
   EXPECT_EQ(ParseDate(u"2002-07-01", kSwedish), Day(2002, 7, 1));
   EXPECT_EQ(ParseDate(u"7/1/2002", kUs), Day(2002, 7, 1));
   EXPECT_EQ(ParseDate(u"01.07.2002", kGerman), Day(2002, 7, 1));
@@ -81,7 +81,7 @@ TEST(DateReading, TakesATimeBehindTheDateOrAlone) {
   EXPECT_EQ(ParseDate(u"12:00", kSwedish), Date{0.5});
 }
 
-TEST(DateTexts, OfPicturesWithABlankBehindTheSeparatorOrOneAtTheEndAreRead) {
+TEST(DateTexts, DateTextWithABlankOrFinalSeparatorIsRead) {
   const Regional czech{.shortDate = u"d. M. yyyy", .twelveHourClock = false};
   const Regional hungarian{.shortDate = u"yyyy. MM. dd.", .twelveHourClock = false};
   const Regional croatian{.shortDate = u"d.M.yyyy.", .twelveHourClock = false};
@@ -98,7 +98,7 @@ TEST(DateTexts, OfPicturesWithABlankBehindTheSeparatorOrOneAtTheEndAreRead) {
   EXPECT_FALSE(ParseDate(u"1  7 2002", czech));
 }
 
-TEST(DateReading, RefusesWhatIsNoDate) {
+TEST(DateReading, TextThatIsNoDateIsRefused) {
   for (const auto* text : {u"",
                            u" ",
                            u"x",
@@ -142,7 +142,7 @@ TEST(DateArithmetic, AddsYearsAndCountsDays) {
   EXPECT_EQ(DayOf(Time(2007, 1, 1, 23, 59)), Day(2007, 1, 1));
 }
 
-TEST(Dates, HaveEachPartWithinItsBounds) {
+TEST(Dates, DatePartsStayWithinTheirBounds) {
   const auto makes = [](const DateParts& parts) {
     return ErrorNumberOf([&] { MakeDate(parts); }) == 0;
   };
@@ -161,7 +161,7 @@ TEST(Dates, HaveEachPartWithinItsBounds) {
   }
 }
 
-TEST(Dates, EndWithTheFirstAndTheLastDayOfTheCalendar) {
+TEST(Dates, DatesEndWithTheCalendarsFirstAndLastDay) {
   EXPECT_EQ(Day(100, 1, 1).days, -657434);
   EXPECT_EQ(Day(9999, 12, 31).days, 2958465);
   EXPECT_EQ(PartsOf({-657434.75}), (DateParts{100, 1, 1, 18, 0, 0}));
@@ -171,13 +171,13 @@ TEST(Dates, EndWithTheFirstAndTheLastDayOfTheCalendar) {
   EXPECT_EQ(ErrorNumberOf([] { PartsOf({2958465.9999999}); }), 6);
 }
 
-TEST(Dates, OfDayZeroAreNoMomentMoreThanTheDay) {
+TEST(Dates, DateOfDayZeroEndsWithTheDay) {
   EXPECT_EQ(PartsOf({0}), DateParts());
   EXPECT_EQ(DateParts(), (DateParts{1899, 12, 30, 0, 0, 0}));
   EXPECT_EQ(Date().days, 0);
 }
 
-TEST(DateTexts, LeaveOutTheDateOfDayZeroAloneAndTheTimeOfMidnightAlone) {
+TEST(DateTexts, DateTextLeavesOutDayZeroAndMidnight) {
   EXPECT_EQ(DateText(Day(1899, 12, 31), kSwedish), u"1899-12-31");
   EXPECT_EQ(DateText(Day(1899, 11, 30), kSwedish), u"1899-11-30");
   EXPECT_EQ(DateText(Day(1900, 12, 30), kSwedish), u"1900-12-30");
@@ -186,7 +186,7 @@ TEST(DateTexts, LeaveOutTheDateOfDayZeroAloneAndTheTimeOfMidnightAlone) {
   EXPECT_EQ(DateText(Time(2026, 1, 5, 0, 0, 1), kSwedish), u"2026-01-05 00:00:01");
 }
 
-TEST(DateTexts, OfATwelveHourClockTurnAtNoon) {
+TEST(DateTexts, TwelveHourClockTextTurnsAtNoon) {
   EXPECT_EQ(DateText(Time(2026, 1, 5, 11, 59, 59), kUs), u"1/5/2026 11:59:59 AM");
   EXPECT_EQ(DateText(Time(2026, 1, 5, 12, 0), kUs), u"1/5/2026 12:00:00 PM");
   EXPECT_EQ(DateText(Time(2026, 1, 5, 13, 0), kUs), u"1/5/2026 1:00:00 PM");
@@ -279,7 +279,7 @@ TEST(DateReading, GuessesNoOrderForAYearOfTwoDigits) {
   }
 }
 
-TEST(DateTexts, OfPicturesWithNamesHaveNumbersInTheirPlaces) {
+TEST(DateTexts, DateTextHasNumbersInPlaceOfNames) {
   const Regional words{.shortDate = u"ddd d MMM yyyy", .twelveHourClock = false};
   EXPECT_EQ(DateText(Day(2026, 1, 5), words), u"05 5 01 2026");
 }

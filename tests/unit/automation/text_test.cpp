@@ -11,13 +11,13 @@ namespace {
 
 using fakes::ErrorNumberOf;
 
-TEST(Utf8, CarriesEveryCharacterBothWays) {
+TEST(Utf8, Utf8CarriesEveryCharacterBothWays) {
   const std::u16string text = u"Åsa é \u00A0 € 中 \U0001F600 \uFFFD";
   EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
   EXPECT_EQ(ToUtf8(u"Ö"), "\xC3\x96");
 }
 
-TEST(Utf8, MakesMalformedInputVisible) {
+TEST(Utf8, MalformedUtf8IsMadeVisible) {
   EXPECT_EQ(FromUtf8("a\xFF"
                      "b"),
             u"a\uFFFDb");
@@ -28,7 +28,7 @@ TEST(Utf8, MakesMalformedInputVisible) {
   EXPECT_EQ(ToUtf8(half), "\xEF\xBF\xBDx");
 }
 
-TEST(Pieces, KeepTheClassicEdgeCases) {
+TEST(Pieces, TextPiecesKeepTheClassicEdgeCases) {
   EXPECT_EQ(Left(u"abc", 5), u"abc");
   EXPECT_EQ(Left(u"abc", 0), u"");
   EXPECT_EQ(Right(u"abc", 2), u"bc");
@@ -39,7 +39,7 @@ TEST(Pieces, KeepTheClassicEdgeCases) {
   EXPECT_EQ(Mid(u"abc", 3), u"c");
 }
 
-TEST(Pieces, OfNegativeLengthRaiseInvalidArgument) {
+TEST(Pieces, TextPieceOfNegativeLengthRaisesInvalidArgument) {
   EXPECT_EQ(ErrorNumberOf([] { Left(u"abc", -1); }), 5);
   EXPECT_EQ(ErrorNumberOf([] { Right(u"abc", -1); }), 5);
   EXPECT_EQ(ErrorNumberOf([] { Mid(u"abc", 1, -1); }), 5);
@@ -47,7 +47,7 @@ TEST(Pieces, OfNegativeLengthRaiseInvalidArgument) {
   EXPECT_EQ(ErrorNumberOf([] { InStr(0, u"abc", u"b"); }), 5);
 }
 
-TEST(Positions, CountFromOneAndAreZeroForNone) {
+TEST(Positions, PositionsCountFromOneAndZeroIsNone) {
   EXPECT_EQ(InStr(1, u"a&b&c", u"&"), 2);
   EXPECT_EQ(InStr(3, u"a&b&c", u"&"), 4);
   EXPECT_EQ(InStr(5, u"a&b&c", u"&"), 0);
@@ -57,13 +57,13 @@ TEST(Positions, CountFromOneAndAreZeroForNone) {
   EXPECT_EQ(InStr(2, u"abc", u""), 2);
 }
 
-TEST(Splitting, CountsEmptyPieces) {
+TEST(Splitting, SplitCountsEmptyPieces) {
   EXPECT_EQ(Split(u"a b", u' '), (std::vector<std::u16string>{u"a", u"b"}));
   EXPECT_EQ(Split(u"a  b ", u' '), (std::vector<std::u16string>{u"a", u"", u"b", u""}));
   EXPECT_TRUE(Split(u"", u' ').empty());
 }
 
-TEST(Letters, AreComparedAndReplacedWithoutRegardToCase) {
+TEST(Letters, LettersAreComparedAndReplacedWithoutRegardToCase) {
   EXPECT_TRUE(EqualsNoCase(u"Åsa", u"åSA"));
   EXPECT_FALSE(EqualsNoCase(u"Åsa", u"Asa"));
   EXPECT_EQ(UCase(u"åäöé÷ÿß"), u"ÅÄÖÉ÷ÿß");
@@ -72,18 +72,18 @@ TEST(Letters, AreComparedAndReplacedWithoutRegardToCase) {
   EXPECT_EQ(ReplaceNoCase(u"abc", u"", u"x"), u"abc");
 }
 
-TEST(Trimming, TakesBlanksOnlyAndOnlyAtTheEnds) {
+TEST(Trimming, TrimTakesOnlyBlanksAtTheEnds) {
   EXPECT_EQ(Trim(u"  a b "), u"a b");
   EXPECT_EQ(Trim(u"\ta"), u"\ta");
   EXPECT_EQ(Trim(u"   "), u"");
 }
 
-TEST(DecimalTexts, ArePlain) {
+TEST(DecimalTexts, DecimalTextIsPlain) {
   EXPECT_EQ(Decimal10(0), u"0");
   EXPECT_EQ(Decimal10(std::numeric_limits<std::int32_t>::min()), u"-2147483648");
 }
 
-TEST(Utf8, ChangesLengthAtItsBounds) {
+TEST(Utf8, Utf8ChangesLengthAtItsBounds) {
   struct Known {
     std::u16string units;
     std::string bytes;
@@ -100,7 +100,7 @@ TEST(Utf8, ChangesLengthAtItsBounds) {
   }
 }
 
-TEST(Utf8, IsReadInItsShortestFormAlone) {
+TEST(Utf8, OverlongUtf8IsRefused) {
   for (const char* bytes :
        {"\x80", "\xA2\x80", "\xF8\x90\x80\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF",
         "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xED\xA0\x80", "\xED\xBF\xBF", "\xE2\x82",
@@ -112,12 +112,12 @@ TEST(Utf8, IsReadInItsShortestFormAlone) {
   EXPECT_EQ(FromUtf8("\xE2\x82x"), u"\uFFFD\uFFFDx");
 }
 
-TEST(Utf8, IsNotReadBeyondItsEnd) {
+TEST(Utf8, Utf8IsNotReadBeyondItsEnd) {
   EXPECT_EQ(FromUtf8(std::string_view("\xC3\xA5", 1)), u"\uFFFD");
   EXPECT_EQ(ToUtf8(std::u16string_view(u"\U0001F9B7", 1)), "\xEF\xBF\xBD");
 }
 
-TEST(Utf8, IsWrittenForPairsOfSurrogatesAlone) {
+TEST(Utf8, HalfSurrogatePairIsNotWrittenAsUtf8) {
   const auto bytes = [](std::initializer_list<char16_t> units) {
     return ToUtf8(std::u16string(units));
   };
@@ -131,7 +131,7 @@ TEST(Utf8, IsWrittenForPairsOfSurrogatesAlone) {
   EXPECT_EQ(bytes({u'x', 0xD800}), "x" + replacement);
 }
 
-TEST(Pieces, MayBeEmptyAndBeginAtTheFirstCharacter) {
+TEST(Pieces, TextPieceMayBeEmptyAndBeginAtTheFirstCharacter) {
   EXPECT_EQ(Left(u"abc", 2), u"ab");
   EXPECT_EQ(Left(u"abc", 3), u"abc");
   EXPECT_EQ(Right(u"abc", 0), u"");
@@ -143,14 +143,14 @@ TEST(Pieces, MayBeEmptyAndBeginAtTheFirstCharacter) {
   EXPECT_EQ(ErrorNumberOf([] { Mid(u"abc", 0); }), 5);
 }
 
-TEST(Letters, OfLatin1HaveCapitals) {
+TEST(Letters, Latin1LettersHaveCapitals) {
   EXPECT_EQ(UCase(u"`az{"), u"`AZ{");
   EXPECT_EQ(UCase(u"\u00DF\u00E0\u00F6\u00F7\u00F8\u00FE\u00FF"),
             u"\u00DF\u00C0\u00D6\u00F7\u00D8\u00DE\u00FF");
   EXPECT_FALSE(EqualsNoCase(u"abc", u"ab"));
 }
 
-TEST(Replacing, TakesLettersOfAsciiAlone) {
+TEST(Replacing, ReplaceIgnoresCaseOfAsciiLettersOnly) {
   EXPECT_EQ(ReplaceNoCase(u"[AZ]{az}", u"z", u"-"), u"[A-]{a-}");
   EXPECT_EQ(ReplaceNoCase(u"[AZ]{az}", u"A", u"-"), u"[-Z]{-z}");
   EXPECT_EQ(ReplaceNoCase(u"@`", u"`", u"-"), u"@-");

@@ -18,7 +18,7 @@ class SharedConnection : public DbTest {
   }
 };
 
-TEST_F(SharedConnection, IsOpenedWithTheSessionsTextAsItIsWhenADBVilnorIsMade) {
+TEST_F(SharedConnection, NewDBVilnorOpensTheConnectionWithTheSessionsTextAsItIs) {
   session.gConnectionParameter = u"Provider=Åbo; Data Source=\"x;y\"";
   const DBVilnor operations;
   EXPECT_EQ(database.Log(),
@@ -28,20 +28,20 @@ TEST_F(SharedConnection, IsOpenedWithTheSessionsTextAsItIsWhenADBVilnorIsMade) {
   EXPECT_EQ(database.OpenConnections(), 1);
 }
 
-TEST_F(SharedConnection, IsReleasedWithoutCloseAtTheObjectsEnd) {
+TEST_F(SharedConnection, DBVilnorsEndReleasesTheConnectionWithoutClose) {
   { const DBVilnor operations; }
   EXPECT_EQ(database.AliveConnections(), 0);
   EXPECT_EQ(database.AliveRecordsets(), 0);
   EXPECT_TRUE(database.LogOf(u"Recordset.Close").empty());
 }
 
-TEST_F(SharedConnection, CannotBeOpenedByASecondObjectWhileItIsOpen) {
+TEST_F(SharedConnection, SecondDBVilnorCannotOpenTheOpenConnection) {
   const DBVilnor first;
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
   EXPECT_TRUE(Boxes().empty()) << "the error goes to the creator";
 }
 
-TEST_F(SharedConnection, IsLeftToTheFirstObjectByASecondThatCannotBeMade) {
+TEST_F(SharedConnection, FailedSecondDBVilnorLeavesTheConnectionToTheFirst) {
   DBVilnor first;
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
   EXPECT_EQ(database.OpenConnections(), 1);
@@ -49,7 +49,7 @@ TEST_F(SharedConnection, IsLeftToTheFirstObjectByASecondThatCannotBeMade) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(SharedConnection, KeepsItsOpenRecordsetWhenASecondObjectCannotBeMade) {
+TEST_F(SharedConnection, FailedSecondDBVilnorLeavesTheOpenRecordset) {
   DBVilnor first;
   first.GetVilnorUserByPID(2);
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor second; }), 3705);
@@ -58,7 +58,7 @@ TEST_F(SharedConnection, KeepsItsOpenRecordsetWhenASecondObjectCannotBeMade) {
   EXPECT_TRUE(Boxes()[0].starts_with(u"3705 ")) << "an empty query leaves it open";
 }
 
-TEST_F(SharedConnection, IsTakenFromAllObjectsByTheEndOfOne) {
+TEST_F(SharedConnection, EndOfOneDBVilnorTakesTheConnectionFromAll) {
   auto first = std::make_unique<DBVilnor>();
   db::ReleaseShared();
   DBVilnor second;
@@ -73,32 +73,32 @@ TEST_F(SharedConnection, IsTakenFromAllObjectsByTheEndOfOne) {
                          u"DeleteVilnorUser"}));
 }
 
-TEST_F(SharedConnection, GivesTheProvidersErrorToTheCreatorWhenItCannotBeOpened) {
+TEST_F(SharedConnection, CreatorOfDBVilnorGetsTheProvidersError) {
   database.FailCall(2, {-2147467259, u"Provider", u"Login failed"});
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), -2147467259);
   EXPECT_EQ(database.AliveConnections(), 0);
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(SharedConnection, GivesError429ToTheCreatorWithoutADatabaseInterface) {
+TEST_F(SharedConnection, CreatorOfDBVilnorGetsError429WithoutADatabaseInterface) {
   database.installed = false;
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), 429);
 }
 
-TEST_F(SharedConnection, IsReleasedWhenOnlyTheRecordsetFails) {
+TEST_F(SharedConnection, FailingRecordsetReleasesTheConnection) {
   database.FailCall(3, kScriptedFailure);
   EXPECT_EQ(ErrorNumberOf([] { const DBVilnor operations; }), 1001);
   EXPECT_EQ(database.AliveConnections(), 0);
   EXPECT_EQ(database.AliveRecordsets(), 0);
 }
 
-TEST_F(SharedConnection, RaisesToTheCallerOfInitConnectionWhenItIsOpen) {
+TEST_F(SharedConnection, InitConnectionRaisesOnAnOpenConnection) {
   DBVilnor operations;
   EXPECT_EQ(ErrorNumberOf([&] { operations.InitConnection(); }), 3705);
   EXPECT_EQ(operations.GetVilnorUserByPID(1), u"åsa") << "the object itself lives on";
 }
 
-TEST_F(SharedConnection, IsOpenedAgainByInitConnectionAfterItWasTaken) {
+TEST_F(SharedConnection, InitConnectionOpensAConnectionThatWasTaken) {
   DBVilnor operations;
   db::ReleaseShared();
   operations.InitConnection();
@@ -106,7 +106,7 @@ TEST_F(SharedConnection, IsOpenedAgainByInitConnectionAfterItWasTaken) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(SharedConnection, GetsANewRecordsetWithEachObjectSoAnOpenOneDoesNotLast) {
+TEST_F(SharedConnection, NewDBVilnorReplacesAnOpenRecordset) {
   {
     DBVilnor operations;
     operations.GetVilnorUserByPID(2);
@@ -116,7 +116,7 @@ TEST_F(SharedConnection, GetsANewRecordsetWithEachObjectSoAnOpenOneDoesNotLast) 
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(SharedConnection, FollowsASessionThatIsSetAnew) {
+TEST_F(SharedConnection, NewDBVilnorFollowsChangedSessionSettings) {
   { const DBVilnor operations; }
   session.gConnectionParameter = u"Driver=Other";
   database.ClearLog();
@@ -126,7 +126,7 @@ TEST_F(SharedConnection, FollowsASessionThatIsSetAnew) {
 
 // Another thread has a state of its own: it is told nothing of this one's session, opens a
 // connection of its own, and releases only that.
-TEST_F(SharedConnection, IsTheThreadsOwn) {
+TEST_F(SharedConnection, EachThreadHasItsOwnConnection) {
   DBVilnor operations;
   std::u16string userThere;
   fakes::OnAnotherThread([&] {
@@ -145,7 +145,7 @@ TEST_F(SharedConnection, IsTheThreadsOwn) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
+TEST_F(SharedConnection, EachThreadHasItsOwnStatementText) {
   DBVilnor operations;
   operations.DeleteVilnorUser(8);
   fakes::OnAnotherThread([&] {
@@ -159,7 +159,7 @@ TEST_F(SharedConnection, LeavesEachThreadItsOwnStatementText) {
 
 class ComponentsOwnObject : public SharedConnection {};
 
-TEST_F(ComponentsOwnObject, IsError91BeforeItIsMadeAndAfterItsRelease) {
+TEST_F(ComponentsOwnObject, GDBRaises91BeforeItIsMadeAndAfterItsRelease) {
   EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
   EXPECT_NE(db::RenewGDB(), nullptr);
   EXPECT_NE(db::GDB(), nullptr);
@@ -168,35 +168,35 @@ TEST_F(ComponentsOwnObject, IsError91BeforeItIsMadeAndAfterItsRelease) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(ComponentsOwnObject, LeftByAnEarlierOperationIsReleasedBeforeTheNextIsMade) {
+TEST_F(ComponentsOwnObject, LeftoverGDBIsReleasedBeforeTheNextIsMade) {
   db::RenewGDB();
   EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
   EXPECT_EQ(database.OpenConnections(), 1);
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ComponentsOwnObject, IsReplacedAfterItsConnectionWasTaken) {
+TEST_F(ComponentsOwnObject, GDBIsReplacedAfterItsConnectionWasTaken) {
   db::RenewGDB();
   db::ReleaseShared();
   EXPECT_EQ(db::RenewGDB()->GetVilnorUserByPID(1), u"åsa");
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ComponentsOwnObject, CannotBeMadeBesideTheHostsOwnAndTakesNothingFromIt) {
+TEST_F(ComponentsOwnObject, GDBCannotBeMadeBesideTheHostsObjectAndTakesNothingFromIt) {
   DBVilnor hosts;
   EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
   EXPECT_EQ(ErrorNumberOf([] { db::GDB(); }), 91);
   EXPECT_EQ(hosts.GetVilnorUserByPID(1), u"åsa");
 }
 
-TEST_F(ComponentsOwnObject, StaysWithTheOperationWhoseCallIsStillRunning) {
+TEST_F(ComponentsOwnObject, GDBStaysWithARunningCall) {
   const auto running = db::RenewGDB();
   EXPECT_EQ(ErrorNumberOf([] { db::RenewGDB(); }), 3705);
   EXPECT_EQ(db::GDB(), running);
   EXPECT_EQ(running->GetVilnorUserByPID(1), u"åsa");
 }
 
-TEST_F(ComponentsOwnObject, IsTheOneMadeUnlessAnotherOperationReplacedIt) {
+TEST_F(ComponentsOwnObject, GDBIsKeptUnlessAnotherOperationReplacedIt) {
   const std::weak_ptr<DBVilnor> made = db::RenewGDB();
   EXPECT_EQ(db::KeptOrRenewed(made), made.lock());
   db::RenewGDB();
@@ -220,7 +220,7 @@ class RenewingDialogs : public fakes::Dialogs {
   std::int32_t renewal = 0;
 };
 
-TEST_F(ComponentsOwnObject, SurvivesItsOwnCallWhenItsBoxLetsAnotherOperationIn) {
+TEST_F(ComponentsOwnObject, GDBSurvivesItsCallWhenItsBoxLetsAnotherOperationIn) {
   RenewingDialogs renewing;
   platform::Platform reentered = fakes::With(ports, renewing);
   platform::Use(reentered);

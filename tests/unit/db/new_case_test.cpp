@@ -17,7 +17,7 @@ class NewCase : public DbTest {
   DBVilnor operations;
 };
 
-TEST_F(NewCase, WritesDatesBetweenApostrophesForDatabaseType2) {
+TEST_F(NewCase, NewCaseWritesDatesBetweenApostrophesForDatabaseType2) {
   session.gDbType = 2;
   database.AnswerIdentities({5, 40});
   Add(9);
@@ -25,7 +25,7 @@ TEST_F(NewCase, WritesDatesBetweenApostrophesForDatabaseType2) {
   EXPECT_TRUE(Executed().at(2).find(u",3,'11-16-2026 14:05:00',22302,") != std::u16string::npos);
 }
 
-TEST_F(NewCase, IsRefusedByTheDatabaseForATypeWithoutDateLiterals) {
+TEST_F(NewCase, DatabaseRefusesANewCaseWithoutDateLiterals) {
   session.gDbType = 3;
   Add(9);
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{
@@ -33,7 +33,7 @@ TEST_F(NewCase, IsRefusedByTheDatabaseForATypeWithoutDateLiterals) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_F(NewCase, TakesTheTimeOfEachStatementWhenItIsBuilt) {
+TEST_F(NewCase, NewCaseTakesTheTimeOfEachStatementWhenItIsBuilt) {
   class AdvancingClock : public platform::Clock {
    public:
     automation::Date Now() override {
@@ -49,7 +49,7 @@ TEST_F(NewCase, TakesTheTimeOfEachStatementWhenItIsBuilt) {
   EXPECT_NE(Executed().at(2).find(u"#12-31-2026 23:59:59#"), std::u16string::npos);
 }
 
-TEST_F(NewCase, ExecutesTheThreadsLastStatementAgainForAnyOtherType) {
+TEST_F(NewCase, NewCaseOfAnUnknownTypeExecutesTheLastStatementAgain) {
   database.AnswerIdentities({5, 40});
   operations.DeleteVilnorUser(8);
   database.ClearLog();
@@ -68,7 +68,7 @@ TEST_F(NewCase, ExecutesTheThreadsLastStatementAgainForAnyOtherType) {
   EXPECT_EQ(database.Log(), expected);
 }
 
-TEST_F(NewCase, OfAnyOtherTypeIsRefusedAsTheThreadsFirstOperation) {
+TEST_F(NewCase, NewCaseOfAnUnknownTypeIsRefusedAsTheFirstOperation) {
   database.ClearLog();
   Add(2);
   EXPECT_EQ(Boxes(),
@@ -79,7 +79,7 @@ TEST_F(NewCase, OfAnyOtherTypeIsRefusedAsTheThreadsFirstOperation) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_F(NewCase, ExecutesAStatementThatAnEarlierObjectLeft) {
+TEST_F(NewCase, NewCaseOfAnUnknownTypeExecutesAnEarlierObjectsStatement) {
   {
     db::ReleaseShared();
     DBVilnor earlier;
@@ -91,7 +91,7 @@ TEST_F(NewCase, ExecutesAStatementThatAnEarlierObjectLeft) {
   EXPECT_EQ(Executed().at(0), u"Execute -1: Delete from VilnorPasient where PID = 8");
 }
 
-TEST_F(NewCase, LeavesTheKestraCaseIdOutOfTheJournalTextWhenItIsNotGiven) {
+TEST_F(NewCase, JournalTextOfANewCaseHasNoKestraCaseIdWhenNoneIsGiven) {
   database.AnswerIdentities({5, 40});
   operations.AddNewCase(4711, 12, 3, u"VL-1", 77, 1, 5, u"åsa");
   EXPECT_NE(Executed().at(2).find(
@@ -99,12 +99,12 @@ TEST_F(NewCase, LeavesTheKestraCaseIdOutOfTheJournalTextWhenItIsNotGiven) {
             std::u16string::npos);
 }
 
-TEST_F(NewCase, PassesQuotesOnUnescaped) {
+TEST_F(NewCase, NewCasePassesQuotesOnUnescaped) {
   operations.AddNewCase(1, 1, 1, u"VL'1", 1, 9, 5, u"d'Arc");
   EXPECT_NE(Executed().at(0).find(u"'VL'1',9,0,5,'d'Arc',"), std::u16string::npos);
 }
 
-TEST_F(NewCase, ShowsTheProvidersSyntaxMessageAndRollsBack) {
+TEST_F(NewCase, FailedNewCaseShowsTheProvidersMessageAndRollsBack) {
   database.FailStatement(u"Insert into Vilnor", {-2147217900, u"Provider", u"Syntax error"});
   Add(1);
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{u"-2147217900 Syntax error in AddNewCase"});
@@ -112,14 +112,14 @@ TEST_F(NewCase, ShowsTheProvidersSyntaxMessageAndRollsBack) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_F(NewCase, TakesAnIdentityOfAnyNumberType) {
+TEST_F(NewCase, NewCaseTakesAnIdentityOfAnyNumberType) {
   database.AnswerIdentities({automation::Decimal{.lo = 5}, 40.0});
   Add(9);
   EXPECT_EQ(Executed().back(), u"Execute -1: UPDATE Vilnor set Journal_ID = 40 WHERE VilnorId = 5");
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(NewCase, IsRolledBackWhenTheIdentityIsMissingOrNull) {
+TEST_F(NewCase, NewCaseIsRolledBackWhenTheIdentityIsMissingOrNull) {
   Add(9);
   EXPECT_EQ(Boxes().back(), u"-2147217900 Syntax error in the statement. in AddNewCase");
   database.AnswerIdentities({Null()});
@@ -129,7 +129,7 @@ TEST_F(NewCase, IsRolledBackWhenTheIdentityIsMissingOrNull) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_F(NewCase, WorksWhileTheSharedRecordsetStaysOpenAfterAnEmptyResult) {
+TEST_F(NewCase, NewCaseWorksWhileTheSharedRecordsetStaysOpen) {
   database.AnswerIdentities({5, 40});
   operations.CaseExistsPID(4711, 9, u"VL-1");
   Add(9);

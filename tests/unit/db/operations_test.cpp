@@ -74,7 +74,7 @@ TEST_P(EveryOperation, ShowsTheCriticalIconTheTitleAndOneButton) {
                             platform::Icon::Critical, platform::Buttons::Ok}));
 }
 
-TEST_P(EveryOperation, OnAClosedConnectionShowsItsBoxAndReturnsEmpty) {
+TEST_P(EveryOperation, ClosedConnectionShowsEachOperationsBoxAndReturnsEmpty) {
   db::DBVilnor operations;
   Script(database, GetParam());
   db::ReleaseShared();
@@ -88,7 +88,7 @@ TEST_P(EveryOperation, OnAClosedConnectionShowsItsBoxAndReturnsEmpty) {
 }
 
 // Each call in turn is refused, looks at a recordset included.
-TEST_P(EveryOperation, AfterAnyFailedCallRollsBackThenShowsItsBoxesAndReturnsEmpty) {
+TEST_P(EveryOperation, AnyFailedCallRollsBackBeforeItsBoxesAndReturnsEmpty) {
   WatchingDialogs watching(database);
   platform::Platform watched = fakes::With(ports, watching);
   platform::Use(watched);
@@ -158,7 +158,7 @@ std::u16string AlreadyOpenBox(const ExpectedCall& query) {
   return kAlreadyOpen + refused.substr(refused.rfind(u" in ") + 4);
 }
 
-TEST_P(EveryQuery, WithoutARowIsEmptyAndLeavesTheRecordsetOpenForAllThatFollow) {
+TEST_P(EveryQuery, QueryWithoutARowIsEmptyAndLeavesTheRecordsetOpen) {
   {
     db::DBVilnor operations;
     EXPECT_EQ(GetParam().run(operations), GetParam().emptyResult);
@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryQuery, testing::ValuesIn(Queries()), Nam
 
 // All 24 but InitConnection, which has no trap and is tested with the connection; how many rows of
 // the table each has.
-TEST(OperationTable, HoldsEveryOperationOfTheInterface) {
+TEST(OperationTable, OperationTableHoldsEveryOperationOfTheInterface) {
   std::map<std::string, int> rows;
   for (const auto& operation : Operations()) {
     ++rows[operation.operation];
@@ -228,7 +228,7 @@ std::string TableInMarkdown() {
   return table;
 }
 
-TEST(OperationTable, StandsInTheDocumentAsItIs) {
+TEST(OperationTable, OperationTableStandsInTheDocumentAsItIs) {
   std::ifstream file(VILNOR_SOURCE_DIR "/docs/edge-cases/database.md", std::ios::binary);
   const std::string document{std::istreambuf_iterator<char>(file), {}};
   EXPECT_TRUE(document.ends_with("\n" + TableInMarkdown()))

@@ -14,7 +14,7 @@ class Users : public DbTest {
   DBVilnor operations;
 };
 
-TEST_F(Users, StandWithoutQuotesInTheStatements) {
+TEST_F(Users, UserNamesStandWithoutQuotesInTheStatements) {
   AnswerName(u"x");
   operations.AddNewVilnorUser(1, u"åsa");
   operations.UpdateVilnorUser(1, u"o'neil");
@@ -24,13 +24,13 @@ TEST_F(Users, StandWithoutQuotesInTheStatements) {
                 u"Execute -1: Update VilnorPasient SET PID = 1, UserName = o'neil Where PID= 1"}));
 }
 
-TEST_F(Users, UpdatedFromNoNameToNoNameAreLeftAlone) {
+TEST_F(Users, UserUpdatedFromNoNameToNoNameIsLeftAlone) {
   operations.UpdateVilnorUser(1, u"");
   EXPECT_TRUE(database.LogOf(u"Execute").empty());
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(Users, WithAnEmptyStoredNameCountAsUnmapped) {
+TEST_F(Users, UserWithAnEmptyStoredNameCountsAsUnmapped) {
   AnswerName(u"");
   operations.UpdateVilnorUser(1, u"'per'");
   EXPECT_EQ(database.LogOf(u"Execute"),
@@ -38,28 +38,28 @@ TEST_F(Users, WithAnEmptyStoredNameCountAsUnmapped) {
                 u"Execute -1: Insert into VilnorPasient (PID, UserName) VALUES (1,'per')"});
 }
 
-TEST_F(Users, WithANullNameShowTheInnerLookupsBoxAndCountAsUnmapped) {
+TEST_F(Users, UserWithANullNameShowsTheLookupsBoxAndCountsAsUnmapped) {
   AnswerName(automation::Null());
   operations.UpdateVilnorUser(1, u"'per'");
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{u"94 Invalid use of Null in GetVilnorUserByPID"});
   EXPECT_EQ(database.LogOf(u"Execute").size(), 1U);
 }
 
-TEST_F(Users, UpdateReportsItsFailureAsAddNewVilnorUser) {
+TEST_F(Users, FailedUserUpdateNamesAddNewVilnorUser) {
   AnswerName(u"x");
   database.FailStatement(u"Update VilnorPasient", kScriptedFailure);
   operations.UpdateVilnorUser(1, u"'per'");
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{BoxIn(u"AddNewVilnorUser")});
 }
 
-TEST_F(Users, AreWrittenWithoutATransactionAndNothingIsRolledBack) {
+TEST_F(Users, UsersAreWrittenWithoutATransaction) {
   database.FailStatement(u"Insert into VilnorPasient", kScriptedFailure);
   operations.AddNewVilnorUser(1, u"'per'");
   EXPECT_TRUE(database.LogOf(u"BeginTrans").empty());
   EXPECT_TRUE(database.LogOf(u"RollbackTrans").empty());
 }
 
-TEST_F(Users, MayHaveNamesOfTenThousandCharacters) {
+TEST_F(Users, UserNameMayHaveTenThousandCharacters) {
   const std::u16string name = u"'" + std::u16string(10000, u'ö') + u"'";
   operations.AddNewVilnorUser(1, name);
   EXPECT_EQ(database.Log().back(),

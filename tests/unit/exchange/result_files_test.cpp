@@ -25,14 +25,14 @@ std::string DoneOf(const Reader& reader) {
 
 class ResultFiles : public ResultReaders {};
 
-TEST_F(ResultFiles, SetAsideHaveTheirNameWithTheMoment) {
+TEST_F(ResultFiles, ResultSetAsideIsNamedWithDateAndTime) {
   Put(u"OutNewCase4711.xml", "answer");
   SetAside(ExchangePath(u"OutNewCase4711.xml"));
   EXPECT_EQ(Files(), Names{kAside});
   EXPECT_EQ(Contents(automation::FromUtf8(kAside)), "answer");
 }
 
-TEST_F(ResultFiles, SetAsideInOneSecondAreNumbered) {
+TEST_F(ResultFiles, ResultsSetAsideInOneSecondAreNumbered) {
   for (const char* answer : {"first", "second", "third"}) {
     Put(u"OutNewCase4711.xml", answer);
     SetAside(ExchangePath(u"OutNewCase4711.xml"));
@@ -42,7 +42,7 @@ TEST_F(ResultFiles, SetAsideInOneSecondAreNumbered) {
   EXPECT_EQ(Contents(u"OutNewCase4711 2026-11-16 14.05.00 3.xml"), "third");
 }
 
-TEST_F(ResultFiles, ThatAreNotThereAreNotSetAside) {
+TEST_F(ResultFiles, MissingResultIsNotSetAside) {
   std::filesystem::create_directories(folder / "Vilnor");
   SetAside(ExchangePath(u"OutNewCase4711.xml"));
   SetAside(ExchangePath(u"none\\OutNewCase4711.xml"));
@@ -83,7 +83,7 @@ class HeldResultFiles : public ResultFiles {
   platform::Platform held_ = fakes::With(ports, heldFiles);
 };
 
-TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
+TEST_F(HeldResultFiles, UndeletableResultIsRenamedAndReported) {
   heldFiles.deletion = RuntimeError::PermissionDenied;
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
@@ -110,7 +110,7 @@ TEST_F(HeldResultFiles, ThatCannotBeDeletedAreRenamedWithABoxInTheReadersName) {
   }
 }
 
-TEST_F(HeldResultFiles, ThatCanNeitherBeDeletedNorRenamedStayWithABox) {
+TEST_F(HeldResultFiles, UndeletableAndUnrenamableResultStaysAndIsReported) {
   heldFiles.deletion = RuntimeError::PermissionDenied;
   heldFiles.renaming = RuntimeError::PathFileAccess;
   for (const auto& reader : kReaders) {
@@ -125,7 +125,7 @@ TEST_F(HeldResultFiles, ThatCanNeitherBeDeletedNorRenamedStayWithABox) {
 
 // The system tells of a new name that is too long as if the file were missing; a folder in which
 // every name is taken is not in order.
-TEST_F(HeldResultFiles, ThatWereNotEnteredAndCannotBeRenamedStayWithASecondBox) {
+TEST_F(HeldResultFiles, UnenteredAndUnrenamableResultStaysWithASecondBox) {
   struct Refusal {
     RuntimeError error;
     const char16_t* box;
@@ -188,7 +188,7 @@ class FailedResults : public ResultReaders {
   }
 };
 
-TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
+TEST_F(FailedResults, FailedResultIsSetAsideAndEnteredOnceTheDatabaseIsBack) {
   for (const auto& reader : kReaders) {
     for (const auto& acting : ActingOf(reader)) {
       for (const auto* statement : acting.statements) {
@@ -212,7 +212,7 @@ TEST_F(FailedResults, AreToldAndSetAsideAndEnteredOnceTheDatabaseIsBack) {
   }
 }
 
-TEST_F(FailedResults, ThatNoReadingCouldEnterAreToldAndDeleted) {
+TEST_F(FailedResults, ResultThatNoReadingCouldEnterIsReportedAndDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     const std::u16string procedure =
@@ -236,7 +236,7 @@ TEST_F(FailedResults, ThatNoReadingCouldEnterAreToldAndDeleted) {
 }
 
 // The numbers of a final error say nothing where a provider gives them.
-TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
+TEST_F(FailedResults, FailedResultIsSetAsideWhateverTheErrorNumber) {
   for (const auto& reader : kReaders) {
     for (const auto& acting : ActingOf(reader)) {
       for (const auto* statement : acting.statements) {
@@ -253,7 +253,7 @@ TEST_F(FailedResults, AreSetAsideWhateverNumberTheDatabaseGives) {
   }
 }
 
-TEST_F(FailedResults, WhoseExistenceTestGivesANumberAreSetAside) {
+TEST_F(FailedResults, ResultWhoseExistenceTestFailsIsSetAside) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     for (const std::int32_t number : {5, 3021}) {
       Script(reader, "7");
@@ -264,7 +264,7 @@ TEST_F(FailedResults, WhoseExistenceTestGivesANumberAreSetAside) {
   }
 }
 
-TEST_F(FailedResults, OfALinkWithoutAJournalKeyAreSetAside) {
+TEST_F(FailedResults, ResultOfALinkWithoutAJournalKeyIsSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(reader.updateQuery, {{u"Journal_ID"}, {{automation::Null()}}});
@@ -274,7 +274,7 @@ TEST_F(FailedResults, OfALinkWithoutAJournalKeyAreSetAside) {
   }
 }
 
-TEST_F(FailedResults, OfALinkWhoseJournalLineIsGoneAreSetAside) {
+TEST_F(FailedResults, ResultOfALinkWhoseJournalLineIsGoneIsSetAside) {
   for (const auto& reader : kReaders) {
     Script(reader, "1");
     database.Answer(u"SELECT Tekst from Journal Where ID = 900", {{u"Tekst"}, {}});
@@ -284,7 +284,7 @@ TEST_F(FailedResults, OfALinkWhoseJournalLineIsGoneAreSetAside) {
   }
 }
 
-TEST_F(FailedResults, WhoseExistenceTestFailedAreAddedButNotDeleted) {
+TEST_F(FailedResults, SentCaseWhoseExistenceTestFailedIsAddedAndSetAside) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     SCOPED_TRACE(reader.name);
     Script(reader, "5");
@@ -305,7 +305,7 @@ TEST_F(FailedResults, WhoseExistenceTestFailedAreAddedButNotDeleted) {
   }
 }
 
-TEST_F(FailedResults, OfADatabaseThatIsGoneShowTheBoxOfEachCall) {
+TEST_F(FailedResults, LostDatabaseShowsTheBoxOfEachCall) {
   Script(kReaders[1], "5");
   database.FailStatement(u"SELECT * FROM Vilnor WHERE", kServerGone);
   database.FailStatement(u"Insert into Vilnor", kServerGone);
@@ -316,7 +316,7 @@ TEST_F(FailedResults, OfADatabaseThatIsGoneShowTheBoxOfEachCall) {
   EXPECT_EQ(Files(), Names{kAside});
 }
 
-TEST_F(FailedResults, ReadAgainAfterTheyWereEnteredAddNothing) {
+TEST_F(FailedResults, ResultReadAgainAfterItWasEnteredAddsNothing) {
   Script(kReaders[1], "5");
   AnswerLink(kReaders[1].existsQuery);
   Read(RequestKind::NewCase);
@@ -342,28 +342,28 @@ class FailedLookup : public ResultReaders {
   static inline const Names kSetAside = {"OutExistCase4711 2026-11-16 14.05.00.xml"};
 };
 
-TEST_F(FailedLookup, OfADeletedCaseAsksNothingAndSetsItsResultAside) {
+TEST_F(FailedLookup, FailedLinkLookupOfADeletedCaseAsksNothingAndSetsTheResultAside) {
   Read("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), kSetAside);
 }
 
-TEST_F(FailedLookup, OfACancelledCaseLosesNothingByItsDeletion) {
+TEST_F(FailedLookup, FailedLinkLookupOfACancelledCaseDeletesTheResult) {
   Read("<Cancelled>0</Cancelled><Status>7</Status>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, OfAWithdrawnCaseDeletesTheCaseThatTheResultNames) {
+TEST_F(FailedLookup, FailedLinkLookupOfAWithdrawnCaseDeletesTheCaseTheResultNames) {
   Read("<Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Deletion(true));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndDeletesTheResult) {
+TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseUpdatesItAndDeletesTheResult) {
   Read("<Status>1</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(),
             (Statements{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
@@ -372,7 +372,7 @@ TEST_F(FailedLookup, OfAChangedCaseUpdatesItAndDeletesTheResult) {
   EXPECT_EQ(Files(), Names());
 }
 
-TEST_F(FailedLookup, SetsAsideAWithdrawnCaseThatTheResultDoesNotNameEither) {
+TEST_F(FailedLookup, FailedLinkLookupSetsAsideAWithdrawnCaseWithoutANumber) {
   for (const char* id : {"", "<Id/>", "<Id> </Id>"}) {
     SCOPED_TRACE(id);
     dialogs.shown.clear();
@@ -384,7 +384,7 @@ TEST_F(FailedLookup, SetsAsideAWithdrawnCaseThatTheResultDoesNotNameEither) {
   }
 }
 
-TEST_F(FailedLookup, OfAChangedCaseWithoutANumberIsRefusedByTheDatabaseAndSetAside) {
+TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseWithoutANumberIsSetAside) {
   Put(u"OutExistCase4711.xml", "<a><Status>1</Status></a>");
   Read(RequestKind::ExistCase);
   EXPECT_EQ(dialogs.Texts(),
@@ -394,13 +394,13 @@ TEST_F(FailedLookup, OfAChangedCaseWithoutANumberIsRefusedByTheDatabaseAndSetAsi
   EXPECT_EQ(Files(), kSetAside);
 }
 
-TEST_F(FailedLookup, LeavesAResultWithoutMeaningWhereItIs) {
+TEST_F(FailedLookup, FailedLinkLookupLeavesAResultWithoutMeaning) {
   Read("<Status>3</Status>");
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
 // Vilnor Link may answer a further request while a box, or the host's handler, holds up the first.
-TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
+TEST_F(ResultFiles, NewerResultOfTheSameNameIsLeftAlone) {
   for (const bool fails : {false, true}) {
     for (const auto& reader : kReaders) {
       SCOPED_TRACE(reader.name);
@@ -421,7 +421,7 @@ TEST_F(ResultFiles, ThatHaveTakenTheirPlaceMeanwhileAreLeftAlone) {
   }
 }
 
-TEST_F(ResultFiles, InHandAreNotSetAsideByARequestFromTheHostsHandler) {
+TEST_F(ResultFiles, ResultBeingReadIsNotSetAsideByANewRequest) {
   for (const auto& reader : kReaders) {
     database = fakes::Database();
     AnswerJournal(reader.updateQuery);
@@ -437,7 +437,7 @@ TEST_F(ResultFiles, InHandAreNotSetAsideByARequestFromTheHostsHandler) {
   }
 }
 
-TEST_F(ResultFiles, OfAQuestionThatWasNeverAnsweredStay) {
+TEST_F(ResultFiles, ResultOfAnUnansweredQuestionStays) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   dialogs.answers = {Answer::None};
   Put(u"OutExistCase4711.xml", ResultText("3", "7", ""));
@@ -447,7 +447,7 @@ TEST_F(ResultFiles, OfAQuestionThatWasNeverAnsweredStay) {
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
-TEST_F(ResultFiles, OfAQuestionAreDeletedOnlyByANo) {
+TEST_F(ResultFiles, ResultOfAQuestionIsDeletedOnlyByANo) {
   for (const auto answer : {Answer::No, Answer::Ok}) {
     AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
     dialogs.answers = {answer};

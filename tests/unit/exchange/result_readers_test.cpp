@@ -100,7 +100,7 @@ std::string Describe(const Cell& cell) {
          (cell.answer == Answer::Yes ? " Yes" : " No");
 }
 
-TEST_F(ResultReaders, DoInEveryCaseWhatTheResultSays) {
+TEST_F(ResultReaders, EveryCombinationOfResultDoesWhatItSays) {
   int cells = 0;
   for (const Cell& cell : EveryCell()) {
     SCOPED_TRACE(Describe(cell));
@@ -153,7 +153,7 @@ TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
   EXPECT_EQ(Changes(), Deletion(true));
 }
 
-TEST_F(ResultReaders, AFileThatCannotBeReadStaysWithoutAWord) {
+TEST_F(ResultReaders, UnreadableFileIsKeptSilently) {
   for (const auto& reader : kReaders) {
     for (const char* contents : {"", "<Envelope>", "no xml", "<a/><b/>", "<a>\xFF</b>",
                                  "<?xml version='1.0' encoding='UTF-8'?><a>\xE5</a>"}) {
@@ -194,7 +194,7 @@ class ScriptedDocuments : public platform::ResultDocuments {
   std::deque<platform::ParseError> errors;
 };
 
-TEST_F(ResultReaders, AFileThatGoesBadBeforeTheSecondLoadIsReported) {
+TEST_F(ResultReaders, FileThatGoesBadBeforeTheSecondLoadIsReported) {
   ScriptedDocuments scripted;
   platform::Platform changed = fakes::With(ports, scripted);
   platform::Use(changed);
@@ -223,7 +223,7 @@ struct BadResult {
   const char16_t* text;
 };
 
-TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
+TEST_F(ResultReaders, InvalidNumbersAreReportedWithTheXmlName) {
   const auto results = std::to_array<BadResult>(
       {{"x", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
        {"", "5", "1&amp;2&amp;3", u"13 Type mismatch in XMLReadNewCase"},
@@ -256,7 +256,7 @@ TEST_F(ResultReaders, NumbersThatAreNoneAreReportedWithTheXmlName) {
   }
 }
 
-TEST_F(ResultReaders, ElementsAreFoundWhereverTheyStandAndTheFirstCounts) {
+TEST_F(ResultReaders, FirstElementOfAResultCountsWhereverItStands) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   Put(u"OutNewCase4711.xml",
       "<a><b><Status>5</Status><c><Id>L-9</Id></c></b><Status>7</Status><Id>L-10</Id>"
@@ -266,7 +266,7 @@ TEST_F(ResultReaders, ElementsAreFoundWhereverTheyStandAndTheFirstCounts) {
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AFileWithADocumentTypeStaysWithoutAWord) {
+TEST_F(ResultReaders, ResultWithADocumentTypeIsKeptSilently) {
   std::ofstream(folder / "secret.txt") << "5";
   Put(u"OutNewCase4711.xml", "<!DOCTYPE a [<!ENTITY e SYSTEM \"" +
                                  (folder / "secret.txt").string() +
@@ -361,7 +361,7 @@ class WatchedResultReaders : public ResultReaders {
   platform::Platform watched_ = fakes::With(ports, watchedFiles, watchedDocuments);
 };
 
-TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {
+TEST_F(WatchedResultReaders, DocumentAndDatabaseAreReleasedBeforeTheResultIsDeleted) {
   int deletions = 0;
   watchedFiles.beforeDeletion = [&] {
     ++deletions;
@@ -384,7 +384,7 @@ TEST_F(WatchedResultReaders, ReleaseDocumentAndDatabaseBeforeTheFileIsDeleted) {
 }
 
 // The message may come before the link program has closed the file.
-TEST_F(WatchedResultReaders, DeleteAResultThatWasStillBeingWrittenWhenTheMessageCame) {
+TEST_F(WatchedResultReaders, ResultStillBeingWrittenAtItsMessageIsReadAndDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     database = fakes::Database();
@@ -402,7 +402,7 @@ TEST_F(WatchedResultReaders, DeleteAResultThatWasStillBeingWrittenWhenTheMessage
   }
 }
 
-TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
+TEST_F(WatchedResultReaders, ResultIsEnteredThenToldThenReleasedThenDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     database = fakes::Database();
@@ -425,7 +425,7 @@ TEST_F(WatchedResultReaders, WriteThenTellThenReleaseThenDelete) {
 }
 
 // Each reading can fail, and what comes behind it is then left out.
-TEST_F(WatchedResultReaders, ReadTheElementsInTheirOrder) {
+TEST_F(WatchedResultReaders, ResultElementsAreReadInTheirOrder) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     watchedDocuments.read.clear();
@@ -538,7 +538,7 @@ TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
   EXPECT_EQ(Changes(), Deletion(true));
 }
 
-TEST_F(ResultReaders, AnExistingCasesNumbersAreWholeAndInTheUsersFormat) {
+TEST_F(ResultReaders, ExistingCasesNumbersAreWholeAndInTheUsersFormat) {
   struct Result {
     const char* cancelled;
     const char* status;
@@ -627,7 +627,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCa
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(ResultReaders, AValueWithoutEndIsReportedWithTheXmlName) {
+TEST_F(ResultReaders, EndlessValueIsReportedWithTheXmlName) {
   Put(u"OutNewCase4711.xml", "<a><Status>5</Status><UserDefData>1&amp;2&amp;3</UserDefData><Id>" +
                                  std::string(platform::kLongestValue + 1, 'x') + "</Id></a>");
   Read(RequestKind::NewCase);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto kDeclaration = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";
 
-TEST(Serializing, KeepsEveryLatin1CharacterAsItsByte) {
+TEST(Serializing, Latin1CharactersAreWrittenAsTheirBytes) {
   std::u16string text;
   for (char16_t unit = 0xA0; unit <= 0xFF; ++unit) {
     text.push_back(unit);
@@ -23,7 +23,7 @@ TEST(Serializing, KeepsEveryLatin1CharacterAsItsByte) {
   EXPECT_EQ(bytes.find("&#"), std::string::npos);
 }
 
-TEST(Serializing, WritesOtherCharactersAsReferences) {
+TEST(Serializing, CharactersOutsideLatin1AreWrittenAsReferences) {
   const auto bytesOf = [](const std::u16string& text) { return Serialize(Element(u"E", text)); };
   const auto reference = [](const std::string& number) {
     return kDeclaration + std::string("<E>&#" + number + ";</E>\n");
@@ -36,7 +36,7 @@ TEST(Serializing, WritesOtherCharactersAsReferences) {
   EXPECT_EQ(bytesOf(u"\U0010FFFF"), reference("1114111"));
 }
 
-TEST(Serializing, EscapesAttributes) {
+TEST(Serializing, AttributesAreEscaped) {
   Element root(u"E");
   root.SetAttribute(u"a", u"\"<&>\n\t");
   EXPECT_EQ(Serialize(root),
@@ -84,7 +84,7 @@ std::string Filled(std::string pattern, char32_t unit) {
   return pattern;
 }
 
-TEST(Serializing, WritesEveryUnit) {
+TEST(Serializing, EveryUnitIsWrittenAsTheDomWritesIt) {
   char32_t next = 0;
   for (const auto& [first, last, text, attribute] : kUnits) {
     ASSERT_EQ(first, next);
@@ -100,7 +100,7 @@ TEST(Serializing, WritesEveryUnit) {
   EXPECT_EQ(next, 0x10000U);
 }
 
-TEST(Serializing, ReplacesHalvesOfSurrogatePairs) {
+TEST(Serializing, HalvesOfSurrogatePairsAreReplaced) {
   const auto bytesOf = [](const std::u16string& text) { return Serialize(Element(u"E", text)); };
   const auto withText = [](const std::string& text) {
     return kDeclaration + ("<E>" + text) + "</E>\n";
@@ -111,7 +111,7 @@ TEST(Serializing, ReplacesHalvesOfSurrogatePairs) {
   EXPECT_EQ(bytesOf({0xDBFF, 0xE000}), withText("&#65533;&#57344;"));
 }
 
-TEST(Serializing, WritesAnElementOfWhichNothingIsLeftAsAnEmptyOne) {
+TEST(Serializing, ElementOfWhichNothingIsLeftIsEmpty) {
   const std::string empty = kDeclaration + std::string("<E/>\n");
   EXPECT_EQ(Serialize(Element(u"E", u"\u0001\u001F")), empty);
   EXPECT_EQ(Serialize(Element(u"E", std::u16string(u"\0x", 2))), empty);

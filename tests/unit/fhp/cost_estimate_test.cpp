@@ -386,7 +386,7 @@ TEST_F(CostEstimate, ASumBeyondTheRangeOfADoubleEndsInTheBoxAndLeavesNoFile) {
 
 class OverflowingRow : public CostEstimate, public testing::WithParamInterface<Row> {};
 
-TEST_P(OverflowingRow, EndsInTheBoxAndLeavesNoFile) {
+TEST_P(OverflowingRow, OverflowingEstimateRowEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow();
   AddEstimateRow(GetParam());
   EXPECT_EQ(Write(), u"");

@@ -16,19 +16,19 @@ class EstimateDecision : public FhpFixture {
   }
 };
 
-TEST_F(EstimateDecision, StartsOnTheSecondOfJanuaryOfTheYearOfSixtyFive) {
+TEST_F(EstimateDecision, EstimateStartsOnTheSecondOfJanuaryOfTheYearOfSixtyFive) {
   EXPECT_FALSE(Includes({.year = 2006, .month = 12, .day = 31}, 1942));
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 1}, 1942));
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
   EXPECT_TRUE(Includes({.year = 2026, .month = 11, .day = 16}, 1942));
 }
 
-TEST_F(EstimateDecision, LeavesTheTimeOfDayOut) {
+TEST_F(EstimateDecision, EstimateIgnoresTheTimeOfDay) {
   EXPECT_FALSE(
       Includes({.year = 2007, .month = 1, .day = 1, .hour = 23, .minute = 59, .second = 59}, 1942));
 }
 
-TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
+TEST_F(EstimateDecision, EstimateGoesByTheYearOfBirthAlone) {
   EXPECT_EQ(IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
                              MakeDate({.year = 1942, .month = 1, .day = 1})),
             IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
@@ -36,7 +36,7 @@ TEST_F(EstimateDecision, GoesByTheYearOfBirthAlone) {
   EXPECT_FALSE(Includes({.year = 2007, .month = 1, .day = 2}, 1943));
 }
 
-TEST_F(EstimateDecision, HoldsInTheFormatsOfOtherLocales) {
+TEST_F(EstimateDecision, EstimateIsTheSameInOtherLocalesFormats) {
   locale.shortDateAnswer = u"M/d/yyyy";
   locale.regional = {};
   util::CurrentSettings().gDateFormat = u"M/d/yyyy";
@@ -89,7 +89,7 @@ TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(EstimateDecision, GivesTheParticipantsCode) {
+TEST_F(EstimateDecision, EstimateDecidesTheParticipantsCode) {
   EXPECT_EQ(ParticipantCode(false), -32000);
   EXPECT_EQ(ParticipantCode(true), -32001);
 }

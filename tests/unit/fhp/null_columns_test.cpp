@@ -83,21 +83,21 @@ class NullColumn : public FhpFixture, public testing::WithParamInterface<Column>
 class NeededColumn : public NullColumn {};
 class SkippedColumn : public NullColumn {};
 
-TEST_P(NeededColumn, EndsInTheBoxAndLeavesNoFile) {
+TEST_P(NeededColumn, NullInANeededColumnEndsInTheBoxAndLeavesNoFile) {
   Nullify();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"94 Invalid use of Null in WriteNewFHP"});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_P(NeededColumn, LeavesAnEarlierFileAsItWas) {
+TEST_P(NeededColumn, NullInANeededColumnLeavesAnEarlierFileAsItWas) {
   Put(u"InNewFHP8.xml", "earlier");
   Nullify();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(File(), "earlier");
 }
 
-TEST_P(SkippedColumn, TakesItsOwnFieldsAwayAndNoOther) {
+TEST_P(SkippedColumn, NullInASkippedColumnTakesOnlyItsOwnFieldsAway) {
   auto expected = AllKeys();
   Nullify();
   std::erase_if(expected, [](const auto& key) { return GetParam().keys.contains(key); });

@@ -102,14 +102,14 @@ class SampleApplications : public OnHostDatabase, public testing::WithParamInter
   const std::u16string fileName = u"InNewFHP" + automation::Decimal10(sample.fhpId) + u".xml";
 };
 
-TEST_P(SampleApplications, BecomeExactlyTheExpectedFile) {
+TEST_P(SampleApplications, SampleApplicationBecomesExactlyTheExpectedFile) {
   EXPECT_EQ(WriteNewFHP(21000, 41, 31, sample.fhpId, exchangeDirectory).Value(),
             ExchangePath(fileName));
   EXPECT_EQ(dialogs.Texts(), std::vector<std::u16string>());
   EXPECT_EQ(Contents(fileName), ExpectedFile());
 }
 
-TEST_P(SampleApplications, FitOrDoNotAsTheirNameSays) {
+TEST_P(SampleApplications, SampleApplicationFitsOrNotAsItsNameSays) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   const std::string name = sample.expected.stem().string();
@@ -164,7 +164,7 @@ class ApplicationsOnAProduct : public OnHostDatabase,
   }
 };
 
-TEST_P(ApplicationsOnAProduct, OfUnknownPeopleOrPlacesEndInTheBoxAndLeaveNoFile) {
+TEST_P(ApplicationsOnAProduct, ApplicationOfUnknownPeopleOrPlacesEndsInTheBoxAndLeavesNoFile) {
   ExpectRefused(4242, 41, 31);
   ExpectRefused(21001, 4242, 31);
   ExpectRefused(21001, 41, 4242);
@@ -172,14 +172,14 @@ TEST_P(ApplicationsOnAProduct, OfUnknownPeopleOrPlacesEndInTheBoxAndLeaveNoFile)
   ExpectNoFile(4242);
 }
 
-TEST_P(ApplicationsOnAProduct, AreSentAfterOneThatCouldNotBe) {
+TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatCouldNotBe) {
   ExpectRefused(4242, 41, 31);
   dialogs.shown.clear();
   EXPECT_FALSE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory).Failed());
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_P(ApplicationsOnAProduct, AreNotChangedByTheSendCheck) {
+TEST_P(ApplicationsOnAProduct, SendCheckDoesNotChangeTheApplication) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   EXPECT_TRUE(OKToSend(1010, errCode, errMsg));
@@ -192,7 +192,7 @@ TEST_P(ApplicationsOnAProduct, AreNotChangedByTheSendCheck) {
 INSTANTIATE_TEST_SUITE_P(Products, ApplicationsOnAProduct, testing::ValuesIn(HostProducts()),
                          [](const auto& instance) { return instance.param.name; });
 
-TEST(SampleApplicationFiles, StandForEverySampleInTheDatabase) {
+TEST(SampleApplicationFiles, EverySampleInTheDatabaseHasItsFile) {
   const HostProduct product = HostProducts().front();
   LoadHostDatabase(product);
   const auto connection = Connected(product);

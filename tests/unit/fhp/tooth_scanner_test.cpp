@@ -22,19 +22,19 @@ Runs RunsOf(std::u16string_view column, ScanRules rules = kDocumentScan) {
   return runs;
 }
 
-TEST(ToothScanner, GivesToothAndTextOfEachRunInOrder) {
+TEST(ToothScanner, ScannerGivesToothAndTextOfEachRunInOrder) {
   EXPECT_THAT(RunsOf(u"<11>Krona</11><12>Extr, åter</12>"),
               ElementsAre(Pair("11", "Krona"), Pair("12", "Extr, åter")));
 }
 
-TEST(ToothScanner, PassesOverWhatStandsBetweenRuns) {
+TEST(ToothScanner, ScannerSkipsTextBetweenRuns) {
   EXPECT_THAT(RunsOf(u"före <11>a</11>, mellan > / <12>b</12> efter"),
               ElementsAre(Pair("11", "a"), Pair("12", "b")));
   EXPECT_THAT(RunsOf(u""), IsEmpty());
   EXPECT_THAT(RunsOf(u"ingen tand"), IsEmpty());
 }
 
-TEST(ToothScanner, GivesAnEmptyTextAsARun) {
+TEST(ToothScanner, RunWithAnEmptyTextIsGiven) {
   EXPECT_THAT(RunsOf(u"<11></11><12>b</12>"), ElementsAre(Pair("11", ""), Pair("12", "b")));
 }
 
@@ -112,7 +112,7 @@ TEST(ToothScanner, TextsAndTeethKeepTheirBlanks) {
               ElementsAre(Pair(" 11 ", " a "), Pair("12", "\tb\r\n")));
 }
 
-TEST(ToothScanner, ReadsColumnsLongerThanSixteenBitsForTheDocument) {
+TEST(ToothScanner, DocumentScanReadsColumnsLongerThanSixteenBits) {
   const std::u16string before(40000, u'x');
   EXPECT_THAT(RunsOf(before + u"<11>a</11>"), ElementsAre(Pair("11", "a")));
 }
@@ -147,7 +147,7 @@ TEST(ToothScanner, ATextWithoutEndEndsTheScanBeforeTheOverflow) {
   EXPECT_EQ(RunsOf(column, rules).size(), 1U);
 }
 
-TEST(ToothScanner, StaysAtItsEnd) {
+TEST(ToothScanner, ScannerStaysAtItsEnd) {
   ToothScanner teeth(u"<11>a</11>", kDocumentScan);
   EXPECT_TRUE(teeth.Next());
   EXPECT_FALSE(teeth.Next());

@@ -296,7 +296,7 @@ TEST_F(BVilnorTest, ReadersRaiseUpdateJournalOnTheirObject) {
 
 class OpenWithNewFHP : public HostOn<fhp::FhpFixture> {};
 
-TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPStartsTheProgramOnTheWrittenApplication) {
   Script();
   vilnor.OpenWithNewFHP(5, 6, 7, 8);
   EXPECT_EQ(processes.started, Started(u"InNewFHP8.xml"));
@@ -305,7 +305,7 @@ TEST_F(OpenWithNewFHP, StartsTheProgramOnTheWrittenApplication) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPIsNotCountedAsALaunch) {
   Script();
   NoFiles noFiles;
   platform::Platform changed = fakes::With(ports, noFiles);
@@ -320,7 +320,7 @@ TEST_F(OpenWithNewFHP, IsNotCountedAsALaunch) {
   platform::Use(ports);
 }
 
-TEST_F(OpenWithNewFHP, MayBePrecededByTheSendCheck) {
+TEST_F(OpenWithNewFHP, OpenWithNewFHPMayFollowTheSendCheck) {
   database.Answer(
       u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 8",
       {{u"PlanTreatm", u"PlanTreatmUJaw", u"PlanTreatmLJaw"}, {{u"<11>1 2 3 4</11>", u"", u""}}});
@@ -331,7 +331,7 @@ TEST_F(OpenWithNewFHP, MayBePrecededByTheSendCheck) {
   EXPECT_EQ(errMsg, u"");
 }
 
-TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
+TEST_F(OpenWithNewFHP, MissingApplicationStartsNothing) {
   application.clear();
   Script();
   Put(u"InNewFHP8.xml", "older");
@@ -342,7 +342,7 @@ TEST_F(OpenWithNewFHP, OfAnApplicationThatDoesNotExistStartsNothing) {
   EXPECT_EQ(File(), "older");
 }
 
-TEST_F(OpenWithNewFHP, WhoseFileCannotBeWrittenStartsNothing) {
+TEST_F(OpenWithNewFHP, ApplicationThatCannotBeWrittenStartsNothing) {
   class ProtectedFiles : public portable::LocalFiles {
    public:
     void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {

@@ -32,7 +32,7 @@ class DatabaseObject : public BVilnorTest {
   std::size_t Inserts() const { return database.LogOf(u"Execute -1: Insert into Vilnor").size(); }
 };
 
-TEST_F(DatabaseObject, LeftBehindIsReplacedByWhateverOperationComesNext) {
+TEST_F(DatabaseObject, LeftoverGDBIsReplacedByTheNextOperation) {
   const auto operations = std::to_array<std::function<void()>>(
       {[&] { vilnor.OpenWithNewCase(4711, 12, 3); }, [&] { vilnor.OpenSearchPatient(4711); },
        [&] { vilnor.OpenExistCase(7); }, [&] { vilnor.OpenExistFHP(8); },
@@ -52,7 +52,7 @@ TEST_F(DatabaseObject, LeftBehindIsReplacedByWhateverOperationComesNext) {
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(DatabaseObject, OfFiveSearchesForNobodyIsReplacedEachTime) {
+TEST_F(DatabaseObject, LeftoverGDBOfFiveFailedSearchesIsReplacedEachTime) {
   for (int i = 0; i < 5; ++i) {
     vilnor.OpenSearchPatient(1);
   }
@@ -62,7 +62,7 @@ TEST_F(DatabaseObject, OfFiveSearchesForNobodyIsReplacedEachTime) {
   EXPECT_EQ(dialogs.shown.size(), 5U);
 }
 
-TEST_F(DatabaseObject, LeftBehindGoesWithItsSession) {
+TEST_F(DatabaseObject, LeftoverGDBEndsWithItsBVilnor) {
   {
     BVilnor session(events);
     session.OpenSearchPatient(1);
@@ -71,7 +71,7 @@ TEST_F(DatabaseObject, LeftBehindGoesWithItsSession) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(DatabaseObject, OfTheHostsOwnKeepsOperationsOutAndIsNotHarmed) {
+TEST_F(DatabaseObject, HostsOwnDBVilnorKeepsOperationsOutAndIsNotHarmed) {
   db::DBVilnor hosts;
   PutSentCase();
   vilnor.ReadNewCase(4711);
@@ -119,7 +119,7 @@ class CallsInUpdateJournal : public DatabaseObject {
   bool called_ = false;
 };
 
-TEST_F(CallsInUpdateJournal, LeaveFHPExistsItsResultAtEachOfItsFourEvents) {
+TEST_F(CallsInUpdateJournal, FHPExistsKeepsItsResultWhenTheHostCallsAtItsEvents) {
   for (const auto& inHandler : Calls()) {
     for (int event = 1; event <= 4; ++event) {
       SCOPED_TRACE(std::string(inHandler.name) + " at event " + std::to_string(event));
@@ -131,7 +131,7 @@ TEST_F(CallsInUpdateJournal, LeaveFHPExistsItsResultAtEachOfItsFourEvents) {
   }
 }
 
-TEST_F(CallsInUpdateJournal, OfAComponentsOperationWorkAtEachEvent) {
+TEST_F(CallsInUpdateJournal, OperationCalledInUpdateJournalWorksAtEachEvent) {
   for (int event = 1; event <= 4; ++event) {
     bool linked = false;
     AtEvent(event, [&] { linked = vilnor.FHPExists(8); });
@@ -141,7 +141,7 @@ TEST_F(CallsInUpdateJournal, OfAComponentsOperationWorkAtEachEvent) {
   }
 }
 
-TEST_F(CallsInUpdateJournal, LeaveAResultEntered) {
+TEST_F(CallsInUpdateJournal, OperationCalledInUpdateJournalLeavesTheResultEntered) {
   for (const auto& inHandler : Calls()) {
     SCOPED_TRACE(inHandler.name);
     const std::size_t before = Inserts();
@@ -157,7 +157,7 @@ TEST_F(CallsInUpdateJournal, LeaveAResultEntered) {
 }
 
 // A notification may be handled while an operation's own box is open.
-TEST_F(DatabaseObject, IsMadeAnewAfterAResultWasReadAtTheOperationsBox) {
+TEST_F(DatabaseObject, GDBIsMadeAgainAfterAResultWasReadAtTheOperationsBox) {
   class Arriving : public fakes::Dialogs {
    public:
     platform::Answer Show(const platform::MessageBox& box) override {

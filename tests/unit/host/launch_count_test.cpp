@@ -23,7 +23,7 @@ class LaunchCount : public BVilnorTest {
 };
 
 // Of all operations in one test: as many launches take seconds.
-TEST_F(LaunchCount, Has16BitsForFourOperationsAndOverflowsOnceTheRequestIsWritten) {
+TEST_F(LaunchCount, LaunchCountOverflowsAt16BitsOnceTheRequestIsWritten) {
   const std::vector<std::function<void()>> operations = {
       [&] { vilnor.OpenExistCase(7); }, [&] { vilnor.OpenSearchPatient(4711); },
       [&] { vilnor.OpenWithNewCase(4711, 12, 3); }, [&] { vilnor.OpenExistFHP(8); }};

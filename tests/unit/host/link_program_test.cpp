@@ -107,7 +107,7 @@ class LinkProgram : public fakes::ComponentFixture {
   std::optional<platform::Platform> changed_;
 };
 
-TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {
+TEST_F(LinkProgram, RegisteredLinkProgramIsFoundWithOrWithoutABackslash) {
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link");
   EXPECT_EQ(GetVilnorCommandLine(), u"C:\\Link\\Link.exe");
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link\\");
@@ -115,20 +115,20 @@ TEST_F(LinkProgram, IsTakenFromItsRegistrationWithOrWithoutABackslash) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(LinkProgram, WithoutRegistrationAndSettingIsMissing) {
+TEST_F(LinkProgram, LinkProgramWithoutRegistrationAndSettingIsMissing) {
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
   EXPECT_TRUE(registry.KeyExists(kLocalMachine, kLinkKey));
 }
 
-TEST_F(LinkProgram, IsTakenFromTheSettingWhenTheRegistryRefuses) {
+TEST_F(LinkProgram, RefusingRegistryLeavesTheSettingsLinkProgram) {
   registry.DenyWrite(kLocalMachine, u"SOFTWARE");
   Setting() = FileOf("Länk.exe", "MZ");
   EXPECT_EQ(GetVilnorCommandLine(), Setting());
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(LinkProgram, IsTakenFromTheSettingWhereItsKeyIsThereAndRefused) {
+TEST_F(LinkProgram, RefusedRegistryKeyLeavesTheSettingsLinkProgram) {
   RefusingRegistry refusing(kLinkKey);
   refusing.SetText(kLocalMachine, kLinkKey, u"Path", u"X:\\Nowhere");
   UsePorts(files, userSettings, refusing);
@@ -137,7 +137,7 @@ TEST_F(LinkProgram, IsTakenFromTheSettingWhereItsKeyIsThereAndRefused) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(LinkProgram, OfAStaleSettingIsForgottenButStillReturned) {
+TEST_F(LinkProgram, StaleSettingIsForgottenButStillReturned) {
   const std::u16string stale = hostPath + u"Gone.exe";
   Setting() = stale;
   EXPECT_EQ(GetVilnorCommandLine(), stale);
@@ -145,7 +145,7 @@ TEST_F(LinkProgram, OfAStaleSettingIsForgottenButStillReturned) {
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
-TEST_F(LinkProgram, OfAnEmptyFileIsMissingAndTheSettingStays) {
+TEST_F(LinkProgram, EmptyFileIsNoLinkProgramAndTheSettingStays) {
   const std::u16string empty = FileOf("Link.exe", "");
   Setting() = empty;
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
@@ -153,21 +153,21 @@ TEST_F(LinkProgram, OfAnEmptyFileIsMissingAndTheSettingStays) {
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
-TEST_F(LinkProgram, OfASettingThatNamesAFolderIsMissingAndTheSettingStays) {
+TEST_F(LinkProgram, FolderIsNoLinkProgramAndTheSettingStays) {
   Setting() = hostPath;
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(Setting(), hostPath);
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
-TEST_F(LinkProgram, OfAnImpossibleSettingIsReportedAsMissing) {
+TEST_F(LinkProgram, ImpossibleSettingIsReportedAsMissing) {
   Setting() = hostPath + std::u16string(5000, u'x');
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
   EXPECT_EQ(Setting(), hostPath + std::u16string(5000, u'x'));
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
-TEST_F(LinkProgram, IsTakenFromTheSettingAfterAnErrorOfAnyKindInTheRegistry) {
+TEST_F(LinkProgram, AnyRegistryErrorLeavesTheSettingsLinkProgram) {
   ExhaustedRegistry exhausted;
   UsePorts(files, userSettings, exhausted);
   Setting() = FileOf("Link.exe", "MZ");
@@ -178,7 +178,7 @@ TEST_F(LinkProgram, IsTakenFromTheSettingAfterAnErrorOfAnyKindInTheRegistry) {
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{kMissing});
 }
 
-TEST_F(LinkProgram, OfASettingThatCannotBeReadIsMissingAndNothingIsSaved) {
+TEST_F(LinkProgram, UnreadableSettingIsMissingAndNothingIsSaved) {
   RefusingSettings refusing;
   refusing.refusesGet = true;
   UsePorts(files, refusing, registry);
@@ -187,7 +187,7 @@ TEST_F(LinkProgram, OfASettingThatCannotBeReadIsMissingAndNothingIsSaved) {
   EXPECT_TRUE(refusing.stored.empty());
 }
 
-TEST_F(LinkProgram, OfAStaleSettingThatCannotBeForgottenIsToldOfTwiceAndStillReturned) {
+TEST_F(LinkProgram, UnforgettableStaleSettingIsReportedTwiceAndReturned) {
   const std::u16string stale = hostPath + u"Gone.exe";
   RefusingSettings refusing;
   refusing.stored[{u"KESTRA", u"Environment", u"Vilnor"}] = stale;
@@ -201,7 +201,7 @@ TEST_F(LinkProgram, OfAStaleSettingThatCannotBeForgottenIsToldOfTwiceAndStillRet
                                kMissing}));
 }
 
-TEST_F(LinkProgram, OfASettingWhoseFileCannotBeAskedForIsMissingAndTheSettingStays) {
+TEST_F(LinkProgram, SettingWhoseFileCannotBeReadIsMissingAndStays) {
   using automation::RuntimeError;
   for (const auto error : {RuntimeError::PermissionDenied, RuntimeError::PathNotFound}) {
     FilesWithoutLength unreachable(error);
@@ -214,20 +214,20 @@ TEST_F(LinkProgram, OfASettingWhoseFileCannotBeAskedForIsMissingAndTheSettingSta
   }
 }
 
-TEST_F(LinkProgram, IsNotLookedForOnDiskWhenItIsRegistered) {
+TEST_F(LinkProgram, RegisteredLinkProgramIsNotLookedForOnDisk) {
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"X:\\Nowhere");
   Setting() = FileOf("Link.exe", "MZ");
   EXPECT_EQ(GetVilnorCommandLine(), u"X:\\Nowhere\\Link.exe");
 }
 
-TEST_F(LinkProgram, RegisteredWithAnotherTypeOfValueIsNotRegistered) {
+TEST_F(LinkProgram, RegistrationThatIsNoTextIsIgnored) {
   registry.SetOther(kLocalMachine, kLinkKey, u"Path", 4);
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
 }
 
 class ExchangeDirectory : public LinkProgram {};
 
-TEST_F(ExchangeDirectory, IsFoundUnderTheFirstRegistrationThatNamesAPath) {
+TEST_F(ExchangeDirectory, ExchangeDirectoryIsOfTheFirstRegistrationWithAPath) {
   const std::u16string other = hostPath + u"Other\\";
   std::filesystem::create_directory(folder / "Other");
   registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
@@ -240,7 +240,7 @@ TEST_F(ExchangeDirectory, IsFoundUnderTheFirstRegistrationThatNamesAPath) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(ExchangeDirectory, IsMadeWhenMissingAndLeftAloneWhenPresent) {
+TEST_F(ExchangeDirectory, ExchangeDirectoryIsMadeWhenMissingAndKeptWhenPresent) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
   EXPECT_EQ(GetVilnorOutputPath().Value(), exchangeDirectory);
   Put(u"OutNewCase1.xml", "x");
@@ -248,13 +248,13 @@ TEST_F(ExchangeDirectory, IsMadeWhenMissingAndLeftAloneWhenPresent) {
   EXPECT_TRUE(Exists(u"OutNewCase1.xml"));
 }
 
-TEST_F(ExchangeDirectory, IsJoinedWithoutASeparator) {
+TEST_F(ExchangeDirectory, ExchangeDirectoryIsJoinedWithoutASeparator) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Kestra");
   EXPECT_EQ(GetVilnorOutputPath().Value(), hostPath + u"KestraVilnor");
   EXPECT_TRUE(std::filesystem::is_directory(folder / "KestraVilnor"));
 }
 
-TEST_F(ExchangeDirectory, WithoutAHostRegistrationIsReported) {
+TEST_F(ExchangeDirectory, MissingHostRegistrationIsReported) {
   EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{
                                {.text = u"10001 Did not find Kestra Dental registry information in "
@@ -263,7 +263,7 @@ TEST_F(ExchangeDirectory, WithoutAHostRegistrationIsReported) {
                                 .icon = Icon::Exclamation}}));
 }
 
-TEST_F(ExchangeDirectory, IsNotSoughtFurtherWhereTheRegistryRefuses) {
+TEST_F(ExchangeDirectory, RefusedHostRegistrationEndsTheSearch) {
   registry.SetText(kLocalMachine, kOldAppPath, u"Path", hostPath);
   registry.DenyWrite(kLocalMachine, u"SOFTWARE\\Kestra");
   EXPECT_TRUE(GetVilnorOutputPath().Failed());
@@ -271,7 +271,7 @@ TEST_F(ExchangeDirectory, IsNotSoughtFurtherWhereTheRegistryRefuses) {
 }
 
 // A user who may only read: a key that is missing may not be made, one that is there not opened.
-TEST_F(ExchangeDirectory, IsNotSoughtBehindAnyRegistrationThatRefuses) {
+TEST_F(ExchangeDirectory, AnyRefusedHostRegistrationEndsTheSearch) {
   const std::vector<std::u16string> keys = {kMainKey, kMainAppPath, kOldAppPath};
   for (std::size_t place = 0; place < keys.size(); ++place) {
     for (const bool isThere : {true, false}) {
@@ -292,13 +292,13 @@ TEST_F(ExchangeDirectory, IsNotSoughtBehindAnyRegistrationThatRefuses) {
   }
 }
 
-TEST_F(ExchangeDirectory, WhoseParentIsMissingIsReported) {
+TEST_F(ExchangeDirectory, ExchangeDirectoryWithoutAParentIsReported) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath + u"Nowhere\\");
   EXPECT_TRUE(GetVilnorOutputPath().Failed());
   EXPECT_EQ(dialogs.Texts(), Texts{u"76 Path not found in GetVilnorOutputPath"});
 }
 
-TEST_F(ExchangeDirectory, WhoseNameIsTakenByAFileIsReported) {
+TEST_F(ExchangeDirectory, FileInTheExchangeDirectorysPlaceIsReported) {
   registry.SetText(kLocalMachine, kMainKey, u"Path", hostPath);
   FileOf("Vilnor", "x");
   EXPECT_TRUE(GetVilnorOutputPath().Failed());
@@ -307,26 +307,26 @@ TEST_F(ExchangeDirectory, WhoseNameIsTakenByAFileIsReported) {
 
 class Start : public LinkProgram {};
 
-TEST_F(Start, OnARequestNamesItInTheCommandLine) {
+TEST_F(Start, CommandLineNamesTheRequest) {
   StartVilnor(u"C:\\Link\\Link.exe", u"C:\\Kestra\\Vilnor\\InNewCase4711.xml");
   EXPECT_EQ(processes.started,
             Texts{u"C:\\Link\\Link.exe path=\"C:\\Kestra\\Vilnor\\InNewCase4711.xml\" version=2 "
                   u"caller=KestraDental removefiles=1"});
 }
 
-TEST_F(Start, DoesNotQuoteAProgramPathWithBlanks) {
+TEST_F(Start, ProgramPathWithBlanksIsNotQuoted) {
   StartVilnor(u"C:\\Program Files\\Link.exe", u"C:\\K D\\In 1.xml");
   EXPECT_EQ(processes.started,
             Texts{u"C:\\Program Files\\Link.exe path=\"C:\\K D\\In 1.xml\" version=2 "
                   u"caller=KestraDental removefiles=1"});
 }
 
-TEST_F(Start, WithoutARequestHasNoArguments) {
+TEST_F(Start, StartWithoutARequestHasNoArguments) {
   StartVilnor(u"C:\\Link\\Link.exe", u"");
   EXPECT_EQ(processes.started, Texts{u"C:\\Link\\Link.exe"});
 }
 
-TEST_F(Start, ThatFailsIsReported) {
+TEST_F(Start, FailedStartIsReported) {
   processes.fails = true;
   StartVilnor(u"C:\\Link\\Link.exe", u"x");
   EXPECT_EQ(dialogs.shown,
@@ -335,12 +335,12 @@ TEST_F(Start, ThatFailsIsReported) {
                                                 .icon = Icon::Exclamation}}));
 }
 
-TEST_F(LinkProgram, SettingIsStoredWhereTheHostKeepsIt) {
+TEST_F(LinkProgram, LinkProgramSettingIsStoredWhereTheHostKeepsIt) {
   SetVilnorPath(u"D:\\Länk\\Link.exe");
   EXPECT_EQ(Setting(), u"D:\\Länk\\Link.exe");
 }
 
-TEST_F(LinkProgram, SettingThatCannotBeStoredIsReportedAsCritical) {
+TEST_F(LinkProgram, UnstorableLinkProgramSettingIsReportedAsCritical) {
   RefusingSettings refusing;
   refusing.refusesSave = true;
   UsePorts(files, refusing, registry);

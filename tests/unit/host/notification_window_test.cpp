@@ -69,7 +69,7 @@ class NotificationWindow : public BVilnorTest {
   platform::Platform watched_ = fakes::With(ports, user_, watchedDocuments_, fresh_);
 };
 
-TEST_F(NotificationWindow, IsHiddenTopLevelAndOfTheAnnouncedClass) {
+TEST_F(NotificationWindow, NotificationWindowIsHiddenTopLevelAndOfTheAnnouncedClass) {
   const platform::WindowHandle window = NotifyWnd();
   const auto& description = windows.windows.at(window);
   EXPECT_EQ(description.className, u"KestraToVilnor");
@@ -83,7 +83,7 @@ TEST_F(NotificationWindow, IsHiddenTopLevelAndOfTheAnnouncedClass) {
   EXPECT_EQ(description.parent, 0);
 }
 
-TEST_F(NotificationWindow, HasAClassWithNothingButItsNameAndProcedure) {
+TEST_F(NotificationWindow, NotificationClassHasOnlyItsNameAndProcedure) {
   fakes::WindowSystem unused;
   platform::Platform changed = fakes::With(ports, unused);
   platform::Use(changed);
@@ -114,7 +114,7 @@ TEST_F(NotificationWindow, HasAClassWithNothingButItsNameAndProcedure) {
   platform::Use(ports);
 }
 
-TEST_F(NotificationWindow, GivesEveryMessageItsDefaultProcessingAndResult) {
+TEST_F(NotificationWindow, EveryMessageGetsItsDefaultProcessingAndResult) {
   windows.defaultResult = 42;
   const auto known = windows.windows.size();
   EXPECT_EQ(windows.Send(NotifyWnd(), 10003, 5, 6), 42);
@@ -122,7 +122,7 @@ TEST_F(NotificationWindow, GivesEveryMessageItsDefaultProcessingAndResult) {
   EXPECT_EQ(windows.windows.size(), known);
 }
 
-TEST_F(NotificationWindow, HandsTheThreeMessagesToTheirReadersAfterTheDefaultProcessing) {
+TEST_F(NotificationWindow, NotificationReachesItsReaderAfterTheDefaultProcessing) {
   OnFreshThread([&] {
     BVilnor own(events);
     const platform::WindowHandle first = NotifyWnd();
@@ -150,7 +150,7 @@ TEST_F(NotificationWindow, HandsTheThreeMessagesToTheirReadersAfterTheDefaultPro
   });
 }
 
-TEST_F(NotificationWindow, ComesAndGoesWithItsObjectWithoutABox) {
+TEST_F(NotificationWindow, NotificationWindowComesAndGoesWithItsBVilnor) {
   OnFreshThread([&] {
     for (int i = 0; i < 1000; ++i) {
       const BVilnor own(events);
@@ -162,7 +162,7 @@ TEST_F(NotificationWindow, ComesAndGoesWithItsObjectWithoutABox) {
   });
 }
 
-TEST_F(NotificationWindow, OfAnotherObjectKeepsTheClass) {
+TEST_F(NotificationWindow, OtherNotificationWindowKeepsTheClass) {
   OnFreshThread([&] {
     const BVilnor first(events);
     { const BVilnor second(events); }
@@ -171,7 +171,7 @@ TEST_F(NotificationWindow, OfAnotherObjectKeepsTheClass) {
   });
 }
 
-TEST_F(NotificationWindow, OfTheHostOutlivesItsObjectAfterANotificationAndStillReads) {
+TEST_F(NotificationWindow, HostsWindowOutlivesItsBVilnorAfterANotificationAndStillReads) {
   OnFreshThread([&] {
     platform::WindowHandle first = 0;
     platform::WindowHandle second = 0;
@@ -239,7 +239,7 @@ class FailingNotificationWindow : public NotificationWindow {
   platform::Platform failing_ = fakes::With(ports, failingWindows_);
 };
 
-TEST_F(FailingNotificationWindow, ReportsEachProcedureUnderItsName) {
+TEST_F(FailingNotificationWindow, FailingWindowProcedureIsReportedUnderItsName) {
   platform::WindowClass windowClass;
   failingWindows_.registering = true;
   EXPECT_EQ(RegClass(windowClass, MsgHandling), 0);
@@ -256,7 +256,7 @@ TEST_F(FailingNotificationWindow, ReportsEachProcedureUnderItsName) {
   ExpectBox(u"MsgHandling");
 }
 
-TEST_F(FailingNotificationWindow, KeepsTheDefaultResultWhenTheReadersSideFails) {
+TEST_F(FailingNotificationWindow, FailingReaderKeepsTheDefaultResult) {
   std::thread([&] {
     failingWindows_.defaultResult = 42;
     // What the readers do fails inside their own traps, which also drop a box that cannot be shown.
@@ -295,7 +295,7 @@ class SecondNotification : public NotificationWindow {
   platform::WindowHandle window_ = 0;
 };
 
-TEST_F(SecondNotification, AtTheQuestionIsReadWholeAndTheAnswerStillHolds) {
+TEST_F(SecondNotification, SecondNotificationAtTheQuestionIsReadAndTheAnswerHolds) {
   WithWindow([&] {
     AnswerLink();
     database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
@@ -318,7 +318,7 @@ TEST_F(SecondNotification, AtTheQuestionIsReadWholeAndTheAnswerStillHolds) {
   });
 }
 
-TEST_F(SecondNotification, AtTheQuestionThatFailsDoesNotHoldTheAnswersFile) {
+TEST_F(SecondNotification, FailedSecondNotificationAtTheQuestionLeavesTheAnswersFile) {
   WithWindow([&] {
     AnswerLink();
     Put(u"OutExistCase4711.xml", "<a><Cancelled>3</Cancelled></a>");
@@ -332,7 +332,7 @@ TEST_F(SecondNotification, AtTheQuestionThatFailsDoesNotHoldTheAnswersFile) {
   });
 }
 
-TEST_F(SecondNotification, AtADatabaseBoxFindsTheConnectionInUseAndNeitherResultIsLost) {
+TEST_F(SecondNotification, SecondNotificationAtADatabaseBoxLosesNeitherResult) {
   WithWindow([&] {
     database.Answer(u"SELECT Journal_ID from Vilnor Where PID= 4711 AND CaseType = 9",
                     {{u"Journal_ID"}, {{std::int32_t{900}}}});
@@ -365,7 +365,7 @@ TEST_F(SecondNotification, AtADatabaseBoxFindsTheConnectionInUseAndNeitherResult
   });
 }
 
-TEST_F(SecondNotification, OfTheSameCaseAsksAgainAndTheFirstFindsItsFileGone) {
+TEST_F(SecondNotification, SecondNotificationOfTheSameCaseAsksAgainAndTheFirstFindsNoFile) {
   WithWindow([&] {
     AnswerLink();
     Put(u"OutExistCase4711.xml", "<a><Cancelled>3</Cancelled></a>");

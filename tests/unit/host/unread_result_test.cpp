@@ -65,15 +65,15 @@ class UnreadOn : public HostOn<Fixture> {
 
 class UnreadResult : public UnreadOn<BVilnorTest> {};
 
-TEST_F(UnreadResult, IsSetAsideBeforeANewCaseOfThePatient) {
+TEST_F(UnreadResult, UnreadResultIsSetAsideBeforeANewCaseOfThePatient) {
   ExpectSetAside(kNewCase, [&] { vilnor.OpenWithNewCase(4711, 12, 3); });
 }
 
-TEST_F(UnreadResult, IsSetAsideBeforeTheCaseIsOpenedAgain) {
+TEST_F(UnreadResult, UnreadResultIsSetAsideBeforeTheCaseIsOpenedAgain) {
   ExpectSetAside(kExistCase, [&] { vilnor.OpenExistCase(7); });
 }
 
-TEST_F(UnreadResult, OfAnotherKeyOrKindStays) {
+TEST_F(UnreadResult, UnreadResultOfAnotherKeyOrKindStays) {
   const auto others = {u"OutNewCase471.xml", u"OutNewCase47110.xml", u"OutNewFHP4711.xml",
                        u"OutExistCase4711.xml"};
   for (const auto* other : others) {
@@ -86,23 +86,23 @@ TEST_F(UnreadResult, OfAnotherKeyOrKindStays) {
   }
 }
 
-TEST_F(UnreadResult, ThatCannotBeSetAsideIsNotOverwrittenByANewCase) {
+TEST_F(UnreadResult, StuckUnreadResultIsNotOverwrittenByANewCase) {
   // Kept: a request that could not be written starts the program without one.
   ExpectRefusal(kNewCase, {u"C:\\Link\\Link.exe"}, [&] { vilnor.OpenWithNewCase(4711, 12, 3); });
 }
 
-TEST_F(UnreadResult, ThatCannotBeSetAsideIsNotOverwrittenByAnExistingCase) {
+TEST_F(UnreadResult, StuckUnreadResultIsNotOverwrittenByAnExistingCase) {
   ExpectRefusal(kExistCase, {u"C:\\Link\\Link.exe"}, [&] { vilnor.OpenExistCase(7); });
 }
 
 class UnreadApplication : public UnreadOn<fhp::FhpFixture> {};
 
-TEST_F(UnreadApplication, IsSetAsideBeforeItIsSentAgain) {
+TEST_F(UnreadApplication, UnreadApplicationResultIsSetAsideBeforeItIsSentAgain) {
   Script();
   ExpectSetAside(kNewFHP, [&] { vilnor.OpenWithNewFHP(5, 6, 7, 8); });
 }
 
-TEST_F(UnreadApplication, ThatCannotBeSetAsideIsNotOverwritten) {
+TEST_F(UnreadApplication, StuckUnreadApplicationResultIsNotOverwritten) {
   Script();
   ExpectRefusal(kNewFHP, {}, [&] { vilnor.OpenWithNewFHP(5, 6, 7, 8); });
 }

@@ -14,7 +14,7 @@ using portable::MemoryRegistry;
 class Loading : public RegistryTest {};
 class LoadingClosely : public WatchedRegistryTest {};
 
-TEST_F(Loading, BeginsUnderLocalMachineWithoutAKeyAndWithAutoCreate) {
+TEST_F(Loading, NewRegistryObjectHasNoKeyUnderLocalMachineAndAutoCreate) {
   const CRegistry key;
   EXPECT_EQ(key.Root(), 0x80000002);
   EXPECT_EQ(key.Key(), u"");
@@ -26,7 +26,7 @@ TEST_F(Loading, BeginsUnderLocalMachineWithoutAKeyAndWithAutoCreate) {
   EXPECT_EQ(key.GetSubKey(0), u"");
 }
 
-TEST_F(Loading, ReadsTheUnnamedAndTheNamedValues) {
+TEST_F(Loading, LoadReadsTheUnnamedAndTheNamedValues) {
   SetText(u"", u"C:\\Kestra\\Kestra.Main.exe");
   SetText(u"Path", u"C:\\Kestra\\");
   const CRegistry key = Loaded();
@@ -39,7 +39,7 @@ TEST_F(Loading, ReadsTheUnnamedAndTheNamedValues) {
   EXPECT_EQ(key.Key(), kPath);
 }
 
-TEST_F(Loading, KeepsTheOrderOfTheSystemsEnumeration) {
+TEST_F(Loading, LoadKeepsTheSystemsOrder) {
   for (const auto* name : {u"zebra", u"Alfa", u"mitt", u"Beta"}) {
     SetText(name, name);
     registry.MakeKey(kLocalMachine, kPath + u"\\" + name);
@@ -57,7 +57,7 @@ TEST_F(Loading, KeepsTheOrderOfTheSystemsEnumeration) {
   EXPECT_EQ(key.GetSubKey(3), u"zebra");
 }
 
-TEST_F(Loading, StopsAtTheFirstValueThatIsNoText) {
+TEST_F(Loading, LoadStopsAtTheFirstValueThatIsNoText) {
   SetText(u"First", u"1");
   registry.SetOther(kLocalMachine, kPath, u"Number", 4);
   SetText(u"Path", u"C:\\Kestra\\");
@@ -67,7 +67,7 @@ TEST_F(Loading, StopsAtTheFirstValueThatIsNoText) {
   EXPECT_EQ(key.GetValue(u"Path"), u"");
 }
 
-TEST_F(Loading, StopsAtEveryOtherTypeAlsoAtExpandableText) {
+TEST_F(Loading, LoadStopsAtExpandableTextAndEveryOtherType) {
   constexpr std::uint32_t none = 0;
   constexpr std::uint32_t expandable = 2;
   constexpr std::uint32_t binary = 3;
@@ -128,7 +128,7 @@ TEST_F(Loading, CreatesNothingAndRaisesAnErrorWithoutAutoCreate) {
   EXPECT_EQ(key.Key(), kPath);
 }
 
-TEST_F(Loading, OpensAnExistingKeyWithoutAutoCreate) {
+TEST_F(Loading, ExistingKeyIsOpenedWithoutAutoCreate) {
   SetText(u"Path", u"C:\\Kestra\\");
   CRegistry key;
   key.SetAutoCreate(false);
@@ -136,7 +136,7 @@ TEST_F(Loading, OpensAnExistingKeyWithoutAutoCreate) {
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\Kestra\\");
 }
 
-TEST_F(Loading, NumbersItsErrorsAsSigned32BitNumbers) {
+TEST_F(Loading, RegistryErrorsAreSigned32BitNumbers) {
   EXPECT_EQ(kCannotOpen, -2147220991);
   EXPECT_EQ(kReadOnlyProperty, -2147220985);
   EXPECT_EQ(kUnknownError, -2147220983);
@@ -159,19 +159,19 @@ TEST_F(Loading, RaisesAnErrorForAnExistingKeyThatTheUserMayNotWrite) {
               u"Unable to open Key");
 }
 
-TEST_F(Loading, SaysWhenTheParentCannotBeOpened) {
+TEST_F(Loading, ParentThatCannotBeOpenedIsReported) {
   registry.Fail(MemoryRegistry::Call::Create, 1010);
   ExpectError(ErrorOf([] { Loaded(); }), kCannotOpen, u"CreateEx", u"Cannot Open Parent Key");
 }
 
-TEST_F(Loading, TellsTheSystemsNumberOfAnyOtherFailure) {
+TEST_F(Loading, OtherLoadFailureCarriesTheSystemsNumber) {
   ExpectError(ErrorOf([] { Loaded(u"\\SOFTWARE"); }), kUnknownError, u"CreateEx",
               u"Unknown Error: 161");
   ExpectError(ErrorOf([] { Loaded(std::u16string(256, u'x')); }), kUnknownError, u"CreateEx",
               u"Unknown Error: 87");
 }
 
-TEST_F(Loading, RefusesARootThatIsNone) {
+TEST_F(Loading, InvalidRootIsRefused) {
   for (const std::uint32_t root : {0U, 1U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
     CRegistry key;
     key.SetRoot(root);
@@ -180,18 +180,18 @@ TEST_F(Loading, RefusesARootThatIsNone) {
   }
 }
 
-TEST_F(Loading, OfTheEmptyPathReadsTheRootItself) {
+TEST_F(Loading, EmptyPathReadsTheRootItself) {
   registry.SetText(kLocalMachine, u"", u"Name", u"root");
   EXPECT_EQ(Loaded(u"").GetValue(u"Name"), u"root");
 }
 
-TEST_F(Loading, ReadsAPathUpToItsFirstZero) {
+TEST_F(Loading, PathIsReadUpToItsFirstNul) {
   using namespace std::string_literals;
   SetText(u"Path", u"C:\\Kestra\\");
   EXPECT_EQ(Loaded(kPath + u"\0\\Below"s).GetValue(u"Path"), u"C:\\Kestra\\");
 }
 
-TEST_F(Loading, LeavesNoValuesOfAnEarlierKeyAfterAnError) {
+TEST_F(Loading, FailedLoadLeavesNoValuesOfAnEarlierKey) {
   SetText(u"Path", u"C:\\Kestra\\");
   registry.MakeKey(kLocalMachine, kPath + u"\\Below");
   CRegistry key = Loaded();
@@ -230,13 +230,13 @@ TEST_F(Loading, TakesAsManyItemsAsTheCountsHoldAndOverflowsBeyond) {
   ExpectError(ErrorOf([] { Loaded(u"SOFTWARE\\Keys"); }), 6, u"", u"Overflow");
 }
 
-TEST_F(Loading, EndsWithAnOverflowWhenTheEnumerationDoesNot) {
+TEST_F(Loading, EndlessEnumerationEndsWithOverflow) {
   SetText(u"Path", u"C:\\Kestra\\");
   registry.EnumerateEndlessly();
   ExpectError(ErrorOf([] { Loaded(); }), 6, u"", u"Overflow");
 }
 
-TEST_F(LoadingClosely, CallsTheSystemOncePerItem) {
+TEST_F(LoadingClosely, LoadCallsTheSystemOncePerItem) {
   for (int i = 0; i < 10000; ++i) {
     watched.SetText(kLocalMachine, kPath, u"v" + Decimal10(i), u"text " + Decimal10(i));
     watched.MakeKey(kLocalMachine, kPath + u"\\k" + Decimal10(100000 + i));
@@ -248,7 +248,7 @@ TEST_F(LoadingClosely, CallsTheSystemOncePerItem) {
   EXPECT_EQ(watched.calls, 20000U + 2 + 2);
 }
 
-TEST_F(LoadingClosely, ReadsAValueThatGrewMeanwhile) {
+TEST_F(LoadingClosely, LoadReadsAValueThatGrewMeanwhile) {
   watched.SetText(kLocalMachine, kPath, u"Path", u"C:\\");
   watched.SetText(kLocalMachine, kPath, u"Other", u"D:\\");
   watched.grown = u"C:\\Program\\Kestra\\";
@@ -258,7 +258,7 @@ TEST_F(LoadingClosely, ReadsAValueThatGrewMeanwhile) {
   EXPECT_EQ(key.ValueCount(), 2);
 }
 
-TEST_F(LoadingClosely, AsksForTheRightsOfReadingAndOfCreating) {
+TEST_F(LoadingClosely, LoadAsksForTheRightsOfReadingAndCreating) {
   Loaded();
   EXPECT_EQ(watched.accesses, std::vector<std::uint32_t>{0x3F});
   watched.accesses.clear();
@@ -268,14 +268,14 @@ TEST_F(LoadingClosely, AsksForTheRightsOfReadingAndOfCreating) {
   EXPECT_EQ(watched.accesses, std::vector<std::uint32_t>{0x1F});
 }
 
-TEST_F(LoadingClosely, RaisesAnErrorWhenTheKeyWasNeitherCreatedNorOpened) {
+TEST_F(LoadingClosely, KeyNeitherCreatedNorOpenedRaisesAnError) {
   for (const std::uint32_t disposition : {0U, 3U}) {
     watched.givenDisposition = disposition;
     ExpectError(ErrorOf([] { Loaded(); }), kCannotCreate, u"GetKeyInfo", u"Unable to create Key");
   }
 }
 
-TEST_F(LoadingClosely, TurnsAnErrorInsideTheCreationIntoAnUnknownOne) {
+TEST_F(LoadingClosely, ErrorInsideKeyCreationBecomesAnUnknownOne) {
   watched.failure = [] {
     throw automation::AutomationError(automation::RuntimeError::TypeMismatch);
   };
@@ -284,7 +284,7 @@ TEST_F(LoadingClosely, TurnsAnErrorInsideTheCreationIntoAnUnknownOne) {
   ExpectError(ErrorOf([] { Loaded(); }), kUnknownError, u"CreateEx", u"Unknown Error: 7");
 }
 
-TEST_F(LoadingClosely, TriesToOpenTheCurrentKeyUnderANewRoot) {
+TEST_F(LoadingClosely, NewRootTriesToOpenTheCurrentKey) {
   CRegistry key;
   key.SetRoot(MemoryRegistry::kCurrentUser);
   EXPECT_TRUE(watched.accesses.empty()) << "there is no key yet";

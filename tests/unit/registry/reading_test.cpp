@@ -68,7 +68,7 @@ TEST_F(Reading, GivesOneEmptyValueAndNothingElseBeforeTheFirstLoad) {
   EXPECT_EQ(fresh.GetSubKey(0), u"");
 }
 
-TEST_F(Reading, RefusesNullAsAName) {
+TEST_F(Reading, NullIsRefusedAsAValueName) {
   ExpectError(ErrorOf([&] { key.GetValue(automation::Null()); }), 94, u"", u"Invalid use of Null");
 }
 
@@ -113,7 +113,7 @@ TEST_F(Reading, AnswersFromMemoryUntilRefresh) {
   EXPECT_EQ(key.GetValue(u"Path"), u"D:\\");
 }
 
-TEST_F(Reading, KeepsTwoObjectsApart) {
+TEST_F(Reading, TwoRegistryObjectsAreIndependent) {
   registry.SetText(kLocalMachine, u"SOFTWARE\\Other", u"Path", u"D:\\");
   const CRegistry other = Loaded(u"SOFTWARE\\Other");
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\Kestra\\");

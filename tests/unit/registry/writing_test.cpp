@@ -52,7 +52,7 @@ TEST_F(Writing, WritesNothingForAPositionOutsideTheValuesOrAName) {
   EXPECT_FALSE(registry.ValueExists(kLocalMachine, kPath, u""));
 }
 
-TEST_F(Writing, ShowsOnlyAfterRefresh) {
+TEST_F(Writing, WrittenValueShowsOnlyAfterRefresh) {
   CRegistry key = Loaded();
   key.SetValue(u"Path", u"C:\\");
   EXPECT_EQ(key.GetValue(u"Path"), u"");
@@ -126,7 +126,7 @@ TEST_F(Writing, DeletesASubKeyWithEverythingBelowIt) {
   EXPECT_EQ(key.SubKeyCount(), 1);
 }
 
-TEST_F(Writing, DeletesASubKeyByItsPath) {
+TEST_F(Writing, SubKeyIsDeletedByItsPath) {
   registry.MakeKey(kLocalMachine, kPath + u"\\Sub\\A");
   CRegistry key = Loaded();
   EXPECT_TRUE(key.DeleteKey(u"Sub\\A"));
@@ -134,7 +134,7 @@ TEST_F(Writing, DeletesASubKeyByItsPath) {
   EXPECT_FALSE(Exists(kPath + u"\\Sub\\A"));
 }
 
-TEST_F(Writing, DeletesADeepTree) {
+TEST_F(Writing, DeepTreeIsDeleted) {
   std::u16string path = kPath + u"\\Sub";
   for (int depth = 0; depth < 200; ++depth) {
     path += u"\\d";
@@ -182,7 +182,7 @@ TEST_F(WritingClosely, OpensTheKeyWithTheRightsOfWritingAlone) {
 
 class Creating : public Writing {};
 
-TEST_F(Creating, MakesAKeyBelowTheCurrentOneAndGoesThere) {
+TEST_F(Creating, CreatedKeyIsBelowTheCurrentOneAndBecomesIt) {
   CRegistry key = Loaded();
   EXPECT_EQ(key.Create(u"Sub"), -1);
   EXPECT_EQ(key.Key(), kPath + u"\\Sub");
@@ -190,7 +190,7 @@ TEST_F(Creating, MakesAKeyBelowTheCurrentOneAndGoesThere) {
   EXPECT_EQ(key.ValueCount(), 0);
 }
 
-TEST_F(Creating, StaysAtTheCurrentPathWhenItIsNamed) {
+TEST_F(Creating, CreatingTheCurrentPathStaysThere) {
   SetText(u"Path", u"C:\\");
   CRegistry key = Loaded();
   EXPECT_EQ(key.Create(u"software\\KESTRA\\kestra.main.exe"), -1);
@@ -198,7 +198,7 @@ TEST_F(Creating, StaysAtTheCurrentPathWhenItIsNamed) {
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\");
 }
 
-TEST_F(Creating, WithoutACurrentKeyStartsAtTheRoot) {
+TEST_F(Creating, KeyCreatedWithoutACurrentOneStartsAtTheRoot) {
   CRegistry key;
   EXPECT_EQ(key.Create(kPath), -1);
   EXPECT_EQ(key.Key(), kPath);
@@ -243,7 +243,7 @@ TEST_F(Creating, RaisesAnErrorAndStaysWhereTheKeyMayNotBeMade) {
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\");
 }
 
-TEST_F(Creating, MakesTheKeyWithoutAutoCreateToo) {
+TEST_F(Creating, KeyIsCreatedWithoutAutoCreateToo) {
   CRegistry key = Loaded();
   key.SetAutoCreate(false);
   EXPECT_EQ(key.Create(u"Sub"), -1);

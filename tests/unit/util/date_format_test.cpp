@@ -22,25 +22,25 @@ class LanguageDateFormat : public UtilTest {
   }
 };
 
-TEST_F(LanguageDateFormat, IsTheSystemsShortDate) {
+TEST_F(LanguageDateFormat, SessionDateFormatIsTheSystemsShortDate) {
   EXPECT_EQ(For(u"yyyy-MM-dd"), u"yyyy-MM-dd");
   EXPECT_EQ(For(u"M/d/yyyy"), u"M/d/yyyy");
   EXPECT_EQ(For(u"d.M.YYYY"), u"d.M.YYYY");
 }
 
-TEST_F(LanguageDateFormat, HasAYearOfFourDigits) {
+TEST_F(LanguageDateFormat, SessionDateFormatHasAFourDigitYear) {
   EXPECT_EQ(For(u"yy-MM-dd"), u"YYYY-MM-dd");
   EXPECT_EQ(For(u"dd.MM.YY"), u"dd.MM.YYYY");
 }
 
-TEST_F(LanguageDateFormat, EndsAtTheFirstNul) {
+TEST_F(LanguageDateFormat, SessionDateFormatEndsAtTheFirstNul) {
   using namespace std::string_view_literals;
   EXPECT_EQ(For(u"yyyy-MM-dd\0rest"sv), u"yyyy-MM-dd");
   CurrentSettings().gKestraLangID = 2;
   EXPECT_EQ(For(u"\0yyyy-MM-dd"sv), u"DD-MM-YYYY");
 }
 
-TEST_F(LanguageDateFormat, FollowsTheHostsLanguageWhenTheSystemGivesNone) {
+TEST_F(LanguageDateFormat, SessionDateFormatFollowsTheHostsLanguageWithoutASystemFormat) {
   EXPECT_EQ(ForLanguage(1), u"YYYY-MM-DD");
   EXPECT_EQ(ForLanguage(2), u"DD-MM-YYYY");
   EXPECT_EQ(ForLanguage(3), u"DD.MM.YYYY");
@@ -73,13 +73,13 @@ class WithoutALocale : public UtilTest {
   platform::Platform withoutLocale_ = fakes::With(ports, none_);
 };
 
-TEST_F(WithoutALocale, TheDateFormatIsReportedAndEmpty) {
+TEST_F(WithoutALocale, FailingLocaleShowsErrorAndGivesNoDateFormat) {
   EXPECT_EQ(GetLanguageDateFormat(), u"");
   EXPECT_EQ(dialogs.shown,
             Boxes{ErrorBox(u"5 Invalid procedure call or argument in GetLanguageDateFormat")});
 }
 
-TEST_F(WithoutALocale, ADateOfPartsIsReportedAndEmpty) {
+TEST_F(WithoutALocale, FailingLocaleShowsErrorAndGivesTheEmptyDateForParts) {
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
   EXPECT_EQ(dialogs.shown,
             Boxes{ErrorBox(u"5 Invalid procedure call or argument in DateFromParts")});
@@ -87,7 +87,7 @@ TEST_F(WithoutALocale, ADateOfPartsIsReportedAndEmpty) {
 
 class DateOfParts : public UtilTest {};
 
-TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
+TEST_F(DateOfParts, DatePartsAreReadInTheSessionsFormat) {
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
   UseUsLocale();
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
@@ -97,7 +97,7 @@ TEST_F(DateOfParts, IsReadInTheSessionsFormat) {
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
 }
 
-TEST_F(DateOfParts, IsReadInTheSessionsFormatWhateverTheLocale) {
+TEST_F(DateOfParts, DatePartsAreReadInTheSessionsFormatWhateverTheLocale) {
   UseUsLocale();
   CurrentSettings().gDateFormat = u"DD.MM.YYYY";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
@@ -106,21 +106,21 @@ TEST_F(DateOfParts, IsReadInTheSessionsFormatWhateverTheLocale) {
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
 }
 
-TEST_F(DateOfParts, AreReadInFormatsWithABlankBehindTheSeparatorOrOneAtTheEnd) {
+TEST_F(DateOfParts, DatePartsAreReadInFormatsWithABlankOrFinalSeparator) {
   for (const auto* format : {u"d. M. yyyy", u"yyyy. MM. dd.", u"d.M.yyyy."}) {
     CurrentSettings().gDateFormat = format;
     EXPECT_EQ(DateFromParts(u"2002", u"7", u"1"), Day(2002, 7, 1));
   }
 }
 
-TEST_F(DateOfParts, PutsThePartsInForEitherCaseOfLetter) {
+TEST_F(DateOfParts, DatePartsReplaceFormatLettersOfEitherCase) {
   CurrentSettings().gDateFormat = u"YyYy-mM-Dd";
   EXPECT_EQ(DateFromParts(u"2007", u"1", u"2"), Day(2007, 1, 2));
   CurrentSettings().gDateFormat = u"yyyy-m-d";
   EXPECT_EQ(DateFromParts(u"2007", u"12", u"31"), Day(2007, 12, 31));
 }
 
-TEST_F(DateOfParts, AreReadInEverySwedishAndUsFormatOfTheSystem) {
+TEST_F(DateOfParts, DatePartsAreReadInEverySwedishAndUsSystemFormat) {
   for (const auto* format : {u"yyyy-MM-dd", u"YYYY-MM-DD"}) {
     CurrentSettings().gDateFormat = format;
     EXPECT_EQ(DateFromParts(u"1942", u"3", u"15"), Day(1942, 3, 15));
@@ -132,7 +132,7 @@ TEST_F(DateOfParts, AreReadInEverySwedishAndUsFormatOfTheSystem) {
   }
 }
 
-TEST_F(DateOfParts, IsTheEmptyDateForPartsThatMakeNone) {
+TEST_F(DateOfParts, ImpossibleDatePartsGiveTheEmptyDate) {
   EXPECT_EQ(DateFromParts(u"2001", u"02", u"29"), Date{});
   EXPECT_EQ(DateFromParts(u"2001", u"13", u"32"), Date{});
   EXPECT_EQ(DateFromParts(u"", u"", u""), Date{});
@@ -144,7 +144,7 @@ TEST_F(DateOfParts, IsTheEmptyDateForPartsThatMakeNone) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(DateOfParts, ChangeMonthAndDayWhereTheMonthIsBeyondTwelve) {
+TEST_F(DateOfParts, MonthBeyondTwelveIsTakenAsTheDay) {
   EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
   EXPECT_EQ(DateFromParts(u"2002", u"31", u"12"), Day(2002, 12, 31));
   EXPECT_EQ(DateFromParts(u"2002", u"13", u"13"), Date{});
@@ -172,7 +172,7 @@ const std::vector<std::u16string> kWithOtherWords = {
     u"dddd, d MMMM yyyy", u"dddd 'den 'd MMMM yyyy", u"'den 'd MMMM yyyy",
     u"MMM d, yyyy",       u"d 'de' MMMM 'de' yyyy",  u"d.M.yyyy '\u0433.'"};
 
-TEST_F(DateOfPartsInWords, OfTwoDigitsMakeNone) {
+TEST_F(DateOfPartsInWords, TwoDigitPartsMakeNoDateInAFormatWithMonthNames) {
   for (const auto& pictures : {kWithMonthNames, kWithOtherWords}) {
     for (const auto& picture : pictures) {
       UsePicture(picture);
@@ -185,7 +185,7 @@ TEST_F(DateOfPartsInWords, OfTwoDigitsMakeNone) {
 }
 
 // The month stands twice where the picture has its name: "1" becomes "11".
-TEST_F(DateOfPartsInWords, HaveAMonthOfOneDigitDoubled) {
+TEST_F(DateOfPartsInWords, OneDigitMonthIsDoubledInAFormatWithMonthNames) {
   for (const auto& picture : kWithMonthNames) {
     SCOPED_TRACE(automation::ToUtf8(picture));
     UsePicture(picture);
@@ -201,7 +201,7 @@ TEST_F(DateOfPartsInWords, HaveAMonthOfOneDigitDoubled) {
   }
 }
 
-TEST_F(DateOfPartsInWords, WithWeekdaysOrLettersMakeNone) {
+TEST_F(DateOfPartsInWords, FormatWithWeekdaysOrLettersMakesNoDate) {
   for (const auto& picture : kWithOtherWords) {
     SCOPED_TRACE(automation::ToUtf8(picture));
     UsePicture(picture);
@@ -214,18 +214,18 @@ TEST_F(DateOfPartsInWords, WithWeekdaysOrLettersMakeNone) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(DateOfPartsInWords, OfAPictureWithTwoSeparatorsAreRead) {
+TEST_F(DateOfPartsInWords, DatePartsAreReadInAFormatWithTwoSeparators) {
   UsePicture(u"dd/MM YYYY");
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Day(2002, 7, 1));
   EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
 }
 
-TEST_F(DateOfParts, IsTheEmptyDateForPartsWithAZeroInside) {
+TEST_F(DateOfParts, DatePartsWithAnEmbeddedNulGiveTheEmptyDate) {
   using namespace std::string_view_literals;
   EXPECT_EQ(DateFromParts(u"2002\0"sv, u"07", u"01"), Date{});
 }
 
-TEST_F(DateOfParts, IsTheEmptyDateForAFormatThatIsNone) {
+TEST_F(DateOfParts, InvalidDateFormatGivesTheEmptyDate) {
   CurrentSettings().gDateFormat = u"";
   EXPECT_EQ(DateFromParts(u"2002", u"07", u"01"), Date{});
   CurrentSettings().gDateFormat = u"bokstäver";

@@ -13,7 +13,7 @@ using automation::RuntimeError;
 
 class TheErrorTrap : public UtilTest {};
 
-TEST_F(TheErrorTrap, ShowsNumberBlankDescriptionAndPlaceUnderTheComponentsTitle) {
+TEST_F(TheErrorTrap, ErrorBoxHasNumberDescriptionProcedureAndTitle) {
   UnderTrap(u" in OpenWithNewCase", kBVilnorIcon,
             [] { throw AutomationError(-2147217900, u"provider", u"Syntaxfel nära 'Å'."); });
   EXPECT_EQ(dialogs.shown, (Boxes{{.text = u"-2147217900 Syntaxfel nära 'Å'. in OpenWithNewCase",
@@ -22,12 +22,12 @@ TEST_F(TheErrorTrap, ShowsNumberBlankDescriptionAndPlaceUnderTheComponentsTitle)
                                    .buttons = platform::Buttons::Ok}}));
 }
 
-TEST_F(TheErrorTrap, GivesTheResultAndShowsNothingWithoutAnError) {
+TEST_F(TheErrorTrap, SuccessGivesTheResultAndShowsNoBox) {
   EXPECT_EQ(UnderTrap(u" in P", kModBVilnorIcon, [] { return 42; }), 42);
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
+TEST_F(TheErrorTrap, ErrorGivesTheEmptyResult) {
   const auto fail = [](auto empty) {
     return UnderTrap(u" in P", kModBVilnorIcon, [&]() -> decltype(empty) {
       throw AutomationError(RuntimeError::TypeMismatch);
@@ -40,7 +40,7 @@ TEST_F(TheErrorTrap, GivesTheEmptyResultAfterAnError) {
   EXPECT_EQ(dialogs.shown, Boxes(4, ErrorBox(u"13 Type mismatch in P")));
 }
 
-TEST_F(TheErrorTrap, TakesExhaustedMemoryAsError7AndAnythingElseAsError440) {
+TEST_F(TheErrorTrap, ExhaustedMemoryIsError7AndForeignExceptionsAre440) {
   UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::bad_alloc(); });
   UnderTrap(u" in P", kModBVilnorIcon, [] { throw std::runtime_error("unforeseen"); });
   UnderTrap(u" in P", kModBVilnorIcon, [] { throw 3; });
@@ -49,7 +49,7 @@ TEST_F(TheErrorTrap, TakesExhaustedMemoryAsError7AndAnythingElseAsError440) {
                                          u"440 Automation error in P"}));
 }
 
-TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
+TEST_F(TheErrorTrap, ActionBeforeTheBoxRunsAndItsErrorsAreIgnored) {
   std::size_t boxesBefore = 1;
   const auto attempt = Try(
       u" in P", kDBVilnorIcon, []() -> int { throw AutomationError(RuntimeError::Overflow); },
@@ -64,7 +64,7 @@ TEST_F(TheErrorTrap, RunsWhatComesBeforeTheBoxAndDropsItsErrors) {
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
-TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
+TEST_F(TheErrorTrap, FailingErrorBoxLetsNoExceptionOut) {
   class NoDialogs : public platform::Dialogs {
    public:
     platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }
@@ -80,7 +80,7 @@ TEST_F(TheErrorTrap, LetsNothingOutWhereTheBoxCannotBeShown) {
   platform::Use(ports);
 }
 
-TEST_F(TheErrorTrap, RunsNothingBeforeABoxThatIsNotShown) {
+TEST_F(TheErrorTrap, SuccessDoesNotRunTheActionBeforeTheBox) {
   bool rolledBack = false;
   const auto attempt = Try(
       u" in P", kDBVilnorIcon, [] {}, [&] { rolledBack = true; });
@@ -89,7 +89,7 @@ TEST_F(TheErrorTrap, RunsNothingBeforeABoxThatIsNotShown) {
   EXPECT_EQ(attempt.error(), std::nullopt);
 }
 
-TEST_F(TheErrorTrap, TellsItsCallerTheNumberOfTheError) {
+TEST_F(TheErrorTrap, FailedAttemptCarriesTheErrorNumber) {
   const auto attempt = [](auto thrown) {
     return Try(u" in P", kModBVilnorIcon, [&]() -> std::u16string { throw thrown; });
   };

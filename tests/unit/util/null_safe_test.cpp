@@ -9,20 +9,20 @@ using automation::Value;
 
 class NullSafeReaders : public UtilTest {};
 
-TEST_F(NullSafeReaders, ReadNullAsTheEmptyTextFalseAndZero) {
+TEST_F(NullSafeReaders, NullReadsAsEmptyTextFalseAndZero) {
   EXPECT_EQ(NullToText(automation::Null()), u"");
   EXPECT_FALSE(NullToBool(automation::Null()));
   EXPECT_EQ(NullToZero(automation::Null()), Value(std::int16_t{0}));
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(NullSafeReaders, ReadAValueThatWasNeverSetAsEmptyToo) {
+TEST_F(NullSafeReaders, UnsetValueReadsAsEmptyTextFalseAndZero) {
   EXPECT_EQ(NullToText(automation::Empty()), u"");
   EXPECT_FALSE(NullToBool(automation::Empty()));
   EXPECT_TRUE(NullToZero(automation::Empty()).IsEmpty());
 }
 
-TEST_F(NullSafeReaders, GiveTextInTheUsersFormat) {
+TEST_F(NullSafeReaders, NumbersAndDatesReadAsTextInTheUsersFormat) {
   EXPECT_EQ(NullToText(u"Åsa"), u"Åsa");
   EXPECT_EQ(NullToText(681), u"681");
   EXPECT_EQ(NullToText(true), u"True");
@@ -33,7 +33,7 @@ TEST_F(NullSafeReaders, GiveTextInTheUsersFormat) {
   EXPECT_EQ(NullToText(Day(2002, 7, 1)), u"7/1/2002");
 }
 
-TEST_F(NullSafeReaders, TakeAnyNumberButZeroAsTrue) {
+TEST_F(NullSafeReaders, EveryNumberButZeroReadsAsTrue) {
   EXPECT_TRUE(NullToBool(true));
   EXPECT_TRUE(NullToBool(std::int16_t{-1}));
   EXPECT_TRUE(NullToBool(2));
@@ -46,13 +46,13 @@ TEST_F(NullSafeReaders, TakeAnyNumberButZeroAsTrue) {
   EXPECT_FALSE(NullToBool(u"0"));
 }
 
-TEST_F(NullSafeReaders, LeaveAValueThatIsNotNullAsItIs) {
+TEST_F(NullSafeReaders, ValueThatIsNotNullIsLeftAsItIs) {
   EXPECT_EQ(NullToZero(12.5), Value(12.5));
   EXPECT_EQ(NullToZero(u"abc"), Value(u"abc"));
   EXPECT_EQ(NullToZero(automation::Currency{12345}), Value(automation::Currency{12345}));
 }
 
-TEST_F(NullSafeReaders, ShowErrorsUnderTheirOwnNamesAndGiveTheEmptyValue) {
+TEST_F(NullSafeReaders, UnreadableValueShowsErrorAndGivesTheEmptyValue) {
   EXPECT_FALSE(NullToBool(u"ja"));
   EXPECT_EQ(NullToText(kNoDate), u"");
   EXPECT_EQ(dialogs.shown, (Boxes{ErrorBox(u"13 Type mismatch in NullToBool"),

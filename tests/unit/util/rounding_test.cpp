@@ -16,7 +16,7 @@ class RoundingOff : public UtilTest {
   double difference = 0;
 };
 
-TEST_F(RoundingOff, GoesToTheNearestStepOfTheMode) {
+TEST_F(RoundingOff, AmountRoundsToTheNearestStepOfTheMode) {
   EXPECT_DOUBLE_EQ(Rounded(12.25, 1), 12.25);
   EXPECT_DOUBLE_EQ(Rounded(12.26, 1), 12.25);
   EXPECT_DOUBLE_EQ(Rounded(12.28, 1), 12.30);
@@ -28,7 +28,7 @@ TEST_F(RoundingOff, GoesToTheNearestStepOfTheMode) {
   EXPECT_DOUBLE_EQ(Rounded(12.51, 4), 13);
 }
 
-TEST_F(RoundingOff, GoesAwayFromZeroAtTheHalf) {
+TEST_F(RoundingOff, AmountHalfwayRoundsAwayFromZero) {
   EXPECT_DOUBLE_EQ(Rounded(2.5, 4), 3);
   EXPECT_DOUBLE_EQ(Rounded(-2.5, 4), -3);
   EXPECT_DOUBLE_EQ(Rounded(0.5, 4), 1);
@@ -36,12 +36,12 @@ TEST_F(RoundingOff, GoesAwayFromZeroAtTheHalf) {
   EXPECT_DOUBLE_EQ(Rounded(0.25, 3), 0.5);
 }
 
-TEST_F(RoundingOff, LeavesZero) {
+TEST_F(RoundingOff, ZeroAmountStaysZero) {
   EXPECT_EQ(Rounded(0, 4), 0);
   EXPECT_EQ(difference, 0);
 }
 
-TEST_F(RoundingOff, GivesTheRoundedMinusTheGivenAmountAsDifference) {
+TEST_F(RoundingOff, DifferenceIsTheRoundedMinusTheGivenAmount) {
   Rounded(12.26, 1);
   EXPECT_NEAR(difference, -0.01, 1e-12);
   Rounded(-2.5, 4);
@@ -50,7 +50,7 @@ TEST_F(RoundingOff, GivesTheRoundedMinusTheGivenAmountAsDifference) {
   EXPECT_EQ(difference, 0);
 }
 
-TEST_F(RoundingOff, LeavesTheAmountInAnyOtherMode) {
+TEST_F(RoundingOff, UnknownModeLeavesTheAmountUnrounded) {
   for (const std::int32_t mode : {0, 5, -1, std::numeric_limits<std::int32_t>::max(),
                                   std::numeric_limits<std::int32_t>::min()}) {
     EXPECT_EQ(Rounded(12.345, mode), 12.345);
@@ -60,7 +60,7 @@ TEST_F(RoundingOff, LeavesTheAmountInAnyOtherMode) {
 
 // Amounts whose product with the factor is a half as a double, and less with the more digits that a
 // 32-bit processor keeps.
-TEST_F(RoundingOff, CalculatesInDoublesOnEveryProcessor) {
+TEST_F(RoundingOff, RoundingIsTheSameOnEveryProcessor) {
   EXPECT_EQ(Rounded(0.075, 1), 0.1);
   EXPECT_EQ(Rounded(1.025, 1), 1.05);
   EXPECT_EQ(Rounded(-2.675, 1), -2.7);
@@ -71,11 +71,11 @@ TEST_F(RoundingOff, CalculatesInDoublesOnEveryProcessor) {
   EXPECT_EQ(difference, 0);
 }
 
-TEST_F(RoundingOff, KeepsAmountsBeyond32Bits) {
+TEST_F(RoundingOff, AmountBeyond32BitsIsRounded) {
   EXPECT_EQ(Rounded(12345678901.4, 4), 12345678901);
 }
 
-TEST_F(RoundingOff, NamesTheHostsFormInItsErrorWithoutIn) {
+TEST_F(RoundingOff, RoundingErrorNamesTheHostsForm) {
   EXPECT_EQ(Rounded(std::numeric_limits<double>::max(), 1), 0);
   EXPECT_EQ(difference, 0);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow frmPreDefPrice: RoundOffAmount")});

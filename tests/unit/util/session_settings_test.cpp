@@ -8,12 +8,12 @@ namespace {
 
 class TheSession : public UtilTest {};
 
-TEST_F(TheSession, IsOneForAllCallersOfAThread) {
+TEST_F(TheSession, SessionSettingsAreSharedByAllCallersOfAThread) {
   CurrentSettings().gDbType = 2;
   EXPECT_EQ(CurrentSettings().gDbType, 2);
 }
 
-TEST_F(TheSession, IsEmptyAndApartOnAnotherThread) {
+TEST_F(TheSession, SessionSettingsAreEmptyOnAnotherThread) {
   CurrentSettings().gKestraLangID = 5;
   SessionSettings other;
   other.gKestraLangID = 9;

@@ -13,18 +13,18 @@ class SqlDate : public UtilTest {
   }
 };
 
-TEST_F(SqlDate, IsDelimitedByDatabaseType) {
+TEST_F(SqlDate, SqlDateIsDelimitedByDatabaseType) {
   EXPECT_EQ(Literal(1, false), u"#11-16-2026#");
   EXPECT_EQ(Literal(2, false), u"'11-16-2026'");
 }
 
-TEST_F(SqlDate, CarriesTheTimeBehindABlank) {
+TEST_F(SqlDate, SqlDateHasTheTimeAfterABlank) {
   EXPECT_EQ(Literal(1, false, u"14:05:00"), u"#11-16-2026 14:05:00#");
   EXPECT_EQ(Literal(2, false, u"14:05:00"), u"'11-16-2026 14:05:00'");
   EXPECT_EQ(Literal(1, true, u"14:05:00"), u"'2026-11-16 14:05:00'");
 }
 
-TEST_F(SqlDate, PutsTheBlankIntoTheCallersTimeTextToo) {
+TEST_F(SqlDate, SqlDatePutsTheBlankIntoTheCallersTimeText) {
   for (const std::int16_t dbType : std::initializer_list<std::int16_t>{1, 2, 3}) {
     CurrentSettings().gDbType = dbType;
     std::u16string timeText = u"14:05:00";
@@ -35,13 +35,13 @@ TEST_F(SqlDate, PutsTheBlankIntoTheCallersTimeTextToo) {
   }
 }
 
-TEST_F(SqlDate, LeavesAnEmptyTimeTextEmpty) {
+TEST_F(SqlDate, SqlDateLeavesAnEmptyTimeTextEmpty) {
   std::u16string timeText;
   GetSqlDate(Day(2026, 11, 16), false, timeText);
   EXPECT_EQ(timeText, u"");
 }
 
-TEST_F(SqlDate, IsEmptyForAnyOtherDatabaseType) {
+TEST_F(SqlDate, SqlDateIsEmptyForAnUnknownDatabaseType) {
   for (const int dbType : {3, 0, -1, 32767}) {
     EXPECT_EQ(Literal(dbType, false, u"14:05:00"), u"");
     EXPECT_EQ(Literal(dbType, true), u"");
@@ -49,32 +49,32 @@ TEST_F(SqlDate, IsEmptyForAnyOtherDatabaseType) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(SqlDate, IsTheUsersShortDateInQuotesInThePlainForm) {
+TEST_F(SqlDate, PlainSqlDateIsTheUsersShortDateInQuotes) {
   EXPECT_EQ(Literal(1, true), u"'2026-11-16'");
   EXPECT_EQ(Literal(2, true), u"'2026-11-16'");
   UseUsLocale();
   EXPECT_EQ(Literal(1, true), u"'11/16/2026'");
 }
 
-TEST_F(SqlDate, IsMonthFirstWithDashesInEveryLocale) {
+TEST_F(SqlDate, SqlDateIsMonthFirstWithDashesInEveryLocale) {
   UseUsLocale();
   EXPECT_EQ(Literal(1, false), u"#11-16-2026#");
   UseNorwegianLocale();
   EXPECT_EQ(Literal(1, false), u"#11-16-2026#");
 }
 
-TEST_F(SqlDate, HasTwoDigitsForDayAndMonth) {
+TEST_F(SqlDate, SqlDateHasTwoDigitsForDayAndMonth) {
   std::u16string none;
   EXPECT_EQ(GetSqlDate(Day(2007, 1, 2), false, none), u"#01-02-2007#");
 }
 
-TEST_F(SqlDate, LeavesTheDatesOwnTimeOutOfTheLiteral) {
+TEST_F(SqlDate, SqlDateLeavesTheDatesOwnTimeOut) {
   std::u16string none;
   EXPECT_EQ(GetSqlDate(automation::MakeDate({2026, 11, 16, 14, 5, 0}), false, none),
             u"#11-16-2026#");
 }
 
-TEST_F(SqlDate, HasTheDatesOwnTimeInThePlainForm) {
+TEST_F(SqlDate, PlainSqlDateHasTheDatesOwnTime) {
   const auto afternoon = automation::MakeDate({2026, 11, 16, 14, 5, 0});
   std::u16string timeText;
   EXPECT_EQ(GetSqlDate(afternoon, true, timeText), u"'2026-11-16 14:05:00'");
@@ -85,7 +85,7 @@ TEST_F(SqlDate, HasTheDatesOwnTimeInThePlainForm) {
   EXPECT_EQ(GetSqlDate(afternoon, true, timeText), u"'11/16/2026 2:05:00 PM'");
 }
 
-TEST_F(SqlDate, ShowsADateOutsideTheCalendarAndGivesTheEmptyText) {
+TEST_F(SqlDate, SqlDateOutsideTheCalendarShowsOverflowAndIsEmpty) {
   std::u16string none;
   EXPECT_EQ(GetSqlDate(kNoDate, false, none), u"");
   EXPECT_EQ(GetSqlDate({-1e9}, true, none), u"");

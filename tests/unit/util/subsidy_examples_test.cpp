@@ -36,7 +36,7 @@ std::vector<Cells> Examples() {
 
 class SubsidyExamples : public UtilTest {};
 
-TEST_F(SubsidyExamples, HoldAsThePageSays) {
+TEST_F(SubsidyExamples, DocumentedSubsidyExamplesHold) {
   const auto examples = Examples();
   ASSERT_EQ(examples.size(), 39U);
   for (const Cells& cells : examples) {

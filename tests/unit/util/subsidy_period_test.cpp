@@ -51,7 +51,7 @@ class SubsidyPeriod : public UtilTest {
   }
 };
 
-TEST_F(SubsidyPeriod, OfBasicCareEndsBefore1July2002ForEveryDebitCode) {
+TEST_F(SubsidyPeriod, OlderRulesForBasicCareEndBefore1July2002) {
   for (const auto rateNo : kBasicCareRates) {
     ExpectChangeInJuly(rateNo, kElderlyDebit);
     for (const auto& debit : kOtherDebits) {
@@ -60,19 +60,19 @@ TEST_F(SubsidyPeriod, OfBasicCareEndsBefore1July2002ForEveryDebitCode) {
   }
 }
 
-TEST_F(SubsidyPeriod, OfRatesWithoutAdditionEndsBefore1July2002ForEveryDebitCode) {
+TEST_F(SubsidyPeriod, OlderRulesForRatesWithoutAdditionEndBefore1July2002) {
   for (const auto rateNo : kRatesWithoutAddition) {
     ExpectChangeInJuly(rateNo, kElderlyDebit);
     ExpectChangeInJuly(rateNo, u"");
   }
 }
 
-TEST_F(SubsidyPeriod, OfTheShareOfTheFeeEndsBefore1July2002ForEveryDebitCode) {
+TEST_F(SubsidyPeriod, OlderRulesForTheShareOfTheFeeEndBefore1July2002) {
   ExpectChangeInJuly(99, kElderlyDebit);
   ExpectChangeInJuly(99, u"");
 }
 
-TEST_F(SubsidyPeriod, OfTheElderlysProstheticsEndsBefore1April2002) {
+TEST_F(SubsidyPeriod, OlderRulesForTheElderlysProstheticsEndBefore1April2002) {
   for (const auto rateNo : kProstheticRates) {
     SCOPED_TRACE(rateNo);
     EXPECT_TRUE(IsInSubsidyPeriod(rateNo, Day(1999, 1, 1), kElderlyDebit));
@@ -83,7 +83,7 @@ TEST_F(SubsidyPeriod, OfTheElderlysProstheticsEndsBefore1April2002) {
   }
 }
 
-TEST_F(SubsidyPeriod, OfProstheticsBilledOtherwiseEndsBefore1July2002) {
+TEST_F(SubsidyPeriod, OlderRulesForOtherProstheticsEndBefore1July2002) {
   for (const auto rateNo : kProstheticRates) {
     for (const auto& debit : kOtherDebits) {
       ExpectChangeInJuly(rateNo, debit);
@@ -91,7 +91,7 @@ TEST_F(SubsidyPeriod, OfProstheticsBilledOtherwiseEndsBefore1July2002) {
   }
 }
 
-TEST_F(SubsidyPeriod, IsOverForEveryRateFrom1July2002On) {
+TEST_F(SubsidyPeriod, OlderRulesApplyToNoRateFrom1July2002) {
   for (std::int32_t rateNo = -10; rateNo <= 1000; ++rateNo) {
     for (const auto& day : {kFirstOfJuly, Day(2026, 11, 16), Day(9999, 12, 31)}) {
       EXPECT_FALSE(IsInSubsidyPeriod(rateNo, day, kElderlyDebit)) << rateNo;
@@ -100,12 +100,12 @@ TEST_F(SubsidyPeriod, IsOverForEveryRateFrom1July2002On) {
   }
 }
 
-TEST_F(SubsidyPeriod, CountsTheWholeLastDay) {
+TEST_F(SubsidyPeriod, OlderRulesApplyToTheWholeLastDay) {
   EXPECT_TRUE(IsInSubsidyPeriod(11, automation::MakeDate({2002, 6, 30, 23, 59, 59}), u""));
   EXPECT_FALSE(IsInSubsidyPeriod(11, automation::MakeDate({2002, 7, 1, 0, 0, 1}), u""));
 }
 
-TEST_F(SubsidyPeriod, IsTheSameUnderSwedishUsAndNorwegianSettings) {
+TEST_F(SubsidyPeriod, SubsidyPeriodIsTheSameUnderSwedishUsAndNorwegianSettings) {
   UseUsLocale();
   ExpectChangeInJuly(11, kElderlyDebit);
   EXPECT_TRUE(IsInSubsidyPeriod(61, kLastDayOfMarch, kElderlyDebit));
@@ -114,14 +114,14 @@ TEST_F(SubsidyPeriod, IsTheSameUnderSwedishUsAndNorwegianSettings) {
   ExpectChangeInJuly(11, kElderlyDebit);
 }
 
-TEST_F(SubsidyPeriod, IsOverWhenTheDateFormatMakesNoDate) {
+TEST_F(SubsidyPeriod, DateFormatWithoutADateEndsTheOlderRules) {
   CurrentSettings().gDateFormat = u"";
   EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2001, 1, 1), u""));
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
 // As above: the dates of 2002 do not fit into such a picture.
-TEST_F(SubsidyPeriod, IsOverUnderAPictureWithNames) {
+TEST_F(SubsidyPeriod, DateFormatWithNamesEndsTheOlderRules) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"ddd yyyy-MM-dd", u"d MMMM yyyy"}) {
     CurrentSettings().gDateFormat = picture;
     EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2001, 1, 1), u""));
@@ -130,7 +130,7 @@ TEST_F(SubsidyPeriod, IsOverUnderAPictureWithNames) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(SubsidyPeriod, TakesAnyRegistrationDate) {
+TEST_F(SubsidyPeriod, SubsidyPeriodIsKnownForEveryRegistrationDate) {
   EXPECT_FALSE(IsInSubsidyPeriod(11, kNoDate, u""));
   EXPECT_TRUE(IsInSubsidyPeriod(11, {-1e9}, u""));
   EXPECT_TRUE(dialogs.shown.empty());
