@@ -17,8 +17,8 @@ platform::WindowHandle CreateForm();
 // Destroys the window and unregisters the class, which stays while it has other windows.
 void DestroyForm(platform::WindowHandle window);
 
-// The window's procedure: default processing first, then the reader of the notification (10001,
-// 10002, 10009; the key is wParam), which runs to its end before this returns.
+// The window's procedure: default processing first, then the reader of the result that the message
+// tells of (exchange/request_kinds.h; the key is wParam), which runs to its end before this returns.
 std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
                          std::int32_t lParam);
 
