@@ -332,7 +332,7 @@ class FailedLookup : public ResultReaders {
     database.FailStatement(u"SELECT * FROM Vilnor WHERE VilnorId", kServerGone);
     dialogs.answers = {Answer::Ok, Answer::Yes};
   }
-  void Read(const std::string& elements) {
+  void ReadElements(const std::string& elements) {
     Put(u"OutExistCase4711.xml", "<a>" + elements + "</a>");
     Read(RequestKind::ExistCase);
     EXPECT_EQ(dialogs.Texts(),
@@ -343,28 +343,28 @@ class FailedLookup : public ResultReaders {
 };
 
 TEST_F(FailedLookup, FailedLinkLookupOfADeletedCaseAsksNothingAndSetsTheResultAside) {
-  Read("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
+  ReadElements("<Cancelled>3</Cancelled><Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), kSetAside);
 }
 
 TEST_F(FailedLookup, FailedLinkLookupOfACancelledCaseDeletesTheResult) {
-  Read("<Cancelled>0</Cancelled><Status>7</Status>");
+  ReadElements("<Cancelled>0</Cancelled><Status>7</Status>");
   EXPECT_EQ(Changes(), Statements());
   EXPECT_EQ(updateJournals, 0);
   EXPECT_EQ(Files(), Names());
 }
 
 TEST_F(FailedLookup, FailedLinkLookupOfAWithdrawnCaseDeletesTheCaseTheResultNames) {
-  Read("<Status>7</Status><Id>L-9</Id>");
+  ReadElements("<Status>7</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(), Deletion(true));
   EXPECT_EQ(updateJournals, 1);
   EXPECT_EQ(Files(), Names());
 }
 
 TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseUpdatesItAndDeletesTheResult) {
-  Read("<Status>1</Status><Id>L-9</Id>");
+  ReadElements("<Status>1</Status><Id>L-9</Id>");
   EXPECT_EQ(Changes(),
             (Statements{u"Update Vilnor SET CaseId = L-9, StatusCode = 1 Where VilnorId= 4711",
                         u"Update Journal SET Tekst = 'Ärende ref.nr L-9' Where ID = 900"}));
@@ -377,7 +377,7 @@ TEST_F(FailedLookup, FailedLinkLookupSetsAsideAWithdrawnCaseWithoutANumber) {
     SCOPED_TRACE(id);
     dialogs.shown.clear();
     std::filesystem::remove_all(folder / "Vilnor");
-    Read(std::string("<Status>7</Status>") + id);
+    ReadElements(std::string("<Status>7</Status>") + id);
     EXPECT_EQ(Changes(), Statements());
     EXPECT_EQ(updateJournals, 0);
     EXPECT_EQ(Files(), kSetAside);
@@ -395,7 +395,7 @@ TEST_F(FailedLookup, FailedLinkLookupOfAChangedCaseWithoutANumberIsSetAside) {
 }
 
 TEST_F(FailedLookup, FailedLinkLookupLeavesAResultWithoutMeaning) {
-  Read("<Status>3</Status>");
+  ReadElements("<Status>3</Status>");
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
