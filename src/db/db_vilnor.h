@@ -11,15 +11,15 @@
 
 namespace db {
 
-// A link to be written, for a case that Vilnor Link has taken. Types as in db/case_types.h.
+// A link to be written, for a case that Vilnor Link has taken. Case types: db/case_types.h.
 struct NewLink {
-  std::int32_t pid = 0;
-  std::int32_t bid = 0;
-  std::int32_t rid = 0;
+  std::int32_t pid;
+  std::int32_t bid;
+  std::int32_t rid;
   std::u16string caseId;
-  std::int32_t fhpId = 0;
-  std::int32_t caseType = 0;
-  std::int32_t status = 0;
+  std::int32_t fhpId;
+  std::int32_t caseType;
+  std::int32_t status;
   std::u16string vilnorUser;
   // The host's own number of an application.
   std::u16string kestraCaseId;

@@ -46,7 +46,7 @@ bool TryName(const std::u16string& path, const std::u16string& name) {
       return false;
     }
     // A name too long for the system is told as if the file were missing.
-    if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).length >= 0) {
+    if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).Exists()) {
       throw;
     }
   }
@@ -95,7 +95,7 @@ void ResultFile::TakeStamp() {
 
 bool ResultFile::IsReplaced() const {
   const platform::FileStamp now = platform::Current().files.StampOf(path_);
-  return now.length >= 0 && now != stamp_;
+  return now.Exists() && now != stamp_;
 }
 
 void ResultFile::Delete() const {

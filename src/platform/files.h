@@ -12,6 +12,7 @@ struct FileStamp {
   std::int64_t length = -1;
   // Time of its last write, in units of the system's own.
   std::int64_t written = 0;
+  bool Exists() const { return length >= 0; }
   bool operator==(const FileStamp&) const = default;
 };
 
