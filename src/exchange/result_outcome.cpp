@@ -19,6 +19,8 @@ constexpr std::int32_t kCancelled = 1;
 constexpr std::int32_t kLastWithoutChange = 2;
 constexpr std::int32_t kDeletedInLink = 3;
 
+constexpr auto kWithdrawn = static_cast<std::int32_t>(Status::Withdrawn);
+
 void ShowParseError(const platform::ParseError& error) {
   platform::Current().dialogs.Show({.text = u"XMLDOM Error " + Decimal10(error.code) + u"\r\nPos " +
                                             Decimal10(error.filePosition) + u"Reason " +
@@ -130,12 +132,27 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
   return outcome;
 }
 
-bool ActsOnNew(std::int32_t status) {
-  return status == kChanged || status == kSent || status == kWithdrawn;
+std::optional<Status> StatusOfNew(const Outcome& outcome) {
+  const auto status = static_cast<Status>(outcome.status);
+  switch (status) {
+    case Status::Changed:
+    case Status::Sent:
+    case Status::Withdrawn:
+      return status;
+  }
+  return std::nullopt;
 }
 
-bool ActsOnExisting(std::int32_t status) {
-  return status == kChanged || status == kWithdrawn;
+std::optional<Status> StatusOfExisting(const Outcome& outcome) {
+  const auto status = static_cast<Status>(outcome.status);
+  switch (status) {
+    case Status::Changed:
+    case Status::Withdrawn:
+      return status;
+    case Status::Sent:
+      break;
+  }
+  return std::nullopt;
 }
 
 }  // namespace exchange

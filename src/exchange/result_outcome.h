@@ -11,9 +11,10 @@
 namespace exchange {
 
 // What the link program reports; every other status leaves everything as it is.
-enum Status : std::int32_t { kChanged = 1, kSent = 5, kWithdrawn = 7 };
+enum class Status : std::int32_t { Changed = 1, Sent = 5, Withdrawn = 7 };
 
 struct Outcome {
+  // As the result has it.
   std::int32_t status = 0;
   std::u16string caseId;
   std::u16string userName;
@@ -31,8 +32,8 @@ std::optional<Outcome> ReadNewOutcome(ResultFile& file);
 std::optional<Outcome> ReadExistOutcome(ResultFile& file,
                                         const util::Attempt<std::u16string>& linkedCase);
 
-// Whether an outcome of this status changes anything.
-bool ActsOnNew(std::int32_t status);
-bool ActsOnExisting(std::int32_t status);
+// What is to be done; nothing where an outcome of this status changes nothing.
+std::optional<Status> StatusOfNew(const Outcome& outcome);
+std::optional<Status> StatusOfExisting(const Outcome& outcome);
 
 }  // namespace exchange

@@ -108,36 +108,54 @@ util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t k
 }
 
 // Kept: an existence test that failed counts as "not there", so that a case that was sent is added.
-Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, const Outcome& outcome,
-               const NewFHPData& data) {
-  if (outcome.status == kChanged) {
-    return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, Number(type)));
+Entry AddUnlessThere(db::DBVilnor& database, const db::NewLink& link,
+                     const util::Attempt<bool>& exists) {
+  if (exists.OrEmpty()) {
+    return Entry::Done;
   }
-  const auto exists = Exists(database, type, key, outcome.caseId);
-  if (outcome.status == kSent && !exists.OrEmpty()) {
-    const auto added = database.TryAddNewCase({.pid = data.pid,
-                                               .bid = data.bid,
-                                               .rid = data.rid,
-                                               .caseId = outcome.caseId,
-                                               // Kept: an ordinary case has no application, the
-                                               // patient's id stands in its place.
-                                               .fhpId = key,
-                                               .caseType = Number(type),
-                                               .status = outcome.status,
-                                               .vilnorUser = outcome.userName,
-                                               .kestraCaseId = data.kestraCaseId});
-    return exists.Failed() ? Entry::Missing : EntryBy(added);
-  }
-  if (outcome.status == kWithdrawn && exists.OrEmpty()) {
-    return EntryBy(database.TryDeleteCase(outcome.caseId));
-  }
-  return EntryBy(exists);
+  const Entry added = EntryBy(database.TryAddNewCase(link));
+  return exists.Failed() ? Entry::Missing : added;
 }
 
-Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, const Outcome& outcome) {
-  return outcome.status == kChanged
-             ? EntryBy(database.TryUpdateCaseById(vilnorId, outcome.caseId, outcome.status))
-             : EntryBy(database.TryDeleteCase(outcome.caseId));
+Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, Status status,
+               const Outcome& outcome, const NewFHPData& data) {
+  const auto exists = [&] { return Exists(database, type, key, outcome.caseId); };
+  switch (status) {
+    case Status::Changed:
+      return EntryBy(database.TryUpdateCase(outcome.caseId, key, outcome.status, Number(type)));
+    case Status::Sent:
+      return AddUnlessThere(database,
+                            {.pid = data.pid,
+                             .bid = data.bid,
+                             .rid = data.rid,
+                             .caseId = outcome.caseId,
+                             // Kept: an ordinary case has no application, the patient's id stands
+                             // in its place.
+                             .fhpId = key,
+                             .caseType = Number(type),
+                             .status = outcome.status,
+                             .vilnorUser = outcome.userName,
+                             .kestraCaseId = data.kestraCaseId},
+                            exists());
+    case Status::Withdrawn: {
+      const auto isThere = exists();
+      return isThere.OrEmpty() ? EntryBy(database.TryDeleteCase(outcome.caseId)) : EntryBy(isThere);
+    }
+  }
+  return Entry::Done;
+}
+
+Entry EnterExistCase(db::DBVilnor& database, std::int32_t vilnorId, Status status,
+                     const Outcome& outcome) {
+  switch (status) {
+    case Status::Changed:
+      return EntryBy(database.TryUpdateCaseById(vilnorId, outcome.caseId, outcome.status));
+    case Status::Withdrawn:
+      return EntryBy(database.TryDeleteCase(outcome.caseId));
+    case Status::Sent:
+      break;
+  }
+  return Entry::Done;
 }
 
 }  // namespace
@@ -161,9 +179,9 @@ void ReadNewResult(const Reading& reading) {
         return outcome;
       },
       [&](const Outcome& outcome) {
-        if (ActsOnNew(outcome.status)) {
+        if (const auto status = StatusOfNew(outcome)) {
           EnterResult(*file, reading, [&](auto& database) {
-            return EnterNew(database, type, reading.key, outcome, data);
+            return EnterNew(database, type, reading.key, *status, outcome, data);
           });
         }
       });
@@ -178,9 +196,9 @@ void ReadExistResult(const Reading& reading) {
         return ReadExistOutcome(*file, db::GDBUse()->TryGetCaseIdByVilnorId(reading.key));
       },
       [&](const Outcome& outcome) {
-        if (ActsOnExisting(outcome.status)) {
+        if (const auto status = StatusOfExisting(outcome)) {
           EnterResult(*file, reading, [&](auto& database) {
-            return EnterExistCase(database, reading.key, outcome);
+            return EnterExistCase(database, reading.key, *status, outcome);
           });
         }
       });
