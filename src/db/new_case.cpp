@@ -64,8 +64,7 @@ std::u16string LinkInsert(const NewLink& link, CaseType type) {
   switch (type) {
     case CaseType::PriorApproval:
       return u"Insert into Vilnor (PID, BID, RID, FHP_ID, CaseId, CaseType, Journal_ID, "
-             u"StatusCode, "
-             u"VilnorUser, RegDate) VALUES (" +
+             u"StatusCode, VilnorUser, RegDate) VALUES (" +
              people + u"," + Decimal10(link.fhpId) + u"," + fromCaseId();
     case CaseType::OrdinaryCase:
       return u"Insert into Vilnor (PID, BID, RID, CaseId, CaseType, Journal_ID, StatusCode, "

@@ -12,14 +12,26 @@ using enum RequestKind;
 std::optional<RequestKindRow> Find(RequestKind kind) {
   switch (kind) {
     case NewFHP:
-      return RequestKindRow{u"\\InNewFHP", u"\\OutNewFHP",       CaseType::PriorApproval,
-                            ReadNewResult, u" in XMLReadNewFHP", u" in ReadNewFHP"};
+      return {{.requestWord = u"\\InNewFHP",
+               .resultWord = u"\\OutNewFHP",
+               .caseType = CaseType::PriorApproval,
+               .read = ReadNewResult,
+               .xmlProcedure = u" in XMLReadNewFHP",
+               .procedure = u" in ReadNewFHP"}};
     case NewCase:
-      return RequestKindRow{u"\\InNewCase", u"\\OutNewCase",       CaseType::OrdinaryCase,
-                            ReadNewResult,  u" in XMLReadNewCase", u" in ReadNewCase"};
+      return {{.requestWord = u"\\InNewCase",
+               .resultWord = u"\\OutNewCase",
+               .caseType = CaseType::OrdinaryCase,
+               .read = ReadNewResult,
+               .xmlProcedure = u" in XMLReadNewCase",
+               .procedure = u" in ReadNewCase"}};
     case ExistCase:
-      return RequestKindRow{u"\\InExistCase", u"\\OutExistCase",       std::nullopt,
-                            ReadExistResult,  u" in XMLReadExistCase", u" in ReadExistCase"};
+      return {{.requestWord = u"\\InExistCase",
+               .resultWord = u"\\OutExistCase",
+               .caseType = std::nullopt,
+               .read = ReadExistResult,
+               .xmlProcedure = u" in XMLReadExistCase",
+               .procedure = u" in ReadExistCase"}};
   }
   return std::nullopt;
 }
