@@ -6,13 +6,14 @@
 #include "automation/automation_error.h"
 #include "fuzz/world.h"
 #include "odbc/connection_text.h"
-#include "odbc/dialect.h"
+#include "odbc/translation.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) {
     return 0;
   }
-  static constexpr std::array<const char16_t*, 3> products = {u"SQLite", u"PostgreSQL", u"unknown"};
+  static constexpr std::array<const char16_t*, 4> products = {u"SQLite", u"PostgreSQL", u"unknown",
+                                                              u"MariaDB"};
   const odbc::Dialect& dialect = odbc::DialectOf(products.at(data[0] % products.size()));
   const bool isDate = (data[0] & 128U) != 0;
   const std::u16string text = fuzz::Latin1(data + 1, size - 1);

@@ -12,7 +12,7 @@
 #include "exchange/envelope.h"
 #include "exchange/serializer.h"
 #include "odbc/column_value.h"
-#include "odbc/dialect.h"
+#include "odbc/translation.h"
 #include "shared/tooth_texts.h"
 
 namespace {

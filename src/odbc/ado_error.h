@@ -26,8 +26,18 @@ enum class AdoError : std::int32_t {
 // Errors of the OLE DB layer that ADO passes on by their HRESULT.
 enum class ProviderError : std::int32_t {
   Failure = -2147467259,  // E_FAIL: connection, driver, anything without a code of its own
-  TransactionExists = -2147168237,  // XACT_E_XTIONEXISTS
-  NoTransaction = -2147168242,      // XACT_E_NOTRANSACTION
+  // DB_E_ERRORSINCOMMAND: a statement that cannot be read, or that names what is not there.
+  ErrorsInCommand = -2147217900,
+  IntegrityViolation = -2147217873,    // DB_E_INTEGRITYVIOLATION
+  NoTable = -2147217865,               // DB_E_NOTABLE
+  DuplicateTable = -2147217857,        // DB_E_DUPLICATETABLEID
+  DataOverflow = -2147217833,          // DB_E_DATAOVERFLOW
+  CannotConvertValue = -2147217913,    // DB_E_CANTCONVERTVALUE
+  AuthenticationFailed = -2147217843,  // DB_SEC_E_AUTH_FAILED
+  PermissionDenied = -2147217911,      // DB_SEC_E_PERMISSIONDENIED
+  TimeExpired = -2147217871,           // DB_E_ABORTLIMITREACHED
+  TransactionExists = -2147168237,     // XACT_E_XTIONEXISTS
+  NoTransaction = -2147168242,         // XACT_E_NOTRANSACTION
 };
 
 // The source that an error names.

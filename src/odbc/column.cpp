@@ -9,11 +9,6 @@
 namespace odbc {
 namespace {
 
-struct NamedKind {
-  std::u16string_view typeName;
-  ColumnKind kind;
-};
-
 constexpr std::array kNamedKinds = {
     NamedKind{u"bool", ColumnKind::Boolean},      NamedKind{u"boolean", ColumnKind::Boolean},
     NamedKind{u"money", ColumnKind::Currency},    NamedKind{u"smallmoney", ColumnKind::Currency},
@@ -49,19 +44,29 @@ constexpr std::array kNumberedKinds = {
     NumberedKind{SQL_LONGVARBINARY, ColumnKind::Binary},
 };
 
-}  // namespace
+std::optional<ColumnKind> FindByName(const DriverType& type, std::span<const NamedKind> kinds) {
+  const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const NamedKind& entry) {
+    return automation::EqualsNoCase(entry.typeName, type.name) &&
+           entry.size.value_or(type.size) == type.size &&
+           entry.scale.value_or(type.scale) == type.scale;
+  });
+  return found == kinds.end() ? std::nullopt : std::optional(found->kind);
+}
 
-ColumnKind KindOf(std::int16_t sqlType, std::u16string_view typeName) {
-  const auto* const named = std::find_if(
-      kNamedKinds.begin(), kNamedKinds.end(),
-      [&](const auto& entry) { return automation::EqualsNoCase(entry.typeName, typeName); });
-  if (named != kNamedKinds.end()) {
-    return named->kind;
-  }
+ColumnKind KindOfNumber(std::int16_t sqlType) {
   const auto* const numbered =
       std::find_if(kNumberedKinds.begin(), kNumberedKinds.end(),
                    [&](const auto& entry) { return entry.sqlType == sqlType; });
   return numbered == kNumberedKinds.end() ? ColumnKind::Text : numbered->kind;
+}
+
+}  // namespace
+
+ColumnKind KindOf(const DriverType& type, std::span<const NamedKind> own) {
+  if (const auto kind = FindByName(type, own)) {
+    return *kind;
+  }
+  return FindByName(type, kNamedKinds).value_or(KindOfNumber(type.number));
 }
 
 }  // namespace odbc

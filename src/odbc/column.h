@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,9 +34,27 @@ struct Column {
   bool nullable = true;
 };
 
-// `typeName` is the data source's own name of the type. It goes before the ODBC type number where
-// drivers blur it: PostgreSQL's boolean arrives as text and its money as a float, SQLite's numeric
-// as a float and its decimal as text.
-ColumnKind KindOf(std::int16_t sqlType, std::u16string_view typeName);
+// A column's type as the driver describes it.
+struct DriverType {
+  // ODBC's number.
+  std::int16_t number = 0;
+  // The data source's own name.
+  std::u16string_view name;
+  std::size_t size = 0;
+  std::int16_t scale = 0;
+};
+
+struct NamedKind {
+  std::u16string_view typeName;
+  ColumnKind kind;
+  // Nothing for any.
+  std::optional<std::size_t> size = std::nullopt;
+  std::optional<std::int16_t> scale = std::nullopt;
+};
+
+// By `own`, the names of the data source's product, then by the names that mean the same in every
+// product, then by the number. Names go first where drivers blur the type: PostgreSQL's boolean
+// arrives as text and its money as a float, SQLite's numeric as a float and its decimal as text.
+ColumnKind KindOf(const DriverType& type, std::span<const NamedKind> own);
 
 }  // namespace odbc

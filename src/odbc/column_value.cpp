@@ -300,25 +300,8 @@ std::optional<Decimal> ParseDecimal(std::u16string_view text) {
 }
 
 std::optional<Currency> ParseCurrency(std::u16string_view text) {
-  if (auto plain = ParseDigits(text)) {
-    return ToCurrency(std::move(*plain));
-  }
-  Digits number;
-  number.negative = text.find_first_of(u"-(") != std::u16string_view::npos;
-  std::optional<int> behindSeparator;
-  for (const char16_t unit : text) {
-    if (IsDigit(unit)) {
-      number.digits.push_back(unit);
-      behindSeparator = behindSeparator ? std::optional(*behindSeparator + 1) : std::nullopt;
-    } else if (unit == u'.' || unit == u',') {
-      behindSeparator = 0;
-    }
-  }
-  if (number.digits.empty()) {
-    return std::nullopt;
-  }
-  number.scale = behindSeparator && *behindSeparator <= 2 ? *behindSeparator : 0;
-  return ToCurrency(std::move(number));
+  auto number = ParseDigits(text);
+  return number ? ToCurrency(std::move(*number)) : std::nullopt;
 }
 
 std::optional<Date> ParseTimestamp(std::u16string_view text) {

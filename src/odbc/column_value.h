@@ -17,14 +17,15 @@ namespace odbc {
 // is, so that nothing is lost.
 automation::Value ToValue(std::u16string text, ColumnKind kind);
 
+// What a product's driver means by a text that is not read as above; nothing for any other text.
+using OwnReading = std::optional<automation::Value> (*)(std::u16string_view text, ColumnKind kind);
+
 // Digits with an optional sign, point and exponent; digits beyond 28 decimals or 96 bits are
 // rounded off behind the point. Nothing when the text is no such number or its whole part is too
 // large.
 std::optional<automation::Decimal> ParseDecimal(std::u16string_view text);
 
-// A plain number, or an amount as a PostgreSQL server's locale prints it ("$1,234.50",
-// "1.234,50 kr"): the last point or comma is the decimal separator when one or two digits follow
-// it.
+// As such a number, rounded off to four decimals.
 std::optional<automation::Currency> ParseCurrency(std::u16string_view text);
 
 // "yyyy-mm-dd", or "mm-dd-yyyy" as the host writes it, then nothing or "hh:mm[:ss[.fraction]]"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "odbc/statement.h"
+#include "odbc/translation.h"
 
 namespace odbc {
 namespace {
@@ -11,7 +12,8 @@ namespace {
 EnvironmentHandle NewEnvironment() {
   EnvironmentHandle environment(SQL_NULL_HANDLE);
   environment.Check(
-      SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, AsPointer(SQL_OV_ODBC3), 0));
+      SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, AsPointer(SQL_OV_ODBC3), 0),
+      kUnknownProduct);
   return environment;
 }
 
@@ -19,7 +21,8 @@ std::u16string ProductName(const ConnectionHandle& connection) {
   std::array<SQLWCHAR, 128> name{};
   SQLSMALLINT bytes = 0;
   connection.Check(SQLGetInfoW(connection.get(), SQL_DBMS_NAME, name.data(),
-                               static_cast<SQLSMALLINT>(sizeof(name)), &bytes));
+                               static_cast<SQLSMALLINT>(sizeof(name)), &bytes),
+                   kUnknownProduct);
   return FromWide(name.data(), static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR));
 }
 
@@ -44,18 +47,20 @@ class Session {
 }  // namespace
 
 Connection::Connection(const ConnectRequest& request)
-    : environment_(NewEnvironment()), handle_(environment_.get()) {
+    : environment_(NewEnvironment()), handle_(environment_.get()), dialect_(&request.dialect) {
   SQLSetConnectAttrW(handle_.get(), SQL_ATTR_LOGIN_TIMEOUT, AsPointer(kLoginTimeoutSeconds), 0);
-  const SQLRETURN connected = WithCalls(request.calls, [&]<class Calls>(Calls /*calls*/) {
+  const SQLRETURN connected = WithCalls(dialect_->textCalls, [&]<class Calls>(Calls /*calls*/) {
     auto text = Calls::Encode(request.text);
     return Calls::Connect(handle_.get(), nullptr, text.data(), SQLSMALLINT{SQL_NTS}, nullptr,
                           SQLSMALLINT{0}, nullptr, SQLUSMALLINT{SQL_DRIVER_NOPROMPT});
   });
-  handle_.Check(connected, request.calls);
+  handle_.Check(connected, *dialect_);
   Session session(handle_);
-  dialect_ = &DialectOf(ProductName(handle_));
-  if (!dialect_->sessionSetup.empty()) {
-    RunTranslated(dialect_->sessionSetup);
+  if (!IsKnown(*dialect_)) {
+    dialect_ = &DialectOf(ProductName(handle_));
+  }
+  for (const auto statement : dialect_->sessionSetup) {
+    RunTranslated(statement);
   }
   session.Keep();
 }
@@ -75,7 +80,7 @@ Result Connection::Run(std::u16string_view statement) {
 }
 
 Result Connection::RunTranslated(std::u16string_view statement) {
-  Statement running(handle_, dialect_->textCalls);
+  Statement running(handle_, *dialect_);
   running.Execute(statement);
   Result result;
   if (running.Columns().empty()) {
@@ -90,12 +95,12 @@ Result Connection::RunTranslated(std::u16string_view statement) {
 // date column; the statement that uses it fails on its own.
 bool Connection::IsDateColumn(std::u16string_view table, std::u16string_view column) {
   try {
-    Statement probe(handle_, dialect_->textCalls);
+    Statement probe(handle_, *dialect_);
     probe.Execute(u"SELECT " + std::u16string(column) + u" FROM " + std::u16string(table) +
                   u" WHERE 1=0");
     return probe.Columns().front().kind == ColumnKind::Date;
   } catch (const DriverError& error) {
-    if (error.number() == kErrorsInCommand) {
+    if (error.Is(ProviderError::ErrorsInCommand) || error.Is(ProviderError::NoTable)) {
       return false;
     }
     throw;
@@ -104,7 +109,8 @@ bool Connection::IsDateColumn(std::u16string_view table, std::u16string_view col
 
 void Connection::SetAutoCommit(bool on) {
   handle_.Check(SQLSetConnectAttrW(handle_.get(), SQL_ATTR_AUTOCOMMIT,
-                                   AsPointer(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0));
+                                   AsPointer(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0),
+                *dialect_);
 }
 
 void Connection::Begin() {
@@ -120,7 +126,7 @@ void Connection::Commit() {
   if (!inTransaction_) {
     throw MakeError(ProviderError::NoTransaction, u"No transaction is active.");
   }
-  handle_.Check(SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_COMMIT));
+  handle_.Check(SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_COMMIT), *dialect_);
   inTransaction_ = false;
   SetAutoCommit(true);
 }
@@ -136,9 +142,9 @@ void Connection::Rollback() {
   const SQLRETURN restored =
       SQLSetConnectAttrW(handle_.get(), SQL_ATTR_AUTOCOMMIT, AsPointer(SQL_AUTOCOMMIT_ON), 0);
   if (!SQL_SUCCEEDED(ended)) {
-    throw DriverError(failure);
+    throw DriverError(failure, *dialect_);
   }
-  handle_.Check(restored);
+  handle_.Check(restored, *dialect_);
 }
 
 }  // namespace odbc

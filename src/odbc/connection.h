@@ -48,7 +48,8 @@ class Connection {
 
   EnvironmentHandle environment_;
   ConnectionHandle handle_;
-  const Dialect* dialect_ = nullptr;
+  // The row of the driver that the string names, or else of the product that answered.
+  const Dialect* dialect_;
   bool inTransaction_ = false;
 };
 

@@ -5,7 +5,6 @@
 
 #include "automation/text.h"
 #include "odbc/ado_error.h"
-#include "odbc/dialect.h"
 
 namespace odbc {
 namespace {
@@ -136,11 +135,13 @@ ConnectRequest RequestOf(std::u16string_view connectionString, std::u16string_vi
   if (!password.empty()) {
     text.Set(u"PWD", password);
   }
-  const Dialect& dialect = DialectOfDriver(text.Find(u"Driver").value_or(u""));
-  if (!dialect.lockTimeout.empty() && !text.Find(u"Timeout")) {
-    text.Set(u"Timeout", dialect.lockTimeout);
+  const Dialect& dialect = DialectOf(text.Find(u"Driver").value_or(u""));
+  for (const auto& [key, value] : dialect.connectionDefaults) {
+    if (!text.Find(key)) {
+      text.Set(key, value);
+    }
   }
-  return {.text = text.Text(), .calls = dialect.textCalls};
+  return {.text = text.Text(), .dialect = dialect};
 }
 
 }  // namespace odbc

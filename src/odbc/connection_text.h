@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "odbc/text_calls.h"
+#include "odbc/dialect.h"
 
 namespace odbc {
 
@@ -39,12 +39,13 @@ class ConnectionText {
 // What goes to the ODBC driver manager.
 struct ConnectRequest {
   std::u16string text;
-  TextCalls calls = TextCalls::Wide;
+  // Of the driver that the string names; unknown when it names none (a DSN).
+  const Dialect& dialect;
 };
 
 // A "Provider" for ODBC is left out of the string, any other raises ADO's 3706. `user` and
-// `password` go before what the string says unless they are empty. A lock timeout of the driver's
-// dialect is added to a string that has none.
+// `password` go before what the string says unless they are empty. The dialect's defaults are added
+// for the keys that the string does not have.
 ConnectRequest RequestOf(std::u16string_view connectionString, std::u16string_view user,
                          std::u16string_view password);
 

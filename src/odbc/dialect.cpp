@@ -2,112 +2,24 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <optional>
-#include <utility>
-#include <vector>
 
 #include "automation/text.h"
-#include "odbc/date_literal.h"
-#include "odbc/date_target.h"
+#include "odbc/dialects.h"
 
 namespace odbc {
 namespace {
 
-constexpr std::array kDialects = {
-    Dialect{.product = u"SQLite",
-            .identity = u"last_insert_rowid()",
-            .keepsDateText = true,
-            .sessionSetup = u"",
-            .syntax = {.bracketNames = true, .escapeTexts = false},
-            .textCalls = TextCalls::Utf8,
-            // The driver's own 100 seconds would leave the host's window standing still.
-            .lockTimeout = u"5000"},
-    Dialect{.product = u"PostgreSQL",
-            .identity = u"lastval()",
-            .keepsDateText = false,
-            .sessionSetup = u"SET DateStyle TO 'ISO, MDY'",
-            .syntax = {.bracketNames = false, .escapeTexts = true},
-            .textCalls = TextCalls::Wide,
-            .lockTimeout = u""},
-};
-
-constexpr Dialect kUnknownProduct{};
-
-template <class Condition>
-const Dialect& Find(Condition&& condition) {
-  const auto* const found =
-      std::find_if(kDialects.begin(), kDialects.end(), std::forward<Condition>(condition));
-  return found == kDialects.end() ? kUnknownProduct : *found;
-}
-
-constexpr std::u16string_view kIdentity = u"@@Identity";
-
-std::u16string Quoted(const std::u16string& text) {
-  return u"'" + text + u"'";
-}
-
-// Without the quote (or #) at either end.
-std::u16string_view Inside(std::u16string_view text) {
-  return text.size() < 2 ? std::u16string_view() : text.substr(1, text.size() - 2);
-}
-
-// The ISO form of a quoted date that a date column receives.
-std::optional<std::u16string> QuotedDate(const std::vector<Token>& tokens, std::size_t position,
-                                         const IsDateColumn& isDateColumn) {
-  const auto iso = IsoFromHostDate(Inside(tokens[position].text));
-  if (!iso) {
-    return std::nullopt;
-  }
-  const auto target = TargetOf(tokens, position);
-  return target && isDateColumn(target->table, target->column) ? std::optional(Quoted(*iso))
-                                                               : std::nullopt;
-}
-
-// What stands for a token; nothing when it stays.
-std::optional<std::u16string> Replacement(const std::vector<Token>& tokens, std::size_t position,
-                                          const Dialect& dialect,
-                                          const IsDateColumn& isDateColumn) {
-  const Token& token = tokens[position];
-  if (token.kind == TokenKind::Date) {
-    return Quoted(*IsoFromHostDate(Inside(token.text)));
-  }
-  if (token.kind == TokenKind::Word && !dialect.identity.empty() &&
-      automation::EqualsNoCase(token.text, kIdentity)) {
-    return std::u16string(dialect.identity);
-  }
-  if (token.kind == TokenKind::Text && dialect.keepsDateText) {
-    return QuotedDate(tokens, position, isDateColumn);
-  }
-  return std::nullopt;
-}
+constexpr std::array kDialects = {&kSqlite, &kPostgresql, &kMariadb};
 
 }  // namespace
 
-const Dialect& DialectOf(std::u16string_view product) {
-  return Find(
-      [&](const Dialect& dialect) { return automation::EqualsNoCase(dialect.product, product); });
-}
-
-const Dialect& DialectOfDriver(std::u16string_view driver) {
-  return Find([name = automation::UCase(driver)](const Dialect& dialect) {
-    return automation::InStr(1, name, automation::UCase(dialect.product)) > 0;
-  });
-}
-
-std::u16string Translate(std::u16string_view statement, const Dialect& dialect,
-                         const IsDateColumn& isDateColumn) {
-  if (&dialect == &kUnknownProduct) {
-    return std::u16string(statement);
-  }
-  const auto tokens = Tokenize(statement, dialect.syntax);
-  std::u16string translated;
-  translated.reserve(statement.size());
-  for (std::size_t i = 0; i < tokens.size(); ++i) {
-    const auto replacement = Replacement(tokens, i, dialect, isDateColumn);
-    translated += replacement ? std::u16string_view(*replacement) : tokens[i].text;
-  }
-  return translated;
+const Dialect& DialectOf(std::u16string_view name) {
+  const auto* const found =
+      std::find_if(kDialects.begin(), kDialects.end(),
+                   [named = automation::UCase(name)](const Dialect* dialect) {
+                     return automation::InStr(1, named, automation::UCase(dialect->product)) > 0;
+                   });
+  return found == kDialects.end() ? kUnknownProduct : **found;
 }
 
 }  // namespace odbc

@@ -1,57 +1,77 @@
-// What the host's statements need changed for the product that they are sent to. The host writes
-// them for a product that knows `@@Identity` and reads month-first dates; every other word of a
-// statement is left as it is.
+// What the host's statements, connections and results need of the product that they meet: one row a
+// product, which holds all in which that product and its ODBC driver differ. It is chosen once,
+// when a connection is opened.
 #pragma once
 
-#include <functional>
-#include <string>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string_view>
 
+#include "odbc/ado_error.h"
+#include "odbc/column.h"
+#include "odbc/column_value.h"
 #include "odbc/sql_tokens.h"
 #include "odbc/text_calls.h"
 
 namespace odbc {
 
+// A key of connection strings and the value that it has when the host's string does not say.
+struct ConnectionDefault {
+  std::u16string_view key;
+  std::u16string_view value;
+};
+
+// A failure as the product's driver reports it, and ADO's error for it.
+struct ErrorCode {
+  // What its SQLSTATE begins with; empty for any.
+  std::u16string_view state;
+  // The product's own code; nothing for any.
+  std::optional<std::int32_t> native;
+  ProviderError error;
+};
+
 struct Dialect {
   // As the driver names its product (SQL_DBMS_NAME); the driver's own name has it too.
   std::u16string_view product;
+
+  // The form of text that the driver takes itself.
+  TextCalls textCalls = TextCalls::Wide;
+  std::span<const ConnectionDefault> connectionDefaults;
+  // Run once after connecting, in this order: what makes the host's statements mean the same
+  // whatever the server's, the database's or the user's settings say.
+  std::span<const std::u16string_view> sessionSetup;
+
+  // What a statement may have beyond '…' texts, "…" names and comments.
+  SqlSyntax syntax;
   // Stands for `@@Identity`: the key that the last insert on this connection made. Empty: the
   // product knows `@@Identity` itself.
   std::u16string_view identity;
-  // The product keeps a date as the text that it is given, so that a quoted month-first date must
-  // become ISO text where a date column receives it. Products that convert read it themselves,
-  // once their session is set up.
-  bool keepsDateText = false;
-  // Run once after connecting, empty for none: what makes quoted month-first dates read right
-  // whatever the server's, the database's or the user's settings say.
-  std::u16string_view sessionSetup;
-  SqlSyntax syntax;
-  // The form of text that the product's driver takes itself.
-  TextCalls textCalls = TextCalls::Wide;
-  // How many milliseconds a lock held by another process is waited for when the connection string
-  // does not say, empty for what the driver does.
-  std::u16string_view lockTimeout;
+  // The product does not read a quoted month-first date, so it must become ISO text where a date
+  // column receives it or is compared with it.
+  bool quotedDatesAreTranslated = false;
+
+  // Types that the driver describes otherwise than ADO's readers see them.
+  std::span<const NamedKind> types;
+  // The driver writes a single with six digits, so it is read as a number.
+  bool singlesAreReadAsNumbers = false;
+  // Texts that the driver hands over in a form of its own; null for none.
+  OwnReading ownReading = nullptr;
+
+  // Failures whose SQLSTATE is the product's own or says too little. The first entry that fits
+  // decides, before the standard's states do.
+  std::span<const ErrorCode> errors;
 };
 
-// The product's entry; one that changes nothing for a product that the table does not know.
-const Dialect& DialectOf(std::u16string_view product);
+// Changes nothing.
+inline constexpr Dialect kUnknownProduct{};
 
-// The same by the driver that a connection string names ("SQLite3", "PostgreSQL Unicode", a file).
-const Dialect& DialectOfDriver(std::u16string_view driver);
+// The row whose product is named in `name`: a driver as a connection string names it ("SQLite3",
+// "PostgreSQL Unicode", a file), or SQL_DBMS_NAME. kUnknownProduct when there is none.
+const Dialect& DialectOf(std::u16string_view name);
 
-// Whether a column, both names spelt as in the statement, is declared as a date or timestamp.
-using IsDateColumn = std::function<bool(std::u16string_view table, std::u16string_view column)>;
-
-// The statement for the dialect's product:
-// - `@@Identity`, in any case, becomes the dialect's expression.
-// - #mm-dd-yyyy# and #mm-dd-yyyy hh:mm:ss# become 'yyyy-mm-dd' and 'yyyy-mm-dd hh:mm:ss', which
-//   every product reads alike.
-// - A quoted text that is wholly such a date becomes the same ISO text, but only where the product
-//   keeps date texts and a date column receives or is compared with it: a patient's or a user's
-//   free text that looks like a date stays as it was typed.
-// Nothing else inside quotes, quoted names or comments is touched, and a # date that is no day of
-// the calendar is left for the product to refuse.
-std::u16string Translate(std::u16string_view statement, const Dialect& dialect,
-                         const IsDateColumn& isDateColumn);
+inline bool IsKnown(const Dialect& dialect) {
+  return !dialect.product.empty();
+}
 
 }  // namespace odbc

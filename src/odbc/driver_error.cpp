@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <span>
 #include <vector>
-
-#include "odbc/ado_error.h"
 
 namespace odbc {
 namespace {
@@ -14,48 +14,30 @@ constexpr std::size_t kLongestText = 32767;
 constexpr std::size_t kUsualText = 1024;
 constexpr std::size_t kStateLength = 5;
 
-constexpr std::int32_t kIntegrityViolation = -2147217873;    // DB_E_INTEGRITYVIOLATION
-constexpr std::int32_t kNoTable = -2147217865;               // DB_E_NOTABLE
-constexpr std::int32_t kDuplicateTable = -2147217857;        // DB_E_DUPLICATETABLEID
-constexpr std::int32_t kDataOverflow = -2147217833;          // DB_E_DATAOVERFLOW
-constexpr std::int32_t kCannotConvertValue = -2147217913;    // DB_E_CANTCONVERTVALUE
-constexpr std::int32_t kAuthenticationFailed = -2147217843;  // DB_SEC_E_AUTH_FAILED
-constexpr std::int32_t kPermissionDenied = -2147217911;      // DB_SEC_E_PERMISSIONDENIED
-constexpr std::int32_t kTimeExpired = -2147217871;           // DB_E_ABORTLIMITREACHED
-
-struct StateNumber {
-  std::u16string_view statePrefix;
-  std::int32_t number;
+// SQLSTATEs that mean the same wherever they occur, longer ones first.
+constexpr std::array kStandardErrors = {
+    ErrorCode{u"23", {}, ProviderError::IntegrityViolation},
+    ErrorCode{u"42S02", {}, ProviderError::NoTable},
+    ErrorCode{u"42S01", {}, ProviderError::DuplicateTable},
+    ErrorCode{u"42", {}, ProviderError::ErrorsInCommand},
+    ErrorCode{u"37", {}, ProviderError::ErrorsInCommand},
+    ErrorCode{u"21", {}, ProviderError::ErrorsInCommand},
+    ErrorCode{u"22001", {}, ProviderError::DataOverflow},
+    ErrorCode{u"22003", {}, ProviderError::DataOverflow},
+    ErrorCode{u"22008", {}, ProviderError::DataOverflow},
+    ErrorCode{u"22", {}, ProviderError::CannotConvertValue},
+    ErrorCode{u"28", {}, ProviderError::AuthenticationFailed},
+    ErrorCode{u"HYT", {}, ProviderError::TimeExpired},
 };
 
-// The first entry whose prefix fits decides.
-constexpr std::array kStateNumbers = {
-    StateNumber{u"23", kIntegrityViolation},   StateNumber{u"42S02", kNoTable},
-    StateNumber{u"42P01", kNoTable},           StateNumber{u"42S01", kDuplicateTable},
-    StateNumber{u"42P07", kDuplicateTable},    StateNumber{u"42501", kPermissionDenied},
-    StateNumber{u"42", kErrorsInCommand},      StateNumber{u"37", kErrorsInCommand},
-    StateNumber{u"21", kErrorsInCommand},      StateNumber{u"55", kErrorsInCommand},
-    StateNumber{u"22001", kDataOverflow},      StateNumber{u"22003", kDataOverflow},
-    StateNumber{u"22008", kDataOverflow},      StateNumber{u"22", kCannotConvertValue},
-    StateNumber{u"28", kAuthenticationFailed}, StateNumber{u"HYT", kTimeExpired},
-    StateNumber{u"57014", kTimeExpired},
-};
-
-struct NativeNumber {
-  std::int32_t native;
-  std::int32_t number;
-};
-
-// SQLite's result codes; its driver reports every one of them as HY000.
-constexpr std::u16string_view kSqliteMark = u"[SQLite]";
-constexpr std::array kSqliteNumbers = {
-    NativeNumber{1, kErrorsInCommand},      // SQLITE_ERROR: syntax, missing table or column
-    NativeNumber{-1, kErrorsInCommand},     // more than one statement
-    NativeNumber{18, kDataOverflow},        // SQLITE_TOOBIG
-    NativeNumber{19, kIntegrityViolation},  // SQLITE_CONSTRAINT
-    NativeNumber{20, kCannotConvertValue},  // SQLITE_MISMATCH
-    NativeNumber{8, kPermissionDenied},     // SQLITE_READONLY
-};
+// The first entry that fits.
+std::optional<ProviderError> Find(std::span<const ErrorCode> codes, const Diagnostic& diagnostic) {
+  const auto found = std::find_if(codes.begin(), codes.end(), [&](const ErrorCode& code) {
+    return diagnostic.state.starts_with(code.state) &&
+           (!code.native || *code.native == diagnostic.native);
+  });
+  return found == codes.end() ? std::nullopt : std::optional(found->error);
+}
 
 // Line ends behind a text would only add blank lines to a message box.
 std::u16string WithoutTrailingSpace(std::u16string text) {
@@ -92,33 +74,21 @@ Diagnostic FirstDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle, TextCalls c
   });
 }
 
-std::int32_t ErrorNumber(const Diagnostic& diagnostic) {
-  const auto* const byState = std::find_if(
-      kStateNumbers.begin(), kStateNumbers.end(),
-      [&](const auto& entry) { return diagnostic.state.starts_with(entry.statePrefix); });
-  if (byState != kStateNumbers.end()) {
-    return byState->number;
-  }
-  if (diagnostic.text.starts_with(kSqliteMark)) {
-    const auto* const byNative =
-        std::find_if(kSqliteNumbers.begin(), kSqliteNumbers.end(),
-                     [&](const auto& entry) { return entry.native == diagnostic.native; });
-    if (byNative != kSqliteNumbers.end()) {
-      return byNative->number;
-    }
-  }
-  return static_cast<std::int32_t>(ProviderError::Failure);
+ProviderError ErrorOf(const Diagnostic& diagnostic, const Dialect& dialect) {
+  const auto own = Find(dialect.errors, diagnostic);
+  return own ? *own : Find(kStandardErrors, diagnostic).value_or(ProviderError::Failure);
 }
 
-DriverError::DriverError(const Diagnostic& diagnostic)
-    : AutomationError(ErrorNumber(diagnostic), std::u16string(kProviderSource),
+DriverError::DriverError(const Diagnostic& diagnostic, const Dialect& dialect)
+    : AutomationError(static_cast<std::int32_t>(ErrorOf(diagnostic, dialect)),
+                      std::u16string(kProviderSource),
                       diagnostic.text.empty() ? u"Unspecified error" : diagnostic.text),
       state_(diagnostic.state),
       native_(diagnostic.native) {}
 
-void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, TextCalls calls) {
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, const Dialect& dialect) {
   if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) {
-    throw DriverError(FirstDiagnostic(handleType, handle, calls));
+    throw DriverError(FirstDiagnostic(handleType, handle, dialect.textCalls), dialect);
   }
 }
 

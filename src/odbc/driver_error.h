@@ -5,12 +5,9 @@
 #include <string>
 
 #include "automation/automation_error.h"
-#include "odbc/text_calls.h"
+#include "odbc/dialect.h"
 
 namespace odbc {
-
-// DB_E_ERRORSINCOMMAND: a statement that the database cannot read, or that names what is not there.
-inline constexpr std::int32_t kErrorsInCommand = -2147217900;
 
 // The first diagnostic record of a handle.
 struct Diagnostic {
@@ -22,16 +19,16 @@ struct Diagnostic {
 // Empty fields when the handle holds no record.
 Diagnostic FirstDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle, TextCalls calls);
 
-// The OLE DB code that fits the SQLSTATE (or, for a driver that has only one state for everything,
-// its native code): -2147217900 for a statement that the database refuses, -2147217873 for a
-// violated constraint, -2147467259 for the connection and whatever has no code of its own.
-std::int32_t ErrorNumber(const Diagnostic& diagnostic);
+// ADO's error for it: by the dialect's own codes, then by the standard's SQLSTATEs; Failure for
+// what neither has.
+ProviderError ErrorOf(const Diagnostic& diagnostic, const Dialect& dialect);
 
 // An error that a driver raised: that number, with the driver's text as it stands.
 class DriverError : public automation::AutomationError {
  public:
-  explicit DriverError(const Diagnostic& diagnostic);
+  DriverError(const Diagnostic& diagnostic, const Dialect& dialect);
 
+  bool Is(ProviderError error) const { return number() == static_cast<std::int32_t>(error); }
   const std::u16string& state() const { return state_; }
   std::int32_t native() const { return native_; }
 
@@ -41,7 +38,6 @@ class DriverError : public automation::AutomationError {
 };
 
 // Raises the handle's error unless `result` is a success or "no data".
-void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle,
-           TextCalls calls = TextCalls::Wide);
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle, const Dialect& dialect);
 
 }  // namespace odbc

@@ -19,7 +19,7 @@ class Handle {
       if (parent == SQL_NULL_HANDLE) {
         throw MakeError(ProviderError::Failure, u"The ODBC driver manager cannot be used.");
       }
-      throw DriverError(FirstDiagnostic(ParentType, parent, TextCalls::Wide));
+      throw DriverError(FirstDiagnostic(ParentType, parent, TextCalls::Wide), kUnknownProduct);
     }
   }
   Handle(Handle&& other) noexcept
@@ -38,8 +38,8 @@ class Handle {
 
   SQLHANDLE get() const { return handle_; }
   // Raises the driver's error unless `result` is a success or "no data".
-  void Check(SQLRETURN result, TextCalls calls = TextCalls::Wide) const {
-    odbc::Check(result, Type, handle_, calls);
+  void Check(SQLRETURN result, const Dialect& dialect) const {
+    odbc::Check(result, Type, handle_, dialect);
   }
 
  private:

@@ -29,6 +29,9 @@ class Scanner {
   bool AtEnd() const { return rest_.empty(); }
 
   Token Next() {
+    if (const auto length = DateLength(); length > 0) {
+      return Cut(TokenKind::Date, length);
+    }
     if (const auto length = SpaceLength(); length > 0) {
       return Cut(TokenKind::Space, length);
     }
@@ -37,9 +40,6 @@ class Scanner {
     }
     if (const auto length = NameLength(); length > 0) {
       return Cut(TokenKind::Name, length);
-    }
-    if (const auto length = DateLength(); length > 0) {
-      return Cut(TokenKind::Date, length);
     }
     if (IsWord(rest_.front())) {
       return Cut(TokenKind::Word, WordLength());
@@ -59,8 +59,16 @@ class Scanner {
     return static_cast<std::size_t>(end - rest_.begin());
   }
 
+  bool BeginsLineComment() const {
+    if (!syntax_.hashComments) {
+      return rest_.starts_with(u"--");
+    }
+    return rest_.front() == u'#' ||
+           (rest_.starts_with(u"--") && (rest_.size() == 2 || rest_[2] <= u' '));
+  }
+
   std::size_t SpaceLength() const {
-    if (rest_.starts_with(u"--")) {
+    if (BeginsLineComment()) {
       return std::min(rest_.find(u'\n'), rest_.size());
     }
     if (rest_.starts_with(u"/*")) {
@@ -118,7 +126,7 @@ class Scanner {
     if (rest_.front() == u'"') {
       return QuotedLength(0, u'"', false);
     }
-    if (syntax_.bracketNames && rest_.front() == u'`') {
+    if (syntax_.backtickNames && rest_.front() == u'`') {
       return QuotedLength(0, u'`', false);
     }
     if (syntax_.bracketNames && rest_.front() == u'[') {

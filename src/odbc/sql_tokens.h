@@ -8,10 +8,14 @@ namespace odbc {
 
 // What a product's SQL has beyond '…' texts, "…" names and comments.
 struct SqlSyntax {
-  // [name] and `name`.
+  // [name]
   bool bracketNames = false;
+  // `name`
+  bool backtickNames = false;
   // E'it\'s' and $tag$…$tag$ texts.
   bool escapeTexts = false;
+  // A # that begins no date begins a comment, and -- only in front of a blank.
+  bool hashComments = false;
 };
 
 enum class TokenKind {

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "automation/conversion.h"
 #include "odbc/column_value.h"
 
 namespace odbc {
@@ -15,13 +16,13 @@ constexpr std::size_t kPieceUnits = 1024;
 
 }  // namespace
 
-Statement::Statement(const ConnectionHandle& connection, TextCalls calls)
-    : handle_(connection.get()), calls_(calls) {
+Statement::Statement(const ConnectionHandle& connection, const Dialect& dialect)
+    : handle_(connection.get()), dialect_(dialect) {
   SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT, AsPointer(kStatementTimeoutSeconds), 0);
 }
 
 void Statement::Execute(std::u16string_view text) {
-  Check(WithCalls(calls_, [&]<class Calls>(Calls /*calls*/) {
+  Check(WithCalls(dialect_.textCalls, [&]<class Calls>(Calls /*calls*/) {
     auto encoded = Calls::Encode(text);
     return Calls::Execute(handle_.get(), encoded.data(), SQLINTEGER{SQL_NTS});
   }));
@@ -39,7 +40,7 @@ std::vector<Column> Statement::Columns() const {
 }
 
 Column Statement::Describe(SQLUSMALLINT number) const {
-  return WithCalls(calls_, [&]<class Calls>(Calls /*calls*/) {
+  return WithCalls(dialect_.textCalls, [&]<class Calls>(Calls /*calls*/) {
     std::vector<typename Calls::Unit> name(kNameUnits);
     SQLSMALLINT length = 0;
     SQLSMALLINT type = 0;
@@ -50,8 +51,10 @@ Column Statement::Describe(SQLUSMALLINT number) const {
                                 static_cast<SQLSMALLINT>(name.size()), &length, &type, &size,
                                 &scale, &nullable));
     name.resize(std::min(static_cast<std::size_t>(length), name.size() - 1));
+    const std::u16string typeName = TypeName(number);
     return Column{.name = Calls::Decode(name),
-                  .kind = KindOf(type, TypeName(number)),
+                  .kind = KindOf({.number = type, .name = typeName, .size = size, .scale = scale},
+                                 dialect_.types),
                   .size = size,
                   .scale = scale,
                   .nullable = nullable != SQL_NO_NULLS};
@@ -59,7 +62,7 @@ Column Statement::Describe(SQLUSMALLINT number) const {
 }
 
 std::u16string Statement::TypeName(SQLUSMALLINT number) const {
-  return WithCalls(calls_, [&]<class Calls>(Calls /*calls*/) {
+  return WithCalls(dialect_.textCalls, [&]<class Calls>(Calls /*calls*/) {
     std::vector<typename Calls::Unit> name(kNameUnits);
     SQLSMALLINT bytes = 0;
     Check(Calls::ColumnAttribute(
@@ -77,27 +80,50 @@ bool Statement::Fetch() {
 }
 
 std::optional<std::u16string> Statement::ReadText(SQLUSMALLINT number) {
-  return WithCalls(calls_, [&]<class Calls>(Calls /*calls*/) -> std::optional<std::u16string> {
-    using Unit = typename Calls::Unit;
-    std::vector<Unit> text;
-    std::array<Unit, kPieceUnits> piece{};
-    for (bool isLast = false; !isLast;) {
-      SQLLEN bytesLeft = 0;
-      const SQLRETURN result = SQLGetData(handle_.get(), number, Calls::kDataType, piece.data(),
-                                          static_cast<SQLLEN>(sizeof(piece)), &bytesLeft);
-      Check(result);
-      if (bytesLeft == SQL_NULL_DATA) {
-        return std::nullopt;
-      }
-      // Every piece but the last fills the buffer, up to its terminating zero.
-      const std::size_t whole = piece.size() - 1;
-      const auto unitsLeft = static_cast<std::size_t>(bytesLeft) / sizeof(Unit);
-      isLast = result == SQL_NO_DATA || (bytesLeft >= 0 && unitsLeft <= whole);
-      const auto units = result == SQL_NO_DATA ? 0 : std::min(unitsLeft, whole);
-      text.insert(text.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(units));
-    }
-    return Calls::Decode(text);
-  });
+  return WithCalls(
+      dialect_.textCalls, [&]<class Calls>(Calls /*calls*/) -> std::optional<std::u16string> {
+        using Unit = typename Calls::Unit;
+        std::vector<Unit> text;
+        std::array<Unit, kPieceUnits> piece{};
+        for (bool isLast = false; !isLast;) {
+          SQLLEN bytesLeft = 0;
+          const SQLRETURN result = SQLGetData(handle_.get(), number, Calls::kDataType, piece.data(),
+                                              static_cast<SQLLEN>(sizeof(piece)), &bytesLeft);
+          Check(result);
+          if (bytesLeft == SQL_NULL_DATA) {
+            return std::nullopt;
+          }
+          // Every piece but the last fills the buffer, up to its terminating zero.
+          const std::size_t whole = piece.size() - 1;
+          const auto unitsLeft = static_cast<std::size_t>(bytesLeft) / sizeof(Unit);
+          isLast = result == SQL_NO_DATA || (bytesLeft >= 0 && unitsLeft <= whole);
+          const auto units = result == SQL_NO_DATA ? 0 : std::min(unitsLeft, whole);
+          text.insert(text.end(), piece.begin(),
+                      piece.begin() + static_cast<std::ptrdiff_t>(units));
+        }
+        return Calls::Decode(text);
+      });
+}
+
+automation::Value Statement::ReadSingle(SQLUSMALLINT number) {
+  double single = 0;
+  SQLLEN length = 0;
+  Check(SQLGetData(handle_.get(), number, SQL_C_DOUBLE, &single, sizeof(single), &length));
+  return length == SQL_NULL_DATA
+             ? automation::Value(automation::Null())
+             : automation::Value(automation::WidenSingle(static_cast<float>(single)));
+}
+
+automation::Value Statement::Read(SQLUSMALLINT number, ColumnKind kind) {
+  if (kind == ColumnKind::Single && dialect_.singlesAreReadAsNumbers) {
+    return ReadSingle(number);
+  }
+  auto text = ReadText(number);
+  if (!text) {
+    return automation::Null();
+  }
+  auto own = dialect_.ownReading == nullptr ? std::nullopt : dialect_.ownReading(*text, kind);
+  return own ? std::move(*own) : ToValue(std::move(*text), kind);
 }
 
 CachedRows Statement::FetchAll() {
@@ -106,9 +132,7 @@ CachedRows Statement::FetchAll() {
     Row row;
     row.reserve(result.columns.size());
     for (std::size_t i = 0; i < result.columns.size(); ++i) {
-      auto text = ReadText(static_cast<SQLUSMALLINT>(i + 1));
-      row.push_back(text ? ToValue(std::move(*text), result.columns[i].kind)
-                         : automation::Value(automation::Null()));
+      row.push_back(Read(static_cast<SQLUSMALLINT>(i + 1), result.columns[i].kind));
     }
     result.rows.push_back(std::move(row));
   }

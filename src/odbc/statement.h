@@ -18,7 +18,7 @@ inline constexpr std::size_t kStatementTimeoutSeconds = 30;
 
 class Statement {
  public:
-  Statement(const ConnectionHandle& connection, TextCalls calls);
+  Statement(const ConnectionHandle& connection, const Dialect& dialect);
 
   // Raises the driver's error.
   void Execute(std::u16string_view text);
@@ -35,11 +35,13 @@ class Statement {
   bool Fetch();
   // Nothing for Null.
   std::optional<std::u16string> ReadText(SQLUSMALLINT number);
+  automation::Value ReadSingle(SQLUSMALLINT number);
+  automation::Value Read(SQLUSMALLINT number, ColumnKind kind);
 
-  void Check(SQLRETURN result) const { handle_.Check(result, calls_); }
+  void Check(SQLRETURN result) const { handle_.Check(result, dialect_); }
 
   StatementHandle handle_;
-  TextCalls calls_;
+  const Dialect& dialect_;
 };
 
 }  // namespace odbc

@@ -21,23 +21,23 @@ Date Moment(int year, int month, int day, int hour = 0, int minute = 0, int seco
 }
 
 TEST(ColumnKind, TheSourcesOwnTypeNameGoesFirst) {
-  EXPECT_EQ(KindOf(SQL_VARCHAR, u"bool"), ColumnKind::Boolean);
-  EXPECT_EQ(KindOf(SQL_FLOAT, u"money"), ColumnKind::Currency);
-  EXPECT_EQ(KindOf(SQL_DOUBLE, u"NUMERIC"), ColumnKind::Decimal);
-  EXPECT_EQ(KindOf(SQL_VARCHAR, u"decimal"), ColumnKind::Decimal);
+  EXPECT_EQ(KindOf({SQL_VARCHAR, u"bool"}, {}), ColumnKind::Boolean);
+  EXPECT_EQ(KindOf({SQL_FLOAT, u"money"}, {}), ColumnKind::Currency);
+  EXPECT_EQ(KindOf({SQL_DOUBLE, u"NUMERIC"}, {}), ColumnKind::Decimal);
+  EXPECT_EQ(KindOf({SQL_VARCHAR, u"decimal"}, {}), ColumnKind::Decimal);
 }
 
 TEST(ColumnKind, TheOdbcTypeDecidesForOtherNames) {
-  EXPECT_EQ(KindOf(SQL_BIT, u"bit"), ColumnKind::Boolean);
-  EXPECT_EQ(KindOf(SQL_SMALLINT, u"int2"), ColumnKind::Int16);
-  EXPECT_EQ(KindOf(SQL_INTEGER, u"serial"), ColumnKind::Int32);
-  EXPECT_EQ(KindOf(SQL_BIGINT, u"int8"), ColumnKind::BigInt);
-  EXPECT_EQ(KindOf(SQL_REAL, u"float4"), ColumnKind::Single);
-  EXPECT_EQ(KindOf(SQL_TYPE_TIMESTAMP, u"datetime"), ColumnKind::Date);
-  EXPECT_EQ(KindOf(SQL_TYPE_DATE, u"date"), ColumnKind::Date);
-  EXPECT_EQ(KindOf(SQL_WVARCHAR, u"varchar"), ColumnKind::Text);
-  EXPECT_EQ(KindOf(SQL_LONGVARBINARY, u"bytea"), ColumnKind::Binary);
-  EXPECT_EQ(KindOf(-9999, u"hstore"), ColumnKind::Text);
+  EXPECT_EQ(KindOf({SQL_BIT, u"bit"}, {}), ColumnKind::Boolean);
+  EXPECT_EQ(KindOf({SQL_SMALLINT, u"int2"}, {}), ColumnKind::Int16);
+  EXPECT_EQ(KindOf({SQL_INTEGER, u"serial"}, {}), ColumnKind::Int32);
+  EXPECT_EQ(KindOf({SQL_BIGINT, u"int8"}, {}), ColumnKind::BigInt);
+  EXPECT_EQ(KindOf({SQL_REAL, u"float4"}, {}), ColumnKind::Single);
+  EXPECT_EQ(KindOf({SQL_TYPE_TIMESTAMP, u"datetime"}, {}), ColumnKind::Date);
+  EXPECT_EQ(KindOf({SQL_TYPE_DATE, u"date"}, {}), ColumnKind::Date);
+  EXPECT_EQ(KindOf({SQL_WVARCHAR, u"varchar"}, {}), ColumnKind::Text);
+  EXPECT_EQ(KindOf({SQL_LONGVARBINARY, u"bytea"}, {}), ColumnKind::Binary);
+  EXPECT_EQ(KindOf({-9999, u"hstore"}, {}), ColumnKind::Text);
 }
 
 TEST(ColumnValue, WholeNumbersTakeTheColumnsWidthOrTheNextThatHoldsThem) {
@@ -78,9 +78,7 @@ TEST(ColumnValue, WhatIsNoValueOfTheKindStaysText) {
         ColumnKind::Single, ColumnKind::Double, ColumnKind::Decimal, ColumnKind::Currency,
         ColumnKind::Date, ColumnKind::Time}) {
     for (const std::u16string text : {u"", u"soon", u"1 2 x"}) {
-      if (kind != ColumnKind::Currency || text != u"1 2 x") {
-        EXPECT_EQ(ToValue(text, kind), Value(text));
-      }
+      EXPECT_EQ(ToValue(text, kind), Value(text));
     }
   }
   EXPECT_EQ(ToValue(u"12", ColumnKind::Text), Value(u"12"));
@@ -123,15 +121,6 @@ TEST(ColumnCurrency, ReadsPlainNumbersToFourDecimals) {
   EXPECT_EQ(ParseCurrency(u"-1234.5678"), Currency{-12345678});
   EXPECT_EQ(ParseCurrency(u"0.00005"), Currency{1});
   EXPECT_EQ(ParseCurrency(u"77"), Currency{770000});
-}
-
-TEST(ColumnCurrency, ReadsAmountsAsAServersLocalePrintsThem) {
-  EXPECT_EQ(ParseCurrency(u"$1,234.50"), Currency{12345000});
-  EXPECT_EQ(ParseCurrency(u"-$0.05"), Currency{-500});
-  EXPECT_EQ(ParseCurrency(u"($1.50)"), Currency{-15000});
-  EXPECT_EQ(ParseCurrency(u"1.234,50 kr"), Currency{12345000});
-  EXPECT_EQ(ParseCurrency(u"12\u00A0345,00 kr"), Currency{123450000});
-  EXPECT_EQ(ParseCurrency(u"¥1,234"), Currency{12340000});
 }
 
 TEST(ColumnCurrency, AnAmountBeyondItsRangeIsNothing) {

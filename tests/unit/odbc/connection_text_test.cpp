@@ -49,9 +49,20 @@ TEST(ConnectRequest, SqliteWaitsFiveSecondsForALockUnlessTheStringSaysOtherwise)
 }
 
 TEST(ConnectRequest, SqliteIsConnectedInUtf8) {
-  EXPECT_EQ(RequestOf(u"Driver=SQLite3", u"", u"").calls, TextCalls::Utf8);
-  EXPECT_EQ(RequestOf(u"Driver=PostgreSQL Unicode", u"", u"").calls, TextCalls::Wide);
-  EXPECT_EQ(RequestOf(u"DSN=clinic", u"", u"").calls, TextCalls::Wide);
+  const auto callsOf = [](std::u16string_view text) {
+    return RequestOf(text, u"", u"").dialect.textCalls;
+  };
+  EXPECT_EQ(callsOf(u"Driver=SQLite3"), TextCalls::Utf8);
+  EXPECT_EQ(callsOf(u"Driver=PostgreSQL Unicode"), TextCalls::Wide);
+  EXPECT_EQ(callsOf(u"Driver=MariaDB Unicode"), TextCalls::Wide);
+  EXPECT_EQ(callsOf(u"DSN=clinic"), TextCalls::Wide);
+}
+
+TEST(ConnectRequest, MariadbIsConnectedWithAllLettersUnlessTheStringSaysOtherwise) {
+  EXPECT_EQ(RequestOf(u"Driver=MariaDB Unicode;Database=x", u"", u"").text,
+            u"Driver=MariaDB Unicode;Database=x;CHARSET=utf8mb4;OPTION=2;");
+  EXPECT_EQ(RequestOf(u"Driver=MariaDB Unicode;charset=latin1;Option=3", u"", u"").text,
+            u"Driver=MariaDB Unicode;charset=latin1;Option=3;");
 }
 
 TEST(ConnectRequest, UserAndPasswordGoBeforeTheStrings) {

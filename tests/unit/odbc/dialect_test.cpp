@@ -1,176 +1,78 @@
+// What each row makes of its driver's types and texts.
 #include "odbc/dialect.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "odbc/date_literal.h"
+#include "automation/date.h"
+#include "fakes/printing.h"
+#include "odbc/api.h"
 
 namespace odbc {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
+using automation::Currency;
+using automation::Decimal;
+using automation::Null;
+using automation::Value;
 
-const std::u16string kSqlite = u"SQLite";
-const std::u16string kPostgresql = u"PostgreSQL";
-
-bool NoDateColumn(std::u16string_view /*table*/, std::u16string_view /*column*/) {
-  return false;
-}
-bool OnlyDateColumns(std::u16string_view /*table*/, std::u16string_view /*column*/) {
-  return true;
+// The usual reading where the row has none of its own.
+Value Read(std::u16string_view product, std::u16string text, ColumnKind kind) {
+  const auto own = DialectOf(product).ownReading(text, kind);
+  return own ? *own : ToValue(std::move(text), kind);
 }
 
-std::u16string Translated(const std::u16string& product, std::u16string_view statement,
-                          const IsDateColumn& isDateColumn = NoDateColumn) {
-  return Translate(statement, DialectOf(product), isDateColumn);
+TEST(PostgresqlRow, ReadsAmountsAsTheServersLocalePrintsThem) {
+  const auto amount = [](const char16_t* text) {
+    return Read(u"PostgreSQL", text, ColumnKind::Currency);
+  };
+  EXPECT_EQ(amount(u"$1,234.50"), Value(Currency{12345000}));
+  EXPECT_EQ(amount(u"-$0.05"), Value(Currency{-500}));
+  EXPECT_EQ(amount(u"($1.50)"), Value(Currency{-15000}));
+  EXPECT_EQ(amount(u"1.234,50 kr"), Value(Currency{12345000}));
+  EXPECT_EQ(amount(u"12\u00A0345,00 kr"), Value(Currency{123450000}));
+  EXPECT_EQ(amount(u"¥1,234"), Value(Currency{12340000}));
+  EXPECT_EQ(amount(u"1234.5678"), Value(Currency{12345678}));
+  EXPECT_EQ(amount(u"free"), Value(u"free"));
 }
 
-TEST(Dialect, IdentityIsReadInAnyCase) {
-  EXPECT_EQ(Translated(kSqlite, u"Select @@Identity"), u"Select last_insert_rowid()");
-  EXPECT_EQ(Translated(kSqlite, u"SELECT @@IDENTITY AS x"), u"SELECT last_insert_rowid() AS x");
-  EXPECT_EQ(Translated(kPostgresql, u"select @@identity"), u"select lastval()");
+TEST(PostgresqlRow, LeavesOtherTextsToTheUsualReading) {
+  EXPECT_EQ(Read(u"PostgreSQL", u"$1", ColumnKind::Text), Value(u"$1"));
+  EXPECT_EQ(Read(u"PostgreSQL", u"t", ColumnKind::Boolean), Value(true));
 }
 
-TEST(Dialect, ANameThatOnlyBeginsLikeIdentityIsLeft) {
-  for (const auto* statement :
-       {u"Select @@Identity2", u"Select @@@Identity", u"Select @Identity"}) {
-    EXPECT_EQ(Translated(kSqlite, statement), statement);
-  }
+TEST(MariadbRow, TakesATinyintForABooleanUnlessItsValueIsNone) {
+  EXPECT_EQ(KindOf({SQL_TINYINT, u"tinyint", 3}, DialectOf(u"MariaDB").types), ColumnKind::Boolean);
+  EXPECT_EQ(Read(u"MariaDB", u"1", ColumnKind::Boolean), Value(true));
+  EXPECT_EQ(Read(u"MariaDB", u"0", ColumnKind::Boolean), Value(false));
+  EXPECT_EQ(Read(u"MariaDB", u"-7", ColumnKind::Boolean), Value(std::int16_t{-7}));
 }
 
-TEST(Dialect, AHashDateBecomesIsoTextForEveryProduct) {
-  for (const auto& product : {kSqlite, kPostgresql}) {
-    EXPECT_EQ(Translated(product, u"VALUES (1,#11-16-2026 14:05:00#,#01-02-2026#)"),
-              u"VALUES (1,'2026-11-16 14:05:00','2026-01-02')");
-  }
+TEST(MariadbRow, ReadsABitFromItsByte) {
+  EXPECT_EQ(KindOf({SQL_BIT, u"bit", 1}, DialectOf(u"MariaDB").types), ColumnKind::Boolean);
+  EXPECT_EQ(Read(u"MariaDB", std::u16string(1, u'\1'), ColumnKind::Boolean), Value(true));
+  EXPECT_EQ(Read(u"MariaDB", std::u16string(1, u'\0'), ColumnKind::Boolean), Value(false));
+  EXPECT_EQ(Read(u"MariaDB", u"", ColumnKind::Boolean), Value(false));
 }
 
-TEST(Dialect, WhatIsNoDateBetweenHashesIsLeft) {
-  for (const auto* statement :
-       {u"SELECT #13-16-2026#", u"SELECT #02-30-2026#", u"SELECT #11-16-2026 24:00:00#",
-        u"SELECT #11-16-2026 14:05#", u"SELECT #1-1-2026#", u"SELECT #11/16/2026#",
-        u"SELECT # 11-16-2026 #", u"SELECT ##", u"SELECT #", u"SELECT a # b # c",
-        u"SELECT #11-16-2026", u"SELECT '{}' #> '{a}'"}) {
-    EXPECT_EQ(Translated(kSqlite, statement), statement);
-    EXPECT_EQ(Translated(kPostgresql, statement), statement);
-  }
+TEST(MariadbRow, TakesADecimalOfCurrencysDigitsForCurrency) {
+  const auto kindOf = [](std::size_t size, std::int16_t scale) {
+    return KindOf({SQL_DECIMAL, u"decimal", size, scale}, DialectOf(u"MariaDB").types);
+  };
+  EXPECT_EQ(kindOf(19, 4), ColumnKind::Currency);
+  EXPECT_EQ(kindOf(19, 2), ColumnKind::Decimal);
+  EXPECT_EQ(kindOf(10, 4), ColumnKind::Decimal);
+  EXPECT_EQ(Read(u"MariaDB", u"1234.5000", ColumnKind::Currency), Value(Currency{12345000}));
+  EXPECT_EQ(Read(u"MariaDB", u"999999999999999.9999", ColumnKind::Currency),
+            Value(Decimal{.lo = 9999999999999999999U, .scale = 4}));
 }
 
-TEST(Dialect, NothingInsideTextsNamesAndCommentsIsTouched) {
-  for (const auto* statement :
-       {u"SELECT '@@Identity #11-16-2026#'", u"SELECT 'it''s #11-16-2026#'",
-        u"SELECT \"#11-16-2026#\" FROM \"a\"\"@@Identity\"", u"SELECT 1 -- @@Identity #11-16-2026#",
-        u"SELECT 1 /* @@Identity ' #11-16-2026# */ , 2", u"SELECT 'never ending #11-16-2026#"}) {
-    EXPECT_EQ(Translated(kSqlite, statement, OnlyDateColumns), statement);
-    EXPECT_EQ(Translated(kPostgresql, statement, OnlyDateColumns), statement);
-  }
-}
-
-TEST(Dialect, WhatFollowsATextNameOrCommentIsTranslated) {
-  const std::u16string before = u"SELECT 'it''s', \"a\"\"b\", /* ' */ '' -- '\n";
-  EXPECT_EQ(Translated(kSqlite, before + u", @@Identity"), before + u", last_insert_rowid()");
-  EXPECT_EQ(Translated(kPostgresql, before + u", @@Identity"), before + u", lastval()");
-}
-
-TEST(Dialect, EachProductsOwnQuotesAreKnown) {
-  EXPECT_EQ(Translated(kSqlite, u"SELECT [@@Identity], `@@Identity`, @@Identity"),
-            u"SELECT [@@Identity], `@@Identity`, last_insert_rowid()");
-  EXPECT_EQ(
-      Translated(kPostgresql, u"SELECT E'it\\'s @@Identity', $t$ '@@Identity $t$, @@Identity"),
-      u"SELECT E'it\\'s @@Identity', $t$ '@@Identity $t$, lastval()");
-  EXPECT_EQ(Translated(kPostgresql, u"SELECT $$@@Identity$$, $1, a$b, '\\', @@Identity"),
-            u"SELECT $$@@Identity$$, $1, a$b, '\\', lastval()");
-}
-
-TEST(Dialect, AProductThatIsNotInTheTableGetsTheStatementAsItIs) {
-  const auto* const statement = u"Select @@Identity, #11-16-2026#";
-  EXPECT_EQ(Translated(u"MariaDB", statement, OnlyDateColumns), statement);
-}
-
-TEST(Dialect, TheDriversNameLeadsToItsProduct) {
-  EXPECT_EQ(DialectOfDriver(u"SQLite3").product, kSqlite);
-  EXPECT_EQ(DialectOfDriver(u"/usr/lib/libsqlite3odbc.so").product, kSqlite);
-  EXPECT_EQ(DialectOfDriver(u"PostgreSQL Unicode").product, kPostgresql);
-  EXPECT_EQ(DialectOfDriver(u"MariaDB").product, u"");
-  EXPECT_EQ(DialectOfDriver(u"").product, u"");
-}
-
-TEST(Dialect, QuotedDatesStayForAProductThatReadsThem) {
-  const auto* const statement = u"INSERT INTO T (D) VALUES ('11-16-2026 14:05:00')";
-  EXPECT_EQ(Translated(kPostgresql, statement, OnlyDateColumns), statement);
-}
-
-// Which columns are asked about, and that the answer decides.
-class QuotedDate : public testing::Test {
- protected:
-  std::u16string Translated(std::u16string_view statement, bool areDates) {
-    asked.clear();
-    return Translate(statement, DialectOf(kSqlite),
-                     [&](std::u16string_view table, std::u16string_view column) {
-                       asked.emplace_back(table, column);
-                       return areDates;
-                     });
-  }
-  std::vector<std::pair<std::u16string, std::u16string>> asked;
-};
-
-TEST_F(QuotedDate, BecomesIsoTextOnlyInADateColumn) {
-  const std::u16string insert = u"INSERT INTO T (D) VALUES ('11-16-2026 14:05:00')";
-  EXPECT_EQ(Translated(insert, true), u"INSERT INTO T (D) VALUES ('2026-11-16 14:05:00')");
-  EXPECT_EQ(Translated(insert, false), insert);
-}
-
-TEST_F(QuotedDate, BelongsToTheColumnAtItsPlaceInAnInsert) {
-  EXPECT_EQ(Translated(u"Insert into Vilnor (PID, CaseId,[Reg Date]) VALUES (max(1, 2) , 'a,b)',"
-                       u" '11-16-2026')",
-                       true),
-            u"Insert into Vilnor (PID, CaseId,[Reg Date]) VALUES (max(1, 2) , 'a,b)',"
-            u" '2026-11-16')");
-  EXPECT_THAT(asked, ElementsAre(Pair(u"Vilnor", u"[Reg Date]")));
-}
-
-TEST_F(QuotedDate, BelongsToTheColumnThatItIsComparedWithOrAssignedTo) {
-  EXPECT_EQ(Translated(u"UPDATE T SET D = '11-16-2026' WHERE E <> '11-17-2026' AND F>='11-18-2026'",
-                       true),
-            u"UPDATE T SET D = '2026-11-16' WHERE E <> '2026-11-17' AND F>='2026-11-18'");
-  EXPECT_THAT(asked, ElementsAre(Pair(u"T", u"D"), Pair(u"T", u"E"), Pair(u"T", u"F")));
-}
-
-TEST_F(QuotedDate, IsLeftWhereNoColumnPlainlyReceivesIt) {
-  for (const auto* statement :
-       {u"INSERT INTO T VALUES ('11-16-2026')", u"INSERT INTO T (A) VALUES ('x' || '11-16-2026')",
-        u"INSERT INTO T (A) VALUES (f('11-16-2026'))",
-        u"INSERT INTO T (A) VALUES (1, '11-16-2026')",
-        u"INSERT INTO main.T (A) VALUES ('11-16-2026')", u"SELECT '11-16-2026'",
-        u"SELECT '11-16-2026' FROM T", u"SELECT 1 FROM T WHERE A LIKE '11-16-2026'",
-        u"'11-16-2026'", u"= '11-16-2026'", u"INTO", u"FROM T = '11-16-2026"}) {
-    EXPECT_EQ(Translated(statement, true), statement);
-  }
-}
-
-TEST_F(QuotedDate, IsNotAskedForUnlessTheWholeTextIsADate) {
-  for (const auto* statement :
-       {u"INSERT INTO T (A) VALUES ('den 11-16-2026')", u"INSERT INTO T (A) VALUES ('11-16-2026 ')",
-        u"INSERT INTO T (A) VALUES ('2026-11-16')", u"INSERT INTO T (A) VALUES ('')"}) {
-    EXPECT_EQ(Translated(statement, true), statement);
-    EXPECT_THAT(asked, IsEmpty());
-  }
-}
-
-TEST(DateLiteral, HostDatesBecomeIso) {
-  EXPECT_EQ(IsoFromHostDate(u"02-29-2024"), u"2024-02-29");
-  EXPECT_EQ(IsoFromHostDate(u"12-31-1999 23:59:59"), u"1999-12-31 23:59:59");
-}
-
-TEST(DateLiteral, OtherTextsDoNot) {
-  for (const auto* text : {u"", u"02-29-2023", u"00-01-2026", u"12-00-2026", u"12-31-1999 23:59:60",
-                           u"12-31-1999T23:59:59", u"12-31-1999  23:59:5", u"1２-31-1999"}) {
-    EXPECT_EQ(IsoFromHostDate(text), std::nullopt);
-  }
+TEST(MariadbRow, TakesAZeroDateForNone) {
+  EXPECT_EQ(Read(u"MariaDB", u"0000-00-00 00:00:00", ColumnKind::Date), Value(Null()));
+  EXPECT_EQ(Read(u"MariaDB", u"0000-00-00", ColumnKind::Date), Value(Null()));
+  EXPECT_EQ(Read(u"MariaDB", u"2026-11-16", ColumnKind::Date),
+            Value(automation::MakeDate({2026, 11, 16, 0, 0, 0})));
+  EXPECT_EQ(Read(u"MariaDB", u"0000-00-00", ColumnKind::Text), Value(u"0000-00-00"));
 }
 
 }  // namespace

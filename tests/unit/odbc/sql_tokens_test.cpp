@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <string>
 
+#include "odbc/dialect.h"
+
 namespace odbc {
 namespace {
 
@@ -19,9 +21,15 @@ TEST(SqlTokens, TellTheirKindsApart) {
 
 TEST(SqlTokens, JoinedAreTheStatementAgain) {
   for (const std::u16string statement :
-       {u"", u"'", u"''", u"'''", u"\"", u"[", u"[]", u"`", u"--", u"/*", u"/**/", u"$", u"$$",
-        u"$$$", u"$a$ $b$", u"E'\\", u"E'", u"#", u"SELECT 'a''b' FROM [x y] -- c\n WHERE å = 1"}) {
-    for (const auto syntax : {SqlSyntax(), SqlSyntax{true, false}, SqlSyntax{false, true}}) {
+       {u"",     u"'",    u"''",
+        u"'''",  u"\"",   u"[",
+        u"[]",   u"`",    u"--",
+        u"/*",   u"/**/", u"$",
+        u"$$",   u"$$$",  u"$a$ $b$",
+        u"E'\\", u"E'",   u"#",
+        u"--x",  u"-- ",  u"SELECT 'a''b' FROM [x y] -- c\n WHERE å = 1"}) {
+    for (const auto& syntax : {SqlSyntax(), DialectOf(u"SQLite").syntax,
+                               DialectOf(u"PostgreSQL").syntax, DialectOf(u"MariaDB").syntax}) {
       std::u16string joined;
       for (const Token& token : Tokenize(statement, syntax)) {
         EXPECT_FALSE(token.text.empty());
