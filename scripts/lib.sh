@@ -61,6 +61,15 @@ stop_process() {
   wait_until 10 is_gone "$1" || kill -KILL "$1" 2>/dev/null
 }
 
+# A port that was free a moment ago; another program may take it, so whoever listens on it
+# tries again.
+free_port() {
+  python3 -c 'import socket
+with socket.socket() as s:
+    s.bind(("127.0.0.1", 0))
+    print(s.getsockname()[1])'
+}
+
 # The folder outside the checkout that holds what is dear to make again.
 cache_folder() {
   local folder=${VILNOR_CACHE:-${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/vilnor}

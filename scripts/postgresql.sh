@@ -29,15 +29,6 @@ begin_postgresql() {
   fail "PostgreSQL did not start after $try tries: $(tail -n 1 "$postgresql/log")"
 }
 
-# A port that was free a moment ago; another program may take it, so the server's start is tried
-# again.
-free_port() {
-  python3 -c 'import socket
-with socket.socket() as s:
-    s.bind(("127.0.0.1", 0))
-    print(s.getsockname()[1])'
-}
-
 # start_postgresql, stop_postgresql: for whoever ends the server in between and wants it back.
 start_postgresql() {
   "${as_server[@]}" "$postgresql_programs/postgres" -D "$postgresql/data" -p "$postgresql_port" -h 127.0.0.1 \
@@ -63,8 +54,8 @@ stop_postgresql() {
   wait_until 10 is_gone "$postgresql_server" || kill -QUIT "$postgresql_server"
 }
 
-# make_database NAME: prints the ODBC connection string of a new, empty database.
-make_database() {
+# postgresql_database NAME: prints the ODBC connection string of a new, empty database.
+postgresql_database() {
   createdb -h "$postgresql" -p "$postgresql_port" -U vilnor "$1"
   printf 'Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=%s;Database=%s;Uid=vilnor;%s\n' \
     "$postgresql_port" "$1" "CommLog=0;ConnSettings=SET DateStyle TO 'ISO, MDY'"

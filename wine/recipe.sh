@@ -12,7 +12,8 @@ packages=(
   fonts-liberation      # Swedish letters in every other face
   unixodbc odbcinst     # what Wine's odbc32 hands its calls to
   libsqliteodbc         # the embedded database
-  odbc-postgresql       # the real server
+  odbc-postgresql       # the servers that the tests start
+  odbc-mariadb          # MariaDB
   locales               # the source of sv_SE
   tzdata                # the sessions' time zone, which is not UTC
 )

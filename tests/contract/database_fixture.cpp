@@ -7,10 +7,11 @@ void DatabaseContract::SetUp() {
   Run(u"DROP TABLE IF EXISTS Trial");
   Run(u"CREATE TABLE Trial (TrialId " + GetParam().identityType +
       u", Number integer, Small smallint, Big bigint, Flag boolean, Ratio double precision,"
-      u" Amount numeric(10,2), Price " +
-      GetParam().moneyType +
-      u", Moment timestamp, Day date, Clock time, Name varchar(50) UNIQUE, Code char(5),"
-      u" Note text)");
+      u" Single " +
+      GetParam().singleType + u", Amount numeric(10,2), Price " + GetParam().moneyType +
+      u", Moment " + GetParam().momentType +
+      u", Day date, Clock time, Name varchar(50) UNIQUE, Code char(5), Note " +
+      GetParam().longTextType + u")");
 }
 
 void DatabaseContract::TearDown() {

@@ -7,21 +7,20 @@ namespace {
 
 using automation::Value;
 
-std::vector<Product> Only(const std::string& name) {
-  auto products = Products();
-  std::erase_if(products, [&](const Product& product) { return product.name != name; });
-  return products;
-}
-
 class SqliteContract : public DatabaseContract {};
 class PostgresqlContract : public DatabaseContract {};
+class MariadbContract : public DatabaseContract {};
 
-INSTANTIATE_TEST_SUITE_P(Products, SqliteContract, testing::ValuesIn(Only("SQLite")),
+INSTANTIATE_TEST_SUITE_P(Products, SqliteContract, testing::ValuesIn(ProductsNamed("SQLite")),
                          [](const auto& instance) { return instance.param.name; });
-INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract, testing::ValuesIn(Only("PostgreSQL")),
+INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract,
+                         testing::ValuesIn(ProductsNamed("PostgreSQL")),
                          [](const auto& instance) { return instance.param.name; });
-// main() says so when PostgreSQL is not tested.
+INSTANTIATE_TEST_SUITE_P(Products, MariadbContract, testing::ValuesIn(ProductsNamed("MariaDB")),
+                         [](const auto& instance) { return instance.param.name; });
+// main() says so when a server is not tested.
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
 
 TEST_P(SqliteContract, AFileInAMissingFolderCannotBeOpened) {
   const auto missing = database->NewConnection();
@@ -114,6 +113,93 @@ TEST_P(PostgresqlContract, AServerThatGoesAwayInsideATransactionTakesNothingDown
 TEST_P(PostgresqlContract, AFixedWidthTextComesWithItsBlanks) {
   Run(u"INSERT INTO Trial (Code) VALUES ('ab')");
   EXPECT_EQ(Query(u"SELECT Code FROM Trial")->Field(0), Value(u"ab   "));
+}
+
+TEST_P(MariadbContract, AServerThatIsNotThereRaisesTheDriversText) {
+  const auto nowhere = database->NewConnection();
+  const auto raised = ErrorOf([&] {
+    nowhere->Open(u"Driver=MariaDB Unicode;Server=127.0.0.1;Port=1;Database=x;UID=x", u"", u"", -1);
+  });
+  EXPECT_EQ(raised.number, kFailure);
+  EXPECT_THAT(raised.text, HasText(u"127.0.0.1"));
+}
+
+TEST_P(MariadbContract, TheUserGivenToOpenGoesBeforeTheStrings) {
+  const auto unknown = database->NewConnection();
+  const auto raised =
+      ErrorOf([&] { unknown->Open(GetParam().connectionString, u"no_such_user", u"secret", -1); });
+  EXPECT_EQ(raised.number, kAuthenticationFailed);
+  EXPECT_THAT(raised.text, HasText(u"no_such_user"));
+}
+
+// The session begins as the server's administrator has set it.
+TEST_P(MariadbContract, StatementsMeanTheSameWhateverModeTheSessionBeginsWith) {
+  for (const std::u16string settings :
+       {u"SET sql_mode = '', autocommit = 0", u"SET sql_mode = 'ANSI,MSSQL', autocommit = 1",
+        u"SET sql_mode = 'TRADITIONAL', tx_isolation = 'SERIALIZABLE'"}) {
+    connection = database->NewConnection();
+    connection->Open(GetParam().connectionString + u";INITSTMT={" + settings + u"}", u"", u"", -1);
+    Run(u"DELETE FROM Trial");
+    Run(u"INSERT INTO Trial (Number, Moment, Note) VALUES (1, '02-03-2026 14:05:00', 'C:\\new')");
+    const auto row = NewOpenConnection()->Execute(
+        u"SELECT Moment, Note AS \"Note\" FROM Trial WHERE Note = 'C:\\new'", -1);
+    EXPECT_EQ(row->Field(0), Value(Moment(2026, 2, 3, 14, 5)));
+    EXPECT_EQ(row->Field(1), Value(u"C:\\new"));
+    EXPECT_NE(ErrorOf([&] { Run(u"INSERT INTO Trial (Code) VALUES ('too long')"); }).number, 0);
+    EXPECT_NE(ErrorOf([&] { Run(u"INSERT INTO Trial (Day) VALUES ('0000-00-00')"); }).number, 0);
+  }
+}
+
+TEST_P(MariadbContract, AZeroDateIsNull) {
+  Run(u"SET SESSION sql_mode = ''");
+  Run(u"INSERT INTO Trial (Moment, Day) VALUES ('0000-00-00 00:00:00', '0000-00-00')");
+  const auto row = Query(u"SELECT Moment, Day FROM Trial");
+  EXPECT_TRUE(row->Field(0).IsNull());
+  EXPECT_TRUE(row->Field(1).IsNull());
+}
+
+TEST_P(MariadbContract, ABitIsABoolean) {
+  Run(u"CREATE TEMPORARY TABLE Bits (Yes bit(1), No bit(1))");
+  Run(u"INSERT INTO Bits (Yes, No) VALUES (TRUE, FALSE)");
+  const auto row = Query(u"SELECT Yes, No FROM Bits");
+  EXPECT_EQ(row->Field(0), Value(true));
+  EXPECT_EQ(row->Field(1), Value(false));
+}
+
+TEST_P(MariadbContract, AStatementThatRunsTooLongIsCutOff) {
+  Run(u"SET SESSION max_statement_time = 0.05");
+  const auto raised = ErrorOf([&] {
+    Run(u"SELECT COUNT(*) FROM information_schema.COLUMNS a, information_schema.COLUMNS b,"
+        u" information_schema.COLUMNS c");
+  });
+  EXPECT_EQ(raised.number, kTimeExpired);
+}
+
+TEST_P(MariadbContract, AStatementMayRunAsLongAsADOsDefaultSays) {
+  EXPECT_EQ(Scalar(u"SELECT @@max_statement_time = 30"), Value(std::int32_t{1}));
+}
+
+TEST_P(MariadbContract, ATransactionSeesWhatOthersHaveCommitted) {
+  connection->BeginTrans();
+  EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{0}));
+  NewOpenConnection()->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
+  EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{1}));
+  connection->RollbackTrans();
+}
+
+TEST_P(MariadbContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
+  auto lost = NewOpenConnection();
+  const auto process = lost->Execute(u"SELECT CONNECTION_ID()", -1)->Field(0);
+  lost->BeginTrans();
+  lost->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
+  Run(u"KILL " + automation::Decimal10(process.As<std::int32_t>()));
+
+  EXPECT_NE(ErrorOf([&] { lost->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); }).number,
+            0);
+  ErrorOf([&] { lost->RollbackTrans(); });
+  EXPECT_EQ(ErrorOf([&] { lost->RollbackTrans(); }).number, kNoTransaction);
+  lost = NewOpenConnection();
+  EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
 }
 
 }  // namespace

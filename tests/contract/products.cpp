@@ -5,6 +5,7 @@
 #include <ostream>
 #include <random>
 #include <system_error>
+#include <utility>
 
 #include "automation/text.h"
 
@@ -12,7 +13,6 @@ namespace contract {
 namespace {
 
 constexpr auto kSqliteVariable = "VILNOR_TEST_SQLITE";
-constexpr auto kPostgresqlVariable = "VILNOR_TEST_POSTGRESQL";
 
 std::u16string Setting(const char* variable) {
   const char* const value = std::getenv(variable);
@@ -37,6 +37,34 @@ class ScratchFile {
   std::filesystem::path path_;
 };
 
+constexpr auto kPostgresqlVariable = "VILNOR_TEST_POSTGRESQL";
+constexpr auto kMariadbVariable = "VILNOR_TEST_MARIADB";
+
+struct Server {
+  // Holds its connection string.
+  const char* variable;
+  Product product;
+};
+
+std::vector<Server> Servers() {
+  return {{kPostgresqlVariable,
+           {.name = "PostgreSQL",
+            .connectionString = Setting(kPostgresqlVariable),
+            .identityType = u"serial primary key",
+            .syntaxText = u"syntax error",
+            .moneyType = u"money"}},
+          {kMariadbVariable,
+           {.name = "MariaDB",
+            .connectionString = Setting(kMariadbVariable),
+            .identityType = u"integer auto_increment primary key",
+            .syntaxText = u"error in your SQL syntax",
+            .moneyType = u"decimal(19,4)",
+            // Its timestamp begins in 1970, its text ends after 65,535 bytes, its real is a double.
+            .momentType = u"datetime",
+            .longTextType = u"mediumtext",
+            .singleType = u"float"}}};
+}
+
 std::u16string SqliteFile() {
   static const ScratchFile scratch;
   const auto given = Setting(kSqliteVariable);
@@ -51,22 +79,30 @@ std::vector<Product> Products() {
                       .connectionString = u"Driver=SQLite3;Database=" + SqliteFile(),
                       .identityType = u"integer primary key autoincrement",
                       .syntaxText = u"syntax error",
-                      .moneyType = u"currency"});
-  if (const auto postgresql = Setting(kPostgresqlVariable); !postgresql.empty()) {
-    products.push_back({.name = "PostgreSQL",
-                        .connectionString = postgresql,
-                        .identityType = u"serial primary key",
-                        .syntaxText = u"syntax error",
-                        .moneyType = u"money"});
+                      .moneyType = u"currency",
+                      .singlesAreDoubles = true});
+  for (auto& [variable, product] : Servers()) {
+    if (!product.connectionString.empty()) {
+      products.push_back(std::move(product));
+    }
   }
   return products;
 }
 
+std::vector<Product> ProductsNamed(const std::string& name) {
+  auto products = Products();
+  std::erase_if(products, [&](const Product& product) { return product.name != name; });
+  return products;
+}
+
 std::vector<std::string> AbsentProducts() {
-  if (!Setting(kPostgresqlVariable).empty()) {
-    return {};
+  std::vector<std::string> absent;
+  for (const auto& [variable, product] : Servers()) {
+    if (product.connectionString.empty()) {
+      absent.push_back(product.name + ": " + variable + " holds no connection string.");
+    }
   }
-  return {std::string("PostgreSQL: ") + kPostgresqlVariable + " holds no connection string."};
+  return absent;
 }
 
 void PrintTo(const Product& product, std::ostream* out) {

@@ -62,7 +62,7 @@ TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   const std::u16string name(10000, u'ö');
   const auto before = Written();
   Add(u"VL-8", name);
-  if (IsPostgresql()) {
+  if (IsServer()) {
     ExpectProvidersBox(u"AddNewCase");
     EXPECT_EQ(Written(), before);
   } else {
@@ -75,7 +75,7 @@ TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
 
 TEST_P(BadInput, ACaseIdOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   const std::u16string caseId(10000, u'7');
-  if (IsPostgresql()) {
+  if (IsServer()) {
     ExpectRefused(u"AddNewCase", [&](auto& operations) {
       operations.AddNewCase(4711, 12, 3, caseId, 4711, 9, 5, u"åsa");
     });
@@ -102,7 +102,7 @@ TEST_P(BadInput, AMappedNameOfTenThousandCharactersIsReadWholeOrNotStored) {
   const std::u16string name(10000, u'å');
   db::RenewGDB()->AddNewVilnorUser(4711, u"'" + name + u"'");
   db::ReleaseGDB();
-  if (IsPostgresql()) {
+  if (IsServer()) {
     ExpectProvidersBox(u"AddNewVilnorUser");
     EXPECT_EQ(UserOf(4711), u"");
   } else {

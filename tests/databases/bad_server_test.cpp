@@ -38,42 +38,83 @@ class BadServer : public BadInput {
 
 TEST_P(BadServer, ThatIsNotThereShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(
-      IsPostgresql() ? Replaced(GetParam().connectionString, u";Server=127.0.0.1;Port=",
-                                u";Server=127.0.0.1;Port=1;Elsewhere=")
-                     : u"Driver=SQLite3;Database=/no/such/folder/clinic.db");
+      IsServer() ? Replaced(GetParam().connectionString, u";Server=127.0.0.1;Port=",
+                            u";Server=127.0.0.1;Port=1;Elsewhere=")
+                 : u"Driver=SQLite3;Database=/no/such/folder/clinic.db");
 }
 
 TEST_P(BadServer, OfAnUnknownDriverShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(u"Driver=No Such Driver;Database=clinic");
 }
 
+// How a server is told to make and to drop the users of the tests.
+struct Users {
+  std::u16string lockedOut;
+  std::u16string withPassword;
+  std::vector<std::u16string> drop;
+};
+
+Users UsersOf(const Product& server) {
+  if (server.name == "MariaDB") {
+    return {u"CREATE OR REPLACE USER locked_out@'127.0.0.1' ACCOUNT LOCK",
+            u"GRANT ALL ON *.* TO with_password@'127.0.0.1' IDENTIFIED BY 'hemligt'",
+            {u"DROP USER IF EXISTS locked_out@'127.0.0.1', with_password@'127.0.0.1'"}};
+  }
+  return {u"CREATE ROLE locked_out NOLOGIN",
+          // The run's own server asks this role for its password, and no other.
+          u"CREATE ROLE with_password LOGIN PASSWORD 'hemligt' IN ROLE vilnor",
+          {u"DROP ROLE IF EXISTS locked_out", u"DROP ROLE IF EXISTS with_password"}};
+}
+
 class LostServer : public BadServer {
  protected:
   void CutOffOtherClients() {
-    Run(u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity "
-        u"WHERE datname = current_database() AND pid <> pg_backend_pid() "
-        u"AND backend_type = 'client backend'");
+    if (GetParam().name == "MariaDB") {
+      KillOtherClients();
+    } else {
+      Run(u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity "
+          u"WHERE datname = current_database() AND pid <> pg_backend_pid() "
+          u"AND backend_type = 'client backend'");
+    }
+  }
+  void DropUsers() {
+    for (const auto& statement : users.drop) {
+      Run(statement);
+    }
+  }
+  const Users users = UsersOf(GetParam());
+
+ private:
+  void KillOtherClients() {
+    for (const auto& client : Rows(u"ID",
+                                   u"information_schema.PROCESSLIST "
+                                   u"WHERE DB = DATABASE() AND ID <> CONNECTION_ID()")) {
+      try {
+        Run(u"KILL " + client);
+      } catch (const automation::AutomationError&) {
+        // It has just left by itself.
+      }
+    }
   }
 };
 
 TEST_P(LostServer, ThatRefusesTheLoginShowsTheProvidersBox) {
-  Run(u"DROP ROLE IF EXISTS locked_out");
-  Run(u"CREATE ROLE locked_out NOLOGIN");
+  DropUsers();
+  Run(users.lockedOut);
   ExpectABoxInBVilnorAndThenABetterDay(
       Replaced(GetParam().connectionString, u"Uid=vilnor", u"Uid=locked_out"));
-  Run(u"DROP ROLE locked_out");
+  DropUsers();
 }
 
-// The run's own server asks this role for its password, and no other.
 TEST_P(LostServer, ThatIsGivenAWrongPasswordShowsTheProvidersBox) {
-  Run(u"DROP ROLE IF EXISTS with_password");
-  Run(u"CREATE ROLE with_password LOGIN PASSWORD 'hemligt' IN ROLE vilnor");
+  DropUsers();
+  Run(users.withPassword);
   const auto loginWith = [](const std::u16string& password) {
     return Replaced(GetParam().connectionString, u"Uid=vilnor",
                     u"Uid=with_password;Pwd=" + password);
   };
   ExpectABoxInBVilnorAndThenABetterDay(loginWith(u"fel"), loginWith(u"hemligt"));
-  Run(u"DROP ROLE with_password");
+  DropUsers();
 }
 
 TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {

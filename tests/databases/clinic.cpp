@@ -1,5 +1,8 @@
 #include "databases/clinic.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "automation/text.h"
 #include "schema/host_schema.h"
 #include "schema/rows.h"
@@ -10,13 +13,14 @@ namespace {
 constexpr std::int16_t kHashDates = 1;
 constexpr std::int16_t kQuotedDates = 2;
 
-bool IsServer(const Product& product) {
-  return product.name == "PostgreSQL";
+// Anything but the embedded database.
+bool IsAServer(const Product& product) {
+  return product.name != "SQLite";
 }
 
 std::vector<Product> ProductsThat(bool areServers) {
   std::vector<Product> products = contract::Products();
-  std::erase_if(products, [&](const auto& product) { return IsServer(product) != areServers; });
+  std::erase_if(products, [&](const auto& product) { return IsAServer(product) != areServers; });
   return products;
 }
 
@@ -34,7 +38,7 @@ Clinic::Clinic() {
   locale.UseSwedish();
   session = {.gConnectionParameter = GetParam().connectionString,
              .gKestraLangID = 1,
-             .gDbType = IsPostgresql() ? kQuotedDates : kHashDates,
+             .gDbType = IsServer() ? kQuotedDates : kHashDates,
              .gDateFormat = u"yyyy-MM-dd"};
   own_ = real->NewConnection();
   own_->Open(GetParam().connectionString, u"", u"", platform::kOptionsUnspecified);
@@ -45,13 +49,16 @@ Clinic::~Clinic() {
   ForgetThreadState();
 }
 
-bool Clinic::IsPostgresql() const {
-  return IsServer(GetParam());
+bool Clinic::IsServer() const {
+  return IsAServer(GetParam());
 }
 
 void Clinic::MakeHostDatabase() {
   own_->BeginTrans();
-  for (const auto& statement : schema::HostSchemas().at(IsPostgresql() ? "postgresql" : "sqlite")) {
+  std::string schema = GetParam().name;
+  std::transform(schema.begin(), schema.end(), schema.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  for (const auto& statement : schema::HostSchemas().at(schema)) {
     Run(automation::FromUtf8(statement));
   }
   own_->CommitTrans();

@@ -26,7 +26,7 @@ class Clinic : public testing::TestWithParam<Product> {
   Clinic();
   ~Clinic() override;
 
-  bool IsPostgresql() const;
+  bool IsServer() const;
 
   // The tables anew, with nothing but the sample data.
   void MakeHostDatabase();

@@ -4,7 +4,8 @@
 --   IDENTITY KEY                  the column of a key that the database gives out
 --   NEXT KEY OF table.column IS n the number that the database gives out next; sample rows have
 --                                 keys of their own
--- All else reads the same on SQLite and PostgreSQL. Every statement ends with a semicolon at the
+--   timestamp                     the type of a moment
+-- All else reads the same on SQLite, PostgreSQL and MariaDB. Every statement ends with a semicolon at the
 -- end of a line, and no text holds one there. People, numbers and companies are invented.
 
 DROP TABLE IF EXISTS Vilnor;

@@ -231,7 +231,7 @@ def make_postgresql(practice: Practice, out) -> None:
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--product", required=True, choices=sorted(PRODUCTS))
+    parser.add_argument("--product", required=True, choices=("postgresql", "sqlite"))
     parser.add_argument("--percent", type=float, default=100, help="of the whole practice")
     parser.add_argument("--database", help="the SQLite file to make")
     arguments = parser.parse_args()

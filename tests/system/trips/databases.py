@@ -87,6 +87,32 @@ class PostgresqlDatabase:
         return [{names[name]: value for name, value in row.items()} for row in answer]
 
 
+class MariadbDatabase:
+    product = "mariadb"
+    db_type = "2"
+
+    def __init__(self, socket, port):
+        self._client = ["mariadb", "--no-defaults", f"--socket={socket}", "--user=root", "--batch",
+                        "--default-character-set=utf8mb4"]
+        self.connection = (f"Driver=MariaDB Unicode;Server=127.0.0.1;Port={port};"
+                           "Database=clinic;Uid=vilnor")
+
+    def _run(self, script, *options):
+        return subprocess.run([*self._client, *options], input=script.encode("utf-8"), check=True,
+                              stdout=subprocess.PIPE).stdout.decode("utf-8")
+
+    def renew(self):
+        self._run("drop database if exists clinic; create database clinic")
+        self._run(schema("mariadb"), "clinic")
+
+    def execute(self, statement):
+        self._run(statement, "clinic")
+
+    def rows(self, table):
+        answer = self._run(f"select * from {table}", "clinic")
+        return list(csv.DictReader(io.StringIO(answer), delimiter="\t", quoting=csv.QUOTE_NONE))
+
+
 def column_names(table):
     """As the schema spells them, by their lower-case form, which is all that PostgreSQL tells."""
     source = (CHECKOUT / "tests/schema/host_schema.sql").read_text(encoding="utf-8")

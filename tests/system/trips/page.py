@@ -4,7 +4,8 @@ from computer import CHECKOUT
 
 PAGE = CHECKOUT / "docs" / "trips.md"
 
-ALSO = {"s": "", "sp": "PostgreSQL", "su": "US English", "spu": "PostgreSQL, US English"}
+SERVERS = "PostgreSQL, MariaDB"
+ALSO = {"s": "", "sp": SERVERS, "su": "US English", "spu": f"{SERVERS}, US English"}
 
 
 def cell(texts):

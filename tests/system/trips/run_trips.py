@@ -6,7 +6,7 @@ import sys
 
 import page
 from computer import Computer
-from databases import PostgresqlDatabase, SqliteDatabase
+from databases import MariadbDatabase, PostgresqlDatabase, SqliteDatabase
 from places import PLACES_TABLE, PlaceRunner
 from results import RESULTS, ResultRunner
 from trip_runner import USUAL_PLACES, Report, TripRunner
@@ -21,6 +21,7 @@ def parse_arguments():
     parser.add_argument("--bin", required=True)
     parser.add_argument("--session", required=True)
     parser.add_argument("--postgresql", nargs=2, required=True)
+    parser.add_argument("--mariadb", nargs=2, required=True)
     parser.add_argument("--drive-c", action="store_true")
     parser.add_argument("--only", default="")
     parser.add_argument("--write", action="store_true")
@@ -39,7 +40,8 @@ class Run:
 
     def play(self):
         databases = (SqliteDatabase(self._computer),
-                     PostgresqlDatabase(*self._arguments.postgresql))
+                     PostgresqlDatabase(*self._arguments.postgresql),
+                     MariadbDatabase(*self._arguments.mariadb))
         for database in databases:
             report = Report(f"{self._arguments.locale} {database.product}: ")
             trips = self._play_trips(database, report)

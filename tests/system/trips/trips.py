@@ -61,7 +61,7 @@ class Trip:
     events: int = 0
     picture: str = ""        # file in docs/images: of the link program's window, or of the box
     fields: dict = field(default_factory=dict)  # of the application's forms; None: not there
-    where: str = "s"         # s: SQLite in Swedish; p: PostgreSQL too; u: both in US English too
+    where: str = "s"         # s: SQLite in Swedish; p: the servers too; u: both in US English too
 
 
 def box(text):

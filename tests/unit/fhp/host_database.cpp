@@ -74,6 +74,9 @@ std::vector<HostProduct> HostProducts() {
   if (const char* const server = std::getenv("VILNOR_TEST_POSTGRESQL"); server != nullptr) {
     products.push_back({"PostgreSQL", automation::FromUtf8(server), "postgresql", kGroupBySorting});
   }
+  if (const char* const server = std::getenv("VILNOR_TEST_MARIADB"); server != nullptr) {
+    products.push_back({"MariaDB", automation::FromUtf8(server), "mariadb", ""});
+  }
   return products;
 }
 

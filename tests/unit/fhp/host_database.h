@@ -15,8 +15,8 @@ struct HostProduct {
   std::string settings;
 };
 
-// SQLite always, in a temporary file that is removed with the process; PostgreSQL when
-// VILNOR_TEST_POSTGRESQL holds a connection string.
+// SQLite always, in a temporary file that is removed with the process; PostgreSQL
+// and MariaDB when VILNOR_TEST_POSTGRESQL and VILNOR_TEST_MARIADB hold connection strings.
 std::vector<HostProduct> HostProducts();
 
 // Makes the host's tables anew, with the rows of tests/schema and tests/applications.

@@ -1,0 +1,16 @@
+# shellcheck shell=bash disable=SC2154  # $checkout is of scripts/lib.sh
+# Every database server that the tests run on, of the script's own.
+source "$checkout/scripts/postgresql.sh"
+source "$checkout/scripts/mariadb.sh"
+
+begin_databases() {
+  begin_postgresql
+  begin_mariadb
+}
+
+# use_new_databases NAME: a new, empty database on each server, for the tests started afterwards.
+use_new_databases() {
+  VILNOR_TEST_POSTGRESQL=$(postgresql_database "$1")
+  VILNOR_TEST_MARIADB=$(mariadb_database "$1")
+  export VILNOR_TEST_POSTGRESQL VILNOR_TEST_MARIADB
+}
