@@ -61,6 +61,18 @@ stop_process() {
   wait_until 10 is_gone "$1" || kill -KILL "$1" 2>/dev/null
 }
 
+# The folder for a server's files, which need not last: in memory when a gigabyte is free there. On a
+# disk, to make tables takes ten times as long.
+quick_folder() {
+  local free
+  free=$(df --output=avail --block-size=1M /dev/shm 2>/dev/null | tail -n 1) || true
+  if [[ -w /dev/shm ]] && ((${free:-0} >= 1024)); then
+    say /dev/shm
+  else
+    say "${TMPDIR:-/tmp}"
+  fi
+}
+
 # A port that was free a moment ago; another program may take it, so whoever listens on it
 # tries again.
 free_port() {

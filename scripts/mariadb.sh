@@ -5,7 +5,7 @@
 # password, who may make databases and users.
 begin_mariadb() {
   local try
-  mariadb=$(mktemp -d "${TMPDIR:-/tmp}/vilnor-mariadb.XXXXXX")
+  mariadb=$(mktemp -d "$(quick_folder)/vilnor-mariadb.XXXXXX")
   at_exit rm -rf "$mariadb"
   # Its files go with it, so it need not end in order, and nothing need reach the disk.
   mariadb_server=(env --chdir=/ setpriv --pdeathsig KILL)
@@ -37,6 +37,7 @@ start_mariadb() {
     --bind-address=127.0.0.1 --socket="$mariadb/socket" --skip-name-resolve --skip-log-bin \
     --character-set-server=utf8mb4 --collation-server=utf8mb4_swedish_ci \
     --innodb-flush-log-at-trx-commit=0 --innodb-doublewrite=0 --sync-frm=0 \
+    --innodb-file-per-table=0 --innodb-stats-persistent=0 \
     >>"$mariadb/log" 2>&1 &
   mariadb_process=$!
   at_exit stop_mariadb "$mariadb_process"

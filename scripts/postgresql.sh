@@ -6,7 +6,7 @@
 begin_postgresql() {
   local try
   postgresql_programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
-  postgresql=$(mktemp -d "${TMPDIR:-/tmp}/vilnor-pg.XXXXXX")
+  postgresql=$(mktemp -d "$(quick_folder)/vilnor-pg.XXXXXX")
   at_exit rm -rf "$postgresql"
   # The server refuses to run as root.
   as_server=(env --chdir=/ setpriv --pdeathsig INT)

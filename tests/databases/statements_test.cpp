@@ -53,6 +53,7 @@ class StatementsOnMariadb : public Clinic {
   // What the component wrote in all its operations, each once.
   Texts RunEveryOperation(std::int16_t dbType) {
     session.gDbType = dbType;
+    recording_.statements.clear();
     db::DBVilnor operations;
     operations.GetFHPById(77);
     operations.GetBIDById(12);
