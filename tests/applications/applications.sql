@@ -1,5 +1,5 @@
--- Sample applications for prior approval, loaded behind the host's schema (tests/schema) on SQLite
--- and on PostgreSQL. Each is named here and in expected/, where the request file stands that comes
+-- Sample applications for prior approval, loaded behind the host's schema (tests/schema) on SQLite,
+-- PostgreSQL and MariaDB. Each is named here and in expected/, where the request file stands that comes
 -- of it. Every statement ends with a semicolon at the end of a line, and no text holds one there.
 -- People, numbers and companies are invented.
 

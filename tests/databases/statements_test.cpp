@@ -1,5 +1,5 @@
 // How the component's statements reach a MariaDB server: a product that knows `@@Identity` takes
-// them as they are written, but for month-first dates.
+// them as they are written, except month-first dates.
 #include <algorithm>
 #include <functional>
 
@@ -105,7 +105,7 @@ bool HasADate(const std::u16string& statement) {
 }
 
 // Both kinds of database: its dates between # and between apostrophes.
-TEST_P(StatementsOnMariadb, ReachTheServerExactlyAsWrittenButForMonthFirstDates) {
+TEST_P(StatementsOnMariadb, ReachTheServerExactlyAsWrittenExceptMonthFirstDates) {
   const std::int16_t kinds[] = {1, 2};
   for (const auto dbType : kinds) {
     MakeHostDatabase();
