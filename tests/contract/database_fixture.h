@@ -20,7 +20,6 @@ namespace contract {
 inline constexpr std::int32_t kErrorsInCommand = -2147217900;
 inline constexpr std::int32_t kIntegrityViolation = -2147217873;
 inline constexpr std::int32_t kFailure = -2147467259;
-inline constexpr std::int32_t kAuthenticationFailed = -2147217843;
 inline constexpr std::int32_t kTimeExpired = -2147217871;
 inline constexpr std::int32_t kNoTransaction = -2147168242;
 inline constexpr std::int32_t kTransactionExists = -2147168237;

@@ -7,11 +7,39 @@ namespace {
 
 using automation::Value;
 
+// How a server's driver is named, and how one of its sessions ends another.
+struct Server {
+  std::u16string driver;
+  std::u16string driverFile;
+  std::u16string ownSession;
+  std::u16string endSession;
+};
+
+Server ServerOf(const Product& product) {
+  if (product.name == "MariaDB") {
+    return {u"MariaDB Unicode", u"libmaodbc.so", u"CONNECTION_ID()", u"KILL "};
+  }
+  return {u"PostgreSQL Unicode", u"psqlodbcw.so", u"pg_backend_pid()",
+          u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid = "};
+}
+
+std::vector<Product> Servers() {
+  auto servers = Products();
+  std::erase_if(servers, [](const Product& product) { return product.name == "SQLite"; });
+  return servers;
+}
+
 class SqliteContract : public DatabaseContract {};
+class ServerContract : public DatabaseContract {
+ protected:
+  const Server server = ServerOf(GetParam());
+};
 class PostgresqlContract : public DatabaseContract {};
 class MariadbContract : public DatabaseContract {};
 
 INSTANTIATE_TEST_SUITE_P(Products, SqliteContract, testing::ValuesIn(ProductsNamed("SQLite")),
+                         [](const auto& instance) { return instance.param.name; });
+INSTANTIATE_TEST_SUITE_P(Products, ServerContract, testing::ValuesIn(Servers()),
                          [](const auto& instance) { return instance.param.name; });
 INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract,
                          testing::ValuesIn(ProductsNamed("PostgreSQL")),
@@ -19,6 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract,
 INSTANTIATE_TEST_SUITE_P(Products, MariadbContract, testing::ValuesIn(ProductsNamed("MariaDB")),
                          [](const auto& instance) { return instance.param.name; });
 // main() says so when a server is not tested.
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ServerContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
 
@@ -62,22 +91,47 @@ TEST_P(SqliteContract, ContentThatIsNoValueOfItsColumnsTypeStaysTheTextThatItIs)
   EXPECT_EQ(row->Field(2), Value(u"maybe"));
 }
 
-TEST_P(PostgresqlContract, AServerThatIsNotThereRaisesTheDriversText) {
+TEST_P(ServerContract, AServerThatIsNotThereRaisesTheDriversText) {
   const auto nowhere = database->NewConnection();
   const auto raised = ErrorOf([&] {
-    nowhere->Open(u"Driver=PostgreSQL Unicode;Server=127.0.0.1;Port=1;Database=x;UID=x", u"", u"",
-                  -1);
+    nowhere->Open(u"Driver=" + server.driver + u";Server=127.0.0.1;Port=1;Database=x;UID=x", u"",
+                  u"", -1);
   });
   EXPECT_EQ(raised.number, kFailure);
   EXPECT_THAT(raised.text, HasText(u"127.0.0.1"));
 }
 
-TEST_P(PostgresqlContract, TheUserGivenToOpenGoesBeforeTheStrings) {
+TEST_P(ServerContract, TheUserGivenToOpenGoesBeforeTheStrings) {
   const auto unknown = database->NewConnection();
   const auto raised =
       ErrorOf([&] { unknown->Open(GetParam().connectionString, u"no_such_user", u"secret", -1); });
   EXPECT_NE(raised.number, 0);
   EXPECT_THAT(raised.text, HasText(u"no_such_user"));
+}
+
+TEST_P(ServerContract, AServerIsKnownByItsAnswerWhenTheStringNamesNoProduct) {
+  std::u16string text = GetParam().connectionString;
+  text.replace(text.find(server.driver), server.driver.size(), server.driverFile);
+  connection = database->NewConnection();
+  connection->Open(text, u"", u"", -1);
+  Run(u"INSERT INTO Trial (Number, Moment) VALUES (7, '02-03-2026 14:05:00')");
+  EXPECT_EQ(Scalar(u"SELECT Moment FROM Trial"), Value(Moment(2026, 2, 3, 14, 5)));
+  EXPECT_EQ(Scalar(u"Select @@Identity"), Scalar(u"SELECT TrialId FROM Trial"));
+}
+
+TEST_P(ServerContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
+  auto lost = NewOpenConnection();
+  const auto session = lost->Execute(u"SELECT " + server.ownSession, -1)->Field(0);
+  lost->BeginTrans();
+  lost->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
+  Run(server.endSession + automation::Decimal10(session.As<std::int32_t>()));
+
+  EXPECT_NE(ErrorOf([&] { lost->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); }).number,
+            0);
+  ErrorOf([&] { lost->RollbackTrans(); });
+  EXPECT_EQ(ErrorOf([&] { lost->RollbackTrans(); }).number, kNoTransaction);
+  lost = NewOpenConnection();
+  EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
 }
 
 TEST_P(PostgresqlContract, DatesReadRightWhateverDateStyleTheSessionBeginsWith) {
@@ -95,41 +149,9 @@ TEST_P(PostgresqlContract, DatesReadRightWhateverDateStyleTheSessionBeginsWith) 
   }
 }
 
-TEST_P(PostgresqlContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
-  auto lost = NewOpenConnection();
-  const auto process = lost->Execute(u"SELECT pg_backend_pid()", -1)->Field(0);
-  lost->BeginTrans();
-  lost->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
-  Run(u"SELECT pg_terminate_backend(" + automation::Decimal10(process.As<std::int32_t>()) + u")");
-
-  EXPECT_NE(ErrorOf([&] { lost->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); }).number,
-            0);
-  ErrorOf([&] { lost->RollbackTrans(); });
-  EXPECT_EQ(ErrorOf([&] { lost->RollbackTrans(); }).number, kNoTransaction);
-  lost = NewOpenConnection();
-  EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
-}
-
 TEST_P(PostgresqlContract, AFixedWidthTextComesWithItsBlanks) {
   Run(u"INSERT INTO Trial (Code) VALUES ('ab')");
   EXPECT_EQ(Query(u"SELECT Code FROM Trial")->Field(0), Value(u"ab   "));
-}
-
-TEST_P(MariadbContract, AServerThatIsNotThereRaisesTheDriversText) {
-  const auto nowhere = database->NewConnection();
-  const auto raised = ErrorOf([&] {
-    nowhere->Open(u"Driver=MariaDB Unicode;Server=127.0.0.1;Port=1;Database=x;UID=x", u"", u"", -1);
-  });
-  EXPECT_EQ(raised.number, kFailure);
-  EXPECT_THAT(raised.text, HasText(u"127.0.0.1"));
-}
-
-TEST_P(MariadbContract, TheUserGivenToOpenGoesBeforeTheStrings) {
-  const auto unknown = database->NewConnection();
-  const auto raised =
-      ErrorOf([&] { unknown->Open(GetParam().connectionString, u"no_such_user", u"secret", -1); });
-  EXPECT_EQ(raised.number, kAuthenticationFailed);
-  EXPECT_THAT(raised.text, HasText(u"no_such_user"));
 }
 
 // The session begins as the server's administrator has set it.
@@ -185,21 +207,6 @@ TEST_P(MariadbContract, ATransactionSeesWhatOthersHaveCommitted) {
   NewOpenConnection()->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{1}));
   connection->RollbackTrans();
-}
-
-TEST_P(MariadbContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
-  auto lost = NewOpenConnection();
-  const auto process = lost->Execute(u"SELECT CONNECTION_ID()", -1)->Field(0);
-  lost->BeginTrans();
-  lost->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);
-  Run(u"KILL " + automation::Decimal10(process.As<std::int32_t>()));
-
-  EXPECT_NE(ErrorOf([&] { lost->Execute(u"INSERT INTO Trial (Number) VALUES (2)", -1); }).number,
-            0);
-  ErrorOf([&] { lost->RollbackTrans(); });
-  EXPECT_EQ(ErrorOf([&] { lost->RollbackTrans(); }).number, kNoTransaction);
-  lost = NewOpenConnection();
-  EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
 }
 
 }  // namespace
