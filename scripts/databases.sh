@@ -3,9 +3,12 @@
 source "$checkout/scripts/postgresql.sh"
 source "$checkout/scripts/mariadb.sh"
 
+# begin_databases: afterwards $server_options tells a program where they are.
 begin_databases() {
   begin_postgresql
   begin_mariadb
+  # shellcheck disable=SC2034  # for the scripts that source this
+  server_options=(--postgresql "$postgresql" "$postgresql_port" --mariadb "$mariadb/socket" "$mariadb_port")
 }
 
 # use_new_databases NAME: a new, empty database on each server, for the tests started afterwards.

@@ -113,6 +113,10 @@ class MariadbDatabase:
         return list(csv.DictReader(io.StringIO(answer), delimiter="\t", quoting=csv.QUOTE_NONE))
 
 
+# The servers by the options of run_trips.py that say where they are, with the names of people.
+SERVERS = {"postgresql": ("PostgreSQL", PostgresqlDatabase), "mariadb": ("MariaDB", MariadbDatabase)}
+
+
 def column_names(table):
     """As the schema spells them, by their lower-case form, which is all that PostgreSQL tells."""
     source = (CHECKOUT / "tests/schema/host_schema.sql").read_text(encoding="utf-8")

@@ -6,7 +6,7 @@ import sys
 
 import page
 from computer import Computer
-from databases import MariadbDatabase, PostgresqlDatabase, SqliteDatabase
+from databases import SERVERS, SqliteDatabase
 from places import PLACES_TABLE, PlaceRunner
 from results import RESULTS, ResultRunner
 from trip_runner import USUAL_PLACES, Report, TripRunner
@@ -20,8 +20,8 @@ def parse_arguments():
     parser.add_argument("--locale", choices=DECIMAL_SEPARATORS, required=True)
     parser.add_argument("--bin", required=True)
     parser.add_argument("--session", required=True)
-    parser.add_argument("--postgresql", nargs=2, required=True)
-    parser.add_argument("--mariadb", nargs=2, required=True)
+    for server in SERVERS:
+        parser.add_argument(f"--{server}", nargs=2, required=True)
     parser.add_argument("--drive-c", action="store_true")
     parser.add_argument("--only", default="")
     parser.add_argument("--write", action="store_true")
@@ -39,10 +39,9 @@ class Run:
         self.failed = False
 
     def play(self):
-        databases = (SqliteDatabase(self._computer),
-                     PostgresqlDatabase(*self._arguments.postgresql),
-                     MariadbDatabase(*self._arguments.mariadb))
-        for database in databases:
+        servers = [database(*getattr(self._arguments, server))
+                   for server, (_, database) in SERVERS.items()]
+        for database in (SqliteDatabase(self._computer), *servers):
             report = Report(f"{self._arguments.locale} {database.product}: ")
             trips = self._play_trips(database, report)
             # Once is enough for what depends neither on the locale nor on the database; it also
