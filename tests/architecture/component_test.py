@@ -2,12 +2,12 @@
 
 import json
 import re
-import struct
 import subprocess
 import unittest
 from pathlib import Path
 
 from includes import CHECKOUT, sources
+from portable_executable import sections
 
 DLL = CHECKOUT / "build/windows/bin/Vilnor.dll"
 LARGEST = 560 * 1024
@@ -59,7 +59,7 @@ class Component(unittest.TestCase):
         self.assertTrue(self.number("DllCharacteristics") & NX_COMPAT)
 
     def test_has_no_section_that_can_be_written_and_run(self):
-        flags = section_flags(DLL.read_bytes())
+        flags = {name: one.flags for name, one in sections(DLL.read_bytes()).items()}
         self.assertIn(".text", flags)
         both = MEMORY_EXECUTE | MEMORY_WRITE
         self.assertEqual([], [name for name, bits in flags.items() if bits & both == both])
@@ -111,15 +111,6 @@ class HostInTheReadme(unittest.TestCase):
             input=code, capture_output=True, text=True)
         self.assertEqual("", said.stderr)
         self.assertEqual(0, said.returncode)
-
-
-def section_flags(image):
-    """{name: characteristics} of a PE file's sections."""
-    header = struct.unpack_from("<I", image, 0x3C)[0]
-    count, optional = struct.unpack_from("<6xH12xH", image, header)
-    first = header + 24 + optional
-    return {image[at:at + 8].rstrip(b"\0").decode("ascii"): struct.unpack_from("<I", image, at + 36)[0]
-            for at in range(first, first + 40 * count, 40)}
 
 
 if __name__ == "__main__":
