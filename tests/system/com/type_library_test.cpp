@@ -1,76 +1,15 @@
 // What hosts were built against: names, slots, ids and types of the type library inside the DLL.
 #include <gmock/gmock.h>
-#include <map>
-#include <sstream>
 
+#include "describe/type_signatures.h"
 #include "system/com/component.h"
 
 namespace system_tests {
 namespace {
 
+using description::InterfacesOf;
+using description::Signatures;
 using testing::ElementsAre;
-
-std::string Narrow(const Bstr& text) {
-  const std::u16string wide = text.Text();
-  return {wide.begin(), wide.end()};
-}
-
-std::string TypeName(const TYPEDESC& type) {
-  static const std::map<VARTYPE, std::string> names = {
-      {VT_I2, "I2"},          {VT_I4, "I4"},     {VT_BSTR, "BSTR"},
-      {VT_BOOL, "BOOL"},      {VT_VOID, "void"}, {VT_DISPATCH, "IDispatch*"},
-      {VT_HRESULT, "HRESULT"}};
-  if (type.vt == VT_PTR) {
-    return TypeName(*type.lptdesc) + "*";
-  }
-  const auto found = names.find(type.vt);
-  return found == names.end() ? "type " + std::to_string(type.vt) : found->second;
-}
-
-std::string Direction(USHORT flags) {
-  std::string text;
-  text += (flags & PARAMFLAG_FIN) != 0 ? "in" : "";
-  text += (flags & PARAMFLAG_FOUT) != 0 ? "out" : "";
-  text += (flags & PARAMFLAG_FRETVAL) != 0 ? "ret" : "";
-  text += (flags & PARAMFLAG_FOPT) != 0 ? "opt" : "";
-  return text;
-}
-
-// "SLOT ID Name(direction TYPE argument, ...)", the slot in the vtable and the id in hex.
-std::string Signature(ITypeInfo& info, const FUNCDESC& function) {
-  std::vector<BSTR> raw(static_cast<std::size_t>(function.cParams) + 1);
-  UINT count = 0;
-  info.GetNames(function.memid, raw.data(), static_cast<UINT>(raw.size()), &count);
-  std::vector<Bstr> names(raw.size());
-  for (std::size_t i = 0; i < count; ++i) {
-    *names[i].Receive() = raw[i];
-  }
-  std::ostringstream text;
-  text << function.oVft / static_cast<int>(sizeof(void*)) << ' ' << std::hex << function.memid
-       << ' ' << Narrow(names.front()) << '(';
-  for (SHORT i = 0; i < function.cParams; ++i) {
-    const ELEMDESC& parameter = function.lprgelemdescParam[i];
-    text << (i == 0 ? "" : ", ") << Direction(parameter.paramdesc.wParamFlags) << ' '
-         << TypeName(parameter.tdesc) << ' ' << Narrow(names[static_cast<std::size_t>(i) + 1]);
-  }
-  text << ')';
-  return text.str();
-}
-
-std::vector<std::string> Signatures(ITypeInfo& info) {
-  TYPEATTR* attributes = nullptr;
-  EXPECT_HRESULT_SUCCEEDED(info.GetTypeAttr(&attributes));
-  const UINT functions = attributes->cFuncs;
-  info.ReleaseTypeAttr(attributes);
-  std::vector<std::string> signatures;
-  for (UINT i = 0; i < functions; ++i) {
-    FUNCDESC* function = nullptr;
-    EXPECT_HRESULT_SUCCEEDED(info.GetFuncDesc(i, &function));
-    signatures.push_back(Signature(info, *function));
-    info.ReleaseFuncDesc(function);
-  }
-  return signatures;
-}
 
 class TypeLibrary : public testing::Test {
  protected:
@@ -84,37 +23,8 @@ class TypeLibrary : public testing::Test {
     return info;
   }
 
-  // The vtable's view of a dual interface.
   ComPtr<ITypeInfo> Vtable(REFGUID identifier) const {
-    constexpr UINT kVtableOfDual = static_cast<UINT>(-1);
-    const ComPtr<ITypeInfo> dispatch = Info(identifier);
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> vtable;
-    EXPECT_HRESULT_SUCCEEDED(dispatch->GetRefTypeOfImplType(kVtableOfDual, &reference));
-    EXPECT_HRESULT_SUCCEEDED(dispatch->GetRefTypeInfo(reference, vtable.Receive()));
-    return vtable;
-  }
-
-  // "[flags] Name" of each interface of a class.
-  std::vector<std::string> InterfacesOf(REFGUID classId) const {
-    const ComPtr<ITypeInfo> info = Info(classId);
-    TYPEATTR* attributes = nullptr;
-    info->GetTypeAttr(&attributes);
-    const UINT count = attributes->cImplTypes;
-    info->ReleaseTypeAttr(attributes);
-    std::vector<std::string> interfaces;
-    for (UINT i = 0; i < count; ++i) {
-      INT flags = 0;
-      HREFTYPE reference = 0;
-      ComPtr<ITypeInfo> implemented;
-      Bstr name;
-      info->GetImplTypeFlags(i, &flags);
-      info->GetRefTypeOfImplType(i, &reference);
-      info->GetRefTypeInfo(reference, implemented.Receive());
-      implemented->GetDocumentation(MEMBERID_NIL, name.Receive(), nullptr, nullptr, nullptr);
-      interfaces.push_back(std::to_string(flags) + " " + Narrow(name));
-    }
-    return interfaces;
+    return description::VtableOf(*Info(identifier).get());
   }
 
   ComPtr<ITypeLib> library_;
@@ -202,9 +112,9 @@ TEST_F(TypeLibrary, HoldsTheEventsUnderTheirIds) {
 TEST_F(TypeLibrary, NamesTheDefaultInterfacesOfBothClasses) {
   const std::string defaultFlag = std::to_string(IMPLTYPEFLAG_FDEFAULT);
   const std::string defaultSource = std::to_string(IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
-  EXPECT_THAT(InterfacesOf(CLSID_BVilnor),
+  EXPECT_THAT(InterfacesOf(*Info(CLSID_BVilnor).get()),
               ElementsAre(defaultFlag + " _BVilnor", defaultSource + " __BVilnor"));
-  EXPECT_THAT(InterfacesOf(CLSID_DBVilnor), ElementsAre(defaultFlag + " _DBVilnor"));
+  EXPECT_THAT(InterfacesOf(*Info(CLSID_DBVilnor).get()), ElementsAre(defaultFlag + " _DBVilnor"));
 }
 
 TEST_F(TypeLibrary, GivesAnOmittedCaseNumberAsAnEmptyText) {

@@ -1,0 +1,26 @@
+# The version of everything that is built, from VERSION, as version.h for the resource scripts.
+set(VILNOR_VERSION_FILE ${PROJECT_SOURCE_DIR}/VERSION CACHE FILEPATH "Version, company, copyright")
+set(VILNOR_COMMIT "" CACHE STRING "The commit that a release is made of")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${VILNOR_VERSION_FILE})
+foreach(fact version company copyright)
+  file(STRINGS ${VILNOR_VERSION_FILE} line REGEX "^${fact}=")
+  string(REPLACE "${fact}=" "" VILNOR_${fact} "${line}")
+endforeach()
+if(NOT VILNOR_version MATCHES "^1\\.5\\.[0-9]+$")
+  message(FATAL_ERROR "${VILNOR_VERSION_FILE}: the version is to be 1.5.N")
+endif()
+string(REPLACE "." "," VILNOR_numbers ${VILNOR_version},0)
+if(VILNOR_COMMIT)
+  set(VILNOR_origin "Commit ${VILNOR_COMMIT}")
+else()
+  set(VILNOR_origin "Not a release")
+endif()
+set(version_header ${CMAKE_BINARY_DIR}/version/version.h)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/version.h.in ${version_header} @ONLY)
+
+# vilnor_versioned(TARGET SCRIPT): a resource script that ends with cmake/version.rc.
+function(vilnor_versioned target script)
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake ${CMAKE_BINARY_DIR}/version)
+  set_property(SOURCE ${script} APPEND PROPERTY
+               OBJECT_DEPENDS "${version_header};${PROJECT_SOURCE_DIR}/cmake/version.rc")
+endfunction()
