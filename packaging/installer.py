@@ -55,7 +55,8 @@ def _add_folders(whole, registration):
     for key, name, text in registration:
         _registry(server, CLASSES + key, name, text)
     _registry(server, tables.OWN_KEY, "InstallDir", "[INSTALLDIR]")
-    notices = _component(folder, "Notices")
+    # In the folder around the DLL's: the folder of a component goes with it, any other would stay.
+    notices = _component(install, "Notices")
     tree.SubElement(notices, "File", Id="NOTICES.txt", Name="NOTICES.txt", Source="NOTICES.txt",
                     KeyPath="yes")
     exchange = tree.SubElement(top, "Directory", Id="EXCHANGEDIR", Name="Vilnor")

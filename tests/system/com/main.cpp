@@ -14,11 +14,13 @@ namespace {
 
 class RegisteredComponent : public testing::Environment {
  public:
+  explicit RegisteredComponent(bool wanted) : wanted_(wanted) {}
+
   void SetUp() override {
     CoInitialize(nullptr);
     const system_tests::Module component(system_tests::DllPath());
     ASSERT_TRUE(component.loaded());
-    ASSERT_HRESULT_SUCCEEDED(component.RegisterServer());
+    ASSERT_HRESULT_SUCCEEDED(wanted_ ? component.RegisterServer() : S_OK);
     const system_tests::Module ado(system_tests::AdoPath());
     if (ado.loaded()) {
       ASSERT_HRESULT_SUCCEEDED(ado.RegisterServer());
@@ -26,9 +28,12 @@ class RegisteredComponent : public testing::Environment {
   }
   void TearDown() override {
     const system_tests::Module component(system_tests::DllPath());
-    EXPECT_HRESULT_SUCCEEDED(component.UnregisterServer());
+    EXPECT_HRESULT_SUCCEEDED(wanted_ ? component.UnregisterServer() : S_OK);
     CoUninitialize();
   }
+
+ private:
+  bool wanted_;
 };
 
 // A window or class that a test leaves would be the next one's.
@@ -39,24 +44,29 @@ class CleanDesktop : public testing::EmptyTestEventListener {
   }
 };
 
-// --beside-neighbour: everything beside a shared unwinder that was loaded first.
-bool LoadNeighbour(const std::vector<std::string_view>& arguments) {
-  const bool wanted = std::ranges::find(arguments, "--beside-neighbour") != arguments.end();
-  return !wanted || LoadLibraryW(system_tests::NeighbourPath().c_str()) != nullptr;
+using Arguments = std::vector<std::string_view>;
+
+bool Has(const Arguments& arguments, std::string_view option) {
+  return std::ranges::find(arguments, option) != arguments.end();
 }
 
 }  // namespace
 
+// --beside-neighbour: everything beside a shared unwinder that was loaded first.
+// --registration-free: the component is not registered; a manifest beside the program has to do.
 int main(int argc, char** argv) {
   if (system_tests::RanAsLinkProgram() ||
       system_tests::RanAsHoldingProcess({argv + 1, argv + argc})) {
     return 0;
   }
   testing::InitGoogleMock(&argc, argv);
-  if (!LoadNeighbour({argv + 1, argv + argc})) {
+  const Arguments arguments(argv + 1, argv + argc);
+  if (Has(arguments, "--beside-neighbour") &&
+      LoadLibraryW(system_tests::NeighbourPath().c_str()) == nullptr) {
     return 1;
   }
-  testing::AddGlobalTestEnvironment(std::make_unique<RegisteredComponent>().release());
+  const bool registered = !Has(arguments, "--registration-free");
+  testing::AddGlobalTestEnvironment(std::make_unique<RegisteredComponent>(registered).release());
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<CleanDesktop>().release());
   return RUN_ALL_TESTS();
 }
