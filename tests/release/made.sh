@@ -17,10 +17,17 @@ release_state() {
 }
 
 make_releases() {
-  local state version
+  local lock
   mkdir -p "$checkout/out"
-  exec {releases_lock}>"$checkout/out/release-test.lock"
-  flock "$releases_lock"
+  exec {lock}>"$checkout/out/release-test.lock"
+  flock "$lock"
+  make_missing_releases
+  # What the test starts would hold it on.
+  exec {lock}>&-
+}
+
+make_missing_releases() {
+  local state version
   state=$(release_state)
   [[ $state != "$(cat "$made/state" 2>/dev/null)" ]] || return 0
   rm -rf "$made"
