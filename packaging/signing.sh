@@ -5,7 +5,6 @@ signing_certificate='' signing_key='' signing_module='' signing_password='' sign
 
 # signing_option NAME VALUE
 signing_option() {
-  [[ $2 ]] || fail "$1 needs a value"
   case $1 in
     --certificate) signing_certificate=$2 ;;
     --key) signing_key=$2 ;;
@@ -14,6 +13,7 @@ signing_option() {
     --timestamp) signing_time=$2 ;;
     *) fail "unknown option $1" ;;
   esac
+  [[ $2 ]] || fail "$1 needs a value"
 }
 
 # One line for what is missing, before anything is made.
