@@ -15,7 +15,12 @@ if(WIN32)
   target_link_options(vilnor_settings INTERFACE -fstack-protector-strong)
 endif()
 if(VILNOR_SYMBOLS)
-  target_compile_options(vilnor_settings INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+  # The same names whether the compiler cache makes paths relative to the build folder or not.
+  file(RELATIVE_PATH to_source ${PROJECT_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+  string(REGEX REPLACE "/$" "" to_source ${to_source})
+  target_compile_options(
+    vilnor_settings INTERFACE -g -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${to_source}=.
+                              -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
 endif()
 if(VILNOR_SANITIZE)
   set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
