@@ -2,12 +2,12 @@
 
 import json
 import re
-import struct
 import subprocess
 import unittest
 from pathlib import Path
 
 from includes import CHECKOUT, sources
+from portable_executable import sections
 
 DLL = CHECKOUT / "build/windows/bin/Vilnor.dll"
 LARGEST = 600 * 1024
@@ -55,7 +55,7 @@ class Component(unittest.TestCase):
         self.assertTrue(self.number("DllCharacteristics") & NX_COMPAT)
 
     def test_has_no_section_that_can_be_written_and_run(self):
-        flags = section_flags(DLL.read_bytes())
+        flags = {name: one.flags for name, one in sections(DLL.read_bytes()).items()}
         self.assertIn(".text", flags)
         both = MEMORY_EXECUTE | MEMORY_WRITE
         self.assertEqual([], [name for name, bits in flags.items() if bits & both == both])
@@ -84,15 +84,6 @@ class Component(unittest.TestCase):
         steps = (DLL.parents[1] / "build.ninja").read_text()
         made = re.findall(r"^build (\S*/AdoOdbc\.dll)\b", steps, re.MULTILINE)
         self.assertEqual(["ado-odbc/AdoOdbc.dll"], made)
-
-
-def section_flags(image):
-    """{name: characteristics} of a PE file's sections."""
-    header = struct.unpack_from("<I", image, 0x3C)[0]
-    count, optional = struct.unpack_from("<6xH12xH", image, header)
-    first = header + 24 + optional
-    return {image[at:at + 8].rstrip(b"\0").decode("ascii"): struct.unpack_from("<I", image, at + 36)[0]
-            for at in range(first, first + 40 * count, 40)}
 
 
 if __name__ == "__main__":

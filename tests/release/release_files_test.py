@@ -11,9 +11,9 @@ import unittest
 import xml.etree.ElementTree as tree
 from pathlib import Path
 
-from portable_executable import (exported, sections, version_numbers, version_text)
+from includes import CHECKOUT
+from portable_executable import exported, sections, version_numbers, version_text
 
-CHECKOUT = Path(__file__).resolve().parents[2]
 FIRST, SECOND = Path(os.environ["first"]), Path(os.environ["second"])
 VERSION = re.search(r"^version=(.*)$", (CHECKOUT / "VERSION").read_text("utf-8"), re.M)[1]
 NEXT = f"1.5.{int(VERSION.split('.')[2]) + 1}"
