@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -39,16 +40,21 @@ struct Date {
   bool operator==(const Date&) const = default;
 };
 
+// Whether T is one of the kinds that the std::variant Content holds.
+template <class T, class Content>
+inline constexpr bool kHolds = false;
+template <class T, class... Kinds>
+inline constexpr bool kHolds<T, std::variant<Kinds...>> = (std::is_same_v<T, Kinds> || ...);
+
 class Value {
  public:
   using Content = std::variant<Empty, Null, bool, std::int16_t, std::int32_t, double, Currency,
                                Decimal, Date, std::u16string>;
 
   Value() = default;
-  // A value is its content: int32_t, bool, std::u16string, Null() … convert without a word.
+  // A value is its content: int32_t, bool, std::u16string, Null() … convert implicitly.
   template <class T>
-  requires(!std::is_same_v<T, Value> &&
-           std::is_constructible_v<Content, std::in_place_type_t<T>, T>) Value(T content)
+  requires kHolds<T, Content> Value(T content)
       : content_(std::in_place_type<T>, std::move(content)) {}
   Value(const char16_t* text) : content_(std::u16string(text)) {}
 

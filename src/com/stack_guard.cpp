@@ -7,6 +7,7 @@
 // Needs win32.h in front of it; RtlGenRandom.
 #include <ntsecapi.h>
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the compiler's
 extern "C" {
 
 // What no text that overruns its place can write, should the system have no random bytes.
@@ -19,6 +20,7 @@ std::uintptr_t __stack_chk_guard = 0xFF0A0000;
   __builtin_unreachable();
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 

@@ -10,6 +10,7 @@
 
 namespace ado_dll {
 
+// NOLINTNEXTLINE(bugprone-throw-keyword-missing): it is kept, for the host to read
 ErrorObject::ErrorObject(odbc::DriverError error) : error_(std::move(error)) {}
 
 HRESULT ErrorObject::get_Number(LONG* number) {

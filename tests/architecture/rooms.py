@@ -19,7 +19,7 @@ ROOMS = {
     "host": ("automation", "platform", "util", "registry", "db", "exchange", "fhp"),
     "com": ("automation",),
     "windows": ("automation", "platform", "parser_limits", "com"),
-    "vilnor_dll": ("automation", "platform", "util", "db", "host", "com", "windows", "typelib"),
+    "vilnor_dll": ("automation", "platform", "db", "exchange", "host", "com", "windows", "typelib"),
     "odbc": ("automation",),
     "native": ("automation", "platform", "parser_limits", "odbc"),
     "ado_dll": ("automation", "com", "odbc"),

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
-#include <vector>
 
 #include "arguments.h"
 #include "typelib/Vilnor.h"
@@ -21,10 +21,10 @@ struct AwaitedAnswer {
 // when it fails.
 template <class Interface>
 struct Operation {
-  const char* word;
+  const char* word = "";
   // Names of the arguments; a text's name ends in "$", all others are whole numbers.
-  const char* arguments;
-  void (*call)(Interface& object, Arguments& arguments);
+  const char* arguments = "";
+  void (*call)(Interface& object, Arguments& arguments) = nullptr;
   // The answer's message and which argument is its key; 0 when no answer comes, -1 when no argument
   // is the key.
   UINT answerMessage = 0;
@@ -32,7 +32,7 @@ struct Operation {
 };
 
 // The words are this host's own for BVilnor, "DBVilnor." and the operation's name for DBVilnor.
-const std::vector<Operation<_BVilnor>>& SessionOperations();
-const std::vector<Operation<_DBVilnor>>& DatabaseOperations();
+std::span<const Operation<_BVilnor>> SessionOperations();
+std::span<const Operation<_DBVilnor>> DatabaseOperations();
 
 }  // namespace sample_host

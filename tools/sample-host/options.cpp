@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 
@@ -43,7 +44,7 @@ struct Option {
 
 constexpr std::int64_t kLongestWait = 3600;
 
-constexpr Option kOptions[] = {
+constexpr auto kOptions = std::to_array<Option>({
     {u"--connection", [](Options& o, const std::u16string& value) { o.connection = value; }},
     {u"--language", [](Options& o, const std::u16string& value) { o.language = ShortOf(value); }},
     {u"--dbtype", [](Options& o, const std::u16string& value) { o.dbType = ShortOf(value); }},
@@ -55,7 +56,7 @@ constexpr Option kOptions[] = {
      [](Options& o, const std::u16string& value) { SetAnswers(o.boxes, value); }},
     {u"--release-boxes",
      [](Options& o, const std::u16string& value) { o.boxes.releaseFile = value; }},
-};
+});
 
 // Takes words one after the other.
 class Words {
@@ -124,9 +125,9 @@ void TakeOptions(Words& words, Options& options) {
       options.boxes.keep = true;
       continue;
     }
-    const auto* const option = std::find_if(std::begin(kOptions), std::end(kOptions),
+    const auto* const option = std::find_if(kOptions.begin(), kOptions.end(),
                                             [&](const auto& each) { return each.name == name; });
-    if (option == std::end(kOptions)) {
+    if (option == kOptions.end()) {
       throw UsageError{u"There is no option " + name + u"."};
     }
     option->set(options, words.Take(name));

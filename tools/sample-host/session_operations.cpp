@@ -1,3 +1,5 @@
+#include <array>
+
 #include "automation/text.h"
 #include "com/bstr.h"
 #include "com/com_error.h"
@@ -36,10 +38,7 @@ void WriteNewCase(Vilnor vilnor, Arguments& a) {
   });
 }
 
-}  // namespace
-
-const std::vector<Operation<_BVilnor>>& SessionOperations() {
-  static const std::vector<Operation<_BVilnor>> operations = {
+constexpr auto kOperations = std::to_array<Operation<_BVilnor>>({
       {"new-case", "PID BID RID",
        [](Vilnor vilnor, Arguments& a) {
          Check(vilnor.OpenWithNewCase(a.Number(0), a.Number(1), a.Number(2)));
@@ -83,8 +82,12 @@ const std::vector<Operation<_BVilnor>>& SessionOperations() {
        [](Vilnor vilnor, Arguments& a) {
          PrintText([&](auto* result) { return vilnor.GetVilnorUserByPID(a.Number(0), result); });
        }},
-  };
-  return operations;
+});
+
+}  // namespace
+
+std::span<const Operation<_BVilnor>> SessionOperations() {
+  return kOperations;
 }
 
 }  // namespace sample_host
