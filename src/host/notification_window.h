@@ -18,7 +18,8 @@ platform::WindowHandle CreateForm();
 void DestroyForm(platform::WindowHandle window);
 
 // The window's procedure: default processing first, then the reader of the result that the message
-// tells of (exchange/request_kinds.h; the key is wParam), which runs to its end before this returns.
+// tells of (exchange/request_kinds.h; the key is wParam), which runs to its end before this
+// returns.
 std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
                          std::int32_t lParam);
 

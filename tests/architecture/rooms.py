@@ -6,7 +6,7 @@ from includes import CHECKOUT, includes, sources
 COMPONENT = CHECKOUT / "src"
 STAND_INS = CHECKOUT / "stand-ins"
 
-# What a room may use, itself aside. Each room stands behind all that it uses.
+# What a room may use, itself aside. Each room stands behind all that it uses, so there is no circle.
 ROOMS = {
     "automation": (),
     "platform": ("automation",),

@@ -8,7 +8,8 @@ from pathlib import Path
 
 import drawing
 from includes import sources
-from rooms import COMPONENT, OUTSIDE, ROOMS, STAND_INS, forbidden_arrows, unused_permissions
+from rooms import (COMPONENT, GENERATED, OUTSIDE, ROOMS, STAND_INS, forbidden_arrows,
+                   unused_permissions)
 
 
 class Rooms(unittest.TestCase):
@@ -21,6 +22,12 @@ class Rooms(unittest.TestCase):
     def test_every_room_of_the_table_has_sources(self):
         self.assertEqual([], [room for room in ROOMS
                               if not sources(COMPONENT / room) + sources(STAND_INS / room)])
+
+    def test_there_is_no_circle(self):
+        behind = set(GENERATED)
+        for room, used in ROOMS.items():
+            self.assertEqual(set(), set(used) - behind, room)
+            behind.add(room)
 
     def test_no_room_of_the_component_uses_a_stand_in(self):
         for room in ROOMS:
