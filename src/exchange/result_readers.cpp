@@ -193,7 +193,9 @@ void ReadExistResult(const Reading& reading) {
       reading.kind,
       [&] {
         file.emplace(ResultPath(reading));
-        return ReadExistOutcome(*file, db::GDBUse()->TryGetCaseIdByVilnorId(reading.key));
+        // The question must not keep the database open.
+        const auto linkedCase = db::GDBUse()->TryGetCaseIdByVilnorId(reading.key);
+        return ReadExistOutcome(*file, linkedCase);
       },
       [&](const Outcome& outcome) {
         if (const auto status = StatusOfExisting(outcome)) {
