@@ -12,13 +12,15 @@ if(WIN32)
   target_compile_definitions(vilnor_settings INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
   target_compile_options(vilnor_settings INTERFACE -fstack-protector-strong)
   # No binary tells where it was built. The compiler cache names sources from the build folder.
+  # CMake ends this path with a slash already.
   file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
   target_compile_options(vilnor_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
-                                                   -ffile-prefix-map=${up}/=)
+                                                   -ffile-prefix-map=${up}=)
   target_link_options(vilnor_settings INTERFACE -fstack-protector-strong)
 endif()
 if(VILNOR_SYMBOLS)
-  target_compile_options(vilnor_settings INTERFACE -g)
+  # What is generated has the same name whether the compiler cache makes its path relative or not.
+  target_compile_options(vilnor_settings INTERFACE -g -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
 endif()
 if(VILNOR_SANITIZE)
   set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
