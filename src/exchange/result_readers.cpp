@@ -193,7 +193,8 @@ void ReadExistResult(const Reading& reading) {
       reading.kind,
       [&] {
         file.emplace(ResultPath(reading));
-        return ReadExistOutcome(*file, db::GDBUse()->TryGetCaseIdByVilnorId(reading.key));
+        return ReadExistOutcome(
+            *file, db::WithGDB([&](auto& gDB) { return gDB.TryGetCaseIdByVilnorId(reading.key); }));
       },
       [&](const Outcome& outcome) {
         if (const auto status = StatusOfExisting(outcome)) {
