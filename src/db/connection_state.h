@@ -40,8 +40,7 @@ std::shared_ptr<DBVilnor> RenewGDB();
 std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made);
 
 // Renews gDB for the length of a task and lets go of it at its end, also after an error: the next
-// operation of the user must not find the shared connection open. For one call:
-// GDBUse()->CaseExists(…).
+// operation of the user must not find the shared connection open.
 class GDBUse {
  public:
   GDBUse() : made_(RenewGDB()) {}
@@ -53,6 +52,13 @@ class GDBUse {
  private:
   std::weak_ptr<DBVilnor> made_;
 };
+// The same for one call: gDB is released before the caller goes on with what the call gave.
+template <class Call>
+auto WithGDB(Call call) {
+  const GDBUse use;
+  const auto gDB = use.operator->();
+  return call(*gDB);
+}
 // gDB as it is; error 91 when it is empty.
 std::shared_ptr<DBVilnor> GDB();
 void ReleaseGDB();

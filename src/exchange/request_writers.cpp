@@ -32,7 +32,8 @@ Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
                                        const std::u16string& vilnorOutputPath) {
   return util::Try(u" in WriteExistCase", kBVilnorIcon, [&] {
     // Kept: a lookup that failed opens the link program without a case.
-    const std::u16string caseId = db::GDBUse()->GetCaseIdByVilnorId(vilnorId);
+    const std::u16string caseId =
+        db::WithGDB([&](auto& gDB) { return gDB.GetCaseIdByVilnorId(vilnorId); });
     AnsweredRequest file(RequestKind::ExistCase, vilnorId, vilnorOutputPath);
     file.Add(u"Case", caseId).Add(u"CaseId", caseId);
     return file.Save();

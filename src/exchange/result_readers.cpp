@@ -193,9 +193,8 @@ void ReadExistResult(const Reading& reading) {
       reading.kind,
       [&] {
         file.emplace(ResultPath(reading));
-        // The question must not keep the database open.
-        const auto linkedCase = db::GDBUse()->TryGetCaseIdByVilnorId(reading.key);
-        return ReadExistOutcome(*file, linkedCase);
+        return ReadExistOutcome(
+            *file, db::WithGDB([&](auto& gDB) { return gDB.TryGetCaseIdByVilnorId(reading.key); }));
       },
       [&](const Outcome& outcome) {
         if (const auto status = StatusOfExisting(outcome)) {

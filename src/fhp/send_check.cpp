@@ -57,7 +57,7 @@ bool JawHasTooMany(Record& application, const char16_t* column) {
 
 bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
   return util::UnderTrap(u" in OKToSend", util::kBVilnorIcon, [&] {
-    Record application(db::GDBUse()->GetFHPById(fhpId));
+    Record application(db::WithGDB([&](auto& gDB) { return gDB.GetFHPById(fhpId); }));
     // The first place with too many measures ends the check.
     const bool fits = !AnyToothHasTooMany(application) &&
                       !JawHasTooMany(application, u"PlanTreatmUJaw") &&

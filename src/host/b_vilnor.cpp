@@ -100,7 +100,8 @@ void BVilnor::OpenExistCase(std::int32_t vilnorId) {
 void BVilnor::OpenExistFHP(std::int32_t fhpId) {
   // Kept: reports the name of the operation that it passes on to.
   UnderTrap(u" in OpenExistCase", kBVilnorIcon, [&] {
-    const std::int32_t vilnorId = db::GDBUse()->GetVilnorIdByFHPId(fhpId);
+    const std::int32_t vilnorId =
+        db::WithGDB([&](auto& gDB) { return gDB.GetVilnorIdByFHPId(fhpId); });
     OpenExistCase(vilnorId);
   });
 }
@@ -219,21 +220,23 @@ std::u16string BVilnor::WriteNewCase(std::int32_t pid, std::int32_t bid, std::in
 
 void BVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in AddNewVilnorUser", kBVilnorIcon,
-            [&] { db::GDBUse()->AddNewVilnorUser(pid, userName); });
+            [&] { db::WithGDB([&](auto& gDB) { return gDB.AddNewVilnorUser(pid, userName); }); });
 }
 
 void BVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in UpdateVilnorUser", kBVilnorIcon,
-            [&] { db::GDBUse()->UpdateVilnorUser(pid, userName); });
+            [&] { db::WithGDB([&](auto& gDB) { return gDB.UpdateVilnorUser(pid, userName); }); });
 }
 
 void BVilnor::DeleteVilnorUser(std::int32_t pid) {
-  UnderTrap(u" in DeleteVilnorUser", kBVilnorIcon, [&] { db::GDBUse()->DeleteVilnorUser(pid); });
+  UnderTrap(u" in DeleteVilnorUser", kBVilnorIcon,
+            [&] { db::WithGDB([&](auto& gDB) { return gDB.DeleteVilnorUser(pid); }); });
 }
 
 std::u16string BVilnor::GetVilnorUserByPID(std::int32_t pid) {
-  return UnderTrap(u" in GetVilnorUserByPID", kBVilnorIcon,
-                   [&] { return db::GDBUse()->GetVilnorUserByPID(pid); });
+  return UnderTrap(u" in GetVilnorUserByPID", kBVilnorIcon, [&] {
+    return db::WithGDB([&](auto& gDB) { return gDB.GetVilnorUserByPID(pid); });
+  });
 }
 
 bool BVilnor::OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
