@@ -45,7 +45,7 @@ struct OleNumber {
   std::int32_t number;
 };
 
-// The OLE codes that the runtime knows by a number of its own.
+// OLE codes for which the runtime has its own error number.
 constexpr std::array kOleNumbers = {
     OleNumber{0x80004001, 445},  // E_NOTIMPL
     OleNumber{0x80004002, 430},  // E_NOINTERFACE

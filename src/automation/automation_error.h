@@ -53,9 +53,9 @@ class AutomationError : public std::exception {
 // "Application-defined or object-defined error" for a number that has none.
 std::u16string RuntimeErrorText(std::int32_t number);
 
-// The error of a failed COM call. `description` is the text that the object gave (IErrorInfo), may
-// be empty. 0x800Axxxx becomes its low word (ADO's 3704), an OLE code with a runtime number that
-// number, any other code stays as a signed number.
+// The error for a failed COM call. `description` is the text from the object's IErrorInfo and may
+// be empty. 0x800Axxxx becomes its low word (ADO's 3704), an OLE code becomes its runtime number if
+// it has one, and any other code stays a signed number.
 AutomationError ErrorFromHresult(std::int32_t hresult, std::u16string source,
                                  std::u16string description);
 

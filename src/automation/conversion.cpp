@@ -59,12 +59,12 @@ bool IsDigit(char16_t unit) {
   return unit >= u'0' && unit <= u'9';
 }
 
-// A blank as group separator stands for both kinds: people type the ordinary one.
+// Where the group separator is a no-break space, an ordinary space counts, too: people type that.
 bool IsGroup(char16_t unit, const Regional& regional) {
   return unit == regional.groupSeparator || (regional.groupSeparator == u'\u00A0' && unit == u' ');
 }
 
-// The text as from_chars reads it ("." as separator, no grouping), or "" when it is no number.
+// The text in the form that from_chars reads ("." as separator, no grouping); "" if not a number.
 std::string PlainNumber(std::u16string_view text, const Regional& regional) {
   std::string plain;
   std::size_t at = 0;
@@ -105,15 +105,15 @@ std::string PlainNumber(std::u16string_view text, const Regional& regional) {
   return digits && at == text.size() ? plain : std::string();
 }
 
-// The shortest text of at most 15 significant digits, taken apart: digits without trailing zeros,
-// and the power of ten of the first.
+// The shortest text of at most 15 significant digits, split into digits without trailing zeros and
+// the power of ten of the first digit.
 struct Scientific {
   std::string digits;
   int exponent = 0;
 };
 
-// By snprintf, since the library's to_chars for doubles alone would make a third of the DLL. The
-// separator that it prints is the C locale's of the host's process, so only digits are taken.
+// Uses snprintf: the library's to_chars for doubles alone would make up a third of the DLL. The
+// separator that it prints depends on the host process's C locale, so only digits are taken.
 Scientific TakeApart(double magnitude, int significantDigits = kSignificantDigits) {
   if (!std::isfinite(magnitude)) {
     Fail(RuntimeError::Overflow);
@@ -182,7 +182,7 @@ bool TextToBool(const std::u16string& text, const Regional& regional) {
   return TextToDouble(text, regional) != 0;
 }
 
-// As the runtime prints a decimal: without the zeros that end its places.
+// As the runtime prints a decimal: without trailing zeros in the fraction.
 std::u16string ShortDecimalText(const Decimal& decimal, const Regional& regional) {
   std::u16string text = DecimalText(decimal, regional.decimalSeparator);
   if (decimal.scale > 0) {
@@ -245,8 +245,8 @@ std::u16string NumberText(double number, const Regional& regional) {
 }
 
 std::u16string FixedText(double number, const Regional& regional) {
-  // Halves are judged on the number as people read it, 15 digits: 0.145 rounds up although its
-  // binary value lies below.
+  // Halves are rounded on the 15 digits that people see: 0.145 rounds up although its binary value
+  // is lower.
   const Scientific parts = number == 0 ? Scientific() : TakeApart(std::fabs(number));
   std::string digits = parts.digits;
   const int firstPlace = parts.exponent + 3;  // how many digits stand before the third decimal

@@ -1,6 +1,6 @@
-// The classic runtime's conversions between types. Shared rules: Null raises 94 "Invalid use of
-// Null"; text that is no number or no date raises 13; a number outside the target raises 6; Empty
-// reads as 0, false or the empty text. The locale decides how numbers and dates read and print.
+// The classic runtime's type conversions. Shared rules: Null raises 94 "Invalid use of Null"; text
+// that is not a number or date raises 13; a number outside the target's range raises 6; Empty reads
+// as 0, false or the empty text. The locale decides how numbers and dates read and print.
 #pragma once
 
 #include <cstdint>
@@ -17,15 +17,15 @@ namespace automation {
 std::int16_t ToInt16(const Value& value, const Regional& regional);
 std::int32_t ToInt32(const Value& value, const Regional& regional);
 double ToDouble(const Value& value, const Regional& regional);
-// Any number but 0 is true; text is "True" or "False" in any case, or a number.
+// Any number except 0 is true; text is "True" or "False" in any case, or a number.
 bool ToBool(const Value& value, const Regional& regional);
-// Boolean "True" or "False"; numbers without grouping, a double with at most 15 significant digits;
-// a date as DateText gives it.
+// Booleans become "True" or "False"; numbers have no grouping, and a double at most 15 significant
+// digits; a date is printed as by DateText.
 std::u16string ToText(const Value& value, const Regional& regional);
 Date ToDate(const Value& value, const Regional& regional);
 
-// `number` in the digits of a double. While it calculates, a 32-bit processor keeps more of them,
-// or not, as the compiler likes and the host has set it; a result that decides something goes
+// Rounds `number` to the precision of a double. A 32-bit processor may calculate with more digits,
+// depending on the compiler and on the host's settings, so a result that decides something goes
 // through here.
 inline double InDoubleDigits(double number) {
   volatile double digits = number;
@@ -33,14 +33,14 @@ inline double InDoubleDigits(double number) {
 }
 // Rounds half to even into 32 bits; error 6 outside.
 std::int32_t RoundToInt32(double number);
-// A single-precision number by its seven significant digits: 1.1 is 1.1, not 1.10000002384186.
+// A single-precision number by its seven significant digits: 1.1 stays 1.1, not 1.10000002384186.
 double WidenSingle(float number);
-// The number that a text holds (sign, grouping, decimal separator, exponent, blanks around), or
-// nothing; infinite beyond a double's range.
+// The number in a text (sign, grouping, decimal separator, exponent, surrounding blanks); nullopt
+// if there is none, infinite beyond a double's range.
 std::optional<double> ParseNumber(std::u16string_view text, const Regional& regional);
 std::u16string NumberText(double number, const Regional& regional);
-// "Fixed": at least one digit before and exactly two behind the decimal separator, half away from
-// zero, no grouping.
+// The "Fixed" format: at least one digit before and exactly two after the decimal separator, halves
+// rounded away from zero, no grouping.
 std::u16string FixedText(double number, const Regional& regional);
 
 }  // namespace automation

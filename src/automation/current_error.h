@@ -1,4 +1,4 @@
-// The error in flight, as a value. Both are to be called in a catch block.
+// The error being handled, as a value. Call both functions only in a catch block.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace automation {
 
-// Itself, 7 for exhausted memory, 440 for anything else that is no AutomationError.
+// An AutomationError as it is, 7 if memory is exhausted, 440 for any other exception.
 AutomationError CurrentError();
 // Its number; cannot fail.
 std::int32_t CurrentErrorNumber() noexcept;

@@ -27,8 +27,7 @@ std::u16string Padded(int number, std::size_t width) {
   return digits.size() < width ? std::u16string(width - digits.size(), u'0') + digits : digits;
 }
 
-// A text in the order of a picture: each run of one letter becomes what `part` gives for it, all
-// else stands.
+// Expands a picture: `part` returns the text for each run of one character.
 template <class Part>
 std::u16string ByPicture(std::u16string_view picture, Part part) {
   std::u16string result;
@@ -119,8 +118,8 @@ class DateReader {
     return true;
   }
 
-  // Three numbers (two are no date: a year is not guessed) with their separators; nothing is
-  // consumed when there is no date.
+  // Reads three numbers with their separators; consumes nothing if there is no date. Two numbers
+  // are not a date: the year is not guessed.
   bool ReadDate(DateParts& parts) {
     const std::size_t from = at_;
     const auto first = ReadNumber();
@@ -147,7 +146,7 @@ class DateReader {
     return true;
   }
 
-  // Whether the second separator is the first one again, or both are those of the picture, as in
+  // Whether the second separator repeats the first, or both are the picture's own, as in
   // "dd/MM yyyy".
   bool FollowsAs(char16_t second, char16_t first) const {
     std::u16string ofPicture = regional_.shortDate;
@@ -157,7 +156,7 @@ class DateReader {
     return second == first || ofPicture == std::u16string{first, second};
   }
 
-  // Pictures like "d. M. yyyy" have a blank behind each separator.
+  // Pictures like "d. M. yyyy" have a blank after each separator.
   void PassSeparator(char16_t separator) {
     ++at_;
     if (separator != u' ') {
@@ -177,8 +176,8 @@ class DateReader {
     }
     const Number& month = dayBeforeMonth ? second : first;
     const Number& day = dayBeforeMonth ? first : second;
-    // Kept as the classic runtime reads it: where the month cannot be one, month and day change
-    // places. No other order is tried, since a year of two digits would turn up anywhere.
+    // Kept: like the classic runtime, swaps month and day if the month is above 12. No other order
+    // is tried, since a two-digit year could be in any position.
     return SetDate(third, month, day, parts) ||
            (month.value > 12 && SetDate(third, day, month, parts));
   }

@@ -11,10 +11,10 @@
 namespace automation {
 
 double DoubleOf(const Decimal& decimal);
-// All digits, `decimalSeparator` in front of the last `scale` of them, trailing zeros kept.
+// All digits, with `decimalSeparator` before the last `scale` of them; trailing zeros are kept.
 std::u16string DecimalText(const Decimal& decimal, char16_t decimalSeparator);
-// The decimal of a plain text ("-12.50", "." as separator, at most 28 places), nothing when it is
-// none or too large. The scale is the number of places given.
+// Parses a plain text ("-12.50", "." as separator, at most 28 decimals); nullopt if it is not a
+// decimal or too large. The scale is the number of decimals in the text.
 std::optional<Decimal> ParseDecimal(std::u16string_view text);
 Decimal DecimalOf(std::int64_t number);
 

@@ -1,4 +1,4 @@
-// What the conversions need to know of the user's locale.
+// The parts of the user's locale that the conversions need.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 namespace automation {
 
 struct Regional {
-  // Short date picture of the user's locale, as the system gives it ("yyyy-MM-dd", "M/d/yyyy").
+  // Short date picture of the user's locale, as the system returns it ("yyyy-MM-dd", "M/d/yyyy").
   std::u16string shortDate = u"M/d/yyyy";
   // Separates hours, minutes and seconds.
   std::u16string timeSeparator = u":";

@@ -42,8 +42,8 @@ void AppendUtf8(std::string& text, char32_t point) {
   }
 }
 
-// The code point at `position`, which moves behind it; U+FFFD (and one byte on) where the bytes are
-// no shortest-form UTF-8.
+// Reads the code point at `position` and advances past it; U+FFFD (and one byte on) where the bytes
+// are not shortest-form UTF-8.
 char32_t NextPoint(std::string_view text, std::size_t& position) {
   const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
   const unsigned lead = byte(position++);

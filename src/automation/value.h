@@ -1,5 +1,5 @@
-// An automation VARIANT as the component sees one: the types that the host's database and its
-// callers hand over, compared by type and content.
+// An automation VARIANT, limited to the types that the host's database and the callers pass;
+// compared by type and content.
 #pragma once
 
 #include <cstdint>

@@ -13,7 +13,7 @@ constexpr std::int32_t Number(CaseType type) {
   return static_cast<std::int32_t>(type);
 }
 
-// Nothing for any other number.
+// nullopt for any other number.
 constexpr std::optional<CaseType> CaseTypeOf(std::int32_t number) {
   const auto type = static_cast<CaseType>(number);
   switch (type) {

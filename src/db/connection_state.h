@@ -14,33 +14,32 @@ struct ConnectionState {
   std::unique_ptr<platform::Recordset> gRecordset;
   // The last statement built; it outlives the connection.
   std::u16string gSql;
-  // Made anew by each operation of BVilnor that needs the database, released at its end.
+  // Created for each operation of BVilnor that needs the database, released when it ends.
   std::shared_ptr<DBVilnor> gDB;
 };
 
-// The calling thread's state (one an apartment).
+// The calling thread's state (one per apartment).
 ConnectionState& CurrentConnectionState();
 
-// The shared connection and recordset; an unopened one is made when there is none.
+// The shared connection and recordset; a closed one is created if there is none.
 platform::Connection& SharedConnection();
 platform::Recordset& SharedRecordset();
-// Puts a new, closed recordset in the shared one's place.
+// Replaces the shared recordset with a new, closed one.
 void RenewSharedRecordset();
-// Lets go of both without closing them.
+// Releases both without closing them.
 void ReleaseShared();
 
-// Puts a fresh DBVilnor into gDB. What an earlier operation has left there is released first. While
-// another object of the thread is alive, the host's own or one whose call is still running, it
-// fails (3705), takes nothing from that object, and the error goes to the caller. The reference
-// keeps the object for the length of a call: a notification that is dispatched while one of its
-// boxes is open may renew or release gDB.
+// Puts a new DBVilnor into gDB, after releasing what an earlier operation left there. Raises 3705
+// while another object of the thread is alive (the host's own, or one whose call is still running),
+// and takes nothing from that object. The returned reference keeps the object alive during a call:
+// a notification dispatched while one of its boxes is open may renew or release gDB.
 std::shared_ptr<DBVilnor> RenewGDB();
-// The object that RenewGDB made, or a fresh one when the host, or a notification, has had another
-// operation replace it meanwhile.
+// The object that RenewGDB made, or a new one if another operation, started by the host or a
+// notification, has replaced it since.
 std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made);
 
-// Renews gDB for the length of a task and lets go of it at its end, also after an error: the next
-// operation of the user must not find the shared connection open.
+// Renews gDB for the duration of a task and releases it afterwards, even after an error: the user's
+// next operation must not find the shared connection open.
 class GDBUse {
  public:
   GDBUse() : made_(RenewGDB()) {}
@@ -52,7 +51,7 @@ class GDBUse {
  private:
   std::weak_ptr<DBVilnor> made_;
 };
-// The same for one call: gDB is released before the caller goes on with what the call gave.
+// The same for one call: gDB is released before the caller continues with the call's result.
 template <class Call>
 auto WithGDB(Call call) {
   const GDBUse use;

@@ -7,8 +7,7 @@ namespace db {
 
 namespace {
 
-// Kept: on a connection that another object has open this raises 3705; a host creates one object at
-// a time.
+// Kept: raises 3705 if another object has the connection open; a host creates one object at a time.
 void SetConnectionString() {
   SharedConnection().SetConnectionString(util::CurrentSettings().gConnectionParameter);
 }
@@ -35,7 +34,7 @@ DBVilnor::DBVilnor() {
   }
 }
 
-// Kept: objects of the thread that are still alive lose the connection, too.
+// Kept: the thread's other objects lose the connection, too.
 DBVilnor::~DBVilnor() {
   ReleaseShared();
 }

@@ -11,7 +11,7 @@
 
 namespace db {
 
-// A link to be written, for a case that Vilnor Link has taken. Case types: db/case_types.h.
+// A link to write, for a case that Vilnor Link has accepted. Case types: db/case_types.h.
 struct NewLink {
   std::int32_t pid;
   std::int32_t bid;
@@ -21,30 +21,30 @@ struct NewLink {
   std::int32_t caseType;
   std::int32_t status;
   std::u16string vilnorUser;
-  // The host's own number of an application.
+  // The host's own number for an application.
   std::u16string kestraCaseId;
 };
 
-// What an update of a link gave.
+// The result of updating a link.
 struct [[nodiscard]] UpdateAttempt {
   util::Attempt<void> update;
-  // Another attempt would only fail again: there is no such link, or its journal line's text has no
-  // "!" that the number follows.
+  // Retrying would only fail again: there is no such link, or its journal line's text has no "!"
+  // before the number.
   bool isFinal = false;
 };
 
-// Every operation but InitConnection runs under the error trap: after a failure it has shown its
-// box, has rolled its transaction back and returns its empty result. Those that begin with Try are
-// for callers inside the component, to whom a failure is not as good as nothing. A recordset that
-// is returned belongs to the caller and lives on when the shared one is closed; nullptr when no row
+// Every operation except InitConnection runs under the error trap: if it fails, it has shown its
+// box, has rolled back its transaction and returns its empty result. Those that begin with Try are
+// for callers inside the component that must tell a failure from an empty result. A returned
+// recordset belongs to the caller and stays open when the shared one is closed; nullptr if no row
 // was found.
 // Key numbers are the host's: `pid` patient, `bid` practitioner, `rid` provider company, `fhpId`
 // prior-approval application; `vilnorId` is the key of a link record, `caseId` the case number that
 // Vilnor Link gave. Case types: db/case_types.h.
 class DBVilnor {
  public:
-  // Opens the thread's shared connection. An error goes to the creator. What another object of the
-  // thread has open stays open: 3705 then, and nothing else changes.
+  // Opens the thread's shared connection; errors go to the creator. If another object of the thread
+  // has it open, raises 3705 and changes nothing.
   DBVilnor();
   // Releases the shared connection and recordset for every other object of the thread, too.
   ~DBVilnor();
@@ -52,8 +52,8 @@ class DBVilnor {
   DBVilnor& operator=(const DBVilnor&) = delete;
 
   // Opens the shared connection with the session's connection string.
-  // Kept: it has no error trap, so that the creator of an object learns that it has no database:
-  // 3705 when the connection is open already, else the provider's error.
+  // Kept: it has no error trap, so that an object's creator learns that there is no database: 3705
+  // if the connection is already open, otherwise the provider's error.
   void InitConnection();
 
   // Deletes the application's link and its journal line.
@@ -75,7 +75,7 @@ class DBVilnor {
   std::unique_ptr<platform::Recordset> GetPIDById(std::int32_t pid);
   std::u16string GetCityByPostnr(std::int32_t postnr);
   bool PreRequestCostExists(std::int32_t fhpId);
-  // The application's estimate rows; equal ones are one row with their count in SelectNoOf.
+  // The application's estimate rows; equal ones are merged, with their count in SelectNoOf.
   std::unique_ptr<platform::Recordset> GetPreRequestCostByFHPid(std::int32_t fhpId);
 
   // Writes a link, its journal line, and the line's key into the link.

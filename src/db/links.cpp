@@ -24,8 +24,8 @@ struct LinkKeys {
   std::int32_t vilnorId = 0;
 };
 
-// Kept: only the first link that the query finds is deleted, with its journal line; without one
-// both deletes run with 0.
+// Kept: only the first link that the query finds is deleted, with its journal line; if there is
+// none, both deletes run with 0.
 void DeleteLink(const std::u16string& query) {
   const LinkKeys link = FirstRow(query, OpenMode::Static, [](auto& row) {
     LinkKeys keys;
@@ -43,9 +43,8 @@ bool RowExists(const std::u16string& query) {
   return FirstRow(query, OpenMode::Static, [](auto& /*row*/) { return true; });
 }
 
-// One value of a query that must have a row.
-// Kept: nothing looks for the end first; without a row, reading raises 3021 and the recordset stays
-// open.
+// One value of a query that must return a row.
+// Kept: EOF is not checked first; without a row, reading raises 3021 and the recordset stays open.
 template <class Take>
 auto OnlyRow(const std::u16string& query, Take take) {
   platform::Recordset& row = OpenQuery(query, OpenMode::Static);
@@ -54,8 +53,8 @@ auto OnlyRow(const std::u16string& query, Take take) {
   return taken;
 }
 
-// Kept: only a text with a "!" in front of its reference can be rewritten, though AddNewCase writes
-// none; another one raises error 5. The "!" goes, too.
+// Kept: only a text with a "!" before its reference can be rewritten, though AddNewCase writes
+// none; any other raises error 5. The "!" is removed, too.
 std::u16string WithReference(const std::u16string& journalText, const std::u16string& caseId,
                              bool& isFinal) {
   const std::int32_t mark = automation::InStr(1, journalText, u"!");
@@ -63,7 +62,7 @@ std::u16string WithReference(const std::u16string& journalText, const std::u16st
   return automation::Left(journalText, mark - 1) + caseId;
 }
 
-// The journal line of an update's link; ADO tells by 3021 that there is no link.
+// The journal line of the link to update; ADO raises 3021 if there is no link.
 std::int32_t JournalIdOf(platform::Recordset& link, bool& isFinal) {
   try {
     return NumberField(link, u"Journal_ID");
@@ -74,16 +73,16 @@ std::int32_t JournalIdOf(platform::Recordset& link, bool& isFinal) {
   }
 }
 
-// How the statements of one update differ.
-// Kept: also in "SET" and "set", "PID= " and "PID = "; hosts' logs know these texts.
+// The parts in which the update statements differ.
+// Kept: they also differ in "SET" and "set", "PID= " and "PID = "; hosts' logs know these texts.
 struct LinkUpdate {
   std::u16string journalQuery;
   std::u16string where;
   std::u16string_view journalUpdate;
 };
 
-// Kept: the case id stands without quotes in the link's update, unlike in the insert.
-// Kept: a patient's links are all updated, but the journal line of the first one only.
+// Kept: the case id is not quoted in the link's update, unlike in the insert.
+// Kept: all of a patient's links are updated, but only the first one's journal line.
 void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int32_t caseStatus,
                 bool& isFinal) {
   const std::int32_t journalId =
@@ -188,7 +187,7 @@ void DBVilnor::UpdateCase(const std::u16string& caseId, std::int32_t kestraId,
 UpdateAttempt DBVilnor::TryUpdateCase(const std::u16string& caseId, std::int32_t kestraId,
                                       std::int32_t caseStatus, std::int32_t caseTypeId) {
   const auto caseType = CaseTypeOf(caseTypeId);
-  // Kept: for another type nothing is done and nothing shown; callers pass these two types only.
+  // Kept: any other type is silently ignored; callers pass only these two.
   if (!caseType) {
     return {};
   }

@@ -20,26 +20,26 @@ enum class OpenMode {
   Keyset,
 };
 
-// Kept: statements are joined from texts as they are, and nothing is escaped. A quote in a value
-// breaks its statement, which the provider's box tells the user.
+// Kept: statements are concatenated without escaping. A quote in a value breaks its statement, and
+// the box shows the provider's error.
 
 // Opens the shared recordset on the statement.
 platform::Recordset& OpenQuery(std::u16string statement, OpenMode mode);
-// Carries the statement out on the shared connection.
+// Executes the statement on the shared connection.
 void Execute(std::u16string statement);
-// Carries out the statement text as it stands.
+// Executes the current statement text.
 void ExecuteCurrentSql();
 
-// A field of the current row as the number or the text that the runtime makes of it; Null raises
+// A field of the current row, converted by the runtime's rules to a number or a text; Null raises
 // 94.
 std::int32_t NumberField(platform::Recordset& row, const std::u16string& field);
 std::u16string TextField(platform::Recordset& row, const std::u16string& field);
 // A recordset for the caller to keep.
 std::unique_ptr<platform::Recordset> CloneOf(platform::Recordset& rows);
 
-// What `take` reads from the query's first row; the empty value when there is no row.
+// What `take` reads from the query's first row; the empty value if there is no row.
 // Kept: without a row the shared recordset stays open, and the next query on the thread fails with
-// 3705; the host knows this box. The same holds when `take` fails.
+// 3705; the host knows this box. The same holds if `take` fails.
 template <class Take>
 auto FirstRow(std::u16string statement, OpenMode mode, Take take) {
   platform::Recordset& rows = OpenQuery(std::move(statement), mode);
@@ -51,7 +51,7 @@ auto FirstRow(std::u16string statement, OpenMode mode, Take take) {
   return taken;
 }
 
-// A query by one key: the procedure, the statement in front of and behind the key, how it opens.
+// A query by one key: the procedure, the statement before and after the key, the open mode.
 struct Lookup {
   std::u16string_view procedure;
   std::u16string_view beforeKey;
@@ -79,10 +79,10 @@ void InTransaction(Body body) {
   SharedConnection().CommitTrans();
 }
 
-// Runs `body`, which makes a transaction, under the error trap. The rollback comes before the box:
-// a box that waits over lunch must not keep the tables locked for every other workstation. Kept: it
-// is also made when the transaction had not begun; its own error is dropped. `afterRollback` runs
-// between the two.
+// Runs `body`, which performs a transaction, under the error trap. The rollback comes before the
+// box: a box left open over lunch must not keep the tables locked for every other workstation.
+// Kept: the rollback also runs if the transaction had not begun; its own error is ignored.
+// `afterRollback` runs between the rollback and the box.
 template <class Body, class AfterRollback>
 util::Attempt<void> TryWrite(std::u16string_view procedure, Body body,
                              AfterRollback afterRollback) {

@@ -8,12 +8,12 @@
 
 namespace db {
 
-// The first field of the statement's first row on the shared connection; Empty when no row comes
-// back, and after an error, which it has shown.
+// The first field of the statement's first row on the shared connection; Empty if no row is
+// returned, and after an error, which has been shown.
 automation::Value GetScalarValue(const std::u16string& statement);
 
-// The same in two parts, for a transaction, which must not stay open while a box waits: reads
-// without the error trap, and shows what the trap would have shown.
+// The same in two steps, for transactions, which must not stay open while a box is shown: one reads
+// without the error trap, the other shows what the trap would have shown.
 automation::Value ReadScalarValue(const std::u16string& statement);
 void ShowScalarError(const automation::AutomationError& error);
 

@@ -17,7 +17,7 @@ constexpr Lookup kPatientByCode1 = {
 
 }  // namespace
 
-// Kept: the user name stands without quotes; hosts pass a value that the database accepts there.
+// Kept: the user name is not quoted; hosts pass a value that the database accepts there.
 void DBVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
     Execute(u"Insert into VilnorPasient (PID, UserName) VALUES (" + Decimal10(pid) + u"," +
@@ -25,7 +25,7 @@ void DBVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName
   });
 }
 
-// Kept: a failure names AddNewVilnorUser, and the user name stands without quotes as it does there.
+// Kept: a failure names AddNewVilnorUser, and the user name is not quoted here either.
 void DBVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
   UnderTrap(u" in AddNewVilnorUser", kDBVilnorIcon, [&] {
     const bool mapped = !GetVilnorUserByPID(pid).empty();
@@ -49,8 +49,8 @@ std::u16string DBVilnor::GetVilnorUserByPID(std::int32_t pid) {
   return LookUp(kGetVilnorUserByPID, pid, [](auto& user) { return TextField(user, u"UserName"); });
 }
 
-// Kept: the second lookup runs for patient 0 when the first found nothing, and fails then on the
-// recordset that the first left open.
+// Kept: if the first lookup finds nothing, the second runs for patient 0 and fails on the recordset
+// that the first left open.
 std::u16string DBVilnor::GetVilnorUserByCode1(std::int32_t code1) {
   return UnderTrap(kPatientByCode1.procedure, kDBVilnorIcon, [&] {
     const std::int32_t patientId =

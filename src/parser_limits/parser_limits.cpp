@@ -10,20 +10,20 @@
 namespace parser_limits {
 namespace {
 
-// A result has a dozen elements, one that brings its whole form along a few thousand elements and
-// texts. In Wine's parser each of them takes up to nine microseconds and 130 bytes, however few
-// bytes of the file it is.
+// A result has a dozen elements; one that includes its whole form has a few thousand elements and
+// texts. Each costs Wine's parser up to nine microseconds and 130 bytes, however few bytes of the
+// file it takes.
 constexpr std::size_t kMostParts = 100'000;
-// Compared with each other; and names with the namespaces among them.
+// Attributes are compared with each other, and names with the namespaces among them.
 constexpr std::size_t kMostAttributes = 1'000;
 constexpr std::size_t kMostLevels = 256;
-// Where a text is interrupted, by a reference, a line's end or the end of a buffer, Wine's parser
-// looks through the attributes of all elements around it, which by itself costs as much as twenty
-// of them: half a second.
+// When a reference, a line end or a buffer end interrupts a text, Wine's parser searches the
+// attributes of all enclosing elements. The search itself costs as much as twenty attributes. This
+// many lookups take half a second.
 constexpr std::uint64_t kMostLookups = 100'000'000;
 constexpr std::uint64_t kLookupsAtLeast = 20;
 constexpr std::uint64_t kBuffer = 300;
-// Three bytes that are no character in UTF-8 can be text in another encoding.
+// Three bytes that are not a character in UTF-8 may be text in another encoding.
 constexpr std::size_t kMostOddities = 10'000;
 
 constexpr std::string_view kBlanks = " \t\r\n";
@@ -39,7 +39,7 @@ bool IsCharacter(std::uint32_t point) {
                             (point >= 0x10000 && point < 0x110000);
 }
 
-// The characters "#65" and "#x41" stand for.
+// Whether a reference such as "#65" or "#x41" stands for a character.
 bool IsCharacterNumber(std::string_view number) {
   const std::uint32_t base = number.starts_with("#x") ? 16 : 10;
   number.remove_prefix(base == 16 ? 2 : 1);
@@ -58,15 +58,15 @@ bool IsCharacterNumber(std::string_view number) {
   return !number.empty() && IsCharacter(point);
 }
 
-// Without declarations there are no others.
+// Without declarations, no other references are valid.
 bool IsReference(std::string_view name) {
   constexpr auto kNames = std::to_array<std::string_view>({"amp", "lt", "gt", "quot", "apos"});
   return name.starts_with('#') ? IsCharacterNumber(name)
                                : std::ranges::find(kNames, name) != kNames.end();
 }
 
-// Goes through the document once, markup by markup, and stops at the first that is not in order or
-// one too many. Names may be any, and need not match: what is left to the parser costs it little.
+// Scans the document once and stops at the first markup that is malformed or exceeds a limit. Names
+// are neither validated nor matched: what is left to the parser costs it little.
 class Scanner {
  public:
   explicit Scanner(std::string_view text) : buffers_(text.size() / kBuffer), rest_(text) {}
@@ -77,7 +77,7 @@ class Scanner {
         return false;
       }
     }
-    // Without an element it may be one in an encoding that cannot be looked through.
+    // A document without an element may be in an encoding that cannot be scanned.
     return levels_ > 0 && level_ == 0;
   }
 
@@ -114,7 +114,7 @@ class Scanner {
     return Take("<") && PassStartTag();
   }
 
-  // One, in front of the root element, without declarations of its own ("[").
+  // Accepts one, before the root element, without declarations of its own ("[").
   bool PassDocumentType() {
     const bool first = !std::exchange(hasDocumentType_, true) && levels_ == 0;
     const bool named = TakeBlanks() && TakeName("[");
@@ -175,7 +175,7 @@ class Scanner {
            Take(quote);
   }
 
-  // Counts line ends, and what may be no character.
+  // Counts line ends and possible non-characters.
   bool AreCharacters(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
       const auto byte = static_cast<unsigned char>(text[at]);
@@ -224,7 +224,7 @@ class Scanner {
     return Take("\"") || Take("'") ? quote : std::string_view();
   }
 
-  // Neither `excluded` nor what no name has is part of it.
+  // A name ends before any of `excluded` and before any character that names cannot contain.
   bool TakeName(std::string_view excluded = {}) {
     const auto* const end = std::ranges::find_if(rest_, [&](char character) {
       return kNoName.find(character) != kNoName.npos || excluded.find(character) != excluded.npos ||

@@ -4,24 +4,23 @@
 #include <cstdint>
 #include <string_view>
 
-// What is kept from a parser of result files: while it is busy the host waits, and its tree is in
-// the host's memory.
+// Limits checked before a result file is parsed: the host waits while the parser is busy, and the
+// parser's tree is in the host's memory.
 namespace parser_limits {
 
 // In bytes. A larger file is refused without being read.
 inline constexpr std::uint64_t kLargestDocument = std::uint64_t{64} << 20;
 
-// In characters, and in texts, sections, comments and elements that it is put together from. A
-// longer value is no value of a result: error 7.
+// In characters, and in the texts, sections, comments and elements that make up the value. No
+// result has a longer value: error 7.
 inline constexpr std::size_t kLongestValue = 65'536;
 inline constexpr std::size_t kMostPieces = 1'000;
 
-// Whether a document, given as the bytes of its file, may be given to a parser. It may when a
-// parser would find nothing but markup in order (parsers go on after an error, and some errors cost
-// them more the longer the file is), no declarations in a document type, and no more of anything
-// than a result could have: elements and texts, attributes, levels, references. How long its texts
-// are hardly matters. Any encoding is taken that has ASCII's characters as ASCII's bytes, and
-// UTF-16.
+// Whether a document, given as the bytes of its file, may be parsed. No markup may be malformed
+// (parsers go on after an error, and some errors cost them more the longer the file is), its
+// document type may have no declarations, and it may not have more elements and texts, attributes,
+// levels or references than a result could have. The length of its texts hardly matters. UTF-16 is
+// accepted, and any encoding that stores ASCII's characters as ASCII's bytes.
 bool IsFitToParse(std::string_view bytes);
 
 }  // namespace parser_limits

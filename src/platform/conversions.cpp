@@ -12,8 +12,8 @@ automation::Regional Regional() {
   return Current().locale.Regional();
 }
 
-// Asking the system for the settings costs more than a conversion, so only the conversions that
-// look at them are given them: texts are read by them, fractions and dates are printed by them.
+// Reading the system's settings costs more than a conversion, so only conversions that use them get
+// them: those that read texts, and those that print fractions or dates.
 bool IsReadBySettings(const automation::Value& value) {
   return value.Is<std::u16string>();
 }

@@ -1,4 +1,4 @@
-// The database as ADO shows it: the calls that the component makes, with ADO's states and errors.
+// The ADO calls that the component makes, with ADO's states and errors.
 #pragma once
 
 #include <cstdint>
@@ -21,33 +21,33 @@ enum class LockType : std::int32_t {
 };
 inline constexpr std::int32_t kOptionsUnspecified = -1;
 
-// An ADO Recordset. Every call but Open and SetCursorLocation raises 3704 "Operation is not allowed
-// when the object is closed." on a closed one.
+// An ADO Recordset. Every call except Open and SetCursorLocation raises 3704 "Operation is not
+// allowed when the object is closed." on a closed one.
 class Recordset {
  public:
   virtual ~Recordset() = default;
   // Error 3705 "Operation is not allowed when the object is open." on an open one.
   virtual void SetCursorLocation(CursorLocation location) = 0;
-  // Opens on a statement. Error 3705 when it is open already, 3709 when the connection is not open,
-  // the provider's own number and text when the statement fails. Opening closes nothing.
+  // Opens on a statement. Error 3705 if it is already open, 3709 if the connection is not open, the
+  // provider's own number and text if the statement fails. Opening closes nothing.
   virtual void Open(const std::u16string& statement, class Connection& connection,
                     CursorType cursorType, LockType lockType, std::int32_t options) = 0;
   virtual bool Eof() = 0;
-  // Error 3021 behind the last row.
+  // Error 3021 at EOF.
   virtual void MoveNext() = 0;
-  // The field's value in the current row. Error 3265 for a name that is not there, 3021 without a
+  // The field's value in the current row. Error 3265 if there is no such field, 3021 if there is no
   // current row.
   virtual automation::Value Field(const std::u16string& name) = 0;
   virtual automation::Value Field(std::int32_t index) = 0;
-  // Writes to the record in hand only; the database is not updated.
+  // Writes only to the current record's copy buffer; the database is not updated.
   virtual void SetField(const std::u16string& name, const automation::Value& value) = 0;
-  // A recordset of its own on the same rows, on the first of them; it outlives the source's Close.
+  // A separate recordset over the same rows, on the first one; it outlives the source's Close.
   virtual std::unique_ptr<Recordset> Clone(LockType lockType) = 0;
   virtual void Close() = 0;
 };
 
-// The recordset of a lookup; where it gave none error 91, as the classic runtime raises at the use
-// of an object that is not set.
+// A lookup's recordset; error 91 if there is none, as the classic runtime raises when an object
+// that is not set is used.
 inline Recordset& Require(const std::unique_ptr<Recordset>& recordset) {
   if (!recordset) {
     throw automation::AutomationError(automation::RuntimeError::ObjectNotSet);
@@ -61,20 +61,20 @@ class Connection {
   virtual ~Connection() = default;
   // Error 3705 on an open one.
   virtual void SetConnectionString(const std::u16string& connectionString) = 0;
-  // Empty texts leave what the connection string says. Error 3705 on an open one, else the
+  // Empty texts do not override the connection string. Error 3705 on an open one, otherwise the
   // provider's number and text.
   virtual void Open(const std::u16string& connectionString, const std::u16string& user,
                     const std::u16string& password, std::int32_t options) = 0;
-  // The rows of a query, a closed recordset for a statement without rows.
+  // The rows of a query; a closed recordset for a non-row-returning statement.
   virtual std::unique_ptr<Recordset> Execute(const std::u16string& statement,
                                              std::int32_t options) = 0;
   virtual void BeginTrans() = 0;
-  // Without a transaction both raise the provider's error.
+  // Both raise the provider's error outside a transaction.
   virtual void CommitTrans() = 0;
   virtual void RollbackTrans() = 0;
 };
 
-// Makes unopened objects. Error 429 when the database interface is not installed.
+// Creates closed objects. Error 429 if the database interface is not installed.
 class Database {
  public:
   virtual ~Database() = default;

@@ -11,7 +11,7 @@ enum class Answer { None, Ok, Yes, No };
 
 struct MessageBox {
   std::u16string text;
-  // Empty: the component's own name stands in the title bar.
+  // If empty, the title bar shows the component's own name.
   std::u16string title;
   Icon icon = Icon::None;
   Buttons buttons = Buttons::Ok;

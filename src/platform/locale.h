@@ -11,10 +11,10 @@ namespace platform {
 class Locale {
  public:
   virtual ~Locale() = default;
-  // Settings for the conversions, as they stand now (the user may change them at any time).
+  // The current settings for the conversions (the user may change them at any time).
   virtual automation::Regional Regional() = 0;
-  // One item of the user's default locale by its number (31 is the short date), "" when the system
-  // gives no answer.
+  // One item of the user's default locale by its number (31 is the short date), "" if the system
+  // returns nothing.
   virtual std::u16string Info(std::int32_t item) = 0;
 };
 

@@ -1,5 +1,5 @@
-// The component's outside world, handed in at the edge (the COM shell or a test) and reached
-// through one accessor of the thread.
+// The component's outside world, supplied at the edge (the COM shell or a test) and reached through
+// one per-thread accessor.
 #pragma once
 
 namespace platform {
@@ -30,8 +30,8 @@ struct Platform {
 
 // The calling thread's platform; Use() must have been called on the thread.
 Platform& Current();
-// Makes `platform` the calling thread's. The caller keeps it alive for as long as the thread calls
-// the component.
+// Sets the calling thread's platform. The caller keeps it alive for as long as the thread calls the
+// component.
 void Use(Platform& platform);
 
 }  // namespace platform

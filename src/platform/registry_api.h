@@ -40,7 +40,7 @@ class RegistryApi {
   virtual std::int32_t CreateKey(Key parent, const std::u16string& path, std::uint32_t access,
                                  Key& opened, std::uint32_t& disposition) = 0;
   virtual std::int32_t QueryLimits(Key key, Limits& limits) = 0;
-  // `limits` size the buffers; kMoreData when a value has grown beyond them since.
+  // `limits` set the buffer sizes; kMoreData if a value has since outgrown them.
   virtual std::int32_t EnumValue(Key key, std::uint32_t index, const Limits& limits,
                                  ValueEntry& entry) = 0;
   virtual std::int32_t EnumKey(Key key, std::uint32_t index, const Limits& limits,
@@ -48,7 +48,7 @@ class RegistryApi {
   virtual std::int32_t SetTextValue(Key key, const std::u16string& name,
                                     const std::u16string& text) = 0;
   virtual std::int32_t DeleteValue(Key key, const std::u16string& name) = 0;
-  // A key that has subkeys may refuse (kAccessDenied), so callers empty it first.
+  // Deleting a key with subkeys may fail (kAccessDenied), so callers empty it first.
   virtual std::int32_t DeleteKey(Key parent, const std::u16string& name) = 0;
   virtual std::int32_t CloseKey(Key key) = 0;
 };

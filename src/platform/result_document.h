@@ -17,21 +17,21 @@ struct ParseError {
 };
 
 // One XML document, loaded synchronously from a local file. A document type without declarations is
-// taken, and what it names is never fetched.
+// accepted, but what it refers to is never fetched.
 class ResultDocument {
  public:
   virtual ~ResultDocument() = default;
   virtual void Load(const std::u16string& path) = 0;
   virtual ParseError GetParseError() = 0;
-  // The typed value of the first element of that name in document order, wherever it stands. Error
-  // 91 when there is none, 7 when it is longer than any that a result has (parser_limits.h).
+  // The typed value of the first element with that name in document order, at any depth. Error 91
+  // if there is none, 7 if it is longer than in any result (parser_limits.h).
   virtual automation::Value FirstValue(const std::u16string& tagName) = 0;
 };
 
 class ResultDocuments {
  public:
   virtual ~ResultDocuments() = default;
-  // An empty document. Error 429 when the parser is not installed.
+  // An empty document. Error 429 if the parser is not installed.
   virtual std::unique_ptr<ResultDocument> New() = 0;
 };
 

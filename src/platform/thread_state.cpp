@@ -7,7 +7,7 @@ namespace {
 
 using Forgetting = std::vector<void (*)()>;
 
-// Never destroyed, as the states themselves.
+// Never destroyed, like the states themselves.
 Forgetting& OnForget() {
   thread_local Forgetting* all = nullptr;
   if (all == nullptr) {
@@ -23,7 +23,7 @@ void WhenForgotten(void (*forget)()) {
 }
 
 void ForgetThreadState() {
-  // One part's end may make another anew.
+  // Destroying one state may create another.
   while (!OnForget().empty()) {
     auto* const forget = OnForget().back();
     OnForget().pop_back();

@@ -1,5 +1,5 @@
-// The component-wide variables: one set per thread, made at first use. Whatever a thread keeps
-// between two calls is kept here.
+// The component's global variables: one set per thread, created at first use. Everything that a
+// thread keeps between two calls is kept here.
 #pragma once
 
 #include <memory>
@@ -10,7 +10,7 @@ namespace platform {
 void WhenForgotten(void (*forget)());
 
 // The calling thread's `State`. Never destroyed, on purpose: when a thread or the process exits,
-// COM is gone already, and the references held here must not be released into it.
+// COM is already gone, so the references held here must not be released.
 template <class State>
 State& ThreadState() {
   thread_local State* state = nullptr;
@@ -25,8 +25,8 @@ State& ThreadState() {
   return *state;
 }
 
-// For tests: ends the calling thread's state, the newest part first, so that the thread is as one
-// that has never called the component. Its platform is forgotten, too: Use() comes next.
+// For tests: destroys the calling thread's state, newest part first, as if the thread had never
+// called the component. Its platform is forgotten, too, so call Use() next.
 void ForgetThreadState();
 
 }  // namespace platform

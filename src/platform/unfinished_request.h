@@ -4,11 +4,11 @@
 
 namespace platform {
 
-// A file is written under its name with this behind it.
+// Appended to a file's name while the file is being written.
 inline constexpr std::u16string_view kTemporaryEnding = u".tmp";
 
-// Whether a file of that name (without folder) is a request of the component that is being written,
-// or was when its host was killed.
+// Whether a file of that name (without folder) is one of the component's requests that is being
+// written, or was when its host was killed.
 constexpr bool IsUnfinishedRequest(std::u16string_view name) {
   return (name.starts_with(u"In") || name.starts_with(u"Search")) && name.ends_with(u".xml.tmp");
 }

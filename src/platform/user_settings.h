@@ -8,10 +8,10 @@ namespace platform {
 class UserSettings {
  public:
   virtual ~UserSettings() = default;
-  // "" for a setting that is missing.
+  // "" for a missing setting.
   virtual std::u16string Get(const std::u16string& application, const std::u16string& section,
                              const std::u16string& key) = 0;
-  // Error 5 when it cannot be stored.
+  // Error 5 if it cannot be stored.
   virtual void Save(const std::u16string& application, const std::u16string& section,
                     const std::u16string& key, const std::u16string& text) = 0;
 };

@@ -6,7 +6,7 @@
 namespace platform {
 
 using WindowHandle = std::int32_t;
-// (window, message, wParam, lParam) to the message's result.
+// Maps (window, message, wParam, lParam) to the message's result.
 using WindowProcedure = std::int32_t (*)(WindowHandle window, std::int32_t message,
                                          std::int32_t wParam, std::int32_t lParam);
 
@@ -39,7 +39,7 @@ struct WindowDescription {
   std::int32_t instance = 0;
 };
 
-// user32's window calls in their ANSI forms; failures are results, never errors.
+// user32's window calls in their ANSI forms; failures are returned, never thrown.
 class WindowSystem {
  public:
   virtual ~WindowSystem() = default;

@@ -19,7 +19,7 @@ using automation::AutomationError;
 using automation::RuntimeError;
 using platform::RegistryApi;
 
-// Rights to a key as the system numbers them.
+// Access rights to a key, as the system numbers them.
 constexpr std::uint32_t kReadAccess = 0x1F;
 constexpr std::uint32_t kWriteAccess = 0x06;
 constexpr std::uint32_t kCreateAccess = 0x3F;
@@ -46,13 +46,13 @@ void Tell(std::u16string text) {
                         u"Unknown Error: " + automation::Decimal10(number));
 }
 
-// What the system reads of a name ends at a NUL; it takes one without a letter for the parent.
+// The system reads a name up to the first NUL and takes one without a letter for the parent.
 bool NamesSubKey(const std::u16string& name) {
   const std::u16string read = name.substr(0, name.find(u'\0'));
   return read.find_first_not_of(u'\\') != std::u16string::npos;
 }
 
-// The key with all below it, the deepest first; stops at the first that cannot be deleted.
+// Deletes the key with all below it, deepest first; stops at the first that cannot be deleted.
 bool DeleteTree(RegistryApi::Key parent, const std::u16string& name) {
   const KeyHandle handle = NamesSubKey(name) ? Open(parent, name, kReadAccess) : KeyHandle();
   if (!handle) {

@@ -7,7 +7,7 @@
 
 namespace registry {
 
-// Closes its key when it goes; owns none after a move or when made without one.
+// Closes its key on destruction; empty after a move or if made without a key.
 class KeyHandle {
  public:
   KeyHandle() = default;
@@ -29,7 +29,7 @@ class KeyHandle {
 
   // Whether a key is owned.
   explicit operator bool() const { return api_ != nullptr; }
-  // 0 when none is.
+  // 0 if empty.
   platform::RegistryApi::Key key() const { return key_; }
 
  private:

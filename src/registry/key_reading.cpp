@@ -34,9 +34,9 @@ bool Exceeds(const RegistryApi::Limits& wider, const RegistryApi::Limits& limits
          wider.subkeyName > limits.subkeyName;
 }
 
-// Calls `read(index, limits)`, which gives the system's code, and `take()`, which says whether to
-// go on, until the system has no more items. An item that has grown since the limits were measured
-// is read again with wider ones.
+// Calls `read(index, limits)`, which returns the system's code, and `take()`, which returns whether
+// to continue, until the system has no more items. An item that has outgrown the limits is read
+// again with wider ones.
 template <class Read, class Take>
 void Enumerate(const KeyHandle& handle, Read read, Take take) {
   RegistryApi::Limits limits = QueryLimits(handle);

@@ -1,4 +1,4 @@
-// A failure as a value: what a procedure gives that has told the user of its errors itself.
+// A failure as a value: the result of a procedure that has already shown its error to the user.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ struct Failure {
   std::int32_t number;
 };
 
-// What a procedure under the error trap gave to a caller inside the component: its value, or
-// nothing, and the user has been told. The caller says what it makes of a failure.
+// The result of a procedure under the error trap for callers inside the component: its value, or
+// the error that the user has been shown. The caller decides how to handle a failure.
 template <class T>
 class [[nodiscard]] Attempt {
  public:
@@ -21,9 +21,9 @@ class [[nodiscard]] Attempt {
   explicit Attempt(Failure failure) : error_(failure.number) {}
 
   bool Failed() const { return !value_; }
-  // To be asked for after a success.
+  // Only after a success.
   const T& Value() const { return value_.value(); }
-  // For those to whom a failure is as good as nothing.
+  // For callers that treat a failure as an empty result.
   T OrEmpty() const& { return value_ ? *value_ : T{}; }
   T OrEmpty() && { return value_ ? std::move(*value_) : T{}; }
   // The number of the error.
@@ -34,7 +34,7 @@ class [[nodiscard]] Attempt {
   std::optional<std::int32_t> error_;
 };
 
-// Of a procedure without a value: whether it succeeded.
+// For a procedure without a value: whether it succeeded.
 template <>
 class [[nodiscard]] Attempt<void> {
  public:

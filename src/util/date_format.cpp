@@ -55,7 +55,7 @@ automation::Date DateFromParts(std::u16string_view year, std::u16string_view mon
   return UnderTrap(u" in DateFromParts", kModBVilnorIcon, [&] {
     using automation::ReplaceNoCase;
     std::u16string text = CurrentSettings().gDateFormat;
-    // The longer form of a part before the shorter one.
+    // The longer form of each part is replaced before the shorter one.
     text = ReplaceNoCase(text, u"YYYY", year);
     text = ReplaceNoCase(text, u"MM", month);
     text = ReplaceNoCase(text, u"M", month);

@@ -1,4 +1,4 @@
-// The date format of the session and dates put together in it.
+// The session's date format, and dates built in it.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 
 namespace util {
 
-// The user's short date picture with a year of four digits ("yy-MM-dd" becomes "YYYY-MM-dd"); when
-// the system gives none, one chosen by the session's gKestraLangID.
+// The user's short date picture with a four-digit year ("yy-MM-dd" becomes "YYYY-MM-dd"); if the
+// system returns none, a picture chosen by the session's gKestraLangID.
 std::u16string GetLanguageDateFormat();
 
-// The date that the three texts make in the session's gDateFormat, whatever the user's locale is by
-// now; the empty date (days 0) when that is none.
+// The date that the three texts form in the session's gDateFormat, regardless of the user's current
+// locale; the empty date (days 0) if they do not form one.
 automation::Date DateFromParts(std::u16string_view year, std::u16string_view month,
                                std::u16string_view day);
 

@@ -17,7 +17,7 @@ namespace util {
 
 inline constexpr std::u16string_view kBoxTitle = u"Vilnor Link connection";
 
-// What a class or module shows when one of its procedures fails.
+// The icon that a class or module shows when one of its procedures fails.
 inline constexpr platform::Icon kBVilnorIcon = platform::Icon::Exclamation;
 inline constexpr platform::Icon kDBVilnorIcon = platform::Icon::Critical;
 inline constexpr platform::Icon kModBVilnorIcon = platform::Icon::Critical;
@@ -64,7 +64,7 @@ auto Try(std::u16string_view procedure, platform::Icon icon, Body&& body)
   return Try(procedure, icon, std::forward<Body>(body), [] {});
 }
 
-// The same for the host, and for callers to whom a failure is as good as nothing: "", 0, false,
+// The same for the host and for callers that treat a failure as an empty result: "", 0, false,
 // nothing.
 template <class Body>
 auto UnderTrap(std::u16string_view procedure, platform::Icon icon, Body&& body)

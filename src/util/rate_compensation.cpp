@@ -37,7 +37,7 @@ bool IsExamination(std::int32_t rateNo) {
   return rateNo == 11 || rateNo == 12;
 }
 
-// Rates on which the addition for the elderly is not paid.
+// Rates for which the addition for the elderly is not paid.
 bool IsWithoutAddition(std::int32_t rateNo) {
   return IsExamination(rateNo) || (rateNo >= 91 && rateNo <= 98);
 }
@@ -72,8 +72,8 @@ RateCompensation NewerCompensation(const Row& row) {
   if (!row.elderlyDebit || row.ageGroup != AgeGroup::From65) {
     return {.amount2 = row.amount3, .accepted = true};
   }
-  // For other rates than these nothing is paid row by row: the protection against high costs is
-  // reckoned on the sum of the estimate.
+  // For all other rates nothing is paid row by row: the protection against high costs is calculated
+  // on the estimate's total.
   return {.amount3 = HasFormRowOfItsOwn(row.rateNo) ? row.amount3 : 0, .accepted = true};
 }
 

@@ -15,10 +15,10 @@ enum class AgeGroup { Under20, From20To29, From30To64, From65 };
 // outside the years 100 to 9999 shows error 6.
 Attempt<AgeGroup> GetAgeGroup(automation::Date birthDate, automation::Date referenceDate);
 
-// What the rule reads of a row, of its application and of the patient. Amounts and the rate number
-// may be Null, which counts as 0.
+// The rule's input from a row, its application and the patient. Amounts and the rate number may be
+// Null, which counts as 0.
 struct RateCompensationInput {
-  // The row's RegDate; the patient's age is that of its calendar year.
+  // The row's RegDate; the patient's age is that reached in its calendar year.
   automation::Date regDate;
   // The patient's FDato.
   automation::Date birthDate;
@@ -29,7 +29,7 @@ struct RateCompensationInput {
   automation::Value amount3;
   // The row's IncrComp.
   bool increasedComp = false;
-  // The application's IncreasedComp: the row's mark counts only where it is applied for.
+  // The application's IncreasedComp: the row's mark counts only if it was applied for.
   bool increasedCompApplied = false;
   automation::Value rateNo;
   std::u16string debit;
@@ -44,8 +44,8 @@ struct RateCompensation {
   bool operator==(const RateCompensation&) const = default;
 };
 
-// Shows the runtime's error and gives nothing, not accepted, for an amount or rate number that is
-// no number (13) or too large (6), and for a date outside the years 100 to 9999.
+// Shows the runtime's error and returns zeros, not accepted, for an amount or rate number that is
+// not a number (13) or too large (6), and for a date outside the years 100 to 9999.
 RateCompensation GetRateCompensation(const RateCompensationInput& input);
 
 }  // namespace util

@@ -14,10 +14,10 @@ namespace {
 
 using automation::InDoubleDigits;
 
-// Steps in one whole, by mode from 1.
+// Rounding steps per whole, for modes from 1.
 constexpr std::array<double, 4> kFactors = {20, 10, 2, 1};
 
-// Zero may have either half, it is cut off again.
+// For zero either half will do: it is truncated again.
 double HalfWithSignOf(double number) {
   return number < 0 ? -0.5 : 0.5;
 }
@@ -26,7 +26,7 @@ double HalfWithSignOf(double number) {
 
 double RoundOffAmount(double amount, std::int32_t mode, double& difference) {
   difference = 0;
-  // The name is kept as it stands, with the name of a form of the host: support staff know it.
+  // Kept: the name includes that of a form of the host; support staff know it.
   return UnderTrap(u" frmPreDefPrice: RoundOffAmount", kModBVilnorIcon, [&] {
     if (mode < 1 || mode > std::ssize(kFactors)) {
       return amount;

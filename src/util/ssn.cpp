@@ -22,7 +22,7 @@ std::int32_t DateNumber(automation::Date date) {
   return parts.year * 10000 + parts.month * 100 + parts.day;
 }
 
-// What concatenation makes of a value: a Null adds nothing.
+// A value as concatenation appends it: Null adds nothing.
 std::u16string Appended(const automation::Value& value) {
   return value.IsNull() ? std::u16string() : platform::ToText(value);
 }

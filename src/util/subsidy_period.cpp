@@ -24,23 +24,23 @@ struct SubsidyLine {
   std::u16string_view month;
 };
 
-// The first line that fits a row decides. docs/dental-care-subsidy.md says for each line what is
+// The first line that matches a row decides. docs/dental-care-subsidy.md says for each line what is
 // law and what is a decision.
 constexpr auto kLines = std::to_array<SubsidyLine>({
-    // Taken as basic care: it needs no prior approval, so the day of the reform alone decides.
+    // Treated as basic care, which needs no prior approval, so the reform's date alone decides.
     {kFirst, 59, Debit::Any, u"07"},
-    // The same; 77 between them is not.
+    // The same; 77, between them, is not.
     {70, 76, Debit::Any, u"07"},
     {78, 79, Debit::Any, u"07"},
     // Rates whose amount does not depend on the debit code.
     {91, 93, Debit::Any, u"07"},
     {97, 98, Debit::Any, u"07"},
-    // Sixty percent of the fee, whoever the patient.
+    // Sixty percent of the fee for every patient.
     {99, 99, Debit::Any, u"07"},
-    // Every other care is taken as prosthetics. For the elderly, a treatment planned in the last
+    // All other care is treated as prosthetics. For the elderly, a treatment planned in the last
     // quarter before the reform is carried out under it.
     {kFirst, kLast, Debit::Elderly, u"04"},
-    // For everybody else it changes with the reform itself.
+    // For everyone else the rules change with the reform itself.
     {kFirst, kLast, Debit::Any, u"07"},
 });
 

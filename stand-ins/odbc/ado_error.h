@@ -26,7 +26,7 @@ enum class AdoError : std::int32_t {
 // Errors of the OLE DB layer that ADO passes on by their HRESULT.
 enum class ProviderError : std::int32_t {
   Failure = -2147467259,  // E_FAIL: connection, driver, anything without a code of its own
-  // DB_E_ERRORSINCOMMAND: a statement that cannot be read, or that names what is not there.
+  // DB_E_ERRORSINCOMMAND: a statement that cannot be parsed, or that names a missing object.
   ErrorsInCommand = -2147217900,
   IntegrityViolation = -2147217873,    // DB_E_INTEGRITYVIOLATION
   NoTable = -2147217865,               // DB_E_NOTABLE

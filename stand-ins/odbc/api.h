@@ -20,7 +20,7 @@
 
 namespace odbc {
 
-// A copy with the terminating zero, which many calls ask for in spite of a length.
+// A copy with the terminating zero, which many calls require even though they take a length.
 inline std::vector<SQLWCHAR> ToWide(std::u16string_view text) {
   std::vector<SQLWCHAR> wide(text.begin(), text.end());
   wide.push_back(0);
@@ -31,7 +31,7 @@ inline std::u16string FromWide(const SQLWCHAR* wide, std::size_t length) {
   return {wide, wide + length};
 }
 
-// Numbers that ODBC takes in the place of a pointer.
+// Numbers that ODBC takes in place of a pointer.
 inline SQLPOINTER AsPointer(std::size_t number) {
   return reinterpret_cast<SQLPOINTER>(number);  // NOLINT(performance-no-int-to-ptr)
 }

@@ -1,4 +1,4 @@
-// The whole result of a query, held apart from its statement and connection.
+// A query's complete result, independent of its statement and connection.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ struct CachedRows {
   std::vector<Column> columns;
   std::vector<Row> rows;
 
-  // The first column of that name, compared without regard to letter case.
+  // The first column of that name, ignoring letter case.
   std::optional<std::size_t> Find(std::u16string_view name) const;
 };
 

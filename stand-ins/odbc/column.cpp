@@ -35,7 +35,7 @@ constexpr std::array kNumberedKinds = {
     NumberedKind{SQL_TYPE_DATE, ColumnKind::Date},
     NumberedKind{SQL_TYPE_TIMESTAMP, ColumnKind::Date},
     NumberedKind{SQL_TYPE_TIME, ColumnKind::Time},
-    // The numbers of ODBC 2, which older drivers still give.
+    // The numbers of ODBC 2, which older drivers still return.
     NumberedKind{SQL_DATE, ColumnKind::Date},
     NumberedKind{SQL_TIMESTAMP, ColumnKind::Date},
     NumberedKind{SQL_TIME, ColumnKind::Time},

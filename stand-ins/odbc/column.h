@@ -1,4 +1,4 @@
-// A column of a result and the type that ADO's readers see for it.
+// A result column and the type that ADO's readers see for it.
 #pragma once
 
 #include <cstddef>
@@ -47,14 +47,14 @@ struct DriverType {
 struct NamedKind {
   std::u16string_view typeName;
   ColumnKind kind;
-  // Nothing for any.
+  // nullopt matches any.
   std::optional<std::size_t> size = std::nullopt;
   std::optional<std::int16_t> scale = std::nullopt;
 };
 
-// By `own`, the names of the data source's product, then by the names that mean the same in every
-// product, then by the number. Names go first where drivers blur the type: PostgreSQL's boolean
-// arrives as text and its money as a float, SQLite's numeric as a float and its decimal as text.
+// By `own`, the product's own names, then by names that mean the same in every product, then by
+// number. Names come first where drivers blur the type: PostgreSQL's boolean arrives as text and
+// its money as a float, SQLite's numeric as a float and its decimal as text.
 ColumnKind KindOf(const DriverType& type, std::span<const NamedKind> own);
 
 }  // namespace odbc

@@ -37,7 +37,7 @@ std::optional<Number> Parse(std::u16string_view text) {
   return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-// A decimal number taken apart: its digits without point, and how many of them stand behind it.
+// A decimal number's digits without the point, and how many of them follow it.
 struct Digits {
   std::u16string digits;
   int scale = 0;
@@ -95,10 +95,10 @@ void RoundOffLast(Digits& number) {
   }
 }
 
-// A number beyond this many digits in front of or behind the point is none that the columns hold.
+// No column holds a number with more digits than this before or after the point.
 constexpr int kMaxDigits = 40;
 
-// The number written with exactly or, when it has fewer, at most `scale` decimals.
+// Rounds the number to at most `scale` decimals.
 void LimitScale(Digits& number, int scale) {
   while (number.scale > scale && !number.digits.empty()) {
     RoundOffLast(number);
@@ -109,7 +109,7 @@ void LimitScale(Digits& number, int scale) {
   }
 }
 
-// Zeros instead of an exponent: a scale that is neither negative nor more than the digits.
+// Replaces an exponent with zeros: the scale is then neither negative nor more than the digits.
 bool SpellOut(Digits& number) {
   if (number.scale < -kMaxDigits) {
     return false;
@@ -133,7 +133,7 @@ std::u16string PlainText(const Digits& number) {
   return text;
 }
 
-// Rounded off to the decimals that 96 bits hold.
+// Rounded to the decimals that 96 bits hold.
 std::optional<Decimal> ToDecimal(Digits number) {
   if (!SpellOut(number)) {
     return std::nullopt;
@@ -233,7 +233,7 @@ std::optional<bool> ParseBoolean(std::u16string_view text) {
   return std::nullopt;
 }
 
-// The whole number in the column's width or the next that holds it.
+// The whole number in the column's width, or the next width that holds it.
 std::optional<Value> WholeNumber(std::u16string_view text, bool sixteenBits) {
   const auto number = Parse<std::int64_t>(text);
   if (!number) {

@@ -1,4 +1,4 @@
-// From the text in which a driver hands over a field to the value that ADO's readers see.
+// Converts the text that a driver returns for a field to the value that ADO's readers see.
 #pragma once
 
 #include <optional>
@@ -10,26 +10,25 @@
 
 namespace odbc {
 
-// Whole numbers become the column's width, or the next that holds them: 16 bits, 32 bits, decimal
-// (so a 64-bit count is a 32-bit number as long as it fits). A single is a double of its seven
-// digits. Dates are read to the second. Binary data is its hexadecimal text. SQLite lets any
-// content stand in any column: a text that is no value of the column's kind stays the text that it
-// is, so that nothing is lost.
+// Whole numbers get the column's width, or the next that holds them: 16 bits, 32 bits, decimal (so
+// a 64-bit count is a 32-bit number as long as it fits). A single becomes a double with its seven
+// digits. Dates are read to the second. Binary data becomes its hexadecimal text. SQLite allows any
+// content in any column: a text that is not a value of the column's kind stays text, so that
+// nothing is lost.
 automation::Value ToValue(std::u16string text, ColumnKind kind);
 
-// What a product's driver means by a text that is not read as above; nothing for any other text.
+// Reads texts to which a product's driver gives another meaning; nullopt for any other text.
 using OwnReading = std::optional<automation::Value> (*)(std::u16string_view text, ColumnKind kind);
 
-// Digits with an optional sign, point and exponent; digits beyond 28 decimals or 96 bits are
-// rounded off behind the point. Nothing when the text is no such number or its whole part is too
-// large.
+// Digits with an optional sign, point and exponent; decimals beyond 28 places or 96 bits are
+// rounded off. nullopt if the text is not such a number or its whole part is too large.
 std::optional<automation::Decimal> ParseDecimal(std::u16string_view text);
 
-// As such a number, rounded off to four decimals.
+// The same, rounded to four decimals.
 std::optional<automation::Currency> ParseCurrency(std::u16string_view text);
 
-// "yyyy-mm-dd", or "mm-dd-yyyy" as the host writes it, then nothing or "hh:mm[:ss[.fraction]]"
-// behind a blank or a "T"; what follows the fraction (a zone) is ignored.
+// "yyyy-mm-dd", or "mm-dd-yyyy" as the host writes it, optionally followed by a blank or "T" and
+// "hh:mm[:ss[.fraction]]"; anything after the fraction (a zone) is ignored.
 std::optional<automation::Date> ParseTimestamp(std::u16string_view text);
 
 }  // namespace odbc

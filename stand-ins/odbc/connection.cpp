@@ -26,7 +26,7 @@ std::u16string ProductName(const ConnectionHandle& connection) {
   return FromWide(name.data(), static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR));
 }
 
-// The driver's connection, ended when setting it up fails.
+// The driver's connection, disconnected if setting it up fails.
 class Session {
  public:
   explicit Session(const ConnectionHandle& handle) : handle_(handle) {}
@@ -91,8 +91,8 @@ Result Connection::RunTranslated(std::u16string_view statement) {
   return result;
 }
 
-// Asks the product itself, with a query that returns no row. A name that it does not know is no
-// date column; the statement that uses it fails on its own.
+// Asks the product with a query that returns no rows. An unknown name is not a date column; the
+// statement that uses it fails on its own.
 bool Connection::IsDateColumn(std::u16string_view table, std::u16string_view column) {
   try {
     Statement probe(handle_, *dialect_);

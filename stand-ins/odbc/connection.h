@@ -12,14 +12,13 @@
 
 namespace odbc {
 
-// Connecting takes no longer than ADO's default ConnectionTimeout, with a driver that knows a
-// limit.
+// ADO's default ConnectionTimeout: connecting takes no longer, if the driver supports a limit.
 inline constexpr std::size_t kLoginTimeoutSeconds = 15;
 
 struct Result {
-  // Nothing for a statement without rows.
+  // nullopt for a non-row-returning statement.
   std::optional<CachedRows> rows;
-  // Rows changed, -1 when the driver does not say.
+  // Rows changed, -1 if the driver does not say.
   std::int64_t affectedRows = -1;
 };
 
@@ -36,9 +35,9 @@ class Connection {
   Result Run(std::u16string_view statement);
 
   void Begin();
-  // A commit that fails leaves the transaction open, to be rolled back.
+  // A failed commit leaves the transaction open, to be rolled back.
   void Commit();
-  // Ends the transaction in any case, also when the server is gone and the error says so.
+  // Always ends the transaction, even if the server is gone and an error is raised.
   void Rollback();
 
  private:
@@ -48,7 +47,7 @@ class Connection {
 
   EnvironmentHandle environment_;
   ConnectionHandle handle_;
-  // The row of the driver that the string names, or else of the product that answered.
+  // The row of the driver that the string names, otherwise of the connected product.
   const Dialect* dialect_;
   bool inTransaction_ = false;
 };

@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto kNone = std::u16string_view::npos;
 
-// Behind the closing brace of a value that starts with one; a doubled brace stands for itself.
+// The length of a value in braces, the braces included; a doubled brace stands for itself.
 std::size_t BracedLength(std::u16string_view text) {
   for (std::size_t i = 1; i < text.size(); ++i) {
     if (text[i] != u'}') {

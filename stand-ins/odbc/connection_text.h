@@ -1,4 +1,4 @@
-// A connection string "key=value;key={value};…" taken apart and put together again.
+// Splits a connection string "key=value;key={value};…" into its parts and rebuilds it.
 #pragma once
 
 #include <optional>
@@ -16,12 +16,12 @@ class ConnectionText {
   // piece without "=" is kept as it stands.
   explicit ConnectionText(std::u16string_view text);
 
-  // The value of a key, compared without regard to letter case, without its braces.
+  // The value of a key, ignoring the key's letter case; without braces.
   std::optional<std::u16string> Find(std::u16string_view key) const;
-  // In place of the key's value, or as a new last pair.
+  // Replaces the key's value, or appends a new pair.
   void Set(std::u16string_view key, std::u16string_view value);
   void Remove(std::u16string_view key);
-  // Values that need braces have them.
+  // Values are put in braces where needed.
   std::u16string Text() const;
 
  private:
@@ -36,16 +36,16 @@ class ConnectionText {
   std::vector<Pair> pairs_;
 };
 
-// What goes to the ODBC driver manager.
+// What is passed to the ODBC driver manager.
 struct ConnectRequest {
   std::u16string text;
-  // Of the driver that the string names; unknown when it names none (a DSN).
+  // That of the driver that the string names; unknown if it names none (a DSN).
   const Dialect& dialect;
 };
 
-// A "Provider" for ODBC is left out of the string, any other raises ADO's 3706. `user` and
-// `password` go before what the string says unless they are empty. The dialect's defaults are added
-// for the keys that the string does not have.
+// A "Provider" for ODBC is removed from the string; any other raises ADO's 3706. `user` and
+// `password` override the string unless they are empty. The dialect's defaults are added for the
+// keys that the string lacks.
 ConnectRequest RequestOf(std::u16string_view connectionString, std::u16string_view user,
                          std::u16string_view password);
 

@@ -7,8 +7,8 @@
 
 namespace odbc {
 
-// The same date as "yyyy-mm-dd" or "yyyy-mm-dd hh:mm:ss". Nothing for a text of any other form, or
-// for one that names no day of the calendar.
+// The same date as "yyyy-mm-dd" or "yyyy-mm-dd hh:mm:ss". nullopt for a text of any other form and
+// for an invalid date.
 std::optional<std::u16string> IsoFromHostDate(std::u16string_view text);
 
 }  // namespace odbc

@@ -22,7 +22,7 @@ bool IsName(const Token& token) {
   return token.kind == TokenKind::Name || token.kind == TokenKind::Word;
 }
 
-// The statement's first table: the name behind INTO, UPDATE or FROM.
+// The statement's first table: the name after INTO, UPDATE or FROM.
 std::optional<std::size_t> FirstTable(const Tokens& tokens) {
   const auto keyword = std::find_if(tokens.begin(), tokens.end(), [](const Token& token) {
     return IsWord(token, u"into") || IsWord(token, u"update") || IsWord(token, u"from");
@@ -32,8 +32,8 @@ std::optional<std::size_t> FirstTable(const Tokens& tokens) {
                                                               : std::nullopt;
 }
 
-// The names between the bracket at `open` and its closing one; empty when anything but names and
-// commas stands there.
+// The names between the bracket at `open` and its closing one; empty if anything except names and
+// commas is there.
 std::vector<std::u16string_view> ColumnList(const Tokens& tokens, std::size_t open) {
   std::vector<std::u16string_view> names;
   for (std::size_t i = open + 1; i + 1 < tokens.size() && IsName(tokens[i]); i += 2) {
@@ -48,8 +48,8 @@ std::vector<std::u16string_view> ColumnList(const Tokens& tokens, std::size_t op
   return {};
 }
 
-// How many values stand before `position` in the innermost bracket around it, when that bracket
-// opens right behind VALUES or behind another row of values.
+// How many values precede `position` in the innermost bracket around it, if that bracket directly
+// follows VALUES or another row of values.
 std::optional<std::size_t> PlaceInValues(const Tokens& tokens, std::size_t position) {
   std::size_t place = 0;
   int depth = 0;

@@ -1,4 +1,4 @@
-// Which column of which table a quoted text of a statement is written to or compared with.
+// The table and column that a quoted text of a statement is written to or compared with.
 #pragma once
 
 #include <cstddef>
@@ -16,10 +16,10 @@ struct Target {
   std::u16string_view column;
 };
 
-// Of the text token at `position`, for the two places where that is plain: as one whole value of
-// INSERT INTO table (columns) VALUES (values), and behind `column =` or another comparison in a
-// statement's first table. Nothing anywhere else (an expression, a function's argument, a value
-// without a column list).
+// The target of the text token at `position`, in the two places where it is clear: as one whole
+// value of INSERT INTO table (columns) VALUES (values), and after `column =` or another comparison
+// in a statement's first table. nullopt anywhere else (an expression, a function's argument, a
+// value without a column list).
 std::optional<Target> TargetOf(const std::vector<Token>& tokens, std::size_t position);
 
 }  // namespace odbc

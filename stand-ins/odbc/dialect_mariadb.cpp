@@ -7,24 +7,24 @@ namespace odbc {
 namespace {
 
 constexpr std::array kDefaults = {
-    // The server's older utf8 has no letters outside the 16-bit plane.
+    // The server's older utf8 lacks letters outside the 16-bit plane.
     ConnectionDefault{u"CHARSET", u"utf8mb4"},
-    // Rows found are counted, not only those that change, as every other product does.
+    // Counts the rows found, not only those changed, as every other product does.
     ConnectionDefault{u"OPTION", u"2"},
 };
 
-// The mode takes texts and names as the SQL standard has them, and refuses a value that does not
-// fit its column instead of storing another one. The driver sets no limit of its own to a
-// statement; this is ADO's default CommandTimeout.
+// The mode reads texts and names as standard SQL does, and rejects a value that does not fit its
+// column instead of storing another one. The driver has no statement timeout of its own; this is
+// ADO's default CommandTimeout.
 constexpr std::array<std::u16string_view, 2> kSessionSetup = {
     u"SET SESSION sql_mode = 'ANSI_QUOTES,NO_BACKSLASH_ESCAPES,STRICT_ALL_TABLES,NO_ZERO_IN_DATE,"
     u"NO_ZERO_DATE,ERROR_FOR_DIVISION_BY_ZERO,NO_ENGINE_SUBSTITUTION', max_statement_time = 30",
     u"SET SESSION TRANSACTION ISOLATION LEVEL READ COMMITTED"};
 
 constexpr std::array kTypes = {
-    // What the server makes of boolean; the driver does not tell the 1 of tinyint(1).
+    // The server's type for boolean; the driver does not report the 1 of tinyint(1).
     NamedKind{.typeName = u"tinyint", .kind = ColumnKind::Boolean},
-    // There is no type for money; this one has currency's digits.
+    // There is no money type; this one has currency's digits.
     NamedKind{.typeName = u"decimal", .kind = ColumnKind::Currency, .size = 19, .scale = 4},
 };
 
@@ -38,8 +38,8 @@ constexpr std::array kErrors = {
     ErrorCode{u"", 1969, ProviderError::TimeExpired},       // max_statement_time
 };
 
-// A bit arrives as its byte, and a zero one as nothing. A tinyint that is neither 0 nor 1 is a
-// number after all.
+// A bit arrives as its byte, a zero bit as an empty text. A tinyint that is neither 0 nor 1 is read
+// as a number.
 std::optional<automation::Value> ReadFlag(std::u16string_view text) {
   if (text.empty() || (text.size() == 1 && text.front() <= 1)) {
     return automation::Value(!text.empty() && text.front() == 1);
@@ -50,7 +50,7 @@ std::optional<automation::Value> ReadFlag(std::u16string_view text) {
   return std::nullopt;
 }
 
-// A date that older servers and looser modes let in.
+// A date that older servers and looser modes accept.
 constexpr std::u16string_view kZeroDate = u"0000-00-00";
 
 std::optional<automation::Value> Read(std::u16string_view text, ColumnKind kind) {

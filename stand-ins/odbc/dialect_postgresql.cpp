@@ -18,8 +18,8 @@ constexpr std::array kErrors = {
     ErrorCode{u"57014", {}, ProviderError::TimeExpired},
 };
 
-// An amount as the server's locale prints it ("$1,234.50", "(1.50)", "1.234,50 kr") as a plain
-// number: the last point or comma is the decimal separator when one or two digits follow it.
+// Converts an amount as the server's locale prints it ("$1,234.50", "(1.50)", "1.234,50 kr") to a
+// plain number: the last point or comma is the decimal separator if one or two digits follow it.
 std::u16string PlainAmount(std::u16string_view printed) {
   const auto isDigit = [](char16_t unit) { return unit >= u'0' && unit <= u'9'; };
   const auto separator = printed.find_last_of(u".,");

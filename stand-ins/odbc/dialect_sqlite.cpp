@@ -5,8 +5,8 @@
 namespace odbc {
 namespace {
 
-// How many milliseconds a lock held by another process is waited for; the driver's own 100 seconds
-// would leave the host's window standing still.
+// Milliseconds to wait for a lock held by another process; the driver's default of 100 seconds
+// would freeze the host's window.
 constexpr std::array kDefaults = {ConnectionDefault{u"Timeout", u"5000"}};
 
 // The driver reports each of the library's result codes as HY000.
@@ -31,7 +31,7 @@ constinit const Dialect kSqlite = {
     .sessionSetup = {},
     .syntax = {.bracketNames = true, .backtickNames = true},
     .identity = u"last_insert_rowid()",
-    // It keeps a date as the text that it is given.
+    // SQLite stores a date as the text that it is given.
     .quotedDatesAreTranslated = true,
     .types = {},
     .singlesAreReadAsNumbers = false,

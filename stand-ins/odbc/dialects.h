@@ -1,4 +1,4 @@
-// The rows, each in a file of its own.
+// The rows of dialect.h, each in its own file.
 #pragma once
 
 #include "odbc/dialect.h"

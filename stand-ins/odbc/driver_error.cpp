@@ -30,7 +30,7 @@ constexpr std::array kStandardErrors = {
     ErrorCode{u"HYT", {}, ProviderError::TimeExpired},
 };
 
-// The first entry that fits.
+// The first matching entry.
 std::optional<ProviderError> Find(std::span<const ErrorCode> codes, const Diagnostic& diagnostic) {
   const auto found = std::find_if(codes.begin(), codes.end(), [&](const ErrorCode& code) {
     return diagnostic.state.starts_with(code.state) &&
@@ -39,7 +39,7 @@ std::optional<ProviderError> Find(std::span<const ErrorCode> codes, const Diagno
   return found == codes.end() ? std::nullopt : std::optional(found->error);
 }
 
-// Line ends behind a text would only add blank lines to a message box.
+// Trailing line ends would only add blank lines to a message box.
 std::u16string WithoutTrailingSpace(std::u16string text) {
   text.erase(text.find_last_not_of(u" \t\r\n") + 1);
   return text;

@@ -1,4 +1,4 @@
-// What a driver says of a failed call, and the error that ADO's provider for ODBC makes of it.
+// A driver's diagnostics for a failed call, and the error that ADO's ODBC provider makes of them.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,11 @@ struct Diagnostic {
 // Empty fields when the handle holds no record.
 Diagnostic FirstDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle, TextCalls calls);
 
-// ADO's error for it: by the dialect's own codes, then by the standard's SQLSTATEs; Failure for
-// what neither has.
+// ADO's error for it: by the dialect's own codes, then by the standard SQLSTATEs, otherwise
+// Failure.
 ProviderError ErrorOf(const Diagnostic& diagnostic, const Dialect& dialect);
 
-// An error that a driver raised: that number, with the driver's text as it stands.
+// An error that a driver raised: that number, with the driver's text unchanged.
 class DriverError : public automation::AutomationError {
  public:
   DriverError(const Diagnostic& diagnostic, const Dialect& dialect);

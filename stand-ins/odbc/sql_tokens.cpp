@@ -20,7 +20,7 @@ bool IsWord(char16_t unit) {
          unit > 0x7F;
 }
 
-// Cuts the first token off `rest_` at each call.
+// Each call removes the first token from `rest_`.
 class Scanner {
  public:
   Scanner(std::u16string_view statement, const SqlSyntax& syntax)
@@ -79,8 +79,8 @@ class Scanner {
     return static_cast<std::size_t>(end - rest_.begin());
   }
 
-  // From the opening quote at `start` to behind the closing one; a doubled quote stands for itself,
-  // and so does what follows a backslash where those escape.
+  // The end of the quoted text that opens at `start`; a doubled quote stands for itself, and so
+  // does a character after a backslash where `backslashes` is set.
   std::size_t QuotedLength(std::size_t start, char16_t quote, bool backslashes) const {
     for (std::size_t i = start + 1; i < rest_.size(); ++i) {
       if (backslashes && rest_[i] == u'\\') {

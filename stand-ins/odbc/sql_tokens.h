@@ -1,4 +1,4 @@
-// A statement cut into the pieces that the dialect pass needs to tell apart.
+// Splits a statement into the tokens that its translation distinguishes.
 #pragma once
 
 #include <string_view>
@@ -6,7 +6,7 @@
 
 namespace odbc {
 
-// What a product's SQL has beyond '…' texts, "…" names and comments.
+// Syntax that a product's SQL has beyond '…' texts, "…" names and comments.
 struct SqlSyntax {
   // [name]
   bool bracketNames = false;
@@ -14,7 +14,7 @@ struct SqlSyntax {
   bool backtickNames = false;
   // E'it\'s' and $tag$…$tag$ texts.
   bool escapeTexts = false;
-  // A # that begins no date begins a comment, and -- only in front of a blank.
+  // A # begins a comment unless it begins a date; -- does so only before a blank.
   bool hashComments = false;
 };
 
@@ -32,7 +32,7 @@ struct Token {
   std::u16string_view text;
 };
 
-// The tokens joined are the statement again. A quote or comment that never ends reaches to the end.
+// Joined, the tokens are the statement again. An unterminated quote or comment runs to the end.
 std::vector<Token> Tokenize(std::u16string_view statement, const SqlSyntax& syntax);
 
 }  // namespace odbc

@@ -1,4 +1,4 @@
-// One statement run on a connection, its result read whole.
+// One statement run on a connection, with its complete result.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace odbc {
 
-// A statement that runs longer fails with -2147217871; ADO's default CommandTimeout. Drivers that
-// know no limit (SQLite) ignore it.
+// ADO's default CommandTimeout: a statement that runs longer fails with -2147217871. Drivers
+// without a timeout (SQLite) ignore it.
 inline constexpr std::size_t kStatementTimeoutSeconds = 30;
 
 class Statement {
@@ -22,9 +22,9 @@ class Statement {
 
   // Raises the driver's error.
   void Execute(std::u16string_view text);
-  // Of the executed statement; empty when it has no rows.
+  // The executed statement's columns; empty if it does not return rows.
   std::vector<Column> Columns() const;
-  // Reads the rows that are left. Text is read in pieces, however long it is.
+  // Reads the remaining rows. Text is read in pieces, however long it is.
   CachedRows FetchAll();
   // Rows that the statement changed, -1 when the driver does not say.
   std::int64_t AffectedRows() const;
@@ -33,7 +33,7 @@ class Statement {
   Column Describe(SQLUSMALLINT number) const;
   std::u16string TypeName(SQLUSMALLINT number) const;
   bool Fetch();
-  // Nothing for Null.
+  // nullopt for Null.
   std::optional<std::u16string> ReadText(SQLUSMALLINT number);
   automation::Value ReadSingle(SQLUSMALLINT number);
   automation::Value Read(SQLUSMALLINT number, ColumnKind kind);

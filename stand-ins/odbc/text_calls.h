@@ -1,8 +1,8 @@
-// The ODBC calls that carry text, in the form that the driver itself has.
+// The ODBC calls that carry text, in the form that the driver itself supports.
 //
-// A driver that has only the narrow calls and takes UTF-8 (SQLite's) must be given UTF-8: the
-// driver manager would turn wide text into the locale's character set, Latin-1 without one, and
-// cut off what does not fit. Drivers with wide calls get UTF-16.
+// A driver that has only the narrow calls and takes UTF-8 (SQLite's) must get UTF-8: the driver
+// manager would convert wide text to the locale's character set, Latin-1 without one, and cut off
+// what does not fit. Drivers with wide calls get UTF-16.
 #pragma once
 
 #include <cstddef>
@@ -83,7 +83,7 @@ struct Utf8Calls {
   }
 };
 
-// `action` called with the calls of that form.
+// Calls `action` with the calls of that form.
 template <class Action>
 decltype(auto) WithCalls(TextCalls calls, Action&& action) {
   return calls == TextCalls::Utf8 ? std::forward<Action>(action)(Utf8Calls())

@@ -34,7 +34,7 @@ std::optional<std::u16string> QuotedDate(const std::vector<Token>& tokens, std::
                                                                : std::nullopt;
 }
 
-// What stands for a token; nothing when it stays.
+// The replacement for a token; nullopt if it stays.
 std::optional<std::u16string> Replacement(const std::vector<Token>& tokens, std::size_t position,
                                           const Dialect& dialect,
                                           const IsDateColumn& isDateColumn) {

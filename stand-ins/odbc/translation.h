@@ -1,6 +1,6 @@
-// The host's statements in the words of the product that they are sent to. The host writes them for
-// a product that knows `@@Identity` and reads month-first dates; every other word of a statement is
-// left as it is.
+// Translates the host's statements for the product that they are sent to. The host writes them for
+// a product that knows `@@Identity` and reads month-first dates; everything else in a statement is
+// left unchanged.
 #pragma once
 
 #include <functional>
