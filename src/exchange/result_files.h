@@ -21,8 +21,8 @@ class ResultFile {
   // Call this when the file has been loaded: until then it may still have been written to.
   void TakeStamp();
   // Deletes a result that has been dealt with. If that fails, raises the deletion's error, but
-  // first renames the file so that it does not block a later result: "DoneNewCase4711 2026-11-16
-  // 14.05.00.xml".
+  // first renames the file, so that it does not block a later result:
+  // "DoneNewCase4711 2026-11-16 14.05.00.xml".
   void Delete() const;
   // Sets aside a result that a later read could enter; see below.
   void SetAside() const;
