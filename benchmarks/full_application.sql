@@ -1,4 +1,5 @@
--- Sample application 1017 with forty estimate rows, as in the largest that clinics send; for SQLite.
+-- Sample application 1017 with forty estimate rows, as many as in the largest that clinics send;
+-- for SQLite.
 DELETE FROM SEPreRequestEstimateRows WHERE SEPreRequest_ID = 1017;
 WITH RECURSIVE rows (n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM rows WHERE n < 40)
 INSERT INTO SEPreRequestEstimateRows (SEPreRequest_ID, RateNo, InternalCode, Debit, IncrComp, NoOf,

@@ -1,5 +1,5 @@
-// A document of any content: what a parser finds in order, without declarations in a document type,
-// is fit for it.
+// Any bytes as a document. One that a parser accepts, without declarations in its document type,
+// must pass the limits.
 #include <libxml/parser.h>
 #include <memory>
 
@@ -20,7 +20,7 @@ bool IsReadByAParser(const std::string& bytes) {
          (document->intSubset == nullptr || bytes.find('[') == std::string::npos);
 }
 
-// Of the encodings that the limits do not claim to look through.
+// Encodings that the limits do not check.
 bool IsOddlyEncoded(const std::string& bytes) {
   return bytes.find("encoding") != std::string::npos || bytes.find('\0') != std::string::npos ||
          bytes.starts_with("\x4C\x6F\xA7\x94");

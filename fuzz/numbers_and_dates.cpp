@@ -1,4 +1,4 @@
-// Texts as numbers and dates, in a Swedish or a US locale, there and back. The first byte chooses
+// Converts texts to numbers and dates and back, in a Swedish or a US locale. The first byte chooses
 // the locale.
 #include <array>
 #include <cmath>

@@ -1,4 +1,4 @@
-// A registry that answers whatever the input says: limits, codes, names and data.
+// A registry that returns what the input says: limits, codes, names and data.
 #include <algorithm>
 
 #include "automation/automation_error.h"
@@ -57,7 +57,7 @@ class HostileRegistry : public platform::RegistryApi {
                                              kMoreData, 6,        kAccessDenied, kFileNotFound};
     return codes[Next() % std::size(codes)];
   }
-  // An enumeration ends with the input, at the latest.
+  // An enumeration ends no later than the input.
   std::int32_t EnumerationCode() { return position_ < size_ ? Code() : kNoMoreItems; }
 
   const std::uint8_t* data_;

@@ -1,5 +1,5 @@
-// Runs a fuzzer's function on files that are kept, without libFuzzer: the inputs of its corpus, and
-// those that once found a defect.
+// Runs a fuzzer's function on saved files, without libFuzzer: its corpus, and the inputs that once
+// found a defect.
 //   FUZZER FOLDER    prints "ok FILE" for each file; one that fails ends the program
 #include <filesystem>
 #include <fstream>

@@ -1,4 +1,4 @@
-// A request file of any content, read by the simulator: a request or a problem in words.
+// Any bytes as a request file, read by the simulator: the result is a request or an error message.
 #include "fuzz/world.h"
 #include "simulator/core/problem.h"
 #include "simulator/core/request.h"

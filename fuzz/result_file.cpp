@@ -1,5 +1,5 @@
-// A result file of any content, read by each of the three readers. The first byte chooses the
-// reader, the user's answer, and whether the case is linked already.
+// Any bytes as a result file, read by one of the three readers. The first byte chooses the reader,
+// the user's answer, and whether the case is linked already.
 #include <array>
 #include <string>
 
@@ -54,8 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   fuzz::Require(!world.database.InTransaction());
   fuzz::Require(world.dialogs.shown.size() <= 2 && events.raised <= 1);
-  // What was read to its end is done with, and so is an update that no reading could enter; what
-  // another error stopped is still there, under its name or set aside.
+  // A result that was read completely is deleted, as is an update that no later read could enter.
+  // After any other error the file still exists, under its own name or set aside.
   const auto isFinal = [](const auto& box) {
     return box.text.ends_with(u" in UpdateCase") || box.text.ends_with(u" in UpdateCaseById");
   };

@@ -1,5 +1,5 @@
-// A statement or a connection string of any content, through the dialect pass. The first byte
-// chooses the product, and whether the columns are dates.
+// Any bytes as a statement or a connection string, through the dialect pass. The first byte chooses
+// the product, and whether the columns are dates.
 #include <array>
 #include <string>
 

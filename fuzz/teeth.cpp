@@ -1,4 +1,4 @@
-// A per-tooth column of any content: scanned for the document, and checked before sending.
+// Any bytes as a per-tooth column: scanned for the document, and checked before sending.
 #include "fhp/send_check.h"
 #include "fhp/tooth_scanner.h"
 #include "fuzz/world.h"
@@ -22,7 +22,7 @@ std::size_t CountRuns(std::u16string_view column, fhp::ScanRules rules) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::u16string column = fuzz::Latin1(data, size);
-  // Each run begins at a "<" of its own.
+  // Each run begins at its own "<".
   fuzz::Require(CountRuns(column, fhp::kDocumentScan) <= size);
 
   fuzz::World world;

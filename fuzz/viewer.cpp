@@ -1,7 +1,7 @@
-// An exchange file of any content, shown by the viewer; what must hold, viewer.py says. The viewer
-// is Python: its lines, one after the other, are what libFuzzer is told that an input has reached.
+// Any bytes as an exchange file, shown by the viewer; viewer.py checks the page. The viewer is
+// Python, so its executed lines, in order, are reported to libFuzzer as coverage.
 #include <Python.h>
-// Needs Python.h in front of it.
+// Must follow Python.h.
 #include <cstdint>
 #include <cstdlib>
 #include <frameobject.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// libFuzzer counts them with the coverage of compiled code.
+// libFuzzer adds these counters to the coverage of compiled code.
 __attribute__((section("__libfuzzer_extra_counters"))) std::uint8_t steps[1 << 14];
 
 PyObject* hold = nullptr;
@@ -20,7 +20,7 @@ std::size_t NumberOf(PyCodeObject* code) {
   static std::unordered_map<PyCodeObject*, std::size_t> numbers;
   const auto [known, isNew] = numbers.try_emplace(code, 0);
   if (isNew) {
-    // Kept for good: the next function could otherwise have the same place.
+    // Never released: another function could otherwise get the same address.
     Py_INCREF(code);
     const std::string_view file = PyUnicode_AsUTF8(code->co_filename);
     known->second = file.find("/exchange_page/") == file.npos ? 0 : numbers.size();
@@ -34,7 +34,7 @@ int CountStep(PyObject* /*self*/, PyFrameObject* frame, int event, PyObject* /*a
   const std::size_t function = NumberOf(code);
   Py_DECREF(code);
   if (event == PyTrace_CALL && function == 0) {
-    // Its lines are not to be reported.
+    // Suppresses its line events.
     return PyObject_SetAttrString(reinterpret_cast<PyObject*>(frame), "f_trace_lines", Py_False);
   }
   if (event == PyTrace_LINE && function != 0) {

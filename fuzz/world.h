@@ -1,5 +1,4 @@
-// The component's surroundings for a fuzzer: doubles, the real parser, and a folder of its own in
-// memory.
+// The platform for a fuzzer: doubles, the real parser, and a private folder in memory.
 #pragma once
 
 #include <algorithm>
@@ -16,12 +15,12 @@
 #include "platform/thread_state.h"
 #include "util/session_settings.h"
 
-// What libFuzzer, or replay.cpp, calls with each input.
+// libFuzzer or replay.cpp calls this with each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
 
-// Ends the run, as a sanitizer does, when what must hold does not.
+// Ends the run, as a sanitizer does, if the condition is false.
 inline void Require(bool holds) {
   if (!holds) {
     std::abort();
@@ -41,12 +40,12 @@ inline std::u16string Units(const std::uint8_t* data, std::size_t size) {
   return text;
 }
 
-// As Units, but a byte is a unit: most inputs are then readable.
+// Like Units, but one unit per byte, which keeps most inputs readable.
 inline std::u16string Latin1(const std::uint8_t* data, std::size_t size) {
   return {data, data + size};
 }
 
-// A folder in memory, the process's own.
+// A folder in memory, private to the process.
 class Folder {
  public:
   Folder() { std::filesystem::create_directories(path); }
@@ -58,7 +57,7 @@ class Folder {
       std::filesystem::path("/dev/shm") / ("vilnor-fuzz-" + std::to_string(::getpid()));
 };
 
-// Fresh for each input.
+// New for each input.
 class World : public fakes::Ports {
  public:
   World() {
@@ -87,7 +86,7 @@ class World : public fakes::Ports {
     std::filesystem::remove_all(Place());
     std::filesystem::create_directory(Place());
   }
-  // Whether a file is there whose name begins so.
+  // Whether a file exists whose name begins with this.
   static bool HasAny(const std::string& beginning) {
     return std::any_of(std::filesystem::directory_iterator(Place()), {}, [&](const auto& file) {
       return file.path().filename().string().starts_with(beginning);

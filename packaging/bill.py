@@ -100,7 +100,7 @@ def notices(product, packages):
     for text, names in texts.items():
         titles = ", ".join(f"{name} {version_of(name)}" for name in names)
         parts.append(f"{_RULE}\n{titles}\n{_RULE}\n\n{text}")
-    # Named by the compiler's, whose exception lets Vilnor be shipped under other terms.
+    # The compiler's licence refers to it; its exception lets Vilnor be shipped under other terms.
     licence = Path("/usr/share/common-licenses/GPL-3").read_text("utf-8")
     parts.append(f"{_RULE}\nGPL-3\n{_RULE}\n\n{licence}")
     return "\n".join(parts)

@@ -15,8 +15,8 @@ from product import TYPE_LIBRARY_VERSION, commit_time, identifier, read_product
 
 WIX = "http://schemas.microsoft.com/wix/2006/wi"
 CLASSES = "Software\\Classes\\"
-# Of the DLL. Registry texts name a folder without a backslash at its end, and Windows Installer gives
-# every folder's name with one; but the name of a folder inside INSTALLDIR can be put together.
+# The DLL's folder. Registry texts name a folder without a trailing backslash, but Windows Installer
+# ends every folder with one. The path of a folder inside INSTALLDIR can be composed instead.
 FOLDER = f"[INSTALLDIR]{TYPE_LIBRARY_VERSION}"
 DLL = FOLDER + "\\Vilnor.dll"
 
@@ -55,7 +55,8 @@ def _add_folders(whole, registration):
     for key, name, text in registration:
         _registry(server, CLASSES + key, name, text)
     _registry(server, tables.OWN_KEY, "InstallDir", "[INSTALLDIR]")
-    # In the folder around the DLL's: the folder of a component goes with it, any other would stay.
+    # In the parent of the DLL's folder: a component's folder is removed with it, any other would
+    # stay.
     notices = _component(install, "Notices")
     tree.SubElement(notices, "File", Id="NOTICES.txt", Name="NOTICES.txt", Source="NOTICES.txt",
                     KeyPath="yes")
@@ -83,7 +84,7 @@ def make(product, dll, notices, registration, package, time, out):
     with tempfile.TemporaryDirectory(dir=out.parent) as folder:
         for source in (dll, notices):
             copy = Path(shutil.copy(source, folder))
-            # It gets into the cabinet.
+            # This time goes into the cabinet.
             os.utime(copy, (time.timestamp(), time.timestamp()))
         source = Path(folder) / "Vilnor.wxs"
         source.write_bytes(wixl_source(product, registration, package))
@@ -103,7 +104,7 @@ def _run_at(time, command, folder):
     """The database has the time at which it was written."""
     faked = ["env", "TZ=UTC", "faketime", "-f", time.strftime("%Y-%m-%d %H:%M:%S"), *command]
     run = subprocess.run(faked, cwd=folder, capture_output=True, text=True, check=False)
-    # Neither of the two has an exit code for everything that goes wrong.
+    # Neither tool sets an exit code for every error.
     if run.returncode != 0 or "CRITICAL" in run.stderr or "ERROR" in run.stderr:
         raise SystemExit(f"{command[0]}: {(run.stderr or run.stdout).strip()}")
 

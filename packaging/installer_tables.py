@@ -2,7 +2,7 @@
 Swedish texts. docs/release.md says what each is for."""
 
 COMPONENTS = ("Server", "Notices", "ExchangeFolder", "HostRegistration")
-# What the next installation, repair or upgrade has to know of this one.
+# Facts that the next installation, repair or upgrade needs about this one.
 OWN_KEY = "Software\\Vilnor\\Installer"
 HOST_KEY = "Software\\Kestra\\Kestra.Main.exe"
 HOST_ROW = "HostPath"
@@ -15,8 +15,8 @@ PUBLIC = ("INSTALLDIR", "HOSTPATH", "EXCHANGEGROUP", "EXCHANGEDOMAIN")
 
 PROPERTIES = {"ARPNOMODIFY": "1"}
 
-# Property: key and value below HKEY_LOCAL_MACHINE. The host's keys in the order in which the component
-# looks for them.
+# Property: key and value below HKEY_LOCAL_MACHINE. The host's keys are in the order in which the
+# component reads them.
 SEARCHES = {
     "OLDINSTALLDIR": (OWN_KEY, "InstallDir"),
     "OLDHOSTPATH": (OWN_KEY, "HostPath"),
@@ -39,7 +39,7 @@ SETTINGS = {
     "TakeFirstHost": ("HOST", "[HOST1]", "HOST1 AND NOT HOST"),
     "TakeSecondHost": ("HOST", "[HOST2]", "HOST2 AND NOT HOST"),
     "TakeThirdHost": ("HOST", "[HOST3]", "HOST3 AND NOT HOST"),
-    # The component puts no backslash between the two either.
+    # The component does not insert a backslash either.
     "SetExchangeFolder": ("EXCHANGEDIR", "[HOST]Vilnor\\", "HOST"),
     "SayHost": ("ARPCOMMENTS", "Kestra Dental är registrerat: [HOST]", "HOST"),
     "SayNoHost": ("ARPCOMMENTS", "Kestra Dental är inte registrerat på den här datorn. Installera "
@@ -64,7 +64,8 @@ GENERIC_FOLDER = 0x1F01FF  # everything
 CHANGE_FILES = 0x1301BF    # read, create, change and delete; no change of rights
 KEY_ALL = 0xF003F
 KEY_READ = 0x20019
-# The component opens the host's key with all six rights, to read it; and what every reader has.
+# The component opens the host's key with all six rights, to read it; plus the rights that every
+# reader has.
 KEY_SIX_RIGHTS = 0x2003F
 
 # Object, its table, domain, name, rights. The rows of an object are its whole access list. The two
@@ -91,8 +92,8 @@ ACTION_TEXTS = {
     "RemoveExistingProducts": "Tar bort den äldre versionen",
 }
 
-# After InstallFinalize (6600): the new version stands complete before the older one goes, so that an
-# upgrade that fails has not touched it. What both have in common stays, since it has the same
+# After InstallFinalize (6600): the new version is complete before the older one is removed, so a
+# failed upgrade does not touch the older one. What both share stays, because it has the same
 # component identifiers.
 REMOVAL_OF_THE_OLDER = 6601
 
@@ -101,7 +102,7 @@ RAW_REGISTRY_VALUE = 2
 LOCAL_MACHINE = 2
 
 
-# The code page of all texts, which wixl writes in it and does not name.
+# The code page of all texts; wixl uses it but does not declare it.
 CODE_PAGE = "\r\n\r\n1252\t_ForceCodepage\r\n"
 
 
@@ -120,7 +121,7 @@ def _version(product):
     # Without it Windows takes the DLL for a file without a version, and decides by its date.
     yield (f"UPDATE `File` SET `Version` = '{product.four_numbers}', `Language` = '1033' "
            "WHERE `File` = 'Vilnor.dll'")
-    # A hash is for files without a version.
+    # Only files without a version may have a hash.
     yield "DELETE FROM `MsiFileHash` WHERE `File_` = 'Vilnor.dll'"
 
 
@@ -135,7 +136,7 @@ def _searches():
 def _settings():
     for number, (name, (target, value, condition)) in enumerate(SETTINGS.items()):
         yield _insert("CustomAction", Action=name, Type=SET_PROPERTY, Source=target, Target=value)
-        # Behind AppSearch (50), before LaunchConditions (100) and CostFinalize (1000).
+        # After AppSearch (50), before LaunchConditions (100) and CostFinalize (1000).
         yield _insert("InstallExecuteSequence", Action=name, Condition=condition,
                       Sequence=60 + number)
     secure = ";".join(("WIX_UPGRADE_DETECTED", "WIX_DOWNGRADE_DETECTED", *PUBLIC, *SEARCHES))

@@ -10,10 +10,11 @@ from pathlib import Path
 
 from product import CHECKOUT, read_product
 
-# Not "Vilnor": Windows would look for the manifest inside a Vilnor.dll first, and stop there.
+# Not "Vilnor": Windows would look for the manifest in Vilnor.dll first, and stop there.
 ASSEMBLY = "Vilnor.Component"
 NAMESPACE = "urn:schemas-microsoft-com:asm.v1"
-# How calls between apartments are passed on: by the type library, an interface of events by its names.
+# Proxies for calls between apartments: through the type library, for the event interface through
+# its names.
 DUAL_PROXY = "{00020424-0000-0000-C000-000000000046}"
 DISPATCH_PROXY = "{00020420-0000-0000-C000-000000000046}"
 _DECLARATION = re.compile(r"\[([^\]]*)\]\s*(library|interface|dispinterface|coclass)\s+(\w+)")

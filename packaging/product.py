@@ -8,8 +8,8 @@ from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[1]
 TYPE_LIBRARY_VERSION = "1.5"
-# Every identifier of the installer is derived from it and a name. Changed, Windows would take the next
-# release for another product.
+# Every identifier of the installer is derived from this and a name. If it changed, Windows would
+# take the next release for another product.
 _FAMILY = uuid.UUID("6f1d6f3a-6f0c-4f6e-9d43-0b0a6b1f2c57")
 
 

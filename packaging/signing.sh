@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Signing with a key that is given at the call and never kept: in a file, or in a PKCS#11 token.
+# Signs with a key that the caller names and that is never stored: in a file, or in a PKCS#11 token.
 
 signing_certificate='' signing_key='' signing_module='' signing_password='' signing_time=''
 
@@ -16,7 +16,7 @@ signing_option() {
   [[ $2 ]] || fail "$1 needs a value"
 }
 
-# One line for what is missing, before anything is made.
+# Prints one line for whatever is missing, before anything is made.
 check_signing() {
   local file
   if [[ ! $signing_certificate$signing_key ]]; then
@@ -30,11 +30,11 @@ check_signing() {
     ${signing_password:+"$signing_password"}; do
     [[ -r $file ]] || fail "cannot read $file"
   done
-  # In a token the key has an address (pkcs11:...), no file.
+  # A key in a token has an address (pkcs11:...) instead of a file.
   [[ $signing_module || -r $signing_key ]] || fail "cannot read the key file $signing_key"
 }
 
-# sign FILE VERSION: in place; does nothing when no key was given.
+# sign FILE VERSION: in place; does nothing if no key was given.
 sign() {
   [[ $signing_key ]] || return 0
   local options=(-h sha256 -n "Vilnor $2" -certs "$signing_certificate" -key "$signing_key")

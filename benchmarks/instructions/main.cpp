@@ -1,4 +1,4 @@
-// Takes one of the core's hot paths so many times, for callgrind to count the instructions:
+// Runs one of the core's hot paths N times, for callgrind to count the instructions:
 //   vilnor_instructions           lists the paths
 //   vilnor_instructions PATH N
 #include <cstdio>
@@ -17,7 +17,7 @@
 
 namespace {
 
-// What the paths make goes here, so that they are taken.
+// Stores the results of the paths, so that they are not optimised away.
 volatile std::size_t made = 0;
 
 void BuildARequest() {

@@ -16,7 +16,7 @@ inline constexpr std::int32_t kFullApplication = 1017;
 
 class Application {
  public:
-  // Gives the application so many estimate rows and as many teeth in its plan and findings, and
+  // Gives the application this many estimate rows, and as many teeth in its plan and findings, and
   // reads it.
   Application(Clinic& clinic, int rows);
 
@@ -25,7 +25,7 @@ class Application {
 
  private:
   fhp::ApplicationRecords records_;
-  // The document's writer reads its own copy to the end.
+  // The document writer reads its own copy to the end.
   std::unique_ptr<platform::Recordset> rows_;
 };
 

@@ -20,7 +20,7 @@ using benchmarks::Clinic;
 
 constexpr int kRows = 40;
 
-// The document's contents, in the component's own text and in the libraries'.
+// The document's contents, as the component's strings and as the libraries'.
 struct Content {
   std::u16string_view name;
   std::u16string text;
@@ -112,7 +112,7 @@ void PugixmlTree(pugi::xml_document& document, const Content& content) {
   Add(root, content.children);
 }
 
-// --- Built and written into memory.
+// --- Built, and written to memory.
 
 void VilnorBuilds(benchmark::State& state) {
   const Content& content = TheDocument().content;
@@ -149,7 +149,7 @@ void PugixmlBuilds(benchmark::State& state) {
   }
 }
 
-// --- Built and saved to a file.
+// --- Built, and saved to a file.
 
 void VilnorSaves(benchmark::State& state) {
   Document& document = TheDocument();

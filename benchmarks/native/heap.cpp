@@ -1,5 +1,5 @@
-// The heap of a program that runs for days has grown already: what is measured is the component,
-// not the system's handing out and taking back of memory.
+// In a program that has run for days the heap has already grown. So no memory is returned to the
+// system here: the benchmarks measure the component, not the system.
 #include <limits>
 #include <malloc.h>
 

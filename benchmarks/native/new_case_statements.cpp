@@ -1,4 +1,4 @@
-// AddNewCase beside its bare statements over ODBC, both on PostgreSQL.
+// AddNewCase compared with its bare statements over ODBC, both on PostgreSQL.
 #include <array>
 #include <benchmark/benchmark.h>
 #include <chrono>
@@ -36,7 +36,7 @@ Wide ToWide(const std::u16string& text) {
   return wide;
 }
 
-// A program of a few lines that knows its statements and nothing else.
+// A short program that knows only its statements.
 class BareOdbc {
  public:
   BareOdbc() {
@@ -114,7 +114,7 @@ std::u16string NextCaseId() {
   return automation::Decimal10(++last);
 }
 
-// One case a time, taken away again outside of the measured time.
+// One case at a time, removed again outside the measured time.
 template <class AddCase>
 void Measure(benchmark::State& state, Clinic& clinic, AddCase addCase) {
   for (auto _ : state) {

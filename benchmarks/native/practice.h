@@ -1,4 +1,4 @@
-// The host's databases that tests/schema/make_practice.py makes, and the component on top of one.
+// The host's databases made by tests/schema/make_practice.py, and the component on top of one.
 #pragma once
 
 #include <cstdint>
@@ -14,19 +14,19 @@
 
 namespace benchmarks {
 
-// Keys of the practice's rows begin here.
+// The lowest key of the practice's rows.
 inline constexpr std::int32_t kFirstKey = 100'000;
 
 struct PracticeDatabase {
   std::string product;
-  // How much of the whole practice it holds: "1%".
+  // Its share of the whole practice: "1%".
   std::string part;
   std::u16string connectionString;
-  // The kind of date literals, as the host passes it to InitVilnor.
+  // The kind of date literals, as passed to InitVilnor.
   std::int16_t dbType;
 };
 
-// Those that ./bench has made: the environment names each in VILNOR_BENCH_SQLITE_1 and the like.
+// The databases that ./bench has made; the environment names each, in VILNOR_BENCH_SQLITE_1 etc.
 const std::vector<PracticeDatabase>& PracticeDatabases();
 // The small one on SQLite, with the sample applications.
 const PracticeDatabase& SmallPractice();
@@ -36,8 +36,8 @@ class NoEvents : public exchange::Events {
   void UpdateJournal() override {}
 };
 
-// A clinic's computer: a real database and real files, the rest doubles. There may be several; the
-// thread's calls go to the one that it is inside of.
+// A clinic's computer: a real database and real files, doubles for the rest. There may be several;
+// the thread's calls go to the one that it is inside.
 class Clinic {
  public:
   explicit Clinic(const PracticeDatabase& practice);
@@ -58,10 +58,10 @@ class Clinic {
 
   std::int32_t patients() const { return patients_; }
   host::BVilnor& vilnor() { return *vilnor_; }
-  // Runs a statement beside the component, on its connection where it has one: a statement on
-  // another one would make SQLite forget the pages that it holds.
+  // Runs a statement independently of the component, but on its connection if it has one: a
+  // statement on another connection would make SQLite drop its cached pages.
   void Run(const std::u16string& statement) const;
-  // What the component told the user first, "" if nothing.
+  // The first message that the component showed, "" if none.
   std::string FirstComplaint() const;
 
  private:
@@ -70,7 +70,7 @@ class Clinic {
   fakes::Ports doubles_;
   native::OdbcDatabase database_;
   platform::Platform ports_ = fakes::With(doubles_.ports, database_);
-  // What the component keeps for a thread, while the thread is elsewhere.
+  // The component's per-thread state, while the thread is outside.
   db::ConnectionState connectionState_;
   util::SessionSettings session_;
   NoEvents events_;

@@ -1,5 +1,5 @@
-// What the operations of DBVilnor, and of BVilnor's user mapping, cost in a small part of a
-// practice and in the whole of it. Each turn takes another patient.
+// The cost of the operations of DBVilnor, and of BVilnor's user mapping, in a small part of a
+// practice and in all of it. Each turn uses another patient.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
@@ -29,7 +29,7 @@ constexpr std::int32_t kCompanyOf = 5000;       // one company,
 constexpr std::int32_t kUserOf = 100;           // one Vilnor Link user,
 constexpr std::int32_t kPostcodeOf = 10;        // one postcode
 
-// One patient's turn, and the keys that belong to it in the practice.
+// One patient's turn, and its keys in the practice.
 struct Turn {
   Clinic& clinic;
   std::int32_t patient;  // counted from 0
@@ -41,15 +41,16 @@ struct Turn {
   std::int32_t RID() const { return OneFor(kCompanyOf); }
   std::int32_t user() const { return OneFor(kUserOf); }
   std::int32_t postcode() const { return 10'001 + (OneFor(kPostcodeOf) - kFirstKey) * 16; }
-  // One that has estimate rows: every fifth has none, the one in front of it four.
+  // An application with estimate rows: every fifth has none, the one before it has four.
   std::int32_t estimatedFHPId() const { return FHPId() - patient % 5 + 4; }
   // The patient's first ordinary case.
   std::int32_t VilnorId() const { return kFirstKey + clinic.patients() + patient; }
   std::u16string caseId() const { return Decimal10(26'000'000 + clinic.patients() + patient); }
-  // What the practice does not have: a case, its link and journal line, its application, a user.
+  // Keys that the practice does not contain: a case, its link and journal line, its application, a
+  // user.
   std::u16string newCaseId() const { return Decimal10(27'000'000 + patient); }
   std::int32_t newKey() const { return 10'000'000 + patient; }
-  // Another one each turn, so that there is always something to change.
+  // A different one each turn, so that there is always something to change.
   std::u16string changedCaseId() const { return Decimal10(28'000'000 + number); }
 
  private:
@@ -58,14 +59,13 @@ struct Turn {
   }
 };
 
-// How the component is reached: by a DBVilnor that is connected already, or by an operation that
-// connects by itself.
+// How the component is called: through a connected DBVilnor, or through an operation that connects
+// by itself.
 enum class Reach { Connected, ByItself };
 
 using Statements = std::vector<std::u16string> (*)(const Turn& turn);
 
-// `run` is measured and says whether it did what it is for; the statements around it are not
-// measured.
+// `run` is measured, and returns whether it succeeded; the statements around it are not measured.
 struct Operation {
   const char* name;
   Reach reach;
@@ -269,12 +269,13 @@ void RunAll(Statements statements, const Turn& turn) {
   }
 }
 
-// An operation on one database, a turn at a time with patients that lie far apart.
+// An operation on one database, one turn at a time, with patients whose rows are far apart.
 class Measurement {
  public:
   Measurement(const Operation& operation, const PracticeDatabase& practice)
       : operation_(operation), clinic_(practice) {
-    // So many that the database holds in its own memory what it can; connecting begins anew anyway.
+    // Enough for the database to fill its cache; each connecting operation starts without one
+    // anyway.
     constexpr int kWarmUps = 1000;
     constexpr int kConnectingWarmUps = 20;
     const Clinic::Inside inside(clinic_);
@@ -293,13 +294,13 @@ class Measurement {
     vilnor_.reset();
   }
 
-  // Its seconds.
+  // In seconds.
   double Next() {
     const Clinic::Inside inside(clinic_);
     return TakeTurn();
   }
 
-  // "" when every turn did what it should.
+  // "" if every turn succeeded.
   std::string Failure() const {
     return failed_ ? "nothing was found; " + clinic_.FirstComplaint() : clinic_.FirstComplaint();
   }
@@ -326,8 +327,8 @@ class Measurement {
   bool failed_ = false;
 };
 
-// Keeps the database open from one repetition to the next, so that repetitions can be short and
-// the databases take turns often.
+// Keeps the database open between repetitions, so that repetitions can be short and the databases
+// can alternate often.
 Measurement& MeasurementOf(const std::string& name, const Operation& operation,
                            const PracticeDatabase& practice) {
   static std::map<std::string, std::unique_ptr<Measurement>> measurements;

@@ -1,4 +1,4 @@
-// What a field of a request costs while rows and per-tooth fields are doubled, six times.
+// The cost per field of a request while rows and per-tooth fields are doubled six times.
 #include <benchmark/benchmark.h>
 #include <map>
 #include <memory>

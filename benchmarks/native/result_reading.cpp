@@ -1,4 +1,4 @@
-// What a byte of a result file costs to read. The result's status leaves the database as it is.
+// The cost per byte of reading a result file. The result's status leaves the database unchanged.
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <fstream>
@@ -18,7 +18,7 @@ using benchmarks::Clinic;
 
 constexpr std::int32_t kPatient = 4711;
 constexpr std::size_t kLargest = parser_limits::kLargestDocument;
-// Of a note: as many as keep the largest file below the number of elements that are read.
+// In a note: enough to keep the largest file below the limit on elements.
 constexpr int kSentences = 150;
 
 // The exchange directory of a reader.
@@ -31,7 +31,7 @@ class Directory {
 
   std::u16string Path() const { return automation::FromUtf8(path_.string()); }
 
-  // The link program's answer comes behind a form of the given length. A large one has long notes.
+  // The link program's answer comes after a form of the given length. A large form has long notes.
   void PutResult(std::size_t length) {
     std::string note;
     for (int sentence = 0; sentence < kSentences; ++sentence) {
@@ -49,7 +49,7 @@ class Directory {
     }
     std::ofstream(path_ / "OutNewCase4711.xml", std::ios::binary)
         << bytes << std::string(length - bytes.size() - end.size(), '\xE4') << end;
-    // A file that is refused would cost next to nothing.
+    // A rejected file would cost next to nothing.
     const auto document = platform::Current().resultDocuments.New();
     document->Load(Path() + u"\\OutNewCase4711.xml");
     isReadable = document->GetParseError().code == 0;

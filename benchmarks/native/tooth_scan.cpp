@@ -1,4 +1,4 @@
-// What a character of a per-tooth text costs, beside one pass of memchr over the same text.
+// The cost per character of a per-tooth text, compared with one pass of memchr over the same text.
 #include <benchmark/benchmark.h>
 #include <string>
 

@@ -10,8 +10,8 @@ from results import Plot, Row, Subject, table
 from running import by_number, measure
 
 REPETITIONS = 5
-LARGE = 1 << 20  # from here on what is done once for a file is not seen any more
-VERY_LARGE = 16 << 20  # and what the program has anyway is nothing beside it
+LARGE = 1 << 20  # from here on the cost per file no longer shows
+VERY_LARGE = 16 << 20  # and the program's own memory is negligible
 MARK = 1.15
 
 LINE_CHART = """
@@ -42,7 +42,7 @@ def measure_result(program: pathlib.Path) -> Subject:
     costs = by_number(measure(program, "^result/", REPETITIONS))
     sizes = list(costs)
     memory = {size: peak_memory(program, size) for size in sizes}
-    # The program itself is not the file's.
+    # Leaves out the program's own memory.
     per_byte = {larger: (memory[larger] - memory[size]) / (larger - size)
                 for size, larger in pairwise(sizes)}
     largest = ratio(costs[sizes[-1]], costs[LARGE])

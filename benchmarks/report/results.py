@@ -29,7 +29,7 @@ class Plot(NamedTuple):
 class Subject(NamedTuple):
     title: str
     rows: list[Row]
-    # Markdown: what the rows consist of, and where time goes.
+    # Markdown: what the rows are made of, and where the time goes.
     details: str
     plots: list[Plot]
 

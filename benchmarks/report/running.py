@@ -11,7 +11,7 @@ import subprocess
 import sys
 import tempfile
 
-# What Google Benchmark adds to a name.
+# The suffixes that Google Benchmark adds to a name.
 SETTINGS = re.compile(r"/(iterations|repeats|manual_time|real_time|min_time|min_warmup_time)\b.*$")
 
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}

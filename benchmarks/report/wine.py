@@ -95,7 +95,7 @@ def trip_rows(figures: Times) -> list[Row]:
         script_row(figures, "result", "the same")]
 
 
-# What a request consists of, and what a result does.
+# The parts of a request and of a result.
 PARTS_OF_BOTH = ("paths from the registry", "connecting")
 PARTS_OF_REQUEST = ("connecting, reading the application's records",
                     "building both forms from the records", "putting the request in place")
@@ -152,7 +152,7 @@ def loading_rows(figures: Times) -> list[Row]:
 
 
 def measure_wine(database: str) -> Subject:
-    # Loading needs a process that has not loaded the component yet.
+    # Loading must be measured in a process that has not loaded the component.
     figures = (run_in_wine(database, ["loading"])
                | run_in_wine(database, ["calls", "document", "registry", "scan", "trips"]))
     loading = of_subject(figures, "loading")

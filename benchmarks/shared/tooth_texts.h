@@ -1,4 +1,4 @@
-// The passes over a per-tooth text that are measured, natively and in Wine.
+// The measured passes over a per-tooth text, native and in Wine.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace benchmarks {
 
 inline constexpr std::array<std::size_t, 6> kTextLengths = {100, 320, 1000, 3200, 10'000, 32'000};
 
-// Runs as a dentist's plan has them.
+// Runs as in a dentist's plan.
 inline std::u16string RunsOf(std::size_t characters) {
   constexpr std::u16string_view kRun = u"<11>304 305 306</11>";
   std::u16string text;
@@ -24,7 +24,7 @@ inline std::u16string RunsOf(std::size_t characters) {
   return text.append(characters - text.size(), u' ');
 }
 
-// As the send check does with each run.
+// Does what the send check does with each run.
 inline std::ptrdiff_t CountBlanks(std::u16string_view text, fhp::ScanRules rules) {
   std::ptrdiff_t blanks = 0;
   fhp::ToothScanner teeth(text, rules);
@@ -34,7 +34,7 @@ inline std::ptrdiff_t CountBlanks(std::u16string_view text, fhp::ScanRules rules
   return blanks;
 }
 
-// One pass over the text's bytes, for one that is not there.
+// One pass over the text's bytes, searching for one that does not occur.
 inline const void* SearchOnce(std::u16string_view text) {
   return std::memchr(text.data(), '~', text.size() * sizeof(text.front()));
 }

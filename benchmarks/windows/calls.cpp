@@ -19,8 +19,8 @@ using com::Bstr;
 using com::Check;
 using com::ComPtr;
 
-// --- How often the component takes memory: its imports of the functions that give it are led
-// through counters.
+// --- How often the component allocates memory: its imports of the allocation functions are
+// redirected to counters.
 
 long allocations = 0;
 
@@ -94,7 +94,8 @@ void CountAllocations(HMODULE library) {
   }
 }
 
-// --- The call: an update of a kind that does not exist, which ends before it needs the database.
+// --- The call: an update of a kind that does not exist, which returns before it needs the
+// database.
 
 constexpr std::int32_t kNoSuchType = 5;
 constexpr std::u16string_view kText = u"26100417";

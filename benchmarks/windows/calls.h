@@ -4,8 +4,8 @@
 
 namespace benchmarks {
 
-// A call through the component's dual interface beside the same call of the core, and what each
-// takes from the heap.
+// A call through the component's dual interface compared with the same call of the core, and their
+// heap allocations.
 void MeasureCalls(Computer& computer);
 
 }  // namespace benchmarks

@@ -1,5 +1,5 @@
-// A clinic's computer in Wine: the real ports, but a link program that is not started, and boxes
-// that nobody need answer.
+// A clinic's computer in Wine: the real ports, except that the link program is not started and
+// nobody has to answer message boxes.
 #pragma once
 
 #include <filesystem>
@@ -15,7 +15,7 @@ namespace benchmarks {
 inline constexpr std::int32_t kFullApplication = 1017;
 inline constexpr std::int32_t kPatient = 4711;
 
-// This moment, as statements for the practice have it.
+// The current time, as in statements for the practice.
 std::u16string NowLiteral();
 
 class Computer {
@@ -30,9 +30,9 @@ class Computer {
   const std::u16string& connectionString() const { return connectionString_; }
   std::filesystem::path exchangeFolder() const { return folder_ / L"Vilnor"; }
   void Run(const std::u16string& statement) const;
-  // The one value that the query gives, as text.
+  // The single value that the query returns, as text.
   std::u16string Ask(const std::u16string& query) const;
-  // Ends the program when the user has been told anything.
+  // Ends the program if the component has shown any message.
   void MustBeQuiet() const;
 
  private:
@@ -41,7 +41,7 @@ class Computer {
     void UpdateJournal() override {}
   };
 
-  // Remembers nothing, so that memory is the component's alone.
+  // Records nothing, so that all memory used is the component's.
   class NoLinkProgram : public platform::Processes {
    public:
     void Start(const std::u16string& /*commandLine*/) override {}

@@ -31,10 +31,10 @@ void BuildAndSaveByDom(const Content& content, const std::u16string& path) {
   dom.Save(path);
 }
 
-// What is made for nothing but its time goes here, so that it is made.
+// Stores results that only the timing needs, so that they are not optimised away.
 volatile std::size_t made = 0;
 
-// A file that is simply written over, as bare programs do.
+// Simply overwrites a file, as bare programs do.
 void WriteOver(const std::filesystem::path& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }

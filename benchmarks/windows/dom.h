@@ -1,4 +1,4 @@
-// MSXML's DOM, used as one usually does.
+// MSXML's DOM, used in the usual way.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 #include "com/com_ptr.h"
 #include "com/win32.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <msxml.h>
 
 namespace benchmarks {
 
-// An element of a document, to be built again.
+// An element of a document, to be rebuilt.
 struct Content {
   std::u16string name;
   std::u16string text;
@@ -24,7 +24,7 @@ class Dom {
   void Load(const std::u16string& path);
   // The elements of the loaded document.
   Content Read() const;
-  // Node by node, behind the declaration that every request has.
+  // Built node by node, after the declaration that every request has.
   void Build(const Content& root);
   void Save(const std::u16string& path);
 

@@ -1,4 +1,4 @@
-// Measures by turns with the system's performance counter, and prints what the report reads: a line
+// Measures variants in turn with the system's performance counter, and prints lines for the report:
 // "SUBJECT/VARIANT<tab>nanoseconds" for each repetition.
 #pragma once
 
@@ -11,24 +11,24 @@ namespace benchmarks {
 struct Variant {
   std::string name;
   std::function<void()> run;
-  // So many things that one run does.
+  // The number of items that one run processes.
   double per = 1;
-  // Around each run, not measured.
+  // Called around each run, not measured.
   std::function<void()> before = nullptr;
   std::function<void()> after = nullptr;
 };
 
-// A repetition of a variant is `runs` runs, one after the other; variants take turns.
+// A repetition of a variant is `runs` consecutive runs; variants take turns.
 void Measure(const std::string& subject, const std::vector<Variant>& variants, int repetitions,
              int runs);
 
-// A figure that is no time.
+// Prints a figure that is not a time.
 void Print(const std::string& name, double figure);
 
-// Ends the program with the reason: a measurement of something that fails is none.
+// Ends the program with the reason: measuring something that fails is meaningless.
 [[noreturn]] void Fail(const std::string& reason);
 
-// Seconds since some moment.
+// Seconds since an arbitrary moment.
 double Now();
 
 }  // namespace benchmarks

@@ -1,5 +1,5 @@
-// An automation object as a script engine uses it: each property and method is looked up by its
-// name at each use, and nothing is remembered.
+// An automation object as a script engine uses it: each property and method is looked up by name at
+// each use; nothing is cached.
 #pragma once
 
 #include <algorithm>
@@ -15,10 +15,11 @@ namespace benchmarks {
 
 class LateBound {
  public:
-  // CreateObject: by the program id.
+  // As CreateObject: by program id.
   static LateBound Create(const wchar_t* programId);
 
-  // What a property or a function gives, as a value or as an object. Any failure ends the program.
+  // The result of a property or a function, as a value or as an object. Any failure ends the
+  // program.
   template <class... Arguments>
   automation::Value Get(const wchar_t* name, const Arguments&... arguments) const {
     com::Variant result;

@@ -15,7 +15,7 @@ namespace {
 using com::Check;
 using com::ComPtr;
 
-// Each in a process of its own, since Vilnor.dll stays loaded from its first object on.
+// Each in its own process, because Vilnor.dll stays loaded from its first object on.
 constexpr int kRepetitions = 30;
 
 std::wstring BesideTheProgram(const wchar_t* library) {
@@ -53,7 +53,7 @@ void MakeFirstObject(const std::wstring& library, const CLSID& classId) {
   FreeLibrary(loaded);
 }
 
-// A class and a window that the system shows to nobody, as an object might have for its messages.
+// A class and an invisible window, as an object might have for its messages.
 void MakeMessageWindow() {
   constexpr const char* kClass = "BareServerWindow";
   WNDCLASSA record{};
@@ -90,7 +90,7 @@ const std::array<Loading, 4> kLoadings = {
             }},
 };
 
-// This program once more, told which; its exit code.
+// Runs this program again for one loading; its exit code is the result.
 double MicrosecondsOfItsOwn(std::size_t loading) {
   std::wstring program(MAX_PATH, L'\0');
   program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
@@ -113,7 +113,7 @@ double MicrosecondsOfItsOwn(std::size_t loading) {
 }  // namespace
 
 int MicrosecondsOfLoading(std::size_t loading) {
-  // What the system does for a program's first object and first window does not count.
+  // What the system does for a program's first object and first window is not measured.
   constexpr int kWarmUps = 5;
   for (int i = 0; i < kWarmUps; ++i) {
     kLoadings.back().run();

@@ -6,10 +6,11 @@
 
 namespace benchmarks {
 
-// Loading the component and making its first object, beside the least in-process server.
+// Loading the component and creating its first object, compared with the smallest in-process
+// server.
 void MeasureLoading(Computer& computer);
 
-// What the program does that MeasureLoading() starts for each figure.
+// Runs in the program that MeasureLoading() starts for each figure.
 int MicrosecondsOfLoading(std::size_t loading);
 
 }  // namespace benchmarks

@@ -1,4 +1,4 @@
-// What ./bench measures in Wine: main PRACTICE.DB [SUBJECT...].
+// The part of ./bench that runs in Wine: main PRACTICE.DB [SUBJECT...].
 #include <map>
 #include <set>
 #include <string>

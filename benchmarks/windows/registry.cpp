@@ -42,7 +42,8 @@ void Load(int values) {
 }  // namespace
 
 void MeasureRegistry(Computer& /*computer*/) {
-  // Each repetition loads as many values, so that the machine's other work meets all alike.
+  // Each repetition loads the same number of values, so that other work on the machine affects all
+  // alike.
   std::vector<Variant> variants;
   for (int values = kFewest; values <= kMost; values *= 2) {
     MakeKey(values);

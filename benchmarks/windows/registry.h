@@ -4,7 +4,7 @@
 
 namespace benchmarks {
 
-// Loading a registry key whose values are doubled.
+// Loading a registry key while its number of values is doubled.
 void MeasureRegistry(Computer& computer);
 
 }  // namespace benchmarks

@@ -6,7 +6,7 @@
 namespace benchmarks {
 namespace {
 
-// What the passes found goes here, so that they are made.
+// Stores the results of the passes, so that they are not optimised away.
 volatile std::ptrdiff_t found = 0;
 
 }  // namespace

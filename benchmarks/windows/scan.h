@@ -4,7 +4,7 @@
 
 namespace benchmarks {
 
-// The scan of per-tooth texts beside memchr, as natively.
+// The scan of per-tooth texts compared with memchr, as in the native benchmark.
 void MeasureScan(Computer& computer);
 
 }  // namespace benchmarks

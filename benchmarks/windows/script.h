@@ -1,5 +1,5 @@
-// What a clinic would have without the component: a script that does the same with ADO, MSXML, the
-// script host's objects for the registry and for files, all by name.
+// The alternative to the component: a script that does the same with ADO, MSXML and the script
+// host's registry and file objects, all late-bound.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// What a script has at hand for the practice's registry entries, exchange folder and database.
+// The objects with which a script reaches the practice's registry entries, exchange folder and
+// database.
 #pragma once
 
 #include <string>
@@ -16,7 +17,7 @@ LateBound Connect(const Computer& computer);
 // As the component opens most of its queries.
 LateBound Query(const LateBound& connection, const std::u16string& statement);
 bool AtEnd(const LateBound& rows);
-// rows.Fields("name").Value, as it is, as text, and as a number's text.
+// rows.Fields("name").Value: unchanged, as text, and as the text of a number.
 automation::Value Field(const LateBound& rows, const char16_t* name);
 std::u16string TextField(const LateBound& rows, const char16_t* name);
 std::u16string KeyField(const LateBound& rows, const char16_t* name);

@@ -1,5 +1,5 @@
-// What is only reckoned, with nothing called by name, is the component's own: the identity number,
-// the runs of per-tooth columns, the compensation rule. A script would be slower at it.
+// Pure computations, without late-bound calls, use the component's code: the identity number, the
+// runs of per-tooth columns, the compensation rule. A script would be slower.
 #include <array>
 
 #include "automation/date.h"
@@ -30,7 +30,7 @@ Text TextOrEmpty(const Value& value) {
   return value.IsNull() ? Text() : ToText(value);
 }
 
-// Everything that is read before the first element is made.
+// All data that is read before the first element is created.
 struct Sources {
   LateBound application;
   LateBound clinician;
@@ -287,7 +287,7 @@ class Request {
     writer_.AddItem(form, u"edtBerTotalErsattning", platform::FixedText(sum - kDeduction));
   }
 
-  // The row's sum. The sample's rows have none of the rates with a printed row of their own.
+  // The row's sum. No row of the sample has a rate with a printed row.
   double AddRow(const LateBound& form, const LateBound& row, std::int32_t& number) {
     const Value rateNo = Field(row, u"RateNo");
     const Value amount = Field(row, u"Amount");

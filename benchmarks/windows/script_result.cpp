@@ -37,7 +37,7 @@ Value First(const LateBound& document, const char16_t* tag) {
   return document.Object(L"getElementsByTagName", tag).Object(L"item", 0).Get(L"nodeTypedValue");
 }
 
-// Loaded a second time for what is wanted once the user has not cancelled, as the component does.
+// Loaded a second time if the user has not cancelled, as the component does.
 Outcome ReadOutcome(const Text& path) {
   constexpr std::int32_t kCancelled = 1;
   if (ToInt32(First(Load(path), u"Cancelled")) == kCancelled) {

@@ -19,7 +19,7 @@
 #include "windows/dom.h"
 #include "windows/harness.h"
 #include "windows/script.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <psapi.h>
 
 namespace benchmarks {
@@ -32,7 +32,7 @@ std::string Bytes(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// ADO as a program uses it that knows its statements, and perhaps also wants what they say.
+// ADO as used by a program that knows its statements, and may also read their results.
 class BareAdo {
  public:
   enum class Reading { Nothing, EachFieldOnce };
@@ -160,7 +160,7 @@ void ResultByMessage() {
   SendMessageA(window, static_cast<UINT>(exchange::RequestKind::NewCase), kPatient, 0);
 }
 
-// The case's rows after a result was entered, but for their keys and the time of day.
+// The case's rows after a result was entered, except their keys and the time of day.
 std::u16string EnteredBy(const Computer& computer, const std::function<void()>& read) {
   PutResult(computer);
   read();
@@ -273,8 +273,8 @@ void MeasureTrips(Computer& computer) {
 void MeasureManyTrips(Computer& computer) {
   constexpr int kHundreds = 100;
   constexpr int kHundred = 100;
-  // Between the trips, what the machine itself needs for the bare statements: it tells how busy the
-  // machine is with other things.
+  // Between the trips the bare statements are measured: they show how busy the machine is with
+  // other work.
   constexpr int kTripsToControl = 5;
   for (int hundred = 0; hundred < kHundreds; ++hundred) {
     double trips = 0;

@@ -4,8 +4,8 @@
 
 namespace benchmarks {
 
-// An application's request, and a new case's result, each beside its bare statements through ADO
-// and what is done with its file.
+// An application's request, and a new case's result, each compared with its bare ADO statements and
+// file operations.
 void MeasureTrips(Computer& computer);
 
 // The time and the memory of thousands of trips.

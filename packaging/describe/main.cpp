@@ -1,4 +1,4 @@
-// Describe.exe: what a release has to know of the component and only its own code can tell.
+// Describe.exe: facts about the component that a release needs and only its own code knows.
 //   Describe registration PATH    what regsvr32 enters for a DLL at PATH: KEY, NAME, TEXT, with
 //   tabs
 //                                 between; the keys are below HKEY_LOCAL_MACHINE\Software\Classes

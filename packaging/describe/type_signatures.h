@@ -1,4 +1,4 @@
-// The operations of a type library's interface, a line each.
+// The operations of an interface in a type library, one line each.
 #pragma once
 
 #include <string>
@@ -9,16 +9,16 @@
 
 namespace description {
 
-// Of a name in a type library, which has ASCII letters only.
+// Converts a name in a type library, which has ASCII letters only.
 std::string Narrow(const com::Bstr& text);
 
 // "SLOT ID Name(direction TYPE argument, ...)", the slot in the vtable and the id in hex.
 std::vector<std::string> Signatures(ITypeInfo& info);
 
-// The vtable's view of a dual interface; nothing for another one.
+// The vtable interface of a dual interface; nothing for any other.
 com::ComPtr<ITypeInfo> VtableOf(ITypeInfo& info);
 
-// "FLAGS Name" of each interface of a class.
+// "FLAGS Name" for each interface of a class.
 std::vector<std::string> InterfacesOf(ITypeInfo& info);
 
 }  // namespace description

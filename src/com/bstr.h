@@ -27,7 +27,7 @@ class Bstr {
   ~Bstr() { SysFreeString(text_); }
 
   BSTR get() const { return text_; }
-  // Where a call stores a string that becomes this one's.
+  // For a call's out parameter: this object owns the string stored there.
   BSTR* Receive() {
     *this = Bstr();
     return &text_;

@@ -22,7 +22,7 @@ std::u16string SystemText(HRESULT result) {
   return text;
 }
 
-// What the classic runtime says of a failure that it has no number for.
+// The classic runtime's text for a failure that it has no number for.
 std::u16string FallbackText(HRESULT result) {
   const std::u16string system = SystemText(result);
   if (system.empty() || automation::ErrorNumberFromHresult(result) != result) {

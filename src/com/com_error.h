@@ -9,7 +9,7 @@ namespace com {
 // that the object left in the thread's error information, else with the system's text for the code.
 void Check(HRESULT result);
 
-// Check() of a call, with no older error's information taken for this call's.
+// Clears older error information, then makes the call and checks its result.
 template <class Call>
 void CheckCall(Call&& call) {
   SetErrorInfo(0, nullptr);

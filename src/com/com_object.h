@@ -1,4 +1,4 @@
-// A COM object on the heap: its identity, its references, and the interfaces it answers to.
+// A COM object on the heap: its identity, its reference count and its interfaces.
 #pragma once
 
 #include <atomic>
@@ -16,14 +16,14 @@ struct Extends {
   using Type = Base;
 };
 
-// The interface that another one extends, where a caller may ask for it. A server says so of its
-// own interfaces by specializations.
+// The base of an interface, if a caller may ask for it. A server specializes this for its own
+// interfaces.
 template <class Interface>
 struct BaseOf : Extends<IUnknown> {};
 template <>
 struct BaseOf<IProvideClassInfo2> : Extends<IProvideClassInfo> {};
 
-// Whether a pointer to `Interface` is a pointer to the interface asked for, IUnknown aside.
+// Whether a pointer to `Interface` also serves as the requested interface, IUnknown excepted.
 template <class Interface>
 bool Answers(REFIID interfaceId) {
   if constexpr (std::is_same_v<Interface, IUnknown>) {
@@ -34,11 +34,11 @@ bool Answers(REFIID interfaceId) {
   }
 }
 
-// Starts with one reference, its creator's, and ends with the last one. Not aggregatable.
+// Starts with one reference, held by its creator, and is destroyed with the last. Not aggregatable.
 template <class First, class... Rest>
 class ComObject : public First, public Rest... {
  public:
-  // The interface by which the object is IUnknown.
+  // The interface whose pointer is the object's IUnknown.
   using Identity = First;
 
   ComObject(const ComObject&) = delete;
@@ -70,7 +70,8 @@ class ComObject : public First, public Rest... {
   ComObject() = default;
   virtual ~ComObject() = default;
 
-  // Whether the calling thread may use the object, and end it with its last reference.
+  // Whether the calling thread may use the object, and destroy it when it releases the last
+  // reference.
   virtual bool IsAtHome() const { return true; }
 
  private:
@@ -94,7 +95,7 @@ class ComObject : public First, public Rest... {
   std::atomic<ULONG> references_ = 1;
 };
 
-// A new object, with what its constructor throws.
+// Returns a new object. Throws what its constructor throws.
 template <class Object, class... Arguments>
 ComPtr<Object> MakeObject(Arguments&&... arguments) {
   return ComPtr<Object>::Attach(

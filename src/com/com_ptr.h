@@ -11,7 +11,7 @@ template <class Interface>
 class ComPtr {
  public:
   ComPtr() = default;
-  // Takes a reference of its own to a borrowed pointer.
+  // Adds its own reference to a borrowed pointer.
   explicit ComPtr(Interface* borrowed) : pointer_(borrowed) {
     if (pointer_ != nullptr) {
       pointer_->AddRef();
@@ -39,7 +39,7 @@ class ComPtr {
   Interface* operator->() const { return pointer_; }
   explicit operator bool() const { return pointer_ != nullptr; }
 
-  // Where a call stores a reference that becomes this one's; what was held is released first.
+  // For a call's out parameter: this object owns the reference stored there. Releases its old one.
   Interface** Receive() {
     *this = ComPtr();
     return &pointer_;

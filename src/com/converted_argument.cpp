@@ -16,7 +16,7 @@ bool CanStoreInto(const VARIANT& variable) {
   return type == VT_VARIANT || type == VT_I2 || type == VT_I4 || type == VT_BSTR;
 }
 
-// Into a variable that CanStoreInto() accepted.
+// Requires a variable that CanStoreInto() accepted.
 HRESULT Store(const VARIANT& value, const VARIANT& variable) {
   const VARTYPE type = ReferencedType(variable);
   if (type == VT_VARIANT) {
@@ -55,7 +55,7 @@ HRESULT ConvertedArgument::Convert(const VARIANT& given, VARTYPE type) {
   if (SUCCEEDED(result)) {
     before_ = ToValue(content_.get());
     V_VT(&passed_) = static_cast<VARTYPE>(VT_BYREF | type);
-    // Integers and texts lie at the same place of a VARIANT.
+    // A VARIANT stores integers and strings at the same offset.
     V_BYREF(&passed_) = const_cast<LONG*>(&V_I4(&content_.get()));
   }
   return result;

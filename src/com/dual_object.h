@@ -1,4 +1,4 @@
-// An object with a dual interface, which the server's type library describes.
+// An object with a dual interface that the server's type library describes.
 #pragma once
 
 #include "com/com_object.h"
@@ -7,8 +7,8 @@
 
 namespace com {
 
-// An object with the dual interface `Dual`, and `Others`. Calls on a thread where it is not at home
-// get RPC_E_WRONG_THREAD.
+// An object with the dual interface `Dual`, and `Others`. Calls on another thread than its own
+// return RPC_E_WRONG_THREAD.
 template <class Dual, class... Others>
 class DualObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
  public:
@@ -56,11 +56,11 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
   }
 
  protected:
-  // `source` is that of errors that name none themselves; it outlives the object.
+  // `source` is the error source when an error names none; it outlives the object.
   explicit DualObject(const wchar_t* source = L"") : source_(source) {}
 
-  // Runs the body of an interface's method. The object lives until the body has returned, even when
-  // the caller's last reference goes meanwhile (in an event, or while a message box is open).
+  // Runs the body of an interface method. Keeps the object alive until the body returns, even if
+  // the caller releases its last reference meanwhile (in an event, or while a message box is open).
   template <class Body>
   HRESULT Call(Body&& body) {
     if (!this->IsAtHome()) {
@@ -70,7 +70,7 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
     return Guarded({__uuidof(Dual), source_}, std::forward<Body>(body));
   }
 
-  // A call by number, with the description of `Dual`.
+  // A call by dispatch id; `description` is that of `Dual`.
   virtual HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
                            VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
     SetErrorInfo(0, nullptr);
@@ -87,7 +87,7 @@ class DualObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
   }
 
   const wchar_t* const source_;
-  // Read from the DLL's resources at the first call that needs it.
+  // Read from the DLL's resources on first use.
   ComPtr<ITypeInfo> description_;
 };
 

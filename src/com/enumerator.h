@@ -1,4 +1,4 @@
-// COM's enumerators over a snapshot of items.
+// COM enumerators over a snapshot of items.
 #pragma once
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 
 namespace com {
 
-// `Kind` names the interface (Kind::Interface), what a caller gets (Kind::Item), what is stored
-// (Kind::Stored, copied with its references) and how one becomes the other (Kind::Give).
+// `Kind` names the interface (Kind::Interface), the type that callers receive (Kind::Item), the
+// type that is stored (Kind::Stored; copying it adds references) and the conversion (Kind::Give).
 template <class Kind>
 class Enumerator : public ComObject<typename Kind::Interface> {
  public:

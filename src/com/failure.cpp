@@ -24,7 +24,8 @@ HRESULT ResultOf(const AutomationError& error) {
   return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number);
 }
 
-// Left undone when the system cannot make the information; the result alone then tells the error.
+// Does nothing when the system cannot create the error information; the caller then has the HRESULT
+// only.
 void Describe(const AutomationError& error, const Origin& origin) {
   ComPtr<ICreateErrorInfo> creation;
   ComPtr<IErrorInfo> information;

@@ -1,4 +1,4 @@
-// The border between a server's exceptions and COM's results.
+// Turns a server's exceptions into COM results.
 #pragma once
 
 #include <type_traits>
@@ -10,16 +10,16 @@ namespace com {
 // Where an error comes from.
 struct Origin {
   const IID& interfaceId;
-  // For an error that names no source itself.
+  // For errors that name no source.
   const wchar_t* source = L"";
 };
 
-// The result for the error in flight: 0x800A0000 + its number for 1 to 65535, a negative number as
-// it is, 0x800A01B8 (440, automation error) for any other. Origin and description go to the
-// thread's error information. To be called in a catch block.
+// The result for the exception in flight: 0x800A0000 + its number for 1 to 65535, a negative number
+// unchanged, 0x800A01B8 (440, automation error) for any other. Sets source and description in the
+// thread's error information. Call it in a catch block.
 HRESULT ReportCurrentError(const Origin& origin) noexcept;
 
-// Runs `body`, whose result is S_OK or what it returns. No exception passes.
+// Runs `body` and returns its result, S_OK if it has none. Lets no exception escape.
 template <class Body>
 HRESULT Guarded(const Origin& origin, Body&& body) noexcept {
   try {

@@ -14,9 +14,9 @@ namespace {
 
 // One parameter of a member.
 struct Parameter {
-  // What it refers to; nothing for a parameter by value.
+  // The type it refers to; nothing for a parameter by value.
   std::optional<VARTYPE> referenced;
-  // What it is when it is left out; nothing when it has to be given.
+  // Its default; nothing for a required parameter.
   std::optional<automation::Value> whenOmitted;
 };
 
@@ -31,7 +31,7 @@ Parameter ParameterOf(const ELEMDESC& element) {
   return parameter;
 }
 
-// Nothing for a member that is not there.
+// Nothing for an unknown member.
 std::optional<std::vector<Parameter>> ParametersOf(ITypeInfo& typeInfo, DISPID member) {
   TYPEATTR* attributes = nullptr;
   Check(typeInfo.GetTypeAttr(&attributes));
@@ -57,7 +57,7 @@ bool IsOmitted(const VARIANT& argument) {
   return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
 }
 
-// A call's arguments on their way to the member, those by reference in the types that it wants.
+// A call's arguments as they are passed on: those by reference have the member's own types.
 class Arguments {
  public:
   Arguments(const DISPPARAMS& given, const std::vector<Parameter>& parameters)
@@ -66,7 +66,7 @@ class Arguments {
         passed_(given.rgvarg, given.rgvarg + given.cArgs),
         given_(parameters.size(), false) {}
 
-  // `wrong` receives the index of an argument that cannot be converted.
+  // Sets `wrong` to the index of an argument that cannot be converted.
   HRESULT Convert(UINT& wrong) {
     for (UINT i = 0; i < passed_.size(); ++i) {
       const std::size_t position = PositionOf(i);
@@ -83,7 +83,7 @@ class Arguments {
     return AddOmitted();
   }
 
-  // Refers to this.
+  // Points into this object.
   DISPPARAMS Passed() {
     return {.rgvarg = passed_.data(),
             .rgdispidNamedArgs = names_.data(),
@@ -102,7 +102,7 @@ class Arguments {
   }
 
  private:
-  // Named arguments come first, the others behind them in reverse order.
+  // Named arguments come first, then the others in reverse order.
   std::size_t PositionOf(std::size_t i) const {
     return i < names_.size() ? static_cast<std::size_t>(names_[i]) : passed_.size() - 1 - i;
   }
@@ -121,7 +121,7 @@ class Arguments {
     return ConvertInto(argument, Variant(*parameter.whenOmitted).get(), *parameter.referenced);
   }
 
-  // Parameters with a default that were not given, as named arguments.
+  // Adds omitted parameters that have a default, as named arguments.
   HRESULT AddOmitted() {
     for (std::size_t position = 0; position < parameters_.size(); ++position) {
       const Parameter& parameter = parameters_[position];
@@ -152,9 +152,9 @@ class Arguments {
   const std::vector<Parameter>& parameters_;
   std::vector<DISPID> names_;
   std::vector<VARIANT> passed_;
-  // By position: whether the caller gave it.
+  // By position: whether the caller passed it.
   std::vector<bool> given_;
-  // A deque: what is passed on refers into it.
+  // A deque, because the arguments passed on point into it.
   std::deque<ConvertedArgument> converted_;
 };
 

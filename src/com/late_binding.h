@@ -1,12 +1,12 @@
-// Calls by name: what scripts and late-bound hosts make.
+// Calls by name, as scripts and late-bound hosts make them.
 #pragma once
 
 #include "com/win32.h"
 
 namespace com {
 
-// IDispatch::Invoke on an object's dual interface, whose description `typeInfo` is. Beyond what the
-// system's own invocation does everywhere:
+// IDispatch::Invoke on an object's dual interface, which `typeInfo` describes. It adds what the
+// system's own implementation does not do on every system:
 // - an argument by reference may be given as a value, as a script's variable (a VARIANT by
 //   reference) or as a variable of another type; it is converted for the call, and a changed result
 //   is stored back into the variable in its own type;

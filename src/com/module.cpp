@@ -8,8 +8,8 @@
 namespace com {
 namespace {
 
-// Objects of several apartments share these, so they are touched under the lock only. The library
-// has no owner that the process's end would run: COM is gone by then.
+// Objects of several apartments share these, so they are accessed under the lock only. The library
+// is a raw pointer: a destructor would run at process exit, when COM is gone.
 SRWLOCK gLock = SRWLOCK_INIT;
 int gLocks = 0;
 ITypeLib* gLibrary = nullptr;

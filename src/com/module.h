@@ -5,7 +5,7 @@
 
 namespace com {
 
-// Keeps the DLL loaded while it exists; each object holds one.
+// Keeps the DLL loaded for as long as it exists; each object holds one.
 class ModuleLock {
  public:
   ModuleLock();
@@ -14,15 +14,15 @@ class ModuleLock {
   ~ModuleLock();
 };
 
-// Locks that a host holds through IClassFactory::LockServer.
+// The locks of IClassFactory::LockServer.
 void LockModule();
 void UnlockModule();
 
 // Whether an object or a lock is alive.
 bool IsModuleLocked();
 
-// The description of one interface or class in the type library of the DLL's resources. Throws the
-// system's error. The library is loaded at the first call and released with the last lock.
+// The type information of an interface or class, from the type library in the DLL's resources.
+// Throws the system's error. The first call loads the library; it is released with the last lock.
 ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier);
 
 }  // namespace com

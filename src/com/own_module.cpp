@@ -6,10 +6,10 @@
 namespace com {
 namespace {
 
-// Longest path that the system's wide calls give.
+// The longest path that the wide calls return.
 constexpr std::size_t kLongestPath = 32768;
 
-// Nothing when the system does not find it, which cannot be while its code runs.
+// nullptr when the system does not find it, which cannot happen while its code runs.
 HMODULE OwnModule(DWORD how) {
   HMODULE module = nullptr;
   const BOOL found = GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | how,
@@ -22,7 +22,7 @@ HMODULE OwnModule(DWORD how) {
 std::wstring OwnModulePath() {
   const HMODULE module = OwnModule(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT);
   std::wstring path(kLongestPath, L'\0');
-  // Without a module the system would tell the program's path.
+  // For a null module the system would return the program's path.
   path.resize(module == nullptr
                   ? 0
                   : GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));

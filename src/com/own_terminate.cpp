@@ -1,12 +1,12 @@
-// What an exception that nobody catches does: end the process, and nothing else. The compiler's
-// library would first name it on the standard error output, which no host has, and needs 46 KB to
-// spell the name. Linked into a DLL that asks for it (src/vilnor_dll/CMakeLists.txt).
+// An uncaught exception just ends the process. The compiler's library would first print its name on
+// standard error, which no host has, and needs 46 KB of code to spell the name. Linked into a DLL
+// that asks for it (src/vilnor_dll/CMakeLists.txt).
 #include <cstdlib>
 #include <exception>
 
 namespace __gnu_cxx {
 
-// In the library's own name.
+// Replaces the library's function of this name.
 void __verbose_terminate_handler() {
   std::abort();
 }

@@ -1,4 +1,4 @@
-// An in-process server: what it says of itself, and what its exports do with that.
+// Describes an in-process server, and implements its exports from the description.
 #pragma once
 
 #include <span>
@@ -13,13 +13,12 @@ namespace com {
 // A class that the server offers.
 struct ClassEntry {
   CLSID id;
-  // For people who look into the registry.
+  // For people who look at the registry.
   const wchar_t* name;
   const wchar_t* programId;
-  // The program identifier that always means the newest version; nullptr when there is none beside
-  // `programId`.
+  // The version-independent program identifier; nullptr when `programId` is the only one.
   const wchar_t* newestProgramId;
-  // A new object. Throws what its creation fails with.
+  // Returns a new object. Throws when its creation fails.
   ComPtr<IUnknown> (*create)();
 };
 
@@ -31,21 +30,21 @@ ComPtr<IUnknown> Create() {
 }
 
 struct Server {
-  // The source of errors that name none themselves.
+  // The source of errors that name none.
   const wchar_t* source;
   std::span<const ClassEntry> classes;
-  // What is entered into the registry for a file at that path.
+  // The registry entries for a file at that path.
   std::vector<RegisteredPart> (*registration)(const std::wstring& modulePath);
 };
 
-// What DllGetClassObject, DllRegisterServer and DllUnregisterServer return.
+// The implementations of DllGetClassObject, DllRegisterServer and DllUnregisterServer.
 HRESULT GetClassObject(const Server& server, REFCLSID classId, REFIID interfaceId, void** object);
 HRESULT RegisterServer(const Server& server);
 HRESULT UnregisterServer(const Server& server);
 
-// The registry's entries of a class, the path of its file among them.
+// The registry entries of a class, its file's path included.
 RegisteredPart ClassPart(const ClassEntry& entry, const std::wstring& modulePath);
-// CLSID\{...}, below which they are.
+// Their parent key, CLSID\{...}.
 std::wstring ClassKey(const ClassEntry& entry);
 
 }  // namespace com

@@ -26,7 +26,7 @@ struct RawValue {
   std::vector<BYTE> bytes;
 };
 
-// Nothing for a value that is not there.
+// Nothing for a missing value.
 std::optional<RawValue> ValueOf(const std::wstring& key, const std::wstring& name) {
   const std::wstring path = PathOf(key);
   RawValue value;
@@ -43,7 +43,7 @@ std::optional<RawValue> ValueOf(const std::wstring& key, const std::wstring& nam
   return status == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
 }
 
-// "" for a text that is not there.
+// "" for a missing text.
 std::wstring TextAt(const std::wstring& key, const std::wstring& name) {
   const auto value = ValueOf(key, name);
   if (!value || value->type != REG_SZ) {
@@ -55,7 +55,7 @@ std::wstring TextAt(const std::wstring& key, const std::wstring& name) {
   return text;
 }
 
-// What stood in the place of one write.
+// What one write replaces.
 class Replaced {
  public:
   explicit Replaced(const RegistryText& entry)
@@ -82,11 +82,11 @@ class Replaced {
   std::wstring key_;
   std::wstring name_;
   std::optional<RawValue> value_;
-  // The topmost key on the way to the value that the write makes; "" if it makes none.
+  // The topmost key that the write creates; "" if it creates none.
   std::wstring firstNewKey_;
 };
 
-// As the file system spells it, so that a short name is the same file.
+// Expands short names, so that both spellings compare equal.
 std::wstring LongPath(const std::wstring& path) {
   constexpr DWORD kLongest = 32768;
   std::wstring text(kLongest, L'\0');
@@ -132,7 +132,7 @@ bool Stands(const std::optional<RegistryText>& proof) {
   return !proof || TextAt(proof->key, proof->name) == proof->text;
 }
 
-// Up to the first failure.
+// Stops at the first failure.
 HRESULT RemovePart(const RegisteredPart& part, MachineClasses& classes) {
   for (const auto& [key, proof] : part.removed) {
     const HRESULT removed = Stands(proof) ? ResultOf(classes.Remove(key)) : S_OK;

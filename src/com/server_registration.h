@@ -1,5 +1,4 @@
-// What an in-process server enters into the registry about its file, for every user of the machine,
-// and takes out again.
+// Registers and unregisters an in-process server's file, for every user of the machine.
 #pragma once
 
 #include <optional>
@@ -20,28 +19,28 @@ struct RegistryText {
 
 struct RemovedKey {
   std::wstring key;
-  // The key stays where this does not stand in the registry: it belongs to somebody else by now.
+  // If the registry does not hold this, the key stays: it belongs to another program by now.
   std::optional<RegistryText> proof;
 };
 
-// What is entered and removed together: a class, or the type library.
+// Entries that are added and removed together: those of a class, or of the type library.
 struct RegisteredPart {
-  // A text at the key `key` + `below`.
+  // Adds a text at the key `key` + `below`.
   void Add(const std::wstring& key, const wchar_t* below, const wchar_t* name,
            const std::wstring& text);
 
   std::vector<RegistryText> texts;
-  // Keys whose default value is the path of the file that serves the part.
+  // Keys whose default value is the path of the file that implements the part.
   std::vector<std::wstring> fileKeys;
-  // Removed whole with the part; the one with the path last, so that a removal that fails can be
-  // tried again.
+  // Removed with all subkeys. The one with the path comes last, so that a failed removal can be
+  // retried.
   std::vector<RemovedKey> removed;
-  // Removed after them where no key is left in it; none if empty.
+  // Removed afterwards if it has no subkeys left; "" for none.
   std::wstring parent;
 };
 
-// Software\Classes of the machine itself. HKEY_CLASSES_ROOT shows the user's own classes in front
-// of it, and writes go there where a user has the key. A test derives one that refuses some calls.
+// The machine's own Software\Classes. In HKEY_CLASSES_ROOT the user's own classes come first, and a
+// write goes to them if the user has the key. A test derives one that refuses some calls.
 class MachineClasses {
  public:
   MachineClasses() = default;
@@ -49,23 +48,23 @@ class MachineClasses {
   MachineClasses& operator=(const MachineClasses&) = delete;
   virtual ~MachineClasses() = default;
 
-  // The system's error codes.
+  // Both return the system's error codes.
   virtual LSTATUS Write(const RegistryText& entry);
-  // With all below it. ERROR_FILE_NOT_FOUND when it is not there.
+  // Removes the subkeys too. ERROR_FILE_NOT_FOUND when the key is missing.
   virtual LSTATUS Remove(const std::wstring& key);
 };
 
-// S_OK, or the system's code of the first write that failed (0x80070005, access denied, for a user
-// without the right to it); the registry is then as it was.
+// S_OK, or the system's code for the first write that failed (0x80070005, access denied, for a user
+// without the right to write); all earlier writes are then undone.
 HRESULT Register(const std::vector<RegisteredPart>& parts, MachineClasses& classes);
 
-// Removes the parts that name `path` as their file; one that names another file, or none, is left
-// alone. S_OK, or the system's code of the first removal that failed, which ends its part's
-// removal; the other parts are still tried.
+// Removes the parts that name `path` as their file; a part that names another file, or none, is
+// left alone. S_OK, or the system's code for the first removal that failed. A failure ends the
+// removal of its part; the other parts are still tried.
 HRESULT Unregister(const std::vector<RegisteredPart>& parts, const std::wstring& path,
                    MachineClasses& classes);
 
-// {xxxxxxxx-…} in capitals.
+// {XXXXXXXX-…}, in capitals.
 std::wstring TextOf(const GUID& identifier);
 
 }  // namespace com

@@ -1,16 +1,17 @@
-// The value by which an overrun stack is noticed, and what happens then, in the compiler's names.
-// Its own library asks a cryptographic provider for the value, for which the system has to load and
-// start three libraries: two thirds of the time in which Vilnor.dll was loaded.
+// The canary that detects a stack overrun, and the reaction to one, under the names that the
+// compiler expects. Its own library gets the canary from a cryptographic provider, for which the
+// system has to load and start three libraries: that was two thirds of the loading time of
+// Vilnor.dll.
 #include <cstdint>
 
 #include "com/win32.h"
-// Needs win32.h in front of it; RtlGenRandom.
+// Must follow win32.h; declares RtlGenRandom.
 #include <ntsecapi.h>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are the compiler's
 extern "C" {
 
-// What no text that overruns its place can write, should the system have no random bytes.
+// Used if the system has no random bytes: a value that an overrunning string cannot write.
 std::uintptr_t __stack_chk_guard = 0xFF0A0000;
 
 [[noreturn]] void __stack_chk_fail() {
@@ -24,7 +25,7 @@ std::uintptr_t __stack_chk_guard = 0xFF0A0000;
 
 namespace {
 
-// Before any code of the component runs; the runtime's start-up has no guarded function.
+// Runs before any code of the component; the runtime's start-up has no guarded function.
 __attribute__((constructor, no_stack_protector)) void ChooseStackGuard() {
   RtlGenRandom(&__stack_chk_guard, sizeof __stack_chk_guard);
 }

@@ -67,7 +67,7 @@ struct Filler {
     V_CY(&target).int64 = content.tenThousandths;
   }
   void operator()(const Decimal& content) const {
-    // The decimal covers the whole VARIANT, so the type is set behind it.
+    // The decimal covers the whole VARIANT, so the type is set afterwards.
     target.decVal = ToDecimal(content);
     V_VT(&target) = VT_DECIMAL;
   }

@@ -1,4 +1,4 @@
-// An owned VARIANT, and its way to and from the component's own values.
+// An owned VARIANT, and its conversion to and from the component's own values.
 #pragma once
 
 #include <utility>
@@ -15,7 +15,7 @@ class Variant {
   // Throws std::bad_alloc when there is no memory for a text.
   explicit Variant(const automation::Value& value);
   explicit Variant(Bstr text);
-  // Holds a reference of its own; nothing for a null pointer.
+  // Adds its own reference. VT_EMPTY for a null pointer.
   explicit Variant(IDispatch* object);
   Variant(const Variant&) = delete;
   Variant(Variant&& other) noexcept : content_(other.Detach()) {}
@@ -23,7 +23,7 @@ class Variant {
   ~Variant() { VariantClear(&content_); }
 
   const VARIANT& get() const { return content_; }
-  // Where a call stores a value that becomes this one's.
+  // For a call's out parameter: this object owns the value stored there.
   VARIANT* Receive() {
     VariantClear(&content_);
     return &content_;
@@ -36,8 +36,8 @@ class Variant {
   VARIANT content_{};
 };
 
-// What a VARIANT holds, followed through a reference. Unsigned 32-bit and all 64-bit integers
-// become decimals. Error 13 for arrays, objects and error codes.
+// The value of a VARIANT; references are followed. Unsigned 32-bit and all 64-bit integers become
+// decimals. Error 13 for arrays, objects and error codes.
 automation::Value ToValue(const VARIANT& variant);
 
 }  // namespace com

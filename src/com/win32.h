@@ -1,6 +1,6 @@
-// <windows.h> and COM's headers, without the macros that would rename the ports' own words
-// (RegisterClass would become RegisterClassW) and IProvideClassInfo's. The only place that includes
-// them.
+// <windows.h> and COM's headers, without the macros that would rename methods of the ports
+// (RegisterClass would become RegisterClassW) and of IProvideClassInfo. The only place that
+// includes them.
 #pragma once
 
 #ifndef NOMINMAX

@@ -1,5 +1,4 @@
-// The tree that every request file is built from: elements with text or children, in document
-// order.
+// The element tree of a request file: elements with text or children, in document order.
 #pragma once
 
 #include <list>
@@ -15,8 +14,8 @@ struct Attribute {
   std::u16string value;
 };
 
-// Names are literals of the component and are not copied. A reference to an element stays valid for
-// as long as its root lives.
+// Names are the component's literals and are not copied. A reference to an element is valid for as
+// long as its root lives.
 class Element {
  public:
   explicit Element(std::u16string_view name, std::u16string text = {})
@@ -31,7 +30,7 @@ class Element {
   }
 
   std::u16string_view name() const { return name_; }
-  // Stands in front of the children.
+  // Written before the children.
   const std::u16string& text() const { return text_; }
   const std::vector<Attribute>& attributes() const { return attributes_; }
   const std::list<Element>& children() const { return children_; }

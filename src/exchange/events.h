@@ -2,7 +2,7 @@
 
 namespace exchange {
 
-// Where a BVilnor raises its events. CloseVilnor is declared to the host but never raised.
+// Receives the events of a BVilnor. CloseVilnor is declared to the host but never raised.
 class Events {
  public:
   virtual ~Events() = default;

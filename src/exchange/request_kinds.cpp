@@ -8,7 +8,7 @@ namespace {
 using db::CaseType;
 using enum RequestKind;
 
-// One row a kind.
+// One row per kind.
 std::optional<RequestKindRow> Find(RequestKind kind) {
   switch (kind) {
     case NewFHP:

@@ -1,5 +1,5 @@
-// The kinds of request that the link program answers, and what tells them apart. A search, which
-// announces no answer, is none of them.
+// The kinds of request that the link program answers, and how they differ. A search expects no
+// answer, so it is not among them.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace exchange {
 
-// By the window message with which the link program tells that the result is ready; the request's
-// key comes back as the message's first parameter.
+// The value is the window message by which the link program announces the result; the message's
+// first parameter is the request's key.
 enum class RequestKind : std::int32_t {
   NewFHP = 10001,     // key: FHP id
   NewCase = 10002,    // key: PID
@@ -19,13 +19,13 @@ enum class RequestKind : std::int32_t {
 };
 
 struct RequestKindRow {
-  // What the files' names begin with, the exchange directory's "\" included; see ExchangeFile.
+  // Prefixes of the file names, with the "\" that follows the exchange directory; see ExchangeFile.
   std::u16string_view requestWord;
   std::u16string_view resultWord;
-  // Of the link record that a result makes; nothing where the record is there before the request.
+  // Of the link record that a result creates; nothing if the record exists before the request.
   std::optional<db::CaseType> caseType;
-  // Reads a result (result_readers.h). What fails while the file is read is reported as the first
-  // procedure's, what fails afterwards as the second's.
+  // Reads a result (result_readers.h). A failure while the file is read is reported under the first
+  // procedure name, a later one under the second.
   void (*read)(const struct Reading& reading);
   std::u16string_view xmlProcedure;
   std::u16string_view procedure;

@@ -31,7 +31,7 @@ Attempt<std::u16string> WriteNewCase(const NewCaseRequest& request,
 Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
                                        const std::u16string& vilnorOutputPath) {
   return util::Try(u" in WriteExistCase", kBVilnorIcon, [&] {
-    // Kept: a lookup that failed opens the link program without a case.
+    // Kept: after a failed lookup the link program opens without a case.
     const std::u16string caseId =
         db::WithGDB([&](auto& gDB) { return gDB.GetCaseIdByVilnorId(vilnorId); });
     AnsweredRequest file(RequestKind::ExistCase, vilnorId, vilnorOutputPath);

@@ -1,5 +1,5 @@
 // The request files for new cases, existing cases and patient searches. Each writer runs under the
-// error trap and gives the full path of the file that it saved.
+// error trap and returns the full path of the file that it saved.
 #pragma once
 
 #include <cstdint>
@@ -21,10 +21,10 @@ struct NewCaseRequest {
 
 util::Attempt<std::u16string> WriteNewCase(const NewCaseRequest& request,
                                            const std::u16string& vilnorOutputPath);
-// Looks up the link record's case id; a link that does not exist gives an empty one.
+// Looks up the link record's case id; it is empty if the link does not exist.
 util::Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
                                              const std::u16string& vilnorOutputPath);
-// Announces no answer.
+// Expects no answer.
 util::Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
                                                  const std::u16string& vilnorOutputPath);
 

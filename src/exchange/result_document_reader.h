@@ -1,4 +1,4 @@
-// Reading one result file, element by element, as its readers need it.
+// Reads a result file element by element.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ class ResultDocumentReader {
  public:
   explicit ResultDocumentReader(const std::u16string& path);
 
-  // Code 0 when the file was loaded.
+  // Its code is 0 if the file was loaded.
   platform::ParseError Error() const;
 
-  // The first element of that name, put into `variable`, which keeps its value when there is no
-  // such element. Kept: the link program leaves out what it has nothing to say about. Error 13 for
-  // text where a number is due, 6 for a number out of range. Returns whether the element is there.
+  // Stores the first element of that name in `variable`; without one, `variable` keeps its value.
+  // Kept: the link program omits elements that it has no value for. Error 13 for text where a
+  // number is expected, 6 for a number out of range. Returns whether the element exists.
   bool Read(std::u16string_view tag, double& variable) const;
   bool Read(std::u16string_view tag, std::int32_t& variable) const;
   bool Read(std::u16string_view tag, std::u16string& variable) const;

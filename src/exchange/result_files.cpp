@@ -23,12 +23,12 @@ using automation::RuntimeError;
 
 constexpr std::u16string_view kExtension = u".xml";
 constexpr std::u16string_view kResultWord = u"Out";
-// No host reads a file of this name again.
+// No host reads a file with this name.
 constexpr std::u16string_view kDealtWithWord = u"Done";
-// A folder in which so many names of one second are taken is not in order.
+// If one second has used up this many names, something is wrong with the folder.
 constexpr std::int32_t kMostOfOneSecond = 1000;
 
-// " 2026-11-16 14.05.00": a file's name can have no ":".
+// " 2026-11-16 14.05.00": a file name cannot contain ":".
 std::u16string Moment() {
   const automation::Date now = platform::Current().clock.Now();
   std::u16string time = automation::FormatTime(now);
@@ -36,7 +36,7 @@ std::u16string Moment() {
   return u" " + automation::FormatDate(now, u"yyyy-mm-dd") + u" " + time;
 }
 
-// Whether the file was renamed, or is not there to be renamed; false when the name is taken.
+// True if the file was renamed or does not exist, false if the new name is taken.
 bool TryName(const std::u16string& path, const std::u16string& name) {
   auto& files = platform::Current().files;
   try {
@@ -45,7 +45,7 @@ bool TryName(const std::u16string& path, const std::u16string& name) {
     if (error.Is(RuntimeError::FileAlreadyExists)) {
       return false;
     }
-    // A name too long for the system is told as if the file were missing.
+    // For a name that is too long, the system also reports a missing file.
     if (!error.Is(RuntimeError::FileNotFound) || files.StampOf(path).Exists()) {
       throw;
     }
@@ -53,7 +53,7 @@ bool TryName(const std::u16string& path, const std::u16string& name) {
   return true;
 }
 
-// The first word, "Out", is replaced; the moment stands behind the rest.
+// Replaces the first word, "Out", and appends the date and time.
 void Rename(const std::u16string& resultPath, std::u16string_view firstWord) {
   const std::size_t name = resultPath.rfind(u'\\') + 1;
   const std::size_t afterWord = name + kResultWord.size();
@@ -70,7 +70,8 @@ void Rename(const std::u16string& resultPath, std::u16string_view firstWord) {
   }
 }
 
-// The results that the thread is reading; a reading can begin while another one's box is open.
+// The results that the thread is reading. A second read can begin while the first one's message box
+// is open.
 struct Readings {
   std::vector<std::u16string> paths;
 };

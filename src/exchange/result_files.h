@@ -1,4 +1,4 @@
-// What becomes of a result file.
+// Deleting result files and setting them aside.
 #pragma once
 
 #include <string>
@@ -7,8 +7,9 @@
 
 namespace exchange {
 
-// A result file while it is read. A box may wait long, and the link program may meanwhile answer a
-// further request under the same name: that newer file is left alone, its own message tells of it.
+// A result file while it is being read. A message box may stay open for long, and the link program
+// may meanwhile answer another request under the same name. Such a newer file is left alone: it has
+// its own message.
 class ResultFile {
  public:
   explicit ResultFile(std::u16string path);
@@ -17,13 +18,13 @@ class ResultFile {
   ~ResultFile();
 
   const std::u16string& path() const { return path_; }
-  // To be called once the file has been loaded: until then its writer may have been at work.
+  // Call this when the file has been loaded: until then it may still have been written to.
   void TakeStamp();
-  // Takes away a result that has been dealt with. One that cannot be deleted is renamed to
-  // "DoneNewCase4711 2026-11-16 14.05.00.xml", so that it stands in no later result's way; the
-  // error is the deletion's all the same.
+  // Deletes a result that has been dealt with. If that fails, raises the deletion's error, but
+  // first renames the file, so that it does not block a later result:
+  // "DoneNewCase4711 2026-11-16 14.05.00.xml".
   void Delete() const;
-  // Sets aside a result that another reading could enter; see below.
+  // Sets aside a result that a later read could enter; see below.
   void SetAside() const;
 
  private:
@@ -33,13 +34,13 @@ class ResultFile {
   platform::FileStamp stamp_;
 };
 
-// Gives a result file a name that no request answers to, in the same folder: its own with the
-// present date and time, "OutNewCase4711 2026-11-16 14.05.00.xml" (further ones of the same second
-// with a number behind). Does nothing when there is no such file. The runtime's error when it
-// cannot be renamed; it then keeps its name.
+// Renames a result file so that it belongs to no request: appends the current date and time,
+// "OutNewCase4711 2026-11-16 14.05.00.xml" (and a number if that second's name is taken). Does
+// nothing if the file does not exist. Raises the runtime's error if the file cannot be renamed; it
+// then keeps its name.
 void SetAside(const std::u16string& resultPath);
 
-// The same for an answer that a new request's would overwrite, unless this thread is reading it.
+// The same for an answer that a new one would overwrite, unless this thread is reading it.
 void SetUnreadAside(const std::u16string& resultPath);
 
 }  // namespace exchange

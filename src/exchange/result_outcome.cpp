@@ -34,7 +34,7 @@ ResultDocumentReader Load(ResultFile& file) {
   return document;
 }
 
-// The value of Cancelled; nothing when the file cannot be loaded.
+// The value of Cancelled; nothing if the file could not be loaded.
 template <class Number>
 std::optional<Number> ReadCancelled(const ResultDocumentReader& document) {
   if (document.Error().code != 0) {
@@ -45,8 +45,8 @@ std::optional<Number> ReadCancelled(const ResultDocumentReader& document) {
   return cancelled;
 }
 
-// Only the user's own No is a No. A question that was never answered, since the host was shutting
-// down, is an error, and the result stays.
+// Only the user's own No counts as No. If the host shuts down before the user answers, an error is
+// raised and the result stays.
 bool UserWantsLinkDeleted() {
   const platform::Answer answer =
       platform::Current().dialogs.Show({.text = u"Ärendet är borttaget i Vilnor Link\r\n\r\n"
@@ -60,8 +60,7 @@ bool UserWantsLinkDeleted() {
   return answer == platform::Answer::Yes;
 }
 
-// The outcome of a case that has been deleted in Vilnor Link, if the user wants its link deleted,
-// too.
+// For a case deleted in Vilnor Link: the outcome if the user wants its link deleted too.
 std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
                                 const util::Attempt<std::u16string>& linkedCase) {
   if (linkedCase.Failed()) {
@@ -86,7 +85,7 @@ std::optional<Outcome> ReadNewOutcome(ResultFile& file) {
     file.Delete();
     return std::nullopt;
   }
-  // Kept: loaded a second time, by a document of its own.
+  // Kept: loaded a second time, into a second document.
   const ResultDocumentReader document = Load(file);
   if (const auto error = document.Error(); error.code != 0) {
     ShowParseError(error);

@@ -23,8 +23,8 @@ using db::CaseType;
 using util::kBVilnorIcon;
 using util::UnderTrap;
 
-// Kept: component-wide like the pending result path, though nothing reads it back; a dump of the
-// host shows where the thread looked for its last result.
+// Kept: component-wide like the pending result path, though nothing reads it; a dump of the host
+// shows where the thread looked for its last result.
 struct OutputPath {
   std::u16string path;
 };
@@ -34,8 +34,8 @@ std::u16string ResultPath(const Reading& reading) {
   return ExchangeFile(reading.folder, RowOf(reading.kind).resultWord, Decimal10(reading.key));
 }
 
-// What became of an outcome in the database: there, or not there because of a failure that another
-// reading may not meet.
+// Whether an outcome is in the database. Missing means that entering it failed, but a later read
+// may succeed.
 enum class Entry { Done, Missing };
 
 template <class T>
@@ -43,14 +43,14 @@ Entry EntryBy(const util::Attempt<T>& attempt) {
   return attempt.Failed() ? Entry::Missing : Entry::Done;
 }
 
-// An update that another reading could only fail again in is done with.
+// An update that can only fail again counts as done.
 Entry EntryBy(const db::UpdateAttempt& attempt) {
   return attempt.isFinal ? Entry::Done : EntryBy(attempt.update);
 }
 
-// Enters an outcome into the database, tells the host, and takes the result file out of the way. A
-// database operation shows its own failure and the rest goes on; what another reading could enter
-// is then set aside, so that it is not lost.
+// Enters an outcome into the database, notifies the host, and removes the result file. A database
+// operation shows its own failure and the rest goes on; if a later read could enter the result, the
+// file is set aside, so that it is not lost.
 template <class Enter>
 void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
   Entry entry{};
@@ -71,8 +71,8 @@ void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
   }
 }
 
-// The two regions of a reader: what fails in the first is reported with the XML name, what fails
-// in the second with the reader's own; `act` runs only when the first yields an outcome.
+// The two regions of a reader: a failure in the first is reported under the XML procedure name, one
+// in the second under the reader's own. `act` runs only if the first yields an outcome.
 template <class ReadXml, class Act>
 void RunReader(RequestKind kind, ReadXml readXml, Act act) {
   const RequestKindRow row = RowOf(kind);
@@ -82,7 +82,7 @@ void RunReader(RequestKind kind, ReadXml readXml, Act act) {
 }
 
 // `key` is the application's id or, for a case, the patient's. Kept: a case takes its patient from
-// the message and not from the text.
+// the message, not from the text.
 NewFHPData SplitUserDefData(CaseType type, std::int32_t key, std::u16string_view text) {
   switch (type) {
     case CaseType::PriorApproval:
@@ -95,7 +95,7 @@ NewFHPData SplitUserDefData(CaseType type, std::int32_t key, std::u16string_view
   return {};
 }
 
-// Whether the link is there.
+// Whether the link exists.
 util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t key,
                            const std::u16string& caseId) {
   switch (type) {
@@ -107,7 +107,7 @@ util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t k
   return util::Attempt(false);
 }
 
-// Kept: an existence test that failed counts as "not there", so that a case that was sent is added.
+// Kept: a failed existence test counts as "not there", so that a sent case is added.
 Entry AddUnlessThere(db::DBVilnor& database, const db::NewLink& link,
                      const util::Attempt<bool>& exists) {
   if (exists.OrEmpty()) {
@@ -129,8 +129,8 @@ Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, Status s
                              .bid = data.bid,
                              .rid = data.rid,
                              .caseId = outcome.caseId,
-                             // Kept: an ordinary case has no application, the patient's id stands
-                             // in its place.
+                             // Kept: an ordinary case has no application; the patient's id takes
+                             // its place.
                              .fhpId = key,
                              .caseType = Number(type),
                              .status = outcome.status,

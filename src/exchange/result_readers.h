@@ -1,7 +1,7 @@
-// The result files that the link program leaves: read, entered into the link records and the
-// journal, deleted. Nothing is raised; what fails is shown. A result that the database kept out is
-// set aside, one that could not be read keeps its name. Kept: a file that is not there or cannot be
-// parsed ends its reading without a word.
+// Reads the link program's result files, enters them into the link records and the journal, and
+// deletes them. Errors are shown, not raised. A result that could not be entered into the database
+// is set aside; one that could not be read keeps its name. Kept: a missing or malformed file is
+// ignored silently.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace exchange {
 
-// The result of the request with this key. `folder` is the exchange directory, "" when it could not
-// be found. `events` hears of what has changed, nullptr where no host listens.
+// The result of the request with this key. `folder` is the exchange directory, "" if it could not
+// be found. `events` is notified of changes; nullptr if no host listens.
 struct Reading {
   RequestKind kind;
   std::int32_t key;
@@ -21,10 +21,10 @@ struct Reading {
   Events* events;
 };
 
-// Reads it as its kind's row says.
+// Reads it with the reader in its kind's row.
 void ReadResult(const Reading& reading);
 
-// The readers that the rows name: of a new application or case, of an opened case.
+// The readers in the rows: for a new application or case, and for an opened case.
 void ReadNewResult(const Reading& reading);
 void ReadExistResult(const Reading& reading);
 

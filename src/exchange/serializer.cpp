@@ -22,7 +22,7 @@ bool IsLowSurrogate(char16_t unit) {
   return unit >= 0xDC00 && unit < 0xE000;
 }
 
-// The character beyond Latin-1 that starts at `at`, which moves to its last unit.
+// The character beyond Latin-1 that starts at `at`. Moves `at` to its last unit.
 char32_t WidePoint(std::u16string_view text, std::size_t& at) {
   const char16_t unit = text[at];
   if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
@@ -31,7 +31,7 @@ char32_t WidePoint(std::u16string_view text, std::size_t& at) {
   return IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit >= 0xFFFE ? kReplacement : unit;
 }
 
-// One of the characters that are not plain, below; nothing for the other control characters.
+// Appends a character that is not plain (see below); omits the other control characters.
 void AppendSpecial(std::string& bytes, char16_t unit, bool inAttribute) {
   switch (unit) {
     case u'<':
@@ -60,7 +60,7 @@ void AppendSpecial(std::string& bytes, char16_t unit, bool inAttribute) {
   }
 }
 
-// The characters that are written as they are, in texts and in attributes.
+// The characters that are written unchanged, in texts and in attributes.
 constexpr auto kPlain = [] {
   std::array<bool, kLastLatin1 + 1> plain{};
   std::fill(plain.begin() + u' ', plain.end(), true);
@@ -77,8 +77,8 @@ void AppendNarrow(std::string& bytes, std::u16string_view latin1) {
                  [](char16_t unit) { return static_cast<char>(unit); });
 }
 
-// Appends the plain characters that the text begins with at once, since nearly all are. Returns
-// their number.
+// Appends the text's leading plain characters in one go, since nearly all are plain. Returns their
+// number.
 std::size_t AppendPlain(std::string& bytes, std::u16string_view text) {
   const auto* const end = std::find_if_not(
       text.begin(), text.end(), [](char16_t unit) { return unit < kPlain.size() && kPlain[unit]; });
@@ -88,7 +88,7 @@ std::size_t AppendPlain(std::string& bytes, std::u16string_view text) {
 }
 
 void AppendText(std::string& bytes, std::u16string_view text, bool inAttribute) {
-  // The DOM's texts end at a zero.
+  // The DOM ends a text at a NUL.
   text = text.substr(0, text.find(u'\0'));
   for (std::size_t at = AppendPlain(bytes, text); at < text.size();
        at += AppendPlain(bytes, text.substr(at))) {

@@ -12,8 +12,8 @@ std::int32_t LengthOf(std::u16string_view text) {
   return static_cast<std::int32_t>(text.size());
 }
 
-// The field between two separators, the first possibly at 0 for the text's beginning. A separator
-// that was not found stands at 0 and makes the length negative: error 5.
+// The field between two separators; 0 as the first means the start of the text. A separator that
+// was not found is at 0 too, which makes the length negative: error 5.
 std::int32_t Number(std::u16string_view text, std::int32_t before, std::int32_t behind) {
   return platform::ToInt32(automation::Mid(text, before + 1, behind - before - 1));
 }

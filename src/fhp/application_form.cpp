@@ -31,7 +31,7 @@ constexpr auto kChoices = std::to_array<FormField>({
     {u"edtAntalModeller", kApplication, u"NoOfModels", IfTrue, Text},
     {u"edtAntalFoto", kApplication, u"NoOfPhoto", IfTrue, Text},
     {u"edtAntalIntyg", kApplication, u"NoOfCertificate", IfTrue, Text},
-    // Kept: tested like a check box, written like a count; the link program knows either text.
+    // Kept: tested like a check box, written like a count; the link program accepts both.
     {u"cbKostnadsber", kApplication, u"EstimateOfCost", IfTrue, Text},
 });
 

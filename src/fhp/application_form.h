@@ -6,8 +6,8 @@
 namespace fhp {
 
 // Appends form "108692", the application itself: its fixed fields, then clinical status and
-// treatment plan. Error 94 for a Null that the form cannot do without (docs/application-document.md
-// lists the columns).
+// treatment plan. Error 94 for a Null in a required column (docs/application-document.md lists
+// them).
 void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records);
 
 }  // namespace fhp

@@ -1,4 +1,4 @@
-// What the export reads from the host's database before it writes anything.
+// The data that the export reads from the host's database before it writes anything.
 #pragma once
 
 #include <cstdint>
@@ -18,14 +18,14 @@ struct ApplicationRecords {
   std::u16string city;
   // The patient's full personal identity number.
   std::u16string personNumber;
-  // Whether the cost estimate belongs to the application, and its rows if so.
+  // Whether the application has a cost estimate, and its rows if so.
   bool includeEstimate = false;
   Record estimateRows;
 };
 
-// Reads the application with all that belongs to it through gDB. Provider, clinician and patient
-// are those of the application's row. Error 91 when one of them is not there, 94 for a Null among
-// their keys, dates or the provider's postcode.
+// Reads the application and all that belongs to it through gDB. Provider, clinician and patient
+// come from the application's row. Error 91 if one of them does not exist, 94 for a Null among
+// their keys, their dates or the provider's postcode.
 ApplicationRecords ReadApplicationRecords(std::int32_t fhpId);
 
 }  // namespace fhp

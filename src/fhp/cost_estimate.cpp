@@ -31,7 +31,7 @@ constexpr auto kNoteFields = std::to_array<FormField>({
     {u"memUpplysningar", kApplication, u"Notes", IfNotNull, Text},
 });
 
-// Rates with a printed row of their own on the form and a fixed price.
+// Rates that have a printed row on the form and a fixed price.
 struct FixedRate {
   std::u16string_view rateNo;
   std::int16_t rowNumber;
@@ -42,13 +42,13 @@ constexpr auto kFixedRates = std::to_array<FixedRate>({
     {u"682", 11, 3200},
 });
 
-// Whoever's row it is: the form has no room for a measure beside the printed one.
+// Whichever rate uses the row: the form has no room for a measure beside the printed one.
 bool HasPrintedMeasure(std::int16_t rowNumber) {
   return std::any_of(kFixedRates.begin(), kFixedRates.end(),
                      [=](const FixedRate& fixed) { return fixed.rowNumber == rowNumber; });
 }
 
-// The patient's own part, taken off every estimate, also off a smaller one.
+// The patient's own share, deducted from every estimate, even a smaller one.
 constexpr double kFixedDeduction = 7700;
 
 std::int32_t Product(std::int32_t left, std::int32_t right) {
@@ -89,7 +89,7 @@ std::int32_t CountOf(const Record& row) {
   return Product(platform::ToInt32(OrZero(row, u"SelectNoOf")), noOf == 0 ? 1 : noOf);
 }
 
-// Writes the rows one after the other and keeps their sum.
+// Writes the rows in order and keeps their sum.
 class EstimateRows {
  public:
   explicit EstimateRows(exchange::Element& form) : form_(form) {}
@@ -100,13 +100,13 @@ class EstimateRows {
     const double unitPrice = platform::ToDouble(OrZero(row, u"Amount"));
     for (const FixedRate& fixed : kFixedRates) {
       if (rateNo == fixed.rateNo) {
-        // Kept: summed by the fixed price while the row's own amount is shown; the form's printed
-        // rows have the price in their text.
+        // Kept: the sum uses the fixed price while the row shows its own amount; the form's printed
+        // rows contain the price.
         AddItems(fixed.rowNumber, count, unitPrice, Product(count, fixed.price));
         return;
       }
     }
-    // Kept: without an upper bound, so that the tenth row shares its keys with rate 681.
+    // Kept: no upper bound, so the tenth row shares its keys with rate 681.
     const std::int16_t rowNumber = nextRow_;
     AdvanceRow();
     if (!HasPrintedMeasure(rowNumber)) {

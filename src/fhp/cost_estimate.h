@@ -6,9 +6,9 @@
 namespace fhp {
 
 // Appends form "108696", the cost estimate: the parties, the rows that the compensation rule
-// accepts, their sum and the compensation. Reads the estimate rows to their end and closes them.
-// Error 6 when a count or its product leaves 32 bits, or the row counter 16; 94 when a row that the
-// rule has to judge has no registration date.
+// accepts, their sum and the compensation. Reads all estimate rows and closes them. Error 6 if a
+// count or its product exceeds 32 bits, or the row counter 16; 94 if a row that the rule must judge
+// has no registration date.
 void AddCostEstimate(exchange::Element& contribution, ApplicationRecords& records);
 
 }  // namespace fhp

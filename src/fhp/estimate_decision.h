@@ -1,4 +1,4 @@
-// Whether an application carries a cost estimate, and what follows from it.
+// Whether an application has a cost estimate, and the consequences.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 namespace fhp {
 
 // True when the application was registered after 1 January of the year in which the patient turns
-// 65. Kept: on that very day it is not, clinics have filed by this boundary. Times of day do not
-// count. Both dates pass through the session's date format.
+// 65. Kept: false on that very day, because clinics have filed by this boundary. Times of day do
+// not count. Both dates pass through the session's date format.
 bool IncludesEstimate(automation::Date registered, automation::Date birthDate);
 
 // The reserved entry of the host's user mapping that names the case's participant.

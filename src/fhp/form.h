@@ -1,4 +1,4 @@
-// Forms of the application: their fields as tables, and how a field is written.
+// The application's forms: tables of fields, and how a field is written.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace fhp {
 
-// Decides, from the field's column, whether the field is written at all.
+// Decides from the field's column whether the field is written.
 enum class Condition {
   Always,
   // The column as a flag or count: Null and 0 are false.
@@ -19,7 +19,7 @@ enum class Condition {
   IfNotNull,
 };
 
-// How the value is made.
+// How the value is formed.
 enum class Writing {
   // "true".
   True,
@@ -27,8 +27,8 @@ enum class Writing {
   Text,
   // The column's text, empty for Null.
   TextOrEmpty,
-  // The column's text; where it is Null the provider's second address line, where that is Null
-  // nothing. Kept: the lines are never joined, the form has room for one.
+  // The column's text; if Null, the provider's second address line; if that is Null too, nothing.
+  // Kept: the lines are never joined, because the form has room for one.
   Address,
   // The provider's postal town.
   City,
@@ -44,7 +44,8 @@ enum class Writing {
 struct FormField {
   std::u16string_view key;
   Record ApplicationRecords::*source;
-  // nullptr for what is always written and no column holds: City, CityAndToday, PersonNumber.
+  // nullptr for fields that are always written and have no column: City, CityAndToday,
+  // PersonNumber.
   const char16_t* column;
   Condition condition;
   Writing writing;
@@ -55,7 +56,7 @@ inline constexpr Record ApplicationRecords::*kClinician = &ApplicationRecords::c
 inline constexpr Record ApplicationRecords::*kProvider = &ApplicationRecords::provider;
 inline constexpr Record ApplicationRecords::*kPatient = &ApplicationRecords::patient;
 
-// The clinic and the patient, as both forms have them.
+// The clinic and the patient, as on both forms.
 inline constexpr auto kPartyFields = std::to_array<FormField>({
     {u"edtVardgivareNamn", kProvider, u"Navn", Condition::Always, Writing::Text},
     {u"edtVardgivareAdress", kProvider, u"Adr1", Condition::Always, Writing::Address},

@@ -8,7 +8,7 @@ namespace {
 
 using automation::Decimal10;
 
-// Its first character; both units of one that is a surrogate pair.
+// The first character: both units if it is a surrogate pair.
 std::u16string Initial(const std::u16string& name) {
   const auto isHalf = [&](std::size_t at, char16_t first) {
     return at < name.size() && (name[at] & 0xFC00) == first;
@@ -25,7 +25,7 @@ std::u16string UserDefData(const HostArguments& arguments, const Record& applica
 }
 
 std::u16string CaseTitle(const ApplicationRecords& records) {
-  // The full personal identity number starts with the century.
+  // The full personal identity number begins with the century.
   constexpr std::int32_t kYearStart = 3;
   constexpr std::int32_t kDateLength = 6;
   return u"FHP" + automation::Mid(records.personNumber, kYearStart, kDateLength) +

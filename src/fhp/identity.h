@@ -1,4 +1,4 @@
-// The texts by which people and the host recognise an application.
+// The texts that identify an application to people and to the host.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace fhp {
 
-// The numbers that the host called with; they may differ from those in the application's row.
+// The host's arguments; they may differ from the application's row.
 struct HostArguments {
   std::int32_t pid;
   std::int32_t bid;
@@ -16,8 +16,8 @@ struct HostArguments {
   std::int32_t fhpId;
 };
 
-// What the link program hands back unchanged: the arguments and the row's CaseNo, joined by "&". A
-// Null CaseNo leaves nothing behind the last "&".
+// The text that the link program returns unchanged: the arguments and the row's CaseNo, joined by
+// "&". For a Null CaseNo nothing follows the last "&".
 std::u16string UserDefData(const HostArguments& arguments, const Record& application);
 
 // "FHP", the birth date as YYMMDD, the patient's initials. A Null name adds nothing.

@@ -9,9 +9,9 @@
 
 namespace fhp {
 
-// Owns what a lookup of DBVilnor returned. A lookup that found nothing, or failed and has said so,
-// gives no recordset: every use of it raises error 91, as the classic runtime does. Errors of the
-// columns are ADO's (3265 for one that is not there).
+// Owns the result of a DBVilnor lookup. A lookup that found nothing, or failed and reported it,
+// returns no recordset: every use then raises error 91, as in the classic runtime. Column errors
+// are ADO's (3265 for an unknown column).
 class Record {
  public:
   Record() = default;
@@ -21,13 +21,13 @@ class Record {
   automation::Value operator[](const char16_t* column) const { return Rows().Field(column); }
   // The column as text; error 94 for Null.
   std::u16string Text(const char16_t* column) const;
-  // The column as text, empty for Null: what concatenation makes of it.
+  // The column as text, empty for Null, as in a concatenation.
   std::u16string TextOrEmpty(const char16_t* column) const;
-  // Changes the record in hand only.
+  // Changes the record in memory only.
   void Put(const char16_t* column, const automation::Value& value) {
     Rows().SetField(column, value);
   }
-  // Behind the last row.
+  // Past the last row.
   bool AtEnd() const { return Rows().Eof(); }
   void MoveNext() { Rows().MoveNext(); }
   void Close() { Rows().Close(); }

@@ -39,7 +39,7 @@ bool AnyToothHasTooMany(const Record& application) {
   return false;
 }
 
-// One leading blank does not count and is taken out of the record in hand.
+// One leading blank does not count and is removed from the record in memory.
 bool JawHasTooMany(Record& application, const char16_t* column) {
   const automation::Value plan = application[column];
   if (plan.IsNull()) {
@@ -58,7 +58,7 @@ bool JawHasTooMany(Record& application, const char16_t* column) {
 bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
   return util::UnderTrap(u" in OKToSend", util::kBVilnorIcon, [&] {
     Record application(db::WithGDB([&](auto& gDB) { return gDB.GetFHPById(fhpId); }));
-    // The first place with too many measures ends the check.
+    // The check ends at the first tooth or jaw with too many measures.
     const bool fits = !AnyToothHasTooMany(application) &&
                       !JawHasTooMany(application, u"PlanTreatmUJaw") &&
                       !JawHasTooMany(application, u"PlanTreatmLJaw");

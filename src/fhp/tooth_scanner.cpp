@@ -21,7 +21,7 @@ ToothScanner::ToothScanner(std::u16string_view column, ScanRules rules)
 
 std::optional<ToothText> ToothScanner::Next() {
   while (!ended_) {
-    // Up to the next "<", or off the end.
+    // On to the next "<", or past the end.
     MoveBy(std::min(column_.find(u'<', position_), lastScanned_) + 1 - position_);
     if (position_ > lastScanned_) {
       ended_ = true;

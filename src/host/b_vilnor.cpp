@@ -32,17 +32,16 @@ using exchange::RequestKind;
 using util::kBVilnorIcon;
 using util::UnderTrap;
 
-// What an Open operation finds before its own work begins.
+// The paths that an Open operation looks up first.
 struct LaunchPaths {
   std::u16string outputPath;
   std::u16string exePath;
 };
 
-// Nothing when the link program is not there; the operation then ends. In this order, so that the
-// directory is made, and a missing host registration reported, even when the link program is not
-// found afterwards.
+// Nothing if the link program is missing; the operation then ends. The order matters: even if the
+// link program is not found, the directory is created and a missing host registration reported.
 std::optional<LaunchPaths> FindLaunchPaths() {
-  // Kept: without a host registration the request goes on without a directory.
+  // Kept: without a host registration the request continues without a directory.
   auto outputPath = GetVilnorOutputPath().OrEmpty();
   auto exePath = GetVilnorCommandLine();
   if (!exePath) {
@@ -51,7 +50,7 @@ std::optional<LaunchPaths> FindLaunchPaths() {
   return LaunchPaths{.outputPath = std::move(outputPath), .exePath = std::move(*exePath)};
 }
 
-// The full personal identity number of the patient in hand.
+// The full personal identity number of the current patient.
 std::u16string SSNOf(platform::Recordset& patient) {
   const automation::Date birthDate = platform::ToDate(patient.Field(u"FDato"));
   return util::MakeSSN(birthDate, patient.Field(u"PersNr"), true);
@@ -69,7 +68,7 @@ BVilnor::BVilnor(exchange::Events& events) : BVilnor() {
 
 BVilnor::~BVilnor() {
   DestroyForm(NotifyWnd());
-  // What an operation has left there would keep the host's database open after the session.
+  // An object left there would keep the host's database open after the session.
   db::ReleaseGDB();
 }
 
@@ -92,13 +91,13 @@ void BVilnor::OpenExistCase(std::int32_t vilnorId) {
     }
     const auto request = exchange::WriteExistCase(vilnorId, paths->outputPath);
     CountLaunch();
-    // Kept: a request that could not be written starts the program without one.
+    // Kept: if the request could not be written, the program starts without one.
     StartVilnor(paths->exePath, request.OrEmpty());
   });
 }
 
 void BVilnor::OpenExistFHP(std::int32_t fhpId) {
-  // Kept: reports the name of the operation that it passes on to.
+  // Kept: reports errors under the name of the operation that it calls.
   UnderTrap(u" in OpenExistCase", kBVilnorIcon, [&] {
     const std::int32_t vilnorId =
         db::WithGDB([&](auto& gDB) { return gDB.GetVilnorIdByFHPId(fhpId); });
@@ -168,7 +167,7 @@ void BVilnor::OpenVilnor() {
 }
 
 void BVilnor::ReadResult(exchange::RequestKind kind, std::int32_t key) {
-  // Kept: without a host registration the result is looked for without a directory.
+  // Kept: without a host registration the result is searched for without a directory.
   exchange::ReadResult(
       {.kind = kind, .key = key, .folder = GetVilnorOutputPath().OrEmpty(), .events = events_});
 }

@@ -1,4 +1,4 @@
-// BVilnor, the object that the host creates and drives.
+// BVilnor, the session object that the host creates.
 #pragma once
 
 #include <cstdint>
@@ -9,18 +9,18 @@
 
 namespace host {
 
-// Every operation runs under the error trap: what fails is shown to the user, and the operation
-// returns its empty result. Identifiers are the host's: `pid` Pasient.ID, `bid` Worker.ID, `rid`
+// Every operation runs under the error trap: a failure is shown to the user, and the operation
+// returns an empty result. Identifiers are the host's: `pid` Pasient.ID, `bid` Worker.ID, `rid`
 // company.id, `fhpId` SEPrerequest.SEPrerequestID, `vilnorId` the key of a link record.
 class BVilnor {
  public:
-  // Creates the notification window. No host listens to its events.
+  // Creates the notification window. Raises no events.
   BVilnor();
   // `events` outlives the object.
   explicit BVilnor(exchange::Events& events);
   BVilnor(const BVilnor&) = delete;
   BVilnor& operator=(const BVilnor&) = delete;
-  // Destroys the window created last on the thread, and releases a gDB that was left behind.
+  // Destroys the window created last on the thread, and releases gDB if an operation left it.
   ~BVilnor();
 
   // Stores the session settings for every object of the thread; opens no connection. `dbType` 1 or
@@ -28,7 +28,7 @@ class BVilnor {
   void InitVilnor(const std::u16string& connectionParameter, std::int16_t kestraLangID,
                   std::int16_t dbType);
 
-  // These write a request file and start the link program on it; they return once it is started.
+  // These write a request file and start the link program on it; they return when it has started.
   void OpenExistCase(std::int32_t vilnorId);
   void OpenExistFHP(std::int32_t fhpId);
   void OpenSearchPatient(std::int32_t pid);
@@ -37,16 +37,17 @@ class BVilnor {
   // Starts the link program without a request.
   void OpenVilnor();
 
-  // These read the result file of a finished request and enter it into the host's database. The
-  // exchange directory is looked up afresh for each.
+  // These read the result file of a finished request and enter it into the host's database. Each
+  // looks up the exchange directory again.
   void ReadResult(exchange::RequestKind kind, std::int32_t key);
   void ReadNewFHP(std::int32_t fhpId);
   void ReadExistCase(std::int32_t vilnorId);
   void ReadNewCase(std::int32_t pid);
 
   // Whether a link record of case type 1 exists for the application. Raises UpdateJournal four
-  // times: before and after the database object is made, before and after it is released. A failure
-  // ends the events: one is raised when the object cannot be made, two when the query fails.
+  // times: before and after the database object is created, and before and after it is released. A
+  // failure ends the events: only one is raised if the object cannot be created, two if the query
+  // fails.
   bool FHPExists(std::int32_t fhpId);
 
   // Writes the new-case request file and returns its full path.
@@ -69,8 +70,8 @@ class BVilnor {
   void CountLaunch();
 
   exchange::Events* events_ = nullptr;
-  // How often a request was about to be started. Nothing reads it; kept with its overflow, which
-  // the operation then reports.
+  // How often the program was about to be started on a request. Nothing reads it; kept, with its
+  // overflow, which the operation reports.
   std::int16_t launchCount_ = 0;
 };
 

@@ -22,7 +22,7 @@ using util::UnderTrap;
 
 constexpr std::u16string_view kLinkRegistration =
     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
-// Where the host may have registered itself; the first that names a path counts.
+// Keys under which the host may have registered itself; the first that has a path is used.
 constexpr auto kHostRegistrations = std::to_array<std::u16string_view>(
     {u"SOFTWARE\\Kestra\\Kestra.Main.exe",
      u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
@@ -36,8 +36,8 @@ struct Setting {
   std::u16string key = u"Vilnor";
 };
 
-// "" for a missing value. The registry class creates a key that is missing, or raises an error
-// where it may not.
+// "" for a missing value. The registry class creates a missing key, or raises an error if it may
+// not.
 std::u16string RegisteredPath(std::u16string_view keyPath) {
   registry::CRegistry key;
   key.SetRoot(registry::kLocalMachine);
@@ -110,7 +110,8 @@ std::optional<std::u16string> GetVilnorCommandLine() {
 
 util::Attempt<std::u16string> GetVilnorOutputPath() {
   return util::Try(u" in GetVilnorOutputPath", util::kBVilnorIcon, [] {
-    // Kept: no separator is inserted, the host registers its path with a trailing backslash.
+    // Kept: no separator is inserted, because the host registers its path with a trailing
+    // backslash.
     std::u16string directory = HostRegistration() + u"Vilnor";
     auto& files = platform::Current().files;
     if (!files.FolderExists(directory)) {
@@ -122,7 +123,7 @@ util::Attempt<std::u16string> GetVilnorOutputPath() {
 
 void StartVilnor(const std::u16string& exePath, const std::u16string& requestPath) {
   UnderTrap(u" in StartVilnor", util::kBVilnorIcon, [&] {
-    // Kept: the program's path is not quoted, whatever blanks it has.
+    // Kept: the program's path is not quoted, even if it contains blanks.
     platform::Current().processes.Start(
         requestPath.empty() ? exePath
                             : exePath + u" path=\"" + requestPath +

@@ -1,4 +1,4 @@
-// Where the link program and the exchange directory are, and how the program is started.
+// Finds the link program and the exchange directory, and starts the program.
 #pragma once
 
 #include <optional>
@@ -8,11 +8,11 @@
 
 namespace host {
 
-// Full path of Link.exe; nothing when it cannot be found, and the user has been told. A stale
-// per-user setting is forgotten but still returned: the start then fails with a message of its own.
+// Full path of Link.exe; nothing if it cannot be found, which the user has then been told. A stale
+// per-user setting is cleared but still returned: the start then fails with its own message.
 std::optional<std::u16string> GetVilnorCommandLine();
 
-// The exchange directory without a trailing backslash, created when it is missing.
+// The exchange directory, without a trailing backslash. Created if missing.
 util::Attempt<std::u16string> GetVilnorOutputPath();
 
 // Starts the link program on a request file, or without arguments when `requestPath` is empty.

@@ -18,8 +18,8 @@ using util::UnderTrap;
 
 struct NotificationState {
   platform::WindowHandle gNotifyWnd = 0;
-  // Kept: not the object that the host created, but one of the component's own, made at the first
-  // notification and never released while the component is loaded. No host listens to it.
+  // Kept: not the host's object but one of the component's own, created at the first notification
+  // and never released while the component is loaded. No host listens to its events.
   std::unique_ptr<BVilnor> gNotifyTarget;
 };
 

@@ -10,23 +10,23 @@
 
 namespace vilnor_dll {
 
-// What an argument by reference refers to. Error 0x80004003 (E_POINTER) for a null pointer.
+// The value behind an argument by reference. Error 0x80004003 (E_POINTER) for a null pointer.
 std::int16_t In(const short* argument);
 std::int32_t In(const long* argument);
 std::u16string In(const BSTR* argument);
-// A text by value; a null one is empty.
+// A string by value; null means empty.
 std::u16string In(BSTR argument);
-// "" for an argument that was left out.
+// "" for an omitted argument.
 std::u16string InOptional(const BSTR* argument);
 
-// Stores a result; what `target` held is not looked at.
+// Stores a result; ignores the old value of `target`.
 void Out(short* target, bool result);
 void Out(long* target, std::int32_t result);
 void Out(BSTR* target, const std::u16string& result);
 // The ADO recordset itself, or nothing for nullptr.
 void Out(IDispatch** target, std::unique_ptr<platform::Recordset> result);
 
-// Stores a new value for an argument by reference that In() has read; the older text is released.
+// Stores a new value in an argument by reference that In() has read; frees the old string.
 void Replace(short* target, std::int16_t value);
 void Replace(BSTR* target, const std::u16string& value);
 

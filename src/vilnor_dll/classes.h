@@ -1,4 +1,4 @@
-// The two classes that the component offers.
+// The component's two classes.
 #pragma once
 
 #include <array>

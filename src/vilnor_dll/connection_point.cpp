@@ -73,7 +73,7 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 
 HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
   return Call([&] {
-    // Taken out before its release, which may come back here.
+    // Removed before its release, which may re-enter this object.
     const auto sink = sinks_.extract(cookie);
     return sink.empty() ? CONNECT_E_NOCONNECTION : S_OK;
   });

@@ -1,4 +1,4 @@
-// Where hosts connect to the events of a BVilnor.
+// The connection point for the events of a BVilnor.
 #pragma once
 
 #include <map>
@@ -12,9 +12,9 @@
 
 namespace vilnor_dll {
 
-// The point for __BVilnor. Part of the object that it raises events for: it has an identity of its
-// own but lives and ends with the object's references, and as the object it answers another thread
-// than its own with RPC_E_WRONG_THREAD.
+// The connection point for __BVilnor, part of the object whose events it raises. It has its own
+// identity but shares the object's reference count. Like the object, it returns RPC_E_WRONG_THREAD
+// on any other thread than its own.
 class ConnectionPoint : public IConnectionPoint {
  public:
   // `container` is the object that this is part of.
@@ -34,9 +34,9 @@ class ConnectionPoint : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
 
-  // Raises an event without arguments on every sink connected at this moment, one after the other.
-  // A sink may connect, disconnect itself or others, or release the object meanwhile; one that is
-  // disconnected before its turn gets nothing. What a sink answers is not looked at.
+  // Raises an event without arguments on each sink that is connected now, in order. A sink may
+  // connect, disconnect itself or others, or release the object meanwhile; one that is disconnected
+  // before its turn is skipped. The sinks' results are ignored.
   void Raise(DISPID event);
 
  private:

@@ -8,8 +8,8 @@ namespace vilnor_dll {
 
 class DBVilnorObject : public VilnorObject<_DBVilnor> {
  public:
-  // Opens the thread's shared connection; what it throws goes to the host as the failure of the
-  // creation.
+  // Opens the thread's shared connection. An exception reaches the host as the failed creation's
+  // error.
   DBVilnorObject();
 
   HRESULT STDMETHODCALLTYPE InitConnection() override;

@@ -1,4 +1,4 @@
-// The four entries that the system calls; Vilnor.def exports them.
+// The four entry points that the system calls; Vilnor.def exports them.
 #include "com/server.h"
 #include "vilnor_dll/classes.h"
 #include "vilnor_dll/interfaces.h"

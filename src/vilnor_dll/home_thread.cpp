@@ -5,7 +5,7 @@
 namespace vilnor_dll {
 namespace {
 
-// Not the thread's number, which a later thread may have again: this address nobody gets twice.
+// Not the thread id, which a later thread may reuse: this address is never reused.
 struct Mark {};
 
 const void* CurrentThread() {

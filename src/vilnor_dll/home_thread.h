@@ -2,8 +2,8 @@
 
 namespace vilnor_dll {
 
-// The thread that made an object, the only one that may call it: the settings and the connection
-// that it works with are that thread's.
+// The thread that created an object. Only it may call the object, which uses that thread's settings
+// and connection.
 class HomeThread {
  public:
   HomeThread();

@@ -1,8 +1,8 @@
-// The component's automation interfaces, as the type library's compiler describes them to C++.
+// The component's automation interfaces, in the C++ form that the type library's compiler makes.
 #pragma once
 
 #include "com/com_object.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include "typelib/Vilnor.h"
 
 namespace com {
@@ -16,7 +16,7 @@ struct BaseOf<_DBVilnor> : Extends<IDispatch> {};
 
 namespace vilnor_dll {
 
-// The source of errors that name none themselves.
+// The source of errors that name none.
 inline constexpr const wchar_t* kSource = L"Vilnor";
 
 }  // namespace vilnor_dll

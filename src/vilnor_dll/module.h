@@ -4,10 +4,10 @@
 namespace vilnor_dll {
 
 // Whether the DLL must stay loaded: an object or a lock is alive, a notification window still has
-// its procedure here, or a thread keeps the object that received its notifications.
+// its procedure here, or a thread keeps the object that receives its notifications.
 bool ModuleInUse();
 
-// Gives the calling thread the real outside world; every object does so at its creation, since an
+// Sets the real platform for the calling thread. Every object does so at its creation: its
 // apartment calls it on no other thread.
 void UseSystemPlatform();
 

@@ -12,8 +12,8 @@ using com::RegisteredPart;
 using com::TextOf;
 
 constexpr const wchar_t* kVersion = L"1.5";
-// How calls between apartments are passed on: both by the type library, the second for an interface
-// that has nothing but names.
+// Proxies for calls between apartments. Both use the type library; the second is for a pure
+// dispinterface.
 constexpr const wchar_t* kDualProxy = L"{00020424-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kDispatchProxy = L"{00020420-0000-0000-C000-000000000046}";
 
@@ -49,10 +49,9 @@ void AddInterface(RegisteredPart& library, const Interface& described) {
   library.removed.push_back({key, library.texts.back()});
 }
 
-// Entered here and not by the system's RegisterTypeLib, which writes to the merged view of the
-// classes, tells nothing of what it could not write, and enters the library under its own locale
-// only, where calls between users of another language may miss it; under the neutral locale
-// everyone finds it.
+// Does not use the system's RegisterTypeLib, which writes to the merged view of the classes, does
+// not report failed writes, and registers the library under its own locale only, where calls
+// between users of another language may miss it. Everyone finds it under the neutral locale.
 RegisteredPart TypeLibrary(const std::wstring& modulePath) {
   RegisteredPart part;
   part.parent = L"TypeLib\\" + TextOf(LIBID_Vilnor);

@@ -1,4 +1,4 @@
-// What regsvr32 enters into the registry for the component.
+// The registry entries that regsvr32 makes for the component.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What both classes of the component have in common.
+// The base of both classes of the component.
 #pragma once
 
 #include "com/dual_object.h"
@@ -10,9 +10,9 @@
 
 namespace vilnor_dll {
 
-// An object with the dual interface `Dual`, a class description, and `Others`. It is at home on the
-// thread that made it; one whose last reference goes on another thread stays for good: its end
-// would be the end of that thread's window and connection.
+// An object with the dual interface `Dual`, a class description, and `Others`. It belongs to the
+// thread that created it. If another thread releases the last reference, the object is leaked:
+// destroying it would destroy that thread's window and connection.
 template <class Dual, class... Others>
 class VilnorObject : public com::DualObject<Dual, IProvideClassInfo2, Others...> {
  public:
@@ -42,7 +42,7 @@ class VilnorObject : public com::DualObject<Dual, IProvideClassInfo2, Others...>
     UseSystemPlatform();
   }
 
-  // Call() of a method with a result, which is what the body returns; empty after an error.
+  // Call() for a method with a result. `body` returns the result, which is empty after an error.
   template <class Result, class Body>
   HRESULT CallFor(Result* result, Body&& body) {
     if (result == nullptr) {

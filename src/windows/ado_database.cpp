@@ -5,7 +5,7 @@
 #include "com/com_error.h"
 #include "com/variant.h"
 #include "com/win32.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <adoint.h>
 
 namespace windows {
@@ -14,7 +14,7 @@ namespace {
 using automation::AutomationError;
 using automation::RuntimeError;
 
-// ADO's objects and interfaces, by the identifiers that every 32-bit ADO from 2.7 on answers to.
+// The identifiers of ADO's classes and interfaces; every 32-bit ADO from 2.7 on supports them.
 constexpr CLSID kConnectionClass = {
     0x00000514, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
 constexpr CLSID kRecordsetClass = {
@@ -126,7 +126,7 @@ void AdoRecordset::Open(const std::u16string& statement, platform::Connection& c
                         platform::CursorType cursorType, platform::LockType lockType,
                         std::int32_t options) {
   const com::Variant source{automation::Value(statement)};
-  // A program has one kind of database, so the connection is ADO's too.
+  // A program uses one kind of database, so the connection is ADO's too.
   const com::Variant activeConnection(static_cast<AdoConnection&>(connection).dispatch());
   com::CheckCall([&] {
     return recordset_->Open(source.get(), activeConnection.get(),
@@ -170,8 +170,8 @@ void AdoRecordset::Close() {
   com::CheckCall([&] { return recordset_->Close(); });
 }
 
-// The value of a field in one call, where Fields, its Item and that one's Value are three calls and
-// two objects more.
+// Reads a field in one call. Fields, Item and Value would take three calls and create two more
+// objects.
 automation::Value AdoRecordset::Collect(const com::Variant& nameOrIndex) {
   com::Variant content;
   com::CheckCall([&] { return recordset_->get_Collect(nameOrIndex.get(), content.Receive()); });

@@ -5,15 +5,15 @@
 
 namespace windows {
 
-// The database by ADO, with whatever provider the host's connection string names. Errors carry the
-// number, source and text that ADO gives.
+// The database through ADO, with the provider that the host's connection string names. Errors carry
+// ADO's number, source and text.
 class AdoDatabase : public platform::Database {
  public:
   std::unique_ptr<platform::Connection> NewConnection() override;
   std::unique_ptr<platform::Recordset> NewRecordset() override;
 };
 
-// The ADO recordset behind a recordset that an AdoDatabase, or one of its connections, made.
+// The ADO recordset behind a recordset created by an AdoDatabase or one of its connections.
 com::ComPtr<IDispatch> DispatchOf(platform::Recordset& recordset);
 
 }  // namespace windows

@@ -14,7 +14,7 @@ platform::RegistryApi::Key Number(HKEY key) {
   return reinterpret_cast<platform::RegistryApi::Key>(key);
 }
 
-// The limits count UTF-16 units, of which one takes up to three bytes in an ANSI code page.
+// The limits count UTF-16 units; in an ANSI code page one unit takes up to three bytes.
 std::string NameBuffer(std::uint32_t units) {
   return std::string(std::size_t{units} * 3 + 1, '\0');
 }

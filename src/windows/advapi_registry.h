@@ -4,7 +4,7 @@
 
 namespace windows {
 
-// The registry by advapi32's ANSI forms.
+// The registry through advapi32's ANSI functions.
 class AdvapiRegistry : public platform::RegistryApi {
  public:
   std::int32_t OpenKey(Key parent, const std::u16string& path, std::uint32_t access,

@@ -1,4 +1,4 @@
-// Text to and from the system's ANSI code page, for the ANSI forms of the system's calls. A
+// Converts text to and from the system's ANSI code page, for the ANSI forms of system calls. A
 // character that the code page lacks becomes the system's replacement ("?").
 #pragma once
 

@@ -9,9 +9,9 @@
 namespace windows {
 namespace {
 
-// In bytes. Wine's MSXML copies a stream again for each piece of it: 4 MB take it 0.3 s, 64 MB more
-// than a minute. An array of bytes takes no longer than parsing, but newer ones of Wine refuse one
-// with letters of ISO-8859-1.
+// In bytes. Wine's MSXML copies a stream again for each chunk: 4 MB take 0.3 s, 64 MB more than a
+// minute. A byte array takes no longer than parsing, but newer versions of Wine's MSXML reject one
+// with ISO-8859-1 letters.
 constexpr DWORD kLongestStream = DWORD{4} << 20;
 
 bool ReadFit(HANDLE file, void* target, DWORD length, bool& isFit) {
@@ -28,7 +28,7 @@ DocumentSource ReadStream(HANDLE file, DWORD length) {
   DocumentSource source;
   com::ComPtr<IStream> stream;
   HGLOBAL memory = nullptr;
-  // The memory may be larger than the bytes, so the stream is told their length.
+  // The memory may be larger than the data, so the stream's size is set.
   if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive())) ||
       FAILED(stream->SetSize({.QuadPart = length})) ||
       FAILED(GetHGlobalFromStream(stream.get(), &memory))) {

@@ -7,15 +7,15 @@
 
 namespace windows {
 
-// A result file's bytes as MSXML takes them.
+// A result file's bytes in the form that MSXML loads.
 struct DocumentSource {
-  // Empty when they cannot be had, or are none, or may not be given to a parser.
+  // Empty if the file cannot be read, is empty, or must not be given to a parser.
   com::Variant bytes;
   bool isFitToParse = true;
 };
 
-// Reads the file with nobody writing it meanwhile. One that is being written is waited for, about a
-// second, since half of it is no result.
+// Reads the file while nobody can write to it. Waits about a second for a writer to finish, because
+// half a file is not a result.
 DocumentSource ReadDocument(FileCalls& calls, const std::u16string& path);
 
 }  // namespace windows

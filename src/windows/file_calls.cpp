@@ -12,15 +12,15 @@ constexpr DWORD kFirstWait = 1;
 constexpr DWORD kLongestWait = 64;
 constexpr DWORD kPatience = 1'000;
 
-// Whether the same call may succeed in a moment. Access is denied for good where no file stands
-// that a program could hold, to a folder, and to a read-only file.
+// Whether the same call may succeed in a moment. "Access denied" is permanent for a missing file, a
+// folder, and a read-only file.
 bool MayPass(DWORD error, const std::wstring& path) {
   if (error != ERROR_ACCESS_DENIED) {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
   }
   const DWORD attributes = GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
-    // As for a file that goes as soon as its last reader lets go of it.
+    // As with a file that is deleted as soon as its last reader closes it.
     return GetLastError() == ERROR_ACCESS_DENIED;
   }
   return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;

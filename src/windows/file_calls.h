@@ -1,5 +1,5 @@
-// The system's calls on files that the adapters make, so that a test can see how they are made and
-// what another program's hold on a file leads to.
+// The adapters' file system calls. A test can check how they are made, and what happens while
+// another program holds a file.
 #pragma once
 
 #include <functional>
@@ -9,29 +9,29 @@
 
 namespace windows {
 
-// Results and errors (GetLastError) are the system's own.
+// Results and errors (GetLastError) are the system's.
 class FileCalls {
  public:
   virtual ~FileCalls() = default;
   virtual HANDLE Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
                       DWORD flags);
   virtual bool Flush(HANDLE file);
-  // Renames an open file, in place of another of that name.
+  // Renames an open file, replacing a file of that name.
   virtual bool Rename(HANDLE file, const std::wstring& newPath);
   virtual bool Move(const std::wstring& path, const std::wstring& newPath, DWORD flags);
   virtual bool Delete(const std::wstring& path);
-  // Without handling messages: the host may not be entered again meanwhile.
+  // Handles no messages: the host must not be re-entered meanwhile.
   virtual void Wait(DWORD milliseconds);
 };
 
 FileCalls& SystemFileCalls();
 
-// Makes a call on `path`, again and again for about a second while another program may be holding
-// that file for a moment only, as virus scanners do with fresh files. Returns whether the call
-// succeeded; if not, the last error is the call's.
+// Makes a call on `path`, and retries for about a second while another program may be holding the
+// file briefly, as virus scanners do with new files. Returns whether the call succeeded; if not,
+// the last error is the call's.
 bool Patiently(FileCalls& calls, const std::wstring& path, const std::function<bool()>& call);
 
-// An open file; closed with its owner.
+// An open file, closed by the destructor.
 class FileHandle {
  public:
   explicit FileHandle(HANDLE handle) : handle_(handle) {}
@@ -39,14 +39,14 @@ class FileHandle {
   FileHandle& operator=(const FileHandle&) = delete;
   ~FileHandle();
 
-  // INVALID_HANDLE_VALUE when it could not be opened.
+  // INVALID_HANDLE_VALUE if it could not be opened.
   HANDLE get() const { return handle_; }
 
  private:
   HANDLE handle_;
 };
 
-// Opens a file patiently.
+// Opens a file, retrying like Patiently().
 HANDLE OpenPatiently(FileCalls& calls, const std::wstring& path, DWORD access, DWORD sharing,
                      DWORD disposition, DWORD flags);
 

@@ -32,7 +32,7 @@ BOOL CALLBACK AddVisible(HWND window, LPARAM windows) noexcept {
     }
     return TRUE;
   } catch (...) {
-    return FALSE;  // the box may be the one about exhausted memory
+    return FALSE;  // the box may be reporting exhausted memory
   }
 }
 
@@ -43,9 +43,9 @@ std::vector<HWND> VisibleWindows() {
   return windows;
 }
 
-// The window that a box belongs to. While another program is in front, the thread has no active
-// window: a box without an owner would then lie unseen behind that program, with the host's windows
-// disabled, and the host would look frozen.
+// The owner of a message box. While another program is in front, the thread has no active window. A
+// box without an owner would then be hidden behind that program, with the host's windows disabled,
+// and the host would look frozen.
 HWND OwnerAmong(const std::vector<HWND>& windows) {
   const HWND active = GetActiveWindow();
   if (active != nullptr && IsWindowVisible(active) != FALSE) {
@@ -54,7 +54,7 @@ HWND OwnerAmong(const std::vector<HWND>& windows) {
   return windows.empty() ? nullptr : GetLastActivePopup(GetAncestor(windows.front(), GA_ROOTOWNER));
 }
 
-// Disables the host's other windows while a box is open; the system disables the owner's only.
+// Disables the host's other windows while a box is open; the system disables only the owner.
 class DisabledWindows {
  public:
   DisabledWindows(const std::vector<HWND>& windows, HWND owner) {
@@ -76,7 +76,7 @@ class DisabledWindows {
   std::vector<HWND> disabled_;
 };
 
-// Wine ends a box that a host's WM_QUIT interrupts with IDOK, also a question.
+// When the host's WM_QUIT interrupts a box, Wine returns IDOK, even for a question.
 platform::Answer AnswerOf(int button, bool asks) {
   if (!asks) {
     return button == IDOK ? platform::Answer::Ok : platform::Answer::None;

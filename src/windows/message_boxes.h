@@ -8,15 +8,15 @@ namespace windows {
 
 // The system's message boxes. A box belongs to the thread's active window or, while another program
 // is in front, to its topmost visible one; it comes to the front as far as the system allows, and
-// holds up all windows of the calling thread until it is answered.
+// blocks all windows of the calling thread until it is answered.
 class MessageBoxes : public platform::Dialogs {
  public:
-  // None when the system cannot show the box, or ends it without an answer.
+  // None if the system cannot show the box, or closes it without an answer.
   platform::Answer Show(const platform::MessageBox& box) override;
 };
 
-// The style that the system is given: icon, buttons, and the word to come to the front, which Wine
-// heeds without being told.
+// The style passed to the system: icon, buttons, and the flag to come to the front, which Wine does
+// anyway.
 std::uint32_t BoxStyle(const platform::MessageBox& box);
 
 }  // namespace windows

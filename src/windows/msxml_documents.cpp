@@ -11,7 +11,7 @@
 #include "com/win32.h"
 #include "parser_limits/parser_limits.h"
 #include "windows/document_source.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <msxml.h>
 
 namespace windows {
@@ -20,12 +20,12 @@ namespace {
 using automation::AutomationError;
 using automation::RuntimeError;
 
-// DOMDocument, by the class id that the host's machines have registered.
+// DOMDocument, under the class id registered on the host's machines.
 constexpr CLSID kDomDocument = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-// The pieces that an element's value is put together from. Wine's parser copies all that it has so
-// far for each of them.
+// The pieces that an element's value is assembled from. For each of them, Wine's parser copies
+// everything collected so far.
 class Pieces {
  public:
   explicit Pieces(IXMLDOMNode& element) { Add(element); }
@@ -70,20 +70,20 @@ class MsxmlDocument : public platform::ResultDocument {
     com::CheckCall([&] { return document_->put_resolveExternals(VARIANT_FALSE); });
   }
 
-  // From memory, since the parser goes through the system's internet library for a file that it is
-  // given by name, which takes three times as long as parsing a result. Only a file whose bytes
-  // cannot be had, or that the parser does not take from memory, is given by name.
+  // Loads from memory: given a file name, the parser goes through the system's internet library,
+  // which takes three times as long as parsing a result. The name is used only if the file cannot
+  // be read, or the parser rejects its bytes.
   void Load(const std::u16string& path) override {
     const DocumentSource source = ReadDocument(calls_, path);
     const VARIANT& bytes = source.bytes.get();
     VARIANT_BOOL loaded = VARIANT_FALSE;
     if (!source.isFitToParse) {
-      // For the parse error.
+      // To get a parse error.
       const com::Bstr blank(u" ");
       com::CheckCall([&] { return document_->loadXML(blank.get(), &loaded); });
       return;
     }
-    // A document that is not well-formed or not there is no failed call but a parse error.
+    // A malformed or missing document is a parse error, not a failed call.
     if (V_VT(&bytes) == VT_EMPTY || FAILED(document_->load(bytes, &loaded))) {
       const com::Variant name{automation::Value(path)};
       com::CheckCall([&] { return document_->load(name.get(), &loaded); });
@@ -100,7 +100,7 @@ class MsxmlDocument : public platform::ResultDocument {
     }
     long position = 0;
     com::Bstr reason;
-    // Wine's MSXML does not tell the position (E_NOTIMPL); it stays 0 then.
+    // Wine's MSXML does not report the position (E_NOTIMPL); it then stays 0.
     error->get_filepos(&position);
     com::CheckCall([&] { return error->get_reason(reason.Receive()); });
     return {.code = code, .filePosition = position, .reason = reason.Text()};

@@ -6,7 +6,7 @@
 
 namespace windows {
 
-// XML documents by the system's MSXML.
+// XML documents through the system's MSXML.
 class MsxmlDocuments : public platform::ResultDocuments {
  public:
   explicit MsxmlDocuments(FileCalls& calls = SystemFileCalls()) : calls_(calls) {}
@@ -16,7 +16,7 @@ class MsxmlDocuments : public platform::ResultDocuments {
   FileCalls& calls_;
 };
 
-// MSXML's own document behind one of these.
+// MSXML's own document behind a document created here.
 com::ComPtr<IDispatch> DispatchOf(platform::ResultDocument& document);
 
 }  // namespace windows

@@ -22,7 +22,7 @@ void ShellProcesses::Start(const std::u16string& commandLine) {
   if (commandLine.empty()) {
     throw AutomationError(RuntimeError::InvalidProcedureCall);
   }
-  // The system writes into the command line while it looks for the program.
+  // The system writes to the command line while it searches for the program.
   std::wstring buffer = com::Wide(commandLine);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;

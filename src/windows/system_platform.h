@@ -1,4 +1,4 @@
-// The real outside world: every port's Windows adapter, as one object.
+// The real platform: the Windows adapters of all ports in one object.
 #pragma once
 
 #include "platform/platform.h"

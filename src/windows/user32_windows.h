@@ -4,8 +4,8 @@
 
 namespace windows {
 
-// user32's window calls in their ANSI forms. Every window has the procedure of the class that was
-// registered last: a window class belongs to the whole process, and the component has but one.
+// user32's window calls in their ANSI forms. Every window uses the procedure of the class
+// registered last: a window class belongs to the whole process, and the component has only one.
 class User32Windows : public platform::WindowSystem {
  public:
   std::int32_t RegisterClass(const platform::WindowClass& windowClass) override;
@@ -16,8 +16,8 @@ class User32Windows : public platform::WindowSystem {
                                 std::int32_t wParam, std::int32_t lParam) override;
 };
 
-// Whether a window of any thread still has its procedure in this module, which therefore has to
-// stay loaded. A window that ended with its thread, unannounced, counts on: its class stays
+// Whether a window of any thread still has its procedure in this module, which must then stay
+// loaded. A window that ended with its thread, without a message, still counts: its class stays
 // registered.
 bool WindowsExist();
 

@@ -13,7 +13,7 @@ namespace {
 // Longer than any item of a locale.
 constexpr std::size_t kLongestItem = 256;
 
-// "" when the system gives no answer.
+// "" if the system returns nothing.
 std::u16string Item(LCTYPE item) {
   std::array<wchar_t, kLongestItem> buffer{};
   GetLocaleInfoW(GetUserDefaultLCID(), item, buffer.data(), static_cast<int>(buffer.size()));

@@ -4,7 +4,7 @@
 
 namespace windows {
 
-// The regional settings of the current user, asked anew at each call.
+// The current user's regional settings, read at each call.
 class UserLocale : public platform::Locale {
  public:
   automation::Regional Regional() override;

@@ -52,7 +52,7 @@ constexpr std::array kSystemCodes = {
   throw AutomationError(found == kSystemCodes.end() ? RuntimeError::PathFileAccess : found->error);
 }
 
-// For calls that look for a file: it is missing just as well when its folder is.
+// For calls on an existing file: if its folder is missing, the file is missing.
 [[noreturn]] void RaiseLastErrorOfFile() {
   if (GetLastError() == ERROR_PATH_NOT_FOUND) {
     throw AutomationError(RuntimeError::FileNotFound);
@@ -64,8 +64,8 @@ std::int64_t Joined(DWORD high, DWORD low) {
   return (static_cast<std::int64_t>(high) << 32) | low;
 }
 
-// A file being written, which nobody else can open until it has its place. Removed with its owner
-// otherwise: its own handle does it, so that nobody's hold can prevent that.
+// A file being written, which nobody else can open until it is renamed into place. Otherwise the
+// destructor deletes it through the same handle, which no other program can prevent.
 class TemporaryFile {
  public:
   TemporaryFile(FileCalls& calls, const std::wstring& path)
@@ -84,7 +84,7 @@ class TemporaryFile {
   }
 
   void Write(std::string_view bytes) {
-    // The system's call takes a length of 32 bits.
+    // WriteFile takes a 32-bit length.
     constexpr std::size_t kLongestWrite = std::size_t{1} << 30;
     while (!bytes.empty()) {
       DWORD written = 0;
@@ -112,8 +112,8 @@ class TemporaryFile {
   bool renamed_ = false;
 };
 
-// What a host that was killed has left in `folder` (which ends with its separator). A file that
-// another host is writing at this moment is held, so that it stays.
+// Deletes what a killed host has left in `folder` (which ends with a separator). A file that
+// another host is writing right now is locked, so it stays.
 void RemoveUnfinishedRequests(FileCalls& calls, const std::wstring& folder) {
   WIN32_FIND_DATAW found{};
   const HANDLE search = FindFirstFileW((folder + L"*.xml.tmp").c_str(), &found);

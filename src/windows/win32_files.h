@@ -5,9 +5,9 @@
 
 namespace windows {
 
-// Files and folders by the Win32 calls. A path whose folder is missing is a missing file (53) where
-// a file is asked for, and a missing path (76) where something is to be made. A file that another
-// program holds is waited for, about a second.
+// Files and folders through Win32. A path whose folder is missing is a missing file (53) if an
+// existing file is wanted, and a missing path (76) if something is to be created. Waits about a
+// second for a file that another program holds.
 class Win32Files : public platform::Files {
  public:
   explicit Win32Files(FileCalls& calls = SystemFileCalls()) : calls_(calls) {}
@@ -17,7 +17,7 @@ class Win32Files : public platform::Files {
   platform::FileStamp StampOf(const std::u16string& path) noexcept override;
   void DeleteFile(const std::u16string& path) override;
   void RenameFile(const std::u16string& path, const std::u16string& newPath) override;
-  // Written as `path`.tmp, flushed to the disk and renamed, all by one handle that shares nothing.
+  // Writes `path`.tmp, flushes it to disk and renames it, all through one handle without sharing.
   void ReplaceContents(const std::u16string& path, std::string_view bytes) override;
 
  private:

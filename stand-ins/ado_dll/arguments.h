@@ -12,7 +12,7 @@ namespace ado_dll {
 // ADO's 3251.
 HRESULT NotSupported() noexcept;
 
-// Where a method stores its result. ADO's 3001 for a null pointer.
+// Where a method stores its result. Raises ADO's 3001 for a null pointer.
 template <class T>
 T& Out(T* pointer) {
   if (pointer == nullptr) {
@@ -26,11 +26,10 @@ BSTR NewText(std::u16string_view text);
 void Store(VARIANT* target, const automation::Value& value);
 VARIANT_BOOL FromBool(bool value);
 
-// VT_ERROR stands for an argument that the caller left out, as an empty VARIANT does here.
+// VT_ERROR means that the caller omitted the argument; here an empty VARIANT means the same.
 bool IsMissing(const VARIANT& argument);
 
-// Execute and open options: nothing but adOptionUnspecified is implemented, so any other is ADO's
-// 3001.
+// Execute and open options: only adOptionUnspecified is implemented, any other raises ADO's 3001.
 void RequireNoOptions(LONG options, std::u16string_view source);
 
 }  // namespace ado_dll

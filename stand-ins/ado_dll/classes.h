@@ -1,4 +1,4 @@
-// The classes that the DLL gives out, under ADO's own identifiers.
+// The DLL's classes, under ADO's own identifiers.
 #pragma once
 
 #include <array>

@@ -12,11 +12,11 @@
 namespace ado_dll {
 namespace {
 
-// Answered by this ADO's connections only.
+// Supported only by this ADO's connections.
 constexpr IID kConnectionObject = {
     0x7e0f3c52, 0x4d0b, 0x4a57, {0x9d, 0x2e, 0x61, 0xb8, 0x0c, 0x5f, 0x2a, 0x94}};
 
-// The transaction's level of nesting: there is only the one.
+// The transaction's nesting level: there is only one.
 constexpr LONG kOutermost = 1;
 
 }  // namespace

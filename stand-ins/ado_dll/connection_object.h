@@ -13,11 +13,11 @@ namespace ado_dll {
 
 class ConnectionObject : public UnsupportedConnection {
  public:
-  // The object behind a Connection that a caller handed in. Error 3709 for nothing, error 3001 for
-  // an object that is no Connection of this ADO.
+  // The object behind a Connection that a caller passed. Error 3709 for Nothing, error 3001 for an
+  // object that is not a Connection of this ADO.
   static com::ComPtr<ConnectionObject> From(IUnknown* object);
 
-  // Runs what may raise a driver's error, which then also stands in the Errors collection.
+  // Runs `body` and adds any driver error that it raises to the Errors collection.
   template <class Body>
   auto Provide(Body&& body) {
     errors_->Forget();
@@ -29,7 +29,7 @@ class ConnectionObject : public UnsupportedConnection {
     }
   }
 
-  // From VARIANTs and texts, as the methods below.
+  // Like Open below, but takes C++ strings.
   void OpenOn(std::u16string_view connectionString, std::u16string_view user,
               std::u16string_view password);
 

@@ -1,4 +1,4 @@
-// What For Each walks: the objects of a collection as they were when the walk began.
+// The enumerator of For Each: the objects of a collection as they were when the loop began.
 #pragma once
 
 #include "com/enumerator.h"

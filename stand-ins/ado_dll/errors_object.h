@@ -1,4 +1,4 @@
-// ADO's Errors collection: what the driver said of the connection's last operation.
+// ADO's Errors collection: the driver's error from the connection's last operation.
 #pragma once
 
 #include <optional>
@@ -25,7 +25,7 @@ class ErrorObject : public com::DualObject<Error> {
   odbc::DriverError error_;
 };
 
-// Holds one error or none.
+// Holds at most one error.
 class ErrorsObject : public com::DualObject<Errors> {
  public:
   void Remember(const odbc::DriverError& error) { error_ = error; }
@@ -33,7 +33,7 @@ class ErrorsObject : public com::DualObject<Errors> {
 
   HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override;
   HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** object) override;
-  // Error 3265 for a number without an error.
+  // Error 3265 for an index without an error.
   HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, Error** object) override;
   HRESULT STDMETHODCALLTYPE Refresh() override;
   HRESULT STDMETHODCALLTYPE Clear() override;

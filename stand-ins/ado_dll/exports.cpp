@@ -1,4 +1,4 @@
-// The four entries that the system calls; AdoOdbc.def exports them.
+// The four entry points that the system calls; AdoOdbc.def exports them.
 #include "ado_dll/classes.h"
 #include "ado_dll/registration.h"
 #include "ado_dll/wine.h"
@@ -29,7 +29,7 @@ STDAPI DllRegisterServer() {
                                : HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED);
 }
 
-// On a real Windows, too: whatever led to this file there has to be taken out.
+// Works on real Windows too: registry entries that lead to this file there must be removable.
 STDAPI DllUnregisterServer() {
   return com::UnregisterServer(AdoOdbc());
 }

@@ -1,5 +1,4 @@
-// ADO's Field: one column of a recordset, with the value that it has in the recordset's current
-// row.
+// ADO's Field: one column of a recordset, with its value in the current row.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +25,7 @@ class FieldObject : public UnsupportedField {
  private:
   com::ComPtr<RecordsetObject> recordset_;
   std::size_t index_;
-  // What the field says of itself also when its recordset has been closed.
+  // The field's description, available even after its recordset is closed.
   odbc::Column column_;
 };
 

@@ -10,7 +10,7 @@ class FieldsObject : public UnsupportedFields {
  public:
   explicit FieldsObject(com::ComPtr<RecordsetObject> recordset);
 
-  // A script's fields("name") = value is the recordset's.
+  // A script's fields("name") = value writes to the recordset.
   HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
                    VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
   // 0 for a closed recordset.

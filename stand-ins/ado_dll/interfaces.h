@@ -2,7 +2,7 @@
 #pragma once
 
 #include "com/dual_object.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <ado_interfaces.h>
 
 namespace com {

@@ -34,7 +34,7 @@ std::size_t RecordsetObject::ColumnAt(const VARIANT& nameOrNumber) {
   if (key.Is<std::u16string>()) {
     return ado_.IndexOf(key.As<std::u16string>());
   }
-  // A negative number is as far out of the collection as one behind its end.
+  // A negative index is as invalid as one past the end.
   const auto index = static_cast<std::size_t>(ToNumber(nameOrNumber));
   if (index >= ado_.Columns().size()) {
     throw odbc::MakeError(odbc::AdoError::ItemNotFound, odbc::kRecordsetSource);
@@ -175,7 +175,7 @@ HRESULT RecordsetObject::put_Collect(VARIANT index, VARIANT value) {
 
 HRESULT RecordsetObject::get_RecordCount(ADO_LONGPTR* count) {
   return Call([&] {
-    // A forward-only cursor does not know how many rows are left, and ADO says so by -1.
+    // A forward-only cursor does not know its number of rows; ADO then returns -1.
     const auto rows = static_cast<ADO_LONGPTR>(ado_.RowCount());
     Out(count) = ado_.CursorType() == odbc::CursorType::ForwardOnly ? -1 : rows;
   });

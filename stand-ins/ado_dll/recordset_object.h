@@ -15,16 +15,16 @@ class RecordsetObject : public UnsupportedRecordset {
  public:
   // Closed.
   RecordsetObject() = default;
-  // With the connection that it was opened on and its source.
+  // Open, with its connection and source.
   RecordsetObject(odbc::AdoRecordset ado, com::ComPtr<ConnectionObject> connection,
                   std::u16string source);
 
   odbc::AdoRecordset& Ado() { return ado_; }
-  // The column that a caller's name or number from 0 means. Error 3265 when there is none.
+  // The column with this name or zero-based number. Error 3265 if there is none.
   std::size_t ColumnAt(const VARIANT& nameOrNumber);
 
-  // Fields, the default member, cannot be written by the type library; a script's
-  // rs("name") = value is Collect's.
+  // By the type library the default member, Fields, is read-only; a script's rs("name") = value
+  // goes to Collect.
   HRESULT InvokeBy(ITypeInfo& description, DISPID member, WORD flags, DISPPARAMS& arguments,
                    VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
   HRESULT STDMETHODCALLTYPE get_AbsolutePosition(PositionEnum_Param* position) override;
@@ -64,13 +64,13 @@ class RecordsetObject : public UnsupportedRecordset {
 
  private:
   void RequireClosed() const;
-  // A Connection, or the connection string of one that is opened here.
+  // Takes a Connection, or a connection string, for which it opens one.
   void UseConnection(const VARIANT& connection);
 
   odbc::AdoRecordset ado_;
   com::ComPtr<ConnectionObject> connection_;
   std::u16string source_;
-  // For Open, when its own arguments leave them out.
+  // Used by Open if its arguments omit them.
   odbc::CursorType cursorType_ = odbc::CursorType::ForwardOnly;
   odbc::LockType lockType_ = odbc::LockType::ReadOnly;
 };

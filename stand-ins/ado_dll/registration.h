@@ -1,4 +1,4 @@
-// The registry entries by which ADO's class and program identifiers lead to this DLL.
+// The registry entries that map ADO's class and program identifiers to this DLL.
 #pragma once
 
 #include <string>

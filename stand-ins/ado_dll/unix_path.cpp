@@ -25,7 +25,7 @@ bool IsDrivePath(std::u16string_view path) {
          (path[2] == u'\\' || path[2] == u'/');
 }
 
-// Nothing when this is no Wine, or Wine knows no such folder.
+// Nothing outside Wine, or if Wine knows no such folder.
 std::optional<std::u16string> UnixPath(std::u16string_view path) {
   using Translator = char*(CDECL*)(const wchar_t*);
   const auto translate = reinterpret_cast<Translator>(reinterpret_cast<void*>(

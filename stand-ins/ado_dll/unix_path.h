@@ -6,8 +6,9 @@
 
 namespace ado_dll {
 
-// The string with the value of Database as a Unix path, when it is an absolute Windows path
-// ("Z:\clinic\host.db") of a folder that exists and the system is Wine; as it was otherwise.
+// Returns the string with the value of Database as a Unix path, if it is an absolute Windows path
+// ("Z:\clinic\host.db") in an existing folder and the system is Wine. Otherwise returns the string
+// unchanged.
 std::u16string WithUnixPath(std::u16string_view connectionString);
 
 }  // namespace ado_dll

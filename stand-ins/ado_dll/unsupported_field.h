@@ -1,4 +1,4 @@
-// The members of ADO's Field that this ADO leaves out: each raises ADO's 3251 "Object or
+// The members of ADO's Field that this ADO does not implement: each raises ADO's 3251 "Object or
 // provider is not capable of performing requested operation.".
 #pragma once
 

@@ -1,5 +1,5 @@
-// The members of ADO's _Recordset that this ADO leaves out: each raises ADO's 3251 "Object or
-// provider is not capable of performing requested operation.".
+// The members of ADO's _Recordset that this ADO does not implement: each raises ADO's 3251 "Object
+// or provider is not capable of performing requested operation.".
 #pragma once
 
 #include "ado_dll/arguments.h"

@@ -2,8 +2,8 @@
 
 namespace ado_dll {
 
-// Whether the system is Wine. On a real Windows this DLL offers nothing and registers nothing: it
-// would take ADO's classes away from every program there.
+// Whether the system is Wine. On real Windows this DLL offers no classes and registers nothing: it
+// would replace ADO for every program there.
 bool RunsInWine();
 
 }  // namespace ado_dll

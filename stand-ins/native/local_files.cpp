@@ -49,7 +49,7 @@ void Check(const std::error_code& error, RuntimeError missing) {
   }
 }
 
-// Removes the file; one that has been renamed into place is no longer there.
+// Removes the file, unless it has been renamed into place.
 class TemporaryFile {
  public:
   explicit TemporaryFile(fs::path path) : path_(std::move(path)) {}
@@ -65,7 +65,7 @@ class TemporaryFile {
   fs::path path_;
 };
 
-// What a process that was killed has left in the folder.
+// Removes what a killed process has left in the folder.
 void RemoveUnfinishedRequests(const fs::path& folder) {
   std::error_code ignored;
   std::vector<fs::path> unfinished;

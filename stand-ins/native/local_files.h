@@ -4,7 +4,7 @@
 
 namespace native {
 
-// Files and folders of the native build, by std::filesystem.
+// Files and folders of the native build, through std::filesystem.
 class LocalFiles : public platform::Files {
  public:
   bool FolderExists(const std::u16string& path) override;

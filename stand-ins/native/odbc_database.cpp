@@ -53,7 +53,7 @@ class OdbcRecordset : public platform::Recordset {
   void MoveNext() override { ado_.MoveNext(); }
   automation::Value Field(const std::u16string& name) override { return ado_.Field(name); }
   automation::Value Field(std::int32_t index) override {
-    // A negative index is as far out of the collection as one behind its end.
+    // A negative index is as invalid as one past the end.
     return ado_.Field(static_cast<std::size_t>(index));
   }
   void SetField(const std::u16string& name, const automation::Value& value) override {

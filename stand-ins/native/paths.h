@@ -1,4 +1,4 @@
-// Windows paths on the native build's file system.
+// Maps Windows paths to the native build's file system.
 #pragma once
 
 #include <filesystem>
@@ -6,7 +6,7 @@
 
 namespace native {
 
-// The component joins its paths with "\"; here that is a separator like "/".
+// The component joins its paths with "\"; here "\" and "/" are both separators.
 std::filesystem::path NativePath(const std::u16string& path);
 
 }  // namespace native

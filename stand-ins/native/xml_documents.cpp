@@ -20,7 +20,7 @@ using automation::AutomationError;
 using automation::FromUtf8;
 using automation::RuntimeError;
 
-// The code that MSXML gives for a file it cannot find.
+// MSXML's code for a missing file.
 constexpr std::int32_t kFileNotFoundCode = -2146697210;
 constexpr std::int32_t kFirstParserCode = -1072898560;
 // Nothing outside the file is read.
@@ -53,7 +53,7 @@ void SetUpLibrary() {
   static_cast<void>(done);
 }
 
-// Nothing instead of a document that no parser should be given.
+// Nothing for a document that must not be given to a parser.
 std::string Contents(std::ifstream& file) {
   file.seekg(0, std::ios::end);
   const auto size = static_cast<std::uint64_t>(std::max<std::streamoff>(file.tellg(), 0));
@@ -66,8 +66,8 @@ std::string Contents(std::ifstream& file) {
   return parser_limits::IsFitToParse(bytes) ? bytes : std::string();
 }
 
-// The node after another in document order, as long as it is below `top`; else nothing. Not
-// recursive: a hostile document may be deep.
+// The next node in document order below `top`, or nothing. Not recursive: a hostile document may be
+// deep.
 const xmlNode* NodeAfter(const xmlNode* node, const xmlNode* top) {
   if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
     return node->children;

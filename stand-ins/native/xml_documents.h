@@ -4,7 +4,7 @@
 
 namespace native {
 
-// XML documents of the native build, by libxml2.
+// XML documents of the native build, through libxml2.
 class XmlDocuments : public platform::ResultDocuments {
  public:
   std::unique_ptr<platform::ResultDocument> New() override;

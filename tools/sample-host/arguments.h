@@ -1,4 +1,4 @@
-// The arguments of one call, held as the component takes them: by reference.
+// The arguments of one call, stored so that they can be passed by reference.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ class Arguments {
   void AddText(std::u16string_view text);
 
   // The argument at `index`, counted from 0 over numbers and texts alike. The component may change
-  // what is pointed to.
+  // the value.
   long* Number(std::size_t index) { return &arguments_.at(index).number; }
   BSTR* Text(std::size_t index) { return &arguments_.at(index).text; }
 

@@ -14,7 +14,8 @@ namespace {
 
 constexpr DWORD kLook = 50;  // milliseconds between two looks
 
-// Without a message: a thread that ends its boxes and waits for the watcher would never answer.
+// Sends no message: a thread that has closed its boxes and waits for the watcher would never
+// answer.
 std::u16string WindowText(HWND window) {
   std::array<wchar_t, 4096> text{};
   const int length = InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
@@ -43,7 +44,7 @@ std::vector<HWND> OpenBoxes() {
   return boxes;
 }
 
-// The text of the box: that of its one static control that has any.
+// The text of the box is that of its only static control with text.
 BOOL CALLBACK TakeStaticText(HWND control, LPARAM text) {
   if (IsOfClass(control, L"Static")) {
     *reinterpret_cast<std::u16string*>(text) += WindowText(control);
@@ -68,7 +69,7 @@ void Answer(HWND box, bool yes) {
   PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
 }
 
-// What is done about the boxes at each look.
+// Handles the open boxes at each look.
 class Rounds {
  public:
   explicit Rounds(const BoxOrders& orders) : orders_(orders) {}
@@ -89,7 +90,7 @@ class Rounds {
   }
 
  private:
-  // Drops the boxes that are gone: their handles may come back for others.
+  // Forgets closed boxes: their handles may be reused.
   static void Forget(std::vector<HWND>& known, const std::vector<HWND>& open) {
     std::erase_if(known,
                   [&](HWND box) { return std::find(open.begin(), open.end(), box) == open.end(); });

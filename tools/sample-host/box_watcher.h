@@ -1,4 +1,4 @@
-// Watches for the component's message boxes, for runs without a person.
+// Watches for the component's message boxes, for unattended runs.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 namespace sample_host {
 
 struct BoxOrders {
-  // Answer the boxes: Yes or No where that is asked, OK elsewhere.
+  // Answer the boxes: questions with Yes or No, others with OK.
   bool answer = false;
   bool yes = false;
-  // Print the boxes but leave them open, until `releaseFile` (when it is named) exists.
+  // Print the boxes but leave them open until `releaseFile` (if given) exists.
   bool keep = false;
   std::u16string releaseFile;
 };
 
-// Prints every message box of this process, "box TITLE TEXT BUTTONS", and treats it as ordered.
-// Works on a thread of its own, since the component waits inside its boxes.
+// Prints every message box of this process, "box TITLE TEXT BUTTONS", and handles it as requested.
+// Runs on its own thread, because the component waits inside its boxes.
 class BoxWatcher {
  public:
   explicit BoxWatcher(BoxOrders orders);

@@ -1,5 +1,5 @@
-// Lines on standard output, UTF-8, each written at once, so that a program that reads along sees it
-// when it happens.
+// Lines on standard output, UTF-8. Each is flushed at once, so that a program reading them sees it
+// immediately.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace sample_host {
 void Print(std::u16string_view line);
 void PrintError(std::u16string_view line);
 
-// The text between double quotes, line breaks and quotes in it escaped as \r, \n, \".
+// The text in double quotes, with line breaks and quotes escaped as \r, \n, \".
 std::u16string Quoted(std::u16string_view text);
 
 }  // namespace sample_host

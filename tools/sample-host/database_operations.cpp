@@ -15,7 +15,7 @@ void AddNewCase(Database database, Arguments& a) {
                             a.Number(5), a.Number(6), a.Text(7), a.Text(8)));
 }
 
-// Operations whose one argument is a record's id and whose result is a recordset.
+// Operations that take one argument, a record's id, and return a recordset.
 template <HRESULT (STDMETHODCALLTYPE _DBVilnor::*Lookup)(LONG*, IDispatch**)>
 void PrintRecord(Database database, Arguments& a) {
   PrintRows([&](auto* result) { return (database.*Lookup)(a.Number(0), result); });

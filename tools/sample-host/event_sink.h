@@ -1,4 +1,5 @@
-// Receives the component's events. A host refreshes its journal view where this one prints a line.
+// Receives the component's events. A real host would refresh its journal view; this one prints a
+// line.
 #pragma once
 
 #include "com/com_ptr.h"
@@ -6,11 +7,11 @@
 
 namespace sample_host {
 
-// Connects itself to a BVilnor for as long as it lives. The host owns it as a plain object: the
-// component's references do not keep it alive, and it disconnects before it goes.
+// Connected to a BVilnor for as long as it exists. The host owns it as a plain object: the
+// component's references do not keep it alive, and its destructor disconnects it.
 class EventSink : public IDispatch {
  public:
-  // Raises an AutomationError when the component refuses the connection.
+  // Raises an AutomationError if the component refuses the connection.
   explicit EventSink(_BVilnor& source);
   EventSink(const EventSink&) = delete;
   EventSink& operator=(const EventSink&) = delete;

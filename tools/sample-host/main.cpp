@@ -1,5 +1,5 @@
-// KestraHost.exe: a host of the component as small as it can be. What a real host takes over from
-// here: create BVilnor, connect a sink, call InitVilnor once, keep the message loop running.
+// KestraHost.exe: the smallest possible host of the component. A real host does the same: create
+// BVilnor, connect a sink, call InitVilnor once, keep the message loop running.
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -60,7 +60,7 @@ void Perform(Call& call, _BVilnor& vilnor) {
           std::get_if<const sample_host::Operation<_BVilnor>*>(&call.operation)) {
     (*onSession)->call(vilnor, call.arguments);
   } else {
-    // A DBVilnor opens the database for as long as it lives, so it is made for one use.
+    // A DBVilnor keeps the database open for as long as it exists, so each use creates its own.
     const auto database = Create<_DBVilnor>(CLSID_DBVilnor, IID__DBVilnor);
     std::get<const sample_host::Operation<_DBVilnor>*>(call.operation)
         ->call(*database.get(), call.arguments);
@@ -82,7 +82,7 @@ std::optional<sample_host::AwaitedAnswer> AnswerOf(Call& call) {
   return answer;
 }
 
-// False when an answer was waited for and did not come.
+// False if an expected answer did not come.
 bool WaitForAnswer(Call& call, std::chrono::seconds bound) {
   const auto answer = AnswerOf(call);
   if (!answer || bound.count() == 0) {

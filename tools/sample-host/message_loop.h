@@ -9,10 +9,10 @@
 
 namespace sample_host {
 
-// Runs the loop until `answer` has been handled, at most for `bound`; false when it did not come.
-// The component reads a result inside its window procedure, on an object that raises its events to
-// nobody, so the return of DispatchMessage for this very message is the sign that it has been read.
-// An answer that comes while one of the component's own message boxes is open is not seen here.
+// Runs the loop until `answer` has been handled, at most for `bound`; false if it did not come. The
+// component reads a result inside its window procedure, on an object whose events reach nobody. So
+// the result has been read when DispatchMessage returns for this message. An answer that comes
+// while one of the component's own message boxes is open is not seen here.
 bool RunUntilAnswered(const AwaitedAnswer& answer, std::chrono::seconds bound);
 
 }  // namespace sample_host

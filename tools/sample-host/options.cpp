@@ -58,7 +58,7 @@ constexpr auto kOptions = std::to_array<Option>({
      [](Options& o, const std::u16string& value) { o.boxes.releaseFile = value; }},
 });
 
-// Takes words one after the other.
+// Takes words one by one.
 class Words {
  public:
   explicit Words(const std::vector<std::u16string>& words) : words_(words) {}
@@ -94,7 +94,7 @@ void TakeArguments(Words& words, const char* names, Call& call) {
   }
 }
 
-// Makes `call` an operation of the table, when the word is there.
+// Makes `call` the table's operation of that word, if there is one.
 template <class Table>
 bool TakeOperation(const Table& table, Words& words, Call& call) {
   const auto found = std::find_if(table.begin(), table.end(), [&](const auto& operation) {

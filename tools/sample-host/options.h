@@ -23,7 +23,7 @@ struct Call {
 
 struct Options {
   bool help = false;
-  // What InitVilnor is given.
+  // The arguments of InitVilnor.
   std::u16string connection;
   std::int16_t language = 1;
   std::int16_t dbType = 1;
@@ -33,14 +33,14 @@ struct Options {
   std::vector<Call> calls;
 };
 
-// The command line's words without the program. Raises UsageError.
+// Takes the command line's words without the program. Raises UsageError.
 Options ParseOptions(const std::vector<std::u16string>& words);
 
 struct UsageError {
   std::u16string text;
 };
 
-// How to call the program, all operations included.
+// The usage text, with all operations.
 std::u16string Usage();
 
 }  // namespace sample_host

@@ -7,7 +7,7 @@
 #include "com/com_error.h"
 #include "com/variant.h"
 #include "console.h"
-// Needs win32.h in front of it.
+// Must follow win32.h.
 #include <adoint.h>
 
 namespace sample_host {
@@ -20,7 +20,7 @@ std::u16string ValueText(ADOField& field) {
   com::Variant content;
   com::CheckCall([&] { return field.get_Value(content.Receive()); });
   const auto value = com::ToValue(content.get());
-  // Dates as 2026-11-16 14:05:00, whatever the user's own format.
+  // Dates as 2026-11-16 14:05:00, whatever the user's locale.
   automation::Regional regional;
   regional.shortDate = u"yyyy-MM-dd";
   regional.twelveHourClock = false;

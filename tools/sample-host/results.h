@@ -1,5 +1,5 @@
-// Printing what an operation returns, a line "result ...". Each takes the call as a function of
-// where the result goes, and raises an AutomationError when the call fails.
+// Print what an operation returns as a line "result ...". Each takes a function that makes the call
+// and stores its result in the argument. Raises an AutomationError if the call fails.
 #pragma once
 
 #include "com/bstr.h"
@@ -11,7 +11,7 @@ namespace sample_host {
 void PrintResult(VARIANT_BOOL result);
 void PrintResult(long result);
 void PrintResult(const com::Bstr& result);
-// An ADO recordset, a line "row name=value ..." for each row; "result nothing" without one.
+// An ADO recordset: a line "row name=value ..." per row, or "result nothing" if there is none.
 void PrintResult(const com::ComPtr<IDispatch>& recordset);
 
 template <class Call>

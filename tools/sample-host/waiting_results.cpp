@@ -42,8 +42,8 @@ struct Waiting {
                                     com::FromWide(std::wstring(what)));
 }
 
-// A real host knows its own folder; this one has only its registration, in the places in which the
-// component looks for it.
+// A real host knows its own folder; this one reads its registration, from the keys that the
+// component reads.
 std::wstring ExchangeDirectory() {
   for (const wchar_t* key :
        {L"SOFTWARE\\Kestra\\Kestra.Main.exe",
@@ -69,7 +69,7 @@ class WaitingResults {
   void ReadAll() {
     std::vector<Waiting> all = List();
     std::stable_sort(all.begin(), all.end(), [](const Waiting& one, const Waiting& other) {
-      // Of one moment, what was set aside is older than what stands under its own name.
+      // At equal times, a result that was set aside is older than one under its own name.
       return std::pair(one.written, one.name == one.ownName) <
              std::pair(other.written, other.name == other.ownName);
     });
@@ -101,7 +101,7 @@ class WaitingResults {
         !std::regex_match(name, parts, pattern)) {
       return std::nullopt;
     }
-    // Only as the component writes it: "007" and 2147483648 are no keys.
+    // Only keys as the component writes them: not "007" or 2147483648.
     const long long key = std::wcstoll(parts.str(2).c_str(), nullptr, 10);
     if (key != static_cast<long>(key) || std::to_wstring(key) != parts.str(2)) {
       return std::nullopt;
@@ -122,7 +122,7 @@ class WaitingResults {
     WIN32_FIND_DATAW file{};
     const HANDLE search = FindFirstFileW((directory_ + L"\\Out*.xml").c_str(), &file);
     if (search == INVALID_HANDLE_VALUE) {
-      // Before the first request there is no directory.
+      // Before the first request the directory does not exist.
       if (GetLastError() != ERROR_FILE_NOT_FOUND && GetLastError() != ERROR_PATH_NOT_FOUND) {
         RaiseLastError(directory_);
       }
@@ -146,7 +146,7 @@ class WaitingResults {
     return GetFileAttributesW((directory_ + L"\\" + name).c_str()) != INVALID_FILE_ATTRIBUTES;
   }
 
-  // Never takes another file's place.
+  // Never replaces another file.
   void Rename(const std::wstring& from, const std::wstring& to) const {
     if (MoveFileW((directory_ + L"\\" + from).c_str(), (directory_ + L"\\" + to).c_str()) ==
         FALSE) {
@@ -154,7 +154,7 @@ class WaitingResults {
     }
   }
 
-  // A name like those that the component sets results aside under.
+  // A name like those that the component gives to results that it sets aside.
   std::wstring FreeName(const Waiting& result) const {
     const std::wstring stem = result.ownName.substr(0, result.ownName.size() - 4) + L" waiting ";
     int number = 1;
@@ -164,7 +164,7 @@ class WaitingResults {
     return stem + std::to_wstring(number) + L".xml";
   }
 
-  // Gives the result its own name. A newer one that has it waits meanwhile.
+  // Gives the result its own name. A newer result of that name is renamed for the time being.
   void MakeWayFor(Waiting& result, std::vector<Waiting>& all) {
     if (result.name == result.ownName) {
       return;
@@ -181,7 +181,8 @@ class WaitingResults {
     Rename(result.name, result.ownName);
   }
 
-  // What became of it. A newer answer may have come meanwhile; its own message tells of that.
+  // Reads a result and returns what became of it. A newer answer may arrive meanwhile; it has its
+  // own message.
   std::u16string Read(const Waiting& result) {
     const std::vector<Waiting> before = List();
     key_ = result.key;
@@ -216,7 +217,7 @@ class WaitingResults {
   _BVilnor& vilnor_;
   std::wstring directory_;
   long key_ = 0;
-  // Own names of results that still wait: a newer one must not be entered before them.
+  // Own names of results that still wait: newer ones must not be entered before them.
   std::set<std::wstring> stuck_;
 };
 

@@ -19,7 +19,7 @@ struct CloseFile {
 
 void WriteAll(HANDLE file, const std::string& bytes) {
   DWORD written = 0;
-  // A log that cannot be written stops nothing.
+  // Failure to write the log is ignored.
   WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 

@@ -7,8 +7,8 @@ namespace simulator {
 
 class Desktop : public Surroundings {
  public:
-  // `logFile` gets the log's lines (UTF-8, added at the end); empty for none. They go to the
-  // standard error stream in any case.
+  // The log's lines are appended to `logFile` (UTF-8; empty for none), and always go to standard
+  // error.
   explicit Desktop(std::u16string logFile) : logFile_(std::move(logFile)) {}
 
   bool Post(const Notification& notification) override;

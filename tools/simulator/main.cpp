@@ -1,4 +1,4 @@
-// Link.exe: stands in for the link program, in a window or by a plan.
+// Link.exe: simulates the link program, in a window or by a plan.
 #include <optional>
 
 #include "automation/text.h"
@@ -53,7 +53,7 @@ std::u16string EnvironmentPlan() {
   return com::FromWide(text);
 }
 
-// The text of Link.plan beside the program, or nothing when there is no such file.
+// The text of Link.plan beside the program, or nothing if there is no such file.
 std::optional<std::u16string> FilePlan(const std::u16string& programPath) {
   const auto path = programPath.substr(0, programPath.rfind(u'\\') + 1) + u"Link.plan";
   HANDLE file = CreateFileW(com::Wide(path).c_str(), GENERIC_READ,

@@ -31,7 +31,7 @@ constexpr std::array kOutcomeButtons = {
     OutcomeButton{IDC_UNREADABLE, Outcome::Unreadable},
 };
 
-// A dialog class of its own, so that the window is told apart from every message box.
+// Its own dialog class, so that the window is never mistaken for a message box.
 void RegisterWindowClass(HINSTANCE program) {
   WNDCLASSW windowClass{};
   windowClass.lpfnWndProc = DefDlgProcW;

@@ -1,4 +1,4 @@
-// The simulator's window: what the request says, and a button for each outcome.
+// The simulator's window: the request's contents, and a button for each outcome.
 #pragma once
 
 #include <memory>
@@ -16,16 +16,17 @@ namespace simulator {
 // Title of the window and of its message boxes.
 inline constexpr const wchar_t* kTitle = L"Vilnor Link – simulator";
 
-// Shows a text that ends the program, for an error or for help.
+// Shows the program's last message, an error or help.
 void ShowText(const std::u16string& text, bool error);
 
 class Window {
  public:
-  // `request` is empty when the program was started without one. All are kept alive by the caller.
+  // `request` is empty if the program was started without one. All arguments must outlive this
+  // object.
   Window(const CommandLine& commandLine, const std::optional<Request>& request,
          platform::Files& files, HostWindows& hosts, automation::Date now);
 
-  // Shows the window and works until it is closed.
+  // Shows the window and runs until it is closed.
   ExitCode Run(HINSTANCE program);
 
  private:
@@ -35,13 +36,14 @@ class Window {
   void FillRequest();
   void Command(int control);
   void Give(Outcome outcome);
-  // Tries once to tell the host; ends the program, or goes on trying until the bound is reached.
+  // Tries once to notify the host. Ends the program on success; gives up if the time limit has
+  // passed.
   void TryToNotify();
   void CloseWithoutAnswer();
   void RemoveRequest();
   void End();
   void EnableAnswers(bool enabled);
-  // A text of the request, a dash for an empty one.
+  // Shows a text of the request, or a dash if it is empty.
   void ShowField(int control, const std::u16string& text);
   void SetText(int control, const std::u16string& text);
   std::u16string TextOf(int control) const;

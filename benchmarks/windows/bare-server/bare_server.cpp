@@ -1,4 +1,4 @@
-// The least that can be an in-process server: a class whose objects do nothing.
+// The smallest possible in-process server: a class whose objects do nothing.
 #include <objbase.h>
 
 namespace {
@@ -24,7 +24,7 @@ class Object : public IClassFactory {
 
 }  // namespace
 
-// The factory is the object, too.
+// The factory is also the object.
 STDAPI DllGetClassObject(REFCLSID /*classId*/, REFIID wanted, void** object) {
   static Object theOnly;
   return theOnly.QueryInterface(wanted, object);

@@ -12,9 +12,9 @@
 namespace simulator {
 namespace {
 
-// What an outcome writes. nullptr leaves the element out: for an existing case Cancelled is the
-// outcome's code, 0 to 2 end the matter before Status is looked at and 3 means deleted, so only a
-// result without Cancelled has its Status acted on.
+// What an outcome writes; nullptr omits the element. For an existing case the component looks at
+// Cancelled first: 0 to 2 end the matter and 3 means deleted, so it acts on Status only if there is
+// no Cancelled.
 struct OutcomeRow {
   Outcome outcome;
   const char16_t* word;
@@ -72,7 +72,7 @@ bool IsPossible(Outcome outcome, RequestKind kind) {
 }
 
 std::u16string DefaultCaseId(const Request& request, automation::Date now) {
-  // Digits only: the component writes a changed case's identifier into SQL without quotes.
+  // Digits only: the component writes a changed case's identifier into SQL unquoted.
   return request.caseId.empty()
              ? automation::FormatDate(now, u"yymmdd") +
                    automation::ReplaceNoCase(automation::FormatTime(now), u":", u"")

@@ -1,4 +1,4 @@
-// The outcomes that a person (or a plan) chooses, and the result file that each makes.
+// The outcomes that a person (or a plan) can choose, and their result files.
 #pragma once
 
 #include <optional>
@@ -16,15 +16,15 @@ enum class Outcome {
   Changed,
   Withdrawn,
   Cancelled,
-  // The case is gone in the link program; for an existing case only.
+  // The case is deleted in the link program; for an existing case only.
   Deleted,
-  // A result file that is no XML.
+  // A result file that is not XML.
   Unreadable,
   // The program is closed without an answer: no result file, no message.
   None,
 };
 
-// The outcome of a plan's word ("sent", "changed", ...), or nothing.
+// The outcome for a plan's word ("sent", "changed", ...), or nothing.
 std::optional<Outcome> OutcomeOfWord(std::u16string_view word);
 // The words, for messages: "sent, changed, ...".
 std::u16string OutcomeWords();
@@ -35,18 +35,18 @@ struct Answer {
   // The case's identifier in the link program.
   std::u16string caseId;
   std::u16string userName;
-  // Texts to write into Cancelled and Status instead of the outcome's own; an empty one leaves the
-  // element out. For provoking what the outcomes do not.
+  // Texts for Cancelled and Status instead of the outcome's own; an empty one omits the element.
+  // They make results that no outcome makes.
   std::optional<std::u16string> cancelled;
   std::optional<std::u16string> status;
 };
 
-// What a link program would put there by itself: the case's own identifier, or an invented number
-// made of the date and time for a new one; the participant of the request, or "simulator".
+// The values a link program would choose: the case's own identifier, or for a new case a number
+// made from the date and time; the participant in the request, or "simulator".
 std::u16string DefaultCaseId(const Request& request, automation::Date now);
 std::u16string DefaultUserName(const Request& request);
 
-// The bytes of the result file, ISO-8859-1 with character references for what lies outside.
+// The bytes of the result file, ISO-8859-1 with character references for all other characters.
 // Raises Problem for a text with a character that XML forbids. Not for Outcome::None.
 std::string ResultFileBytes(const Request& request, const Answer& answer);
 

@@ -14,8 +14,8 @@ bool IsBlankOrEnd(std::u16string_view text, std::size_t position) {
   return position >= text.size() || kBlanks.find(text[position]) != std::u16string_view::npos;
 }
 
-// The end of a program path in another spelling than the running program's own: behind ".exe" when
-// that stands in front of every key, else at the first blank.
+// The end of a program path that is spelled differently from the running program's: after ".exe" if
+// that comes before any key, otherwise at the first blank.
 std::size_t EndOfForeignPath(std::u16string_view commandLine) {
   constexpr std::u16string_view extension = u".exe";
   const auto keys = commandLine.substr(0, commandLine.find(u'='));

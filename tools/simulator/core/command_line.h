@@ -9,22 +9,22 @@
 namespace simulator {
 
 struct CommandLine {
-  // Full path of the request file; empty when the program was started without a request.
+  // Full path of the request file; empty if the program was started without one.
   std::u16string requestPath;
   std::u16string version;
   std::u16string caller;
-  // The request file is the link program's to remove.
+  // The link program must remove the request file.
   bool removeFiles = false;
   // "/?", "-h" or "--help" was asked for.
   bool help = false;
-  // What cannot be understood, a sentence each (Swedish); empty for a good command line.
+  // The errors found, one sentence each (Swedish); empty for a valid command line.
   std::vector<std::u16string> problems;
 };
 
-// Takes the whole command line, the program's own path in front. That path may stand unquoted
-// although it contains blanks, as the component writes it; `programPath` is the running program's
-// full path, by which it is recognised then. Keys are read without regard to letter case, a value
-// may stand in double quotes, within which nothing is special.
+// Takes the whole command line, which begins with the program's path. That path may contain blanks
+// and still be unquoted, as the component writes it; it is then recognised by `programPath`, the
+// running program's full path. Keys are case-insensitive. A value may be in double quotes, within
+// which nothing is special.
 CommandLine ParseCommandLine(std::u16string_view commandLine, std::u16string_view programPath);
 
 }  // namespace simulator

@@ -29,7 +29,7 @@ void Delivery::RemoveRequest() {
   try {
     files_.DeleteFile(commandLine_.requestPath);
   } catch (const automation::AutomationError& error) {
-    // Gone already: by an earlier try, or by another simulator on the same request.
+    // Already removed: by an earlier try, or by another simulator on the same request.
     if (!error.Is(automation::RuntimeError::FileNotFound)) {
       throw Problem(u"Begäransfilen kan inte tas bort.\r\n" + commandLine_.requestPath +
                     u"\r\n\r\n" + error.description());

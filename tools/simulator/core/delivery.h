@@ -1,5 +1,5 @@
-// Handing an answer to the host: Write, RemoveRequest, Notify, in this order. Once the host is
-// told, it may write its next request under the same name.
+// Handing an answer to the host: Write, RemoveRequest, Notify, in this order. Once notified, the
+// host may write its next request under the same name.
 #pragma once
 
 #include <string>
@@ -15,29 +15,28 @@ namespace simulator {
 class HostWindows {
  public:
   virtual ~HostWindows() = default;
-  // Posts to the first window of the class: the host's windows of one class serve alike, and a
-  // second message would make it look for the result again. False while there is none.
+  // Posts to the first window of the class: any window of the class will do, and a second message
+  // would make the host look for the result again. False if there is none.
   virtual bool Post(const Notification& notification) = 0;
 };
 
 class Delivery {
  public:
-  // All are kept alive by the caller.
+  // All arguments must outlive this object.
   Delivery(const CommandLine& commandLine, const Request& request, platform::Files& files,
            HostWindows& hosts)
       : commandLine_(commandLine), request_(request), files_(files), hosts_(hosts) {}
 
-  // Puts the result file in its place, whole or not at all. Raises Problem when that fails or when
-  // the outcome is not one for this request; the request file stays then, and any outcome may
-  // follow.
+  // Writes the result file, completely or not at all. Raises Problem if that fails or the outcome
+  // does not fit this request; the request file then stays, and any outcome may follow.
   void Write(const Answer& answer);
-  // Removes the request file when the command line asks for it. Raises Problem when it cannot be
-  // removed, which is no reason not to tell the host.
+  // Removes the request file if the command line asks for it. Raises Problem if it cannot be
+  // removed; the host should be notified all the same.
   void RemoveRequest();
-  // Tells the host; false while the host's window is not there. True also when there is nothing to
-  // tell.
+  // Notifies the host; false if the host's window does not exist. True if there is nothing to
+  // report.
   bool Notify();
-  // Why Notify() failed to the end.
+  // The message for when Notify() has finally failed.
   std::u16string NobodyThereText() const;
 
  private:

@@ -15,7 +15,7 @@ bool IsLowSurrogate(char32_t unit) {
   return unit >= 0xDC00 && unit < 0xE000;
 }
 
-// The character at `position`, which moves behind it; nothing for one that XML forbids.
+// The character at `position`, which moves past it; nothing for one that XML forbids.
 std::optional<char32_t> NextCharacter(std::u16string_view text, std::size_t& position) {
   const char32_t first = text[position++];
   if (IsHighSurrogate(first) && position < text.size() && IsLowSurrogate(text[position])) {
@@ -42,8 +42,8 @@ void AppendCharacter(std::string& bytes, char32_t character) {
     default:
       break;
   }
-  // A bare carriage return would be read back as a line feed, and 7F to 9F are where readers differ
-  // over ISO-8859-1.
+  // A bare carriage return would be read back as a line feed, and readers of ISO-8859-1 differ over
+  // 7F to 9F.
   const bool plain = character != '\r' && (character < 0x7F || character > 0x9F);
   if (plain && character <= 0xFF) {
     bytes.push_back(static_cast<char>(character));

@@ -6,9 +6,9 @@
 
 namespace simulator {
 
-// "<name>text</name>" and a line break behind `bytes`; markup characters escaped, characters
-// outside ISO-8859-1 as character references. Raises Problem when `text` holds a character that XML
-// forbids.
+// Appends "<name>text</name>" and a line break to `bytes`; escapes markup characters, and writes
+// characters outside ISO-8859-1 as character references. Raises Problem if `text` contains a
+// character that XML forbids.
 void AppendElement(std::string& bytes, const char* name, std::u16string_view text);
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// What is wrong, in words for the person at the simulator (Swedish).
+// An error message for the person at the simulator (Swedish).
 #pragma once
 
 #include <exception>

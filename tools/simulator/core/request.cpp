@@ -116,7 +116,7 @@ void ReadAnswerBlock(platform::ResultDocument& document, Request& request) {
   }
   request.userDefData = TextOrEmpty(document, u"UserDefData");
   request.notification.className = RequiredText(document, u"ClassName");
-  // Messages below 1024 are the system's own; none of them may be posted on a file's word.
+  // Messages below 1024 are the system's own; a file must not make the simulator post one.
   constexpr std::int32_t firstApplicationMessage = 1024;
   constexpr std::int32_t lastMessage = 65535;
   request.notification.message = static_cast<std::uint32_t>(

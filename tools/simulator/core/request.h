@@ -1,4 +1,4 @@
-// A request of the component, as the link program reads it from the file.
+// A request from the component, as the link program reads it.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ enum class RequestKind { NewCase, PriorApproval, ExistingCase, Search };
 // "Nytt ärende", ... as the window and the log show it.
 std::u16string KindText(RequestKind kind);
 
-// How the host wants to be told that the result is there: a message posted to a window.
+// How to notify the host of the result: a message to post, and the window.
 struct Notification {
   std::u16string className;
   std::uint32_t message = 0;
@@ -31,9 +31,9 @@ struct Request {
   std::u16string patientId;
   // Existing case only.
   std::u16string caseId;
-  // The link program's user that the host names, may be empty.
+  // The link program's user that the host names; may be empty.
   std::u16string participant;
-  // Every kind but Search, which expects no answer.
+  // All kinds except Search expect an answer.
   std::u16string resultPath;
   std::u16string userDefData;
   Notification notification;
@@ -41,8 +41,8 @@ struct Request {
   bool ExpectsAnswer() const { return kind != RequestKind::Search; }
 };
 
-// Reads the request file at `path`. Raises Problem with what is wrong: a file that is not there,
-// empty or no XML, an envelope without a request, a request without what its answer needs.
+// Reads the request file at `path`. Raises Problem for a file that is missing, empty or not XML, an
+// envelope without a request, or a request that lacks what its answer needs.
 Request ReadRequest(platform::Files& files, platform::ResultDocuments& documents,
                     const std::u16string& path);
 

@@ -9,7 +9,7 @@
 namespace simulator {
 namespace {
 
-// The name behind the last backslash, its extension cut off.
+// The name after the last backslash, without its extension.
 std::u16string Stem(const std::u16string& path) {
   const auto name = path.substr(path.rfind(u'\\') + 1);
   return name.substr(0, name.rfind(u'.'));
@@ -130,7 +130,7 @@ void Unattended::Keep(const CommandLine& commandLine, const std::u16string& comm
     surroundings.Copy(commandLine.requestPath,
                       plan.keepFolder + u"\\" + Name(commandLine.requestPath));
   } catch (const automation::AutomationError& error) {
-    // That the request itself is missing is reported where it is read.
+    // A missing request is reported by the code that reads it.
     surroundings.Log(u"Begäran kopieras inte: " + error.description());
   }
 }

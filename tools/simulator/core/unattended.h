@@ -1,4 +1,4 @@
-// One run by a plan, without a window.
+// One run controlled by a plan, without a window.
 #pragma once
 
 #include <chrono>
@@ -13,24 +13,24 @@
 
 namespace simulator {
 
-// The process's exit code; the window's way ends with the same.
+// The process's exit code, also when the window is used.
 enum class ExitCode : int {
   Done = 0,
-  // The command line or the plan cannot be understood.
+  // The command line or the plan is invalid.
   BadCall = 2,
   UnreadableRequest = 3,
   // The result file, or a copy that the plan asks for, cannot be written; or the request file
   // cannot be removed.
   FileFailure = 4,
-  // The host's window is not there.
+  // The host's window does not exist.
   NoHost = 5,
 };
 
-// What a run needs beside files and documents.
+// The services that a run needs besides files and documents.
 class Surroundings : public HostWindows {
  public:
   virtual void Pause(std::chrono::milliseconds time) = 0;
-  // Copies a file's bytes; AutomationError when that fails.
+  // Copies a file's bytes; AutomationError on failure.
   virtual void Copy(const std::u16string& from, const std::u16string& to) = 0;
   // One line for the log.
   virtual void Log(const std::u16string& line) = 0;
@@ -42,8 +42,8 @@ struct Unattended {
   Surroundings& surroundings;
   automation::Date now;
 
-  // Reads the request, answers it by the plan and says in the log what it did. `commandLineText`
-  // is kept beside the copies of the request.
+  // Reads the request, answers it by the plan and logs what it did. `commandLineText` is saved with
+  // the copies of the request.
   ExitCode Run(const CommandLine& commandLine, const std::u16string& commandLineText,
                const Plan& plan);
 
