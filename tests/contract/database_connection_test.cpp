@@ -34,7 +34,7 @@ TEST_P(DatabaseContract, OpeningWithEmptyTextsTakesTheStoredString) {
   EXPECT_EQ(stored->Execute(u"SELECT 'x'", -1)->Field(0), automation::Value(u"x"));
 }
 
-TEST_P(DatabaseContract, AFailedOpenLeavesTheConnectionClosedAndFitToBeOpened) {
+TEST_P(DatabaseContract, FailedOpenLeavesTheConnectionClosedAndReusable) {
   const auto retried = database->NewConnection();
   const auto raised =
       ErrorOf([&] { retried->Open(u"Driver=No Such Driver;Database=x", u"", u"", -1); });

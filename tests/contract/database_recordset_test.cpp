@@ -96,7 +96,7 @@ TEST_P(RecordsetContract, AStatementThatFailsLeavesTheRecordsetClosed) {
   EXPECT_EQ(ErrorOf([&] { recordset->Eof(); }).number, 3704);
 }
 
-TEST_P(RecordsetContract, RowsComeInOrderUntilTheEnd) {
+TEST_P(RecordsetContract, RowsAreReadInOrderUntilTheEnd) {
   const auto recordset = All();
   EXPECT_EQ(recordset->Field(u"Name"), Value(u"Åsa"));
   recordset->MoveNext();
@@ -108,7 +108,7 @@ TEST_P(RecordsetContract, RowsComeInOrderUntilTheEnd) {
   EXPECT_TRUE(recordset->Eof());
 }
 
-TEST_P(RecordsetContract, BehindTheLastRowMovingReadingAndWritingRaise3021) {
+TEST_P(RecordsetContract, MovingReadingAndWritingAfterTheLastRowRaise3021) {
   const auto recordset = None();
   for (const auto& raised :
        {ErrorOf([&] { recordset->MoveNext(); }), ErrorOf([&] { recordset->Field(u"Number"); }),
@@ -181,7 +181,7 @@ TEST_P(RecordsetContract, AKeysetRecordsetAtTheClientIsClonedToo) {
   EXPECT_EQ(recordset->Clone(LockType::Unspecified)->Field(0), Number(1));
 }
 
-TEST_P(RecordsetContract, RowsAreHeldWhateverHappensToTheTable) {
+TEST_P(RecordsetContract, RowsStayWhateverHappensToTheTable) {
   const auto recordset = All();
   Run(u"DELETE FROM Trial");
   recordset->MoveNext();

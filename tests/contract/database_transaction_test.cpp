@@ -26,7 +26,7 @@ TEST_P(TransactionContract, ACommitKeepsTheChangesForOthersToSee) {
   EXPECT_EQ(NewOpenConnection()->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Number(2));
 }
 
-TEST_P(TransactionContract, ARollbackTakesAllChangesBack) {
+TEST_P(TransactionContract, RollbackUndoesAllChanges) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   Run(u"INSERT INTO Trial (Number) VALUES (2)");
@@ -34,7 +34,7 @@ TEST_P(TransactionContract, ARollbackTakesAllChangesBack) {
   EXPECT_EQ(Count(), Number(0));
 }
 
-TEST_P(TransactionContract, AfterATransactionStatementsStandOnTheirOwnAgain) {
+TEST_P(TransactionContract, StatementsAfterATransactionAreCommittedOneByOne) {
   connection->BeginTrans();
   connection->RollbackTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
@@ -69,7 +69,7 @@ TEST_P(TransactionContract, AfterAFailedStatementTheRollbackWorksAndSoDoesTheCon
   EXPECT_EQ(Count(), Number(1));
 }
 
-TEST_P(TransactionContract, AConnectionThatEndsInsideATransactionTakesItsChangesBack) {
+TEST_P(TransactionContract, ConnectionReleasedInsideATransactionIsRolledBack) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   connection.reset();
@@ -77,7 +77,7 @@ TEST_P(TransactionContract, AConnectionThatEndsInsideATransactionTakesItsChanges
   EXPECT_EQ(Count(), Number(0));
 }
 
-TEST_P(TransactionContract, AStatementThatCannotBeReadRaisesTheDriversText) {
+TEST_P(TransactionContract, InvalidSqlRaisesTheDriversText) {
   const auto raised = ErrorOf([&] { Run(u"SELEC 1"); });
   EXPECT_EQ(raised.number, kErrorsInCommand);
   EXPECT_THAT(raised.text, HasText(GetParam().syntaxText));

@@ -31,7 +31,7 @@ TEST_P(TypesContract, IntegersKeepTheirWidth) {
   EXPECT_EQ(Stored(u"Small", u"-32768"), Value(std::int16_t{-32768}));
 }
 
-TEST_P(TypesContract, A64BitIntegerIsA32BitOneWhenItFitsAndADecimalElse) {
+TEST_P(TypesContract, WideIntegerIs32BitWhenItFitsAndADecimalOtherwise) {
   EXPECT_EQ(Stored(u"Big", u"7"), Value(std::int32_t{7}));
   EXPECT_EQ(Stored(u"Big", u"2147483648"), Value(Decimal{.lo = 2147483648}));
   EXPECT_EQ(Stored(u"Big", u"-9223372036854775807"),
@@ -92,7 +92,7 @@ TEST_P(TypesContract, AnEmptyTextIsNotNull) {
   EXPECT_EQ(Stored(u"Name", u"''"), Value(u""));
 }
 
-TEST_P(TypesContract, SwedishLettersAndLettersOutsideThe16BitPlanePass) {
+TEST_P(TypesContract, SwedishLettersAndSurrogatePairsAreKept) {
   for (const std::u16string text :
        {u"åäö ÅÄÖ é ü", u"Förhandsprövning, ärendenr: ", u"😀 mun 😀", u"\u4E2D\u6587"}) {
     EXPECT_EQ(Stored(u"Name", InQuotes(text)), Value(text));
@@ -100,14 +100,14 @@ TEST_P(TypesContract, SwedishLettersAndLettersOutsideThe16BitPlanePass) {
   }
 }
 
-TEST_P(TypesContract, QuotesLineEndsAndBracesPass) {
+TEST_P(TypesContract, QuotesLineEndsAndBracesAreKept) {
   EXPECT_EQ(Stored(u"Note", u"'O''Brien'"), Value(u"O'Brien"));
   EXPECT_EQ(Stored(u"Note", u"'a\"b'"), Value(u"a\"b"));
   EXPECT_EQ(Stored(u"Note", u"'one\r\ntwo\tthree'"), Value(u"one\r\ntwo\tthree"));
   EXPECT_EQ(Stored(u"Note", u"'{d ?} -- /* \\'"), Value(u"{d ?} -- /* \\"));
 }
 
-TEST_P(TypesContract, LongTextsAreReadWhole) {
+TEST_P(TypesContract, LongTextsAreReadCompletely) {
   // Around the sizes of a reader's pieces, and far beyond them.
   for (const std::size_t length :
        {1022U, 1023U, 1024U, 1025U, 2046U, 4095U, 8190U, 10000U, 70000U}) {
@@ -129,7 +129,7 @@ TEST_P(TypesContract, NullIsNullInEveryColumn) {
   }
 }
 
-TEST_P(TypesContract, ManyRowsAndColumnsComeWhole) {
+TEST_P(TypesContract, ManyRowsAndColumnsAreReadCompletely) {
   for (int i = 0; i < 200; ++i) {
     Run(u"INSERT INTO Trial (Number, Name) VALUES (" + automation::Decimal10(i) + u", 'n" +
         automation::Decimal10(i) + u"')");

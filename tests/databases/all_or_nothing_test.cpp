@@ -62,7 +62,7 @@ class AllOrNothing : public Clinic {
   }
 };
 
-TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenAnyCallIsNotExecuted) {
   int broken = 0;
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
@@ -72,7 +72,7 @@ TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
       << "calls of the seven transactions, queries included";
 }
 
-TEST_P(AllOrNothing, HoldsWhenTheAnswerOfAnyCallIsLost) {
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenAnyAnswerIsLost) {
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
     BreakEachCall(write, Break::Afterwards);
@@ -80,7 +80,7 @@ TEST_P(AllOrNothing, HoldsWhenTheAnswerOfAnyCallIsLost) {
 }
 
 // The end of the connection takes back what the rollback did not.
-TEST_P(AllOrNothing, HoldsWhenTheRollbackFailsToo) {
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenTheRollbackFailsToo) {
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
     BreakEachCall(write, Break::Instead, true);

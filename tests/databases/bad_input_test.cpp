@@ -28,7 +28,7 @@ TEST_P(BadInput, AQuoteInASearchedCaseIdShowsTheProvidersBox) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ACaseIdThatIsNoNumberBreaksTheUnquotedUpdateAndIsRolledBack) {
+TEST_P(BadInput, NonNumericCaseIdBreaksTheUnquotedUpdateAndIsRolledBack) {
   for (const auto* caseId : {u"VL 9", u"30'72"}) {
     SCOPED_TRACE(automation::ToUtf8(caseId));
     ExpectRefused(u"UpdateCaseById",
@@ -39,7 +39,7 @@ TEST_P(BadInput, ACaseIdThatIsNoNumberBreaksTheUnquotedUpdateAndIsRolledBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInTheJournalTextTakesTheLinksUpdateBack) {
+TEST_P(BadInput, QuoteInTheJournalTextRollsTheLinksUpdateBack) {
   Run(u"UPDATE Journal SET Tekst = 'O''Brien !2072' WHERE ID = 502");
   ExpectRefused(u"UpdateCaseById",
                 [](auto& operations) { operations.UpdateCaseById(102, u"3072", 1); });
@@ -58,7 +58,7 @@ TEST_P(BadInput, AQuoteInAMappedNameBreaksTheUnquotedStatement) {
   }
 }
 
-TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
+TEST_P(BadInput, NameOfTenThousandCharactersIsStoredCompletelyOrNotAtAll) {
   const std::u16string name(10000, u'ö');
   const auto before = Written();
   Add(u"VL-8", name);
@@ -73,7 +73,7 @@ TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ACaseIdOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
+TEST_P(BadInput, CaseIdOfTenThousandCharactersIsStoredCompletelyOrNotAtAll) {
   const std::u16string caseId(10000, u'7');
   if (IsServer()) {
     ExpectRefused(u"AddNewCase", [&](auto& operations) {
@@ -89,7 +89,7 @@ TEST_P(BadInput, ACaseIdOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AHostsCaseNumberOfTenThousandCharactersIsStoredWhole) {
+TEST_P(BadInput, HostsCaseNumberOfTenThousandCharactersIsStoredCompletely) {
   const std::u16string kestraCaseId(10000, u'Ö');
   Add(u"VL-9", u"åsa", kestraCaseId);
   EXPECT_EQ(Boxes(), Texts());
@@ -98,7 +98,7 @@ TEST_P(BadInput, AHostsCaseNumberOfTenThousandCharactersIsStoredWhole) {
       u"Förhandsprövning, ärendenr: " + kestraCaseId + u" överförd till Vilnor Link ref.nr VL-9");
 }
 
-TEST_P(BadInput, AMappedNameOfTenThousandCharactersIsReadWholeOrNotStored) {
+TEST_P(BadInput, MappedNameOfTenThousandCharactersIsReadCompletelyOrNotStored) {
   const std::u16string name(10000, u'å');
   db::RenewGDB()->AddNewVilnorUser(4711, u"'" + name + u"'");
   db::ReleaseGDB();
@@ -167,7 +167,7 @@ TEST_P(BadInput, AMissingTableOfApplicationsGivesNothing) {
   EXPECT_NE(Fresh(application), nullptr);
 }
 
-TEST_P(BadInput, ANullWhereATextIsTakenShowsInvalidUseOfNull) {
+TEST_P(BadInput, NullForATextShowsInvalidUseOfNull) {
   const auto caseId = [](auto& operations) { return operations.GetCaseIdByVilnorId(102); };
   const auto town = [](auto& operations) { return operations.GetCityByPostnr(41301); };
   Run(u"UPDATE Vilnor SET CaseId = NULL WHERE VilnorId = 102");
@@ -183,7 +183,7 @@ TEST_P(BadInput, ANullWhereATextIsTakenShowsInvalidUseOfNull) {
   EXPECT_EQ(Fresh(caseId), u"2072");
 }
 
-TEST_P(BadInput, ANullWhereAPatientsNumberIsTakenShowsInvalidUseOfNull) {
+TEST_P(BadInput, NullForAPatientsNumberShowsInvalidUseOfNull) {
   Run(u"ALTER TABLE Pasient RENAME TO Elsewhere");
   Run(u"CREATE TABLE Pasient (ID integer, Code1 integer)");
   Run(u"INSERT INTO Pasient (Code1) VALUES (5)");
@@ -193,7 +193,7 @@ TEST_P(BadInput, ANullWhereAPatientsNumberIsTakenShowsInvalidUseOfNull) {
   Run(u"ALTER TABLE Elsewhere RENAME TO Pasient");
 }
 
-TEST_P(BadInput, ANullJournalTextLeavesTheLinkAsItIs) {
+TEST_P(BadInput, NullJournalTextLeavesTheLinkUnchanged) {
   Run(u"UPDATE Journal SET Tekst = NULL WHERE ID = 502");
   const auto before = Written();
   db::RenewGDB()->UpdateCaseById(102, u"3072", 1);

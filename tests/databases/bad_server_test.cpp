@@ -36,14 +36,14 @@ class BadServer : public BadInput {
   }
 };
 
-TEST_P(BadServer, ThatIsNotThereShowsTheProvidersBox) {
+TEST_P(BadServer, UnreachableServerShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(
       IsServer() ? Replaced(GetParam().connectionString, u";Server=127.0.0.1;Port=",
                             u";Server=127.0.0.1;Port=1;Elsewhere=")
                  : u"Driver=SQLite3;Database=/no/such/folder/clinic.db");
 }
 
-TEST_P(BadServer, OfAnUnknownDriverShowsTheProvidersBox) {
+TEST_P(BadServer, UnknownDriverShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(u"Driver=No Such Driver;Database=clinic");
 }
 
@@ -98,7 +98,7 @@ class LostServer : public BadServer {
   }
 };
 
-TEST_P(LostServer, ThatRefusesTheLoginShowsTheProvidersBox) {
+TEST_P(LostServer, RefusedLoginShowsTheProvidersBox) {
   DropUsers();
   Run(users.lockedOut);
   ExpectABoxInBVilnorAndThenABetterDay(
@@ -106,7 +106,7 @@ TEST_P(LostServer, ThatRefusesTheLoginShowsTheProvidersBox) {
   DropUsers();
 }
 
-TEST_P(LostServer, ThatIsGivenAWrongPasswordShowsTheProvidersBox) {
+TEST_P(LostServer, WrongPasswordShowsTheProvidersBox) {
   DropUsers();
   Run(users.withPassword);
   const auto loginWith = [](const std::u16string& password) {
@@ -117,7 +117,7 @@ TEST_P(LostServer, ThatIsGivenAWrongPasswordShowsTheProvidersBox) {
   DropUsers();
 }
 
-TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
+TEST_P(LostServer, LostServerShowsOneBoxPerOperation) {
   using Operation = std::function<void(db::DBVilnor&)>;
   const std::vector<std::pair<std::u16string, Operation>> operations = {
       {u"DeleteFHP", [](auto& gone) { gone.DeleteFHP(71); }},
@@ -135,7 +135,7 @@ TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(LostServer, ThatGoesAwayInAnyStepOfATransactionLeavesNothing) {
+TEST_P(LostServer, ServerLostInAnyStepOfATransactionLeavesNothing) {
   const auto before = Written();
   constexpr int kCallsOfANewCase = 7;
   for (int last = 1; last <= kCallsOfANewCase; ++last) {
@@ -160,7 +160,7 @@ TEST_P(LostServer, ThatGoesAwayInAnyStepOfATransactionLeavesNothing) {
 
 class SharedFile : public BadInput {};
 
-TEST_P(SharedFile, ThatAnotherClientHasLockedShowsTheProvidersBoxAndLeavesNothing) {
+TEST_P(SharedFile, FileLockedByAnotherClientShowsTheProvidersBoxAndIsUnchanged) {
   const auto before = Written();
   session.gConnectionParameter += u";Timeout=100";
   Run(u"BEGIN IMMEDIATE");

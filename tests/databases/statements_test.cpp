@@ -105,7 +105,7 @@ bool HasADate(const std::u16string& statement) {
 }
 
 // Both kinds of database: its dates between # and between apostrophes.
-TEST_P(StatementsOnMariadb, ReachTheServerExactlyAsWrittenExceptMonthFirstDates) {
+TEST_P(StatementsOnMariadb, StatementsReachTheServerUnchangedExceptMonthFirstDates) {
   const std::int16_t kinds[] = {1, 2};
   for (const auto dbType : kinds) {
     MakeHostDatabase();

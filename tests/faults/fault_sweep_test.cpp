@@ -237,7 +237,7 @@ class FaultSweep : public testing::Test {
 
 class EveryFault : public FaultSweep, public testing::WithParamInterface<Operation> {};
 
-TEST_P(EveryFault, LosesNothingAndIsReported) {
+TEST_P(EveryFault, FaultAtEveryCallLosesNothingAndIsReported) {
   const int faults = Sweep(GetParam());
   std::cout << "    " << GetParam().name << ": " << faults << " faults injected\n";
 }

@@ -55,7 +55,7 @@ class Listener {
   std::uint16_t port_ = 0;
 };
 
-TEST(ResultDocumentsNatively, CallNobody) {
+TEST(ResultDocumentsNatively, NativeResultDocumentFetchesNothingFromTheNetwork) {
   const Listener listener;
   const TemporaryFolder folder;
   const auto documents = NewResultDocuments();

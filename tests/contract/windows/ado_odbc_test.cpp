@@ -104,7 +104,7 @@ class AdoOdbc : public testing::Test {
   std::filesystem::path file = ScratchDatabase();
 };
 
-TEST_F(AdoOdbc, AScriptReadsWritesAndMeetsErrorsLateBound) {
+TEST_F(AdoOdbc, LateBoundScriptReadsWritesAndGetsErrors) {
   const std::string script = VILNOR_SOURCE_DIR "/tests/contract/windows/late_bound.vbs";
   const std::vector<std::string> expected = {
       "closed 0",
@@ -246,7 +246,7 @@ class NotWine {
   }
 };
 
-TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
+TEST_F(AdoOdbc, NothingIsRegisteredOrCreatedOnRealWindows) {
   const auto connection = NewAdoConnection();
   const auto registerServer = Export<Answer>("DllRegisterServer");
   const auto getClassObject =
@@ -266,7 +266,7 @@ TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
   EXPECT_EQ(getClassObject(kConnectionClass, IID_IClassFactory, factory.ReceiveVoid()), S_OK);
 }
 
-TEST_F(AdoOdbc, UnregisteringLeavesClassesThatAnotherFileServes) {
+TEST_F(AdoOdbc, UnregisteringKeepsClassesServedByAnotherFile) {
   constexpr auto kServer =
       L"Software\\Classes\\CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}\\InprocServer32";
   constexpr wchar_t kWinesOwn[] = L"C:\\windows\\system32\\msado15.dll";
@@ -306,7 +306,7 @@ TEST_F(AdoOdbc, TheDllIsInUseAsLongAsAnyOfItsObjectsLives) {
   EXPECT_EQ(canUnload(), S_OK);
 }
 
-TEST_F(AdoOdbc, UnregisteringLeavesNothingAndRegisteringBringsAllBack) {
+TEST_F(AdoOdbc, UnregisteringRemovesEverythingAndRegisteringRestoresIt) {
   const auto connection = NewAdoConnection();
   const auto unregisterServer = Export<Answer>("DllUnregisterServer");
   const auto registerServer = Export<Answer>("DllRegisterServer");

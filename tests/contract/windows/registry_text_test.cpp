@@ -27,13 +27,13 @@ class RegistryText : public RegistryContract {
   }
 };
 
-TEST_F(RegistryText, EndsWhereItsDataEndsWithoutATerminatingZero) {
+TEST_F(RegistryText, UnterminatedRegistryTextEndsWithItsData) {
   EXPECT_EQ(ReadFrom("C:\\Link"), u"C:\\Link");
   EXPECT_EQ(ReadFrom(std::string("C:\\Link\0", 8)), u"C:\\Link");
   EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"C:\\Link");
 }
 
-TEST_F(RegistryText, OfNoBytesIsEmpty) {
+TEST_F(RegistryText, RegistryTextOfNoBytesIsEmpty) {
   EXPECT_EQ(ReadFrom(""), u"");
   EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"");
 }

@@ -22,7 +22,7 @@ std::wstring CreationError() {
   return SUCCEEDED(result) ? L"" : TakeErrorInformation().description;
 }
 
-TEST(Apartments, HaveSessionSettingsAndConnectionsOfTheirOwn) {
+TEST(Apartments, EachApartmentHasItsOwnSessionSettingsAndConnection) {
   TestDatabase database;
   Apartment first;
   Apartment second;
@@ -47,7 +47,7 @@ TEST(Apartments, HaveSessionSettingsAndConnectionsOfTheirOwn) {
 }
 
 // A connection that a second apartment opens and releases is not the first one's.
-TEST(Apartments, KeepTheirConnectionWhileAnotherOneOpensAndReleasesItsOwn) {
+TEST(Apartments, ConnectionSurvivesThoseOfOtherApartments) {
   const BoxAnswerer boxes;
   TestDatabase database;
   Apartment first;
@@ -89,7 +89,7 @@ TEST(Apartments, KeepTheirConnectionWhileAnotherOneOpensAndReleasesItsOwn) {
   EXPECT_THAT(boxes.Texts(), testing::IsEmpty());
 }
 
-TEST(Apartments, HaveANotificationWindowEach) {
+TEST(Apartments, EachApartmentHasItsOwnNotificationWindow) {
   Apartment first;
   Apartment second;
   ComPtr<_BVilnor> firstSession;
@@ -104,7 +104,7 @@ TEST(Apartments, HaveANotificationWindowEach) {
 }
 
 // Its own settings are empty, whatever the other apartment was told.
-TEST(Apartments, WithoutSettingsReportANotificationAndLeaveItsResult) {
+TEST(Apartments, ApartmentWithoutSettingsReportsANotificationAndKeepsItsResult) {
   constexpr UINT kNewCaseReady = 10002;
   const BoxAnswerer boxes;
   const HostRegistration host;
@@ -146,7 +146,7 @@ TEST(Apartments, WithoutSettingsReportANotificationAndLeaveItsResult) {
   }));
 }
 
-TEST(Apartments, CallEachOtherThroughTheTypeLibrarysMarshaller) {
+TEST(Apartments, CallsBetweenApartmentsUseTheTypeLibraryMarshaller) {
   Apartment home;
   ComPtr<_BVilnor> session;
   ComPtr<IStream> passage;

@@ -58,7 +58,7 @@ class Binding : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(Binding, WritesANewCaseEarlyBound) {
+TEST_F(Binding, EarlyBoundCallWritesANewCase) {
   long pid = 4711;
   long bid = 12;
   long rid = 3;
@@ -76,7 +76,7 @@ TEST_F(Binding, WritesANewCaseEarlyBound) {
   EXPECT_EQ(lastName.Text(), u"Öberg");
 }
 
-TEST_F(Binding, WritesTheSameNewCaseLateBoundFromValuesAndVariables) {
+TEST_F(Binding, LateBoundCallWritesTheSameNewCaseFromValuesAndVariables) {
   // As a script passes them: numbers as short as they can be, variables by reference.
   Variant pid{automation::Value(std::int16_t{4711})};
   Variant lastName{automation::Value(u"Öberg")};
@@ -102,7 +102,7 @@ TEST_F(Binding, WritesTheSameNewCaseLateBoundFromValuesAndVariables) {
   EXPECT_EQ(V_VT(&pid.get()), VT_I2);
 }
 
-TEST_F(Binding, FindsNamesWithoutRegardToLetterCase) {
+TEST_F(Binding, MemberNamesAreFoundIgnoringCase) {
   std::wstring name = L"openwithnewcase";
   LPOLESTR names = name.data();
   DISPID id = 0;
@@ -111,7 +111,7 @@ TEST_F(Binding, FindsNamesWithoutRegardToLetterCase) {
   EXPECT_EQ(Invoke(L"LaunchCount", {}, nullptr), DISP_E_UNKNOWNNAME);
 }
 
-TEST_F(Binding, NamesTheLateBoundArgumentThatIsNoNumber) {
+TEST_F(Binding, NonNumericLateBoundArgumentIsNamed) {
   const Variant number{automation::Value(std::int32_t{1})};
   const Variant text{automation::Value(u"no number")};
   UINT wrong = 99;
@@ -120,20 +120,20 @@ TEST_F(Binding, NamesTheLateBoundArgumentThatIsNoNumber) {
   EXPECT_EQ(wrong, 1U);
 }
 
-TEST_F(Binding, RefusesALateBoundCallWithTooFewOrTooManyArguments) {
+TEST_F(Binding, LateBoundCallWithAWrongNumberOfArgumentsIsRefused) {
   const Variant number{automation::Value(std::int32_t{1})};
   EXPECT_EQ(Invoke(L"OpenWithNewCase", {number.get()}, nullptr), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(Invoke(L"OpenVilnor", {number.get()}, nullptr), DISP_E_BADPARAMCOUNT);
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(Binding, AnswersANullPointerWithAnError) {
+TEST_F(Binding, NullPointerIsAnsweredWithAnError) {
   EXPECT_EQ(session_->OpenExistCase(nullptr), E_POINTER);
   long id = 1;
   EXPECT_EQ(session_->FHPExists(&id, nullptr), E_POINTER);
 }
 
-TEST_F(Binding, DescribesItselfByTheTypeLibrary) {
+TEST_F(Binding, TypeInformationIsThatOfTheTypeLibrary) {
   UINT count = 0;
   EXPECT_EQ(session_->GetTypeInfoCount(&count), S_OK);
   EXPECT_EQ(count, 1U);

@@ -43,7 +43,7 @@ class DBVilnor : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(DBVilnor, FailsToBeMadeWithTheDatabasesOwnWords) {
+TEST_F(DBVilnor, FailedCreationCarriesTheDatabasesErrorText) {
   Init(*session_.get(), kNoDriver);
   const HRESULT result = NewDBVilnor(object_);
   EXPECT_TRUE(FAILED(result));
@@ -56,7 +56,7 @@ TEST_F(DBVilnor, FailsToBeMadeWithTheDatabasesOwnWords) {
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, FailsToBeMadeWhileAnotherOneHasTheConnectionOpen) {
+TEST_F(DBVilnor, CreationFailsWhileAnotherObjectHasTheConnectionOpen) {
   Create();
   ComPtr<_DBVilnor> second;
   // 3705 "Operation is not allowed when the object is open."
@@ -64,7 +64,7 @@ TEST_F(DBVilnor, FailsToBeMadeWhileAnotherOneHasTheConnectionOpen) {
   EXPECT_THAT(TakeErrorInformation().description, testing::StartsWith(L"Operation is not allowed"));
 }
 
-TEST_F(DBVilnor, PassesAFailedInitConnectionToItsCaller) {
+TEST_F(DBVilnor, FailedInitConnectionIsReturnedToTheCaller) {
   Create();
   SetErrorInfo(0, nullptr);
   EXPECT_EQ(object_->InitConnection(), static_cast<HRESULT>(0x800A0E79));
@@ -72,7 +72,7 @@ TEST_F(DBVilnor, PassesAFailedInitConnectionToItsCaller) {
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, TellsALateBoundCallerOfAFailedInitConnection) {
+TEST_F(DBVilnor, FailedInitConnectionIsReturnedToALateBoundCaller) {
   constexpr DISPID kInitConnection = 0x60030000;
   Create();
   DISPPARAMS none{};
@@ -89,7 +89,7 @@ TEST_F(DBVilnor, TellsALateBoundCallerOfAFailedInitConnection) {
   EXPECT_EQ(source.Text(), u"ADODB.Connection");
 }
 
-TEST_F(DBVilnor, ShowsOtherFailuresAndReturnsAnEmptyResult) {
+TEST_F(DBVilnor, OtherFailureShowsItsBoxAndReturnsAnEmptyResult) {
   database_.Execute(u"DROP TABLE VilnorPasient");
   Create();
   EXPECT_EQ(UserOf(1), u"");
@@ -98,7 +98,7 @@ TEST_F(DBVilnor, ShowsOtherFailuresAndReturnsAnEmptyResult) {
   EXPECT_THAT(boxes_.Shown()[0].text, testing::EndsWith(L" in GetVilnorUserByPID"));
 }
 
-TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
+TEST_F(DBVilnor, RecordsetOutlivesItsDBVilnor) {
   Create();
   long pid = 4711;
   ComPtr<IDispatch> patient;
@@ -110,7 +110,7 @@ TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
   EXPECT_EQ(Field(*patient.get(), u"PersNr"), Value(u"1234"));
 }
 
-TEST_F(DBVilnor, HandsOutRecordsetsWithTheCallersReferenceOnly) {
+TEST_F(DBVilnor, ReturnedRecordsetHasTheCallersReferenceOnly) {
   Create();
   using Lookup = HRESULT (STDMETHODCALLTYPE _DBVilnor::*)(long*, IDispatch**);
   struct Row {
@@ -129,7 +129,7 @@ TEST_F(DBVilnor, HandsOutRecordsetsWithTheCallersReferenceOnly) {
   }
 }
 
-TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
+TEST_F(DBVilnor, UnknownPatientGivesNoRecordset) {
   Create();
   long pid = 1;
   ComPtr<IDispatch> patient;
@@ -138,7 +138,7 @@ TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, AddsACaseEarlyBound) {
+TEST_F(DBVilnor, CaseIsAddedEarlyBound) {
   Create();
   long pid = 4711;
   long number = 3;
@@ -155,7 +155,7 @@ TEST_F(DBVilnor, AddsACaseEarlyBound) {
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, AddsACaseLateBoundWithoutTheOptionalCaseNumber) {
+TEST_F(DBVilnor, CaseIsAddedLateBoundWithoutTheOptionalCaseNumber) {
   Create();
   const Variant number{Value(std::int16_t{4711})};
   const Variant type{Value(std::int16_t{9})};
@@ -178,7 +178,7 @@ TEST_F(DBVilnor, AddsACaseLateBoundWithoutTheOptionalCaseNumber) {
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, HasNoEvents) {
+TEST_F(DBVilnor, DBVilnorHasNoEvents) {
   Create();
   ComPtr<IConnectionPointContainer> container;
   EXPECT_EQ(object_->QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid()),

@@ -82,14 +82,14 @@ class Neighbour : public testing::TestWithParam<Library> {
   HMODULE neighbour_ = nullptr;
 };
 
-TEST_P(Neighbour, LoadedBeforeAndUnloadedAgainEndsNoError) {
+TEST_P(Neighbour, DllLoadedEarlierAndUnloadedAgainCausesNoError) {
   Load();
   Fail();
   Unload();
   Fail();
 }
 
-TEST_P(Neighbour, LoadedAfterwardsAndUnloadedAgainEndsNoError) {
+TEST_P(Neighbour, DllLoadedLaterAndUnloadedAgainCausesNoError) {
   Fail();
   Load();
   Fail();
@@ -97,7 +97,7 @@ TEST_P(Neighbour, LoadedAfterwardsAndUnloadedAgainEndsNoError) {
   Fail();
 }
 
-TEST_P(Neighbour, LoadedWhenTheDllIsFreedEndsNoErrorOfTheNextLoad) {
+TEST_P(Neighbour, DllLoadedWhenTheComponentIsFreedCausesNoErrorAtTheNextLoad) {
   for (int i = 0; i < 2; ++i) {
     Load();
     {

@@ -35,7 +35,7 @@ class Notifications : public testing::Test {
   HWND window_ = FindWindowA("KestraToVilnor", nullptr);
 };
 
-TEST_F(Notifications, ThatArriveAtTheQuestionAreReadWholeAndTheAnswerStillHolds) {
+TEST_F(Notifications, NotificationAtTheQuestionIsReadAndTheAnswerStillCounts) {
   Put(L"OutExistCase901.xml", "<a><Cancelled>3</Cancelled></a>");
   Put(L"OutNewCase4712.xml",
       "<a><Status>5</Status><Id>L-9</Id><UserDefData>4712&amp;12&amp;3</UserDefData></a>");
@@ -58,7 +58,7 @@ TEST_F(Notifications, ThatArriveAtTheQuestionAreReadWholeAndTheAnswerStillHolds)
 }
 
 // The answerer's OK ends the error's box; it is no answer to the question.
-TEST_F(Notifications, WhoseQuestionEndsWithTheHostChangeNothing) {
+TEST_F(Notifications, QuestionEndedWithTheHostChangesNothing) {
   Put(L"OutExistCase901.xml", "<a><Cancelled>3</Cancelled></a>");
   const DWORD thread = GetCurrentThreadId();
   std::vector<std::wstring> texts;

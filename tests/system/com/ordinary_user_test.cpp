@@ -137,7 +137,7 @@ class OrdinaryUser : public testing::Test {
 // component asks for, too.
 constexpr std::array kTooFew = {kReading, kReadingAndWriting, kNothing};
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyIsGivenTheSetting) {
+TEST_F(OrdinaryUser, UnreadableLinkProgramKeyFallsBackToTheSetting) {
   SetPath(kLinkKey, kNowhere);
   SetSetting(host_.LinkProgram().wstring());
   for (const auto* rights : kTooFew) {
@@ -148,7 +148,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyIsGivenTheSetting) {
   }
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyAndWithoutASettingIsToldThatItIsMissing) {
+TEST_F(OrdinaryUser, UnreadableLinkProgramKeyWithoutASettingIsReportedAsMissing) {
   Restrict(kLinkKey, kReading);
   fs::remove(host_.ExchangeFolder());
   OpenExistCase();
@@ -156,7 +156,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyAndWithoutASettingIsTol
   EXPECT_THAT(Exchanged(), IsEmpty()) << "the folder is made, the request is not";
 }
 
-TEST_F(OrdinaryUser, WithTheSixRightsOnTheLinkProgramsKeyIsGivenItsPath) {
+TEST_F(OrdinaryUser, SixRightsOnTheLinkProgramKeyAreEnough) {
   Restrict(kLinkKey, kSixRights);
   SetSetting(kNowhere);
   session_->OpenVilnor();
@@ -165,7 +165,7 @@ TEST_F(OrdinaryUser, WithTheSixRightsOnTheLinkProgramsKeyIsGivenItsPath) {
 }
 
 // Each place, each kind of too few rights and each operation once: a box takes Wine two seconds.
-TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyIsToldAndTheRequestGoesToTheDrivesRoot) {
+TEST_F(OrdinaryUser, UnreadableHostKeyIsReportedAndTheRequestGoesToTheDrivesRoot) {
   long number = 4711;
   long bid = 12;
   long rid = 3;
@@ -200,7 +200,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyIsToldAndTheRequestGoesToTheDriv
   }
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheHostsKeysCanOpenVilnorAlone) {
+TEST_F(OrdinaryUser, UnreadableHostKeysStillAllowOpenVilnor) {
   for (const auto& key : kHostKeys) {
     Restrict(key, kNothing);
   }
@@ -209,7 +209,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheHostsKeysCanOpenVilnorAlone) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyLeavesAResultUnread) {
+TEST_F(OrdinaryUser, UnreadableHostKeyLeavesAResultUnread) {
   const fs::path result = host_.ExchangeFolder() / L"OutNewCase4711.xml";
   std::ofstream(result) << "<a><Cancelled>1</Cancelled></a>";
   Restrict(kHostKeys[0], kReading);
@@ -218,7 +218,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyLeavesAResultUnread) {
   EXPECT_TRUE(fs::exists(result));
 }
 
-TEST_F(OrdinaryUser, NeedsTheSixRightsOnTheKeyThatNamesThePathAndNoneOnTheOnesBehind) {
+TEST_F(OrdinaryUser, SixRightsOnTheHostKeyWithThePathAreEnough) {
   Restrict(kHostKeys[0], kSixRights);
   Restrict(kHostKeys[1], kNothing);
   Restrict(kHostKeys[2], kNothing);
@@ -228,7 +228,7 @@ TEST_F(OrdinaryUser, NeedsTheSixRightsOnTheKeyThatNamesThePathAndNoneOnTheOnesBe
 }
 
 // The keys above one that is missing are opened for writing, too.
-TEST_F(OrdinaryUser, IsToldThatTheHostsMissingKeysMayNotBeMade) {
+TEST_F(OrdinaryUser, MissingHostKeysThatCannotBeCreatedAreReported) {
   RemoveKey(L"SOFTWARE\\Kestra");
   Restrict(L"SOFTWARE", kReading);
   OpenExistCase();
@@ -244,7 +244,7 @@ bool InWine() {
 
 // Wine's server looks at the access list of a key that is there, and not at the parent's when it
 // makes one right below: there the empty key comes into being. Windows refuses.
-TEST_F(OrdinaryUser, IsGivenAMissingKeyRightBelowAReadOnlyParentByWineAlone) {
+TEST_F(OrdinaryUser, OnlyWineCreatesAMissingKeyBelowAReadOnlyParent) {
   for (const auto& key : {kLinkKey, kHostKeys[0], kHostKeys[1], kHostKeys[2]}) {
     RemoveKey(key);
     const KeyRights parent(HKEY_LOCAL_MACHINE, key.substr(0, key.rfind(L'\\')), kReading);
@@ -261,7 +261,7 @@ class OfTheSetting : public OrdinaryUser {
   void SetUp() override { SetPath(kLinkKey, L""); }
 };
 
-TEST_F(OfTheSetting, TheStalePathCannotBeForgottenAndIsReturnedAllTheSame) {
+TEST_F(OfTheSetting, StalePathInAReadOnlySettingIsReportedAndStillReturned) {
   SetSetting(HostPath() + L"Gone.exe");
   Restrict(HKEY_CURRENT_USER, kSettingKey, kReading);
   session_->OpenVilnor();
@@ -271,7 +271,7 @@ TEST_F(OfTheSetting, TheStalePathCannotBeForgottenAndIsReturnedAllTheSame) {
   EXPECT_EQ(Setting(), HostPath() + L"Gone.exe");
 }
 
-TEST_F(OfTheSetting, TheProgramIsStartedWhereItMayBeReadOnly) {
+TEST_F(OfTheSetting, ReadOnlySettingStartsTheLinkProgram) {
   SetSetting(host_.LinkProgram().wstring());
   Restrict(HKEY_CURRENT_USER, kSettingKey, kReading);
   session_->OpenVilnor();
@@ -279,7 +279,7 @@ TEST_F(OfTheSetting, TheProgramIsStartedWhereItMayBeReadOnly) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-TEST_F(OfTheSetting, NothingIsKnownWhereItMayNotBeRead) {
+TEST_F(OfTheSetting, UnreadableSettingIsReportedAsMissing) {
   SetSetting(host_.LinkProgram().wstring());
   {
     const KeyRights none(HKEY_CURRENT_USER, kSettingKey, kNothing);
@@ -289,7 +289,7 @@ TEST_F(OfTheSetting, NothingIsKnownWhereItMayNotBeRead) {
   EXPECT_EQ(Setting(), host_.LinkProgram().wstring());
 }
 
-TEST_F(OfTheSetting, NothingIsMadeWhereItIsMissing) {
+TEST_F(OfTheSetting, MissingSettingIsReportedAndNotCreated) {
   SetSetting(L"");
   RegDeleteKeyW(HKEY_CURRENT_USER, kSettingKey.c_str());
   Restrict(HKEY_CURRENT_USER, kSettings, kReading);

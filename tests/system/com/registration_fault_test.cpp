@@ -97,11 +97,11 @@ class RegistrationFaults : public testing::Test {
   com::MachineClasses classes_;
 };
 
-TEST_F(RegistrationFaults, AtAnyWriteLeaveNothingWhereNothingStood) {
+TEST_F(RegistrationFaults, FailedWriteOfAFirstRegistrationLeavesNothing) {
   ExpectEachFaultToLeave({});
 }
 
-TEST_F(RegistrationFaults, AtAnyWriteLeaveTheOlderRegistration) {
+TEST_F(RegistrationFaults, FailedWriteKeepsTheOlderRegistration) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
   // What only an older version had stays, too.
   ASSERT_EQ(classes_.Write({kServer + L"\\Older", L"Value", L"kept"}), ERROR_SUCCESS);
@@ -111,7 +111,7 @@ TEST_F(RegistrationFaults, AtAnyWriteLeaveTheOlderRegistration) {
   EXPECT_EQ(ClassesText(kServer + L"\\Older", L"Value"), L"kept");
 }
 
-TEST_F(RegistrationFaults, PutValuesOfAnyTypeBack) {
+TEST_F(RegistrationFaults, FailedWriteRestoresValuesOfAnyType) {
   const DWORD number = 7;
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, (kClasses + kServer).c_str(), L"ThreadingModel", REG_DWORD,
                   &number, sizeof number);
@@ -126,7 +126,7 @@ TEST_F(RegistrationFaults, PutValuesOfAnyTypeBack) {
   EXPECT_EQ(read, number);
 }
 
-TEST_F(RegistrationFaults, AtAnyRemovalAreToldAndCanBeTriedAgain) {
+TEST_F(RegistrationFaults, FailedRemovalIsReportedAndCanBeRepeated) {
   constexpr int kRemovals = 9;
   for (int refused = 0; refused < kRemovals; ++refused) {
     ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
@@ -139,7 +139,7 @@ TEST_F(RegistrationFaults, AtAnyRemovalAreToldAndCanBeTriedAgain) {
   }
 }
 
-TEST_F(RegistrationFaults, AreNoneWhereAnotherFileIsRegistered) {
+TEST_F(RegistrationFaults, UnregisteringKeepsTheRegistrationOfAnotherFile) {
   const CopiedDll newer(DllPath());
   const Module newerComponent(newer.path());
   ASSERT_EQ(newerComponent.RegisterServer(), S_OK);
@@ -151,7 +151,7 @@ TEST_F(RegistrationFaults, AreNoneWhereAnotherFileIsRegistered) {
   EXPECT_THAT(Entered(), testing::IsEmpty());
 }
 
-TEST_F(RegistrationFaults, OfOneClassLeaveTheOtherOnesNewerFile) {
+TEST_F(RegistrationFaults, UnregisteringOneClassKeepsTheOthersNewerFile) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
   ASSERT_EQ(classes_.Write({kServer, L"", kNewFile}), ERROR_SUCCESS);
   EXPECT_EQ(UnregisterFile(kOldFile, classes_), S_OK);
@@ -160,7 +160,7 @@ TEST_F(RegistrationFaults, OfOneClassLeaveTheOtherOnesNewerFile) {
   EXPECT_EQ(ClassesText(L"Vilnor.DBVilnor"), L"");
 }
 
-TEST_F(RegistrationFaults, LeaveWhatNamesAnotherClassOrVersion) {
+TEST_F(RegistrationFaults, UnregisteringKeepsEntriesOfAnotherClassOrVersion) {
   const std::wstring programClass = L"Vilnor.BVilnor\\CLSID";
   const std::wstring version = L"Interface\\{193FE857-3640-4B44-A692-1B27CB63888C}\\TypeLib";
   ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
@@ -172,13 +172,13 @@ TEST_F(RegistrationFaults, LeaveWhatNamesAnotherClassOrVersion) {
   EXPECT_EQ(ClassesText(kServer), L"");
 }
 
-TEST_F(RegistrationFaults, KnowTheirFileInAnySpelling) {
+TEST_F(RegistrationFaults, RegisteredFileIsRecognisedInAnySpelling) {
   ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
   EXPECT_EQ(UnregisterFile(L"c:\\NEW\\vilnor.DLL", classes_), S_OK);
   EXPECT_THAT(Entered(), testing::IsEmpty());
 }
 
-TEST_F(RegistrationFaults, OfAUserWithoutTheRightSayAccessDenied) {
+TEST_F(RegistrationFaults, RegisteringWithoutTheRightGivesAccessDenied) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
   const auto before = Entered();
   {

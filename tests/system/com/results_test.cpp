@@ -112,13 +112,13 @@ class Results : public testing::Test {
   ComPtr<_DBVilnor> object_;
 };
 
-TEST_F(Results, AreEmptyWhereAnArgumentIsRefused) {
+TEST_F(Results, ResultIsEmptyWhenAnArgumentIsRefused) {
   ExpectAllEmptyAfter(E_POINTER, [](IDispatch& object, const FUNCDESC& method, Rooms& rooms) {
     return CallSlot(object, method, rooms, Given::NullPointers);
   });
 }
 
-TEST_F(Results, AreEmptyOnAnotherThread) {
+TEST_F(Results, ResultIsEmptyOnAnotherThread) {
   ExpectAllEmptyAfter(RPC_E_WRONG_THREAD,
                       [](IDispatch& object, const FUNCDESC& method, Rooms& rooms) {
                         HRESULT result = S_OK;
@@ -129,7 +129,7 @@ TEST_F(Results, AreEmptyOnAnotherThread) {
                       });
 }
 
-TEST_F(Results, AreEmptyWhereTheOperationFails) {
+TEST_F(Results, ResultIsEmptyWhenTheOperationFails) {
   for (const auto* table : {u"Vilnor", u"SEPrerequest", u"SEPreRequestEstimateRows", u"Pasient",
                             u"Worker", u"company", u"Postadresseregister", u"VilnorPasient"}) {
     database_.Execute(u"DROP TABLE " + std::u16string(table));

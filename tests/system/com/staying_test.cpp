@@ -43,7 +43,7 @@ class Staying : public testing::Test {
   const CopiedDll file_{DllPath()};
 };
 
-TEST_F(Staying, AnswersABroadcastAfterTheSystemHasFreedTheDll) {
+TEST_F(Staying, BroadcastIsAnsweredAfterTheDllWasFreed) {
   {
     const Module dll(file_.path());
     const auto session = NewSession(dll);
@@ -58,7 +58,7 @@ TEST_F(Staying, AnswersABroadcastAfterTheSystemHasFreedTheDll) {
   EXPECT_TRUE(file_.IsLoaded());
 }
 
-TEST_F(Staying, BeginsWithTheFirstObject) {
+TEST_F(Staying, DllStaysLoadedFromItsFirstObjectOn) {
   {
     const Module dll(file_.path());
     ComPtr<IClassFactory> factory;
@@ -70,7 +70,7 @@ TEST_F(Staying, BeginsWithTheFirstObject) {
   EXPECT_TRUE(file_.IsLoaded());
 }
 
-TEST_F(Staying, ThirteenHundredRoundsTakeNoTlsIndexNoHandleAndNoMemory) {
+TEST_F(Staying, ThirteenHundredLoadsLeakNoTlsIndexHandleOrMemory) {
   for (int i = 0; i < 3; ++i) {
     Round();
   }
@@ -88,7 +88,7 @@ TEST_F(Staying, ThirteenHundredRoundsTakeNoTlsIndexNoHandleAndNoMemory) {
   EXPECT_LT(HeapBytes(), bytes + kRounds * kSmallestBlock / 2);
 }
 
-TEST_F(Staying, ADllThatMadeNoObjectLeavesAndGivesItsTlsIndexesBack) {
+TEST_F(Staying, DllWithoutObjectsUnloadsAndFreesItsTlsIndexes) {
   const auto round = [&] {
     const Module dll(file_.path());
     EXPECT_EQ(dll.RegisterServer(), S_OK);

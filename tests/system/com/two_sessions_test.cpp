@@ -82,7 +82,7 @@ class TwoSessions : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(TwoSessions, OfOneThreadEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfOneThreadEndInAnyOrder) {
   std::array<int, 4> order = {0, 1, 2, 3};
   do {
     Apartment home;
@@ -90,7 +90,7 @@ TEST_F(TwoSessions, OfOneThreadEndInAnyOrder) {
   } while (std::ranges::next_permutation(order).found);
 }
 
-TEST_F(TwoSessions, OfTwoThreadsEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfTwoThreadsEndInAnyOrder) {
   std::array<int, 4> order = {0, 1, 2, 3};
   do {
     Apartment home;
@@ -100,7 +100,7 @@ TEST_F(TwoSessions, OfTwoThreadsEndInAnyOrder) {
 }
 
 // The first release takes the window that was made last, whoever's it is; the other one stays.
-TEST_F(TwoSessions, OfOneThreadLeaveTheFirstWindow) {
+TEST_F(TwoSessions, FirstWindowOutlivesBothSessionsOfAThread) {
   for (const bool firstGoesFirst : {true, false}) {
     Apartment home;
     Session first(home);
@@ -114,7 +114,7 @@ TEST_F(TwoSessions, OfOneThreadLeaveTheFirstWindow) {
   }
 }
 
-TEST_F(TwoSessions, OfTwoProcessesEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfTwoProcessesEndInAnyOrder) {
   for (const bool ownGoesFirst : {true, false}) {
     for (const bool closed : {true, false}) {
       Apartment home;
@@ -139,7 +139,7 @@ TEST_F(TwoSessions, OfTwoProcessesEndInAnyOrder) {
   }
 }
 
-TEST_F(TwoSessions, AfterAClosedWindowTheHostReadsTheResultItself) {
+TEST_F(TwoSessions, HostReadsTheResultItselfAfterAClosedWindow) {
   Apartment home;
   Session session(home);
   session.Close();
@@ -154,7 +154,7 @@ TEST_F(TwoSessions, AfterAClosedWindowTheHostReadsTheResultItself) {
 }
 
 // The next session has a window again.
-TEST_F(TwoSessions, AfterAClosedWindowANewSessionIsNotified) {
+TEST_F(TwoSessions, NewSessionIsNotifiedAfterAClosedWindow) {
   Apartment home;
   Session session(home);
   session.Close();

@@ -87,7 +87,7 @@ class BareWindow {
   HWND window_ = nullptr;
 };
 
-TEST(NotificationWindowRecord, IsThatOfABareWindow) {
+TEST(NotificationWindowRecord, NotificationWindowRecordMatchesABareWindow) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   HWND const window = NotificationWindowHandles().front();

@@ -68,19 +68,19 @@ class ShellProcesses : public testing::Test {
   ::windows::ShellProcesses processes_;
 };
 
-TEST_F(ShellProcesses, HandOverTheCommandLineAsItIs) {
+TEST_F(ShellProcesses, CommandLineIsPassedUnchanged) {
   const std::wstring commandLine =
       program_.wstring() + L" path=\"C:\\X\\InNewCase1.xml\" version=2" + NoteTo(note_);
   EXPECT_EQ(ErrorOf(commandLine), 0);
   EXPECT_EQ(Noted().commandLine, commandLine);
 }
 
-TEST_F(ShellProcesses, AskForANormalWindow) {
+TEST_F(ShellProcesses, ProgramIsStartedWithANormalWindow) {
   EXPECT_EQ(ErrorOf(program_.wstring() + NoteTo(note_)), 0);
   EXPECT_EQ(Noted().window, L"show 1");
 }
 
-TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
+TEST_F(ShellProcesses, StartDoesNotWaitForTheProgramsEnd) {
   const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
   const std::wstring commandLine = program_.wstring() + WaitFor(name) + NoteTo(note_);
@@ -92,7 +92,7 @@ TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
 }
 
 // The host's files and connections would stay open as long as the program runs.
-TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
+TEST_F(ShellProcesses, ProgramInheritsNoHandleOfTheHost) {
   const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
   SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
@@ -110,7 +110,7 @@ TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
   CloseHandle(event);
 }
 
-TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
+TEST_F(ShellProcesses, UnquotedProgramPathWithBlanksIsFound) {
   const fs::path inBlanks = folder_ / L"Program folder" / L"Link program.exe";
   fs::create_directory(inBlanks.parent_path());
   fs::copy_file(program_, inBlanks);
@@ -118,13 +118,13 @@ TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
   EXPECT_THAT(Noted().commandLine, testing::HasSubstr(inBlanks.wstring()));
 }
 
-TEST_F(ShellProcesses, MissAProgramThatIsNotThere) {
+TEST_F(ShellProcesses, MissingProgramIsReportedAsMissing) {
   constexpr std::int32_t kFileNotFound = 53;
   EXPECT_EQ(ErrorOf((folder_ / L"Missing.exe").wstring()), kFileNotFound);
   EXPECT_EQ(ErrorOf((folder_ / L"No folder" / L"Missing.exe").wstring()), kFileNotFound);
 }
 
-TEST_F(ShellProcesses, RefuseWhatIsNoProgram) {
+TEST_F(ShellProcesses, FileThatIsNotAProgramIsRefused) {
   constexpr std::int32_t kInvalidProcedureCall = 5;
   const fs::path text = folder_ / L"Text.exe";
   std::ofstream(text) << "no program";

@@ -48,7 +48,7 @@ TEST(Null, NullRaisesInvalidUseOfNullInEveryConversion) {
   EXPECT_EQ(ErrorNumberOf([] { ToDate(Null(), kUs); }), 94);
 }
 
-TEST(EmptyValue, ReadsAsZeroFalseAndNoText) {
+TEST(EmptyValue, EmptyValueReadsAsZeroFalseAndEmptyText) {
   EXPECT_EQ(ToInt32(Value(), kUs), 0);
   EXPECT_FALSE(ToBool(Value(), kUs));
   EXPECT_EQ(ToText(Value(), kUs), u"");
@@ -74,7 +74,7 @@ TEST(NumberTexts, TextThatIsNoNumberRaisesTypeMismatch) {
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"12.5", kSwedish); }), 13);
 }
 
-TEST(Booleans, AreReadFromNumbersAndTheirOwnTexts) {
+TEST(Booleans, BooleanIsReadFromNumbersAndItsOwnTexts) {
   EXPECT_TRUE(ToBool(-1.0, kUs));
   EXPECT_TRUE(ToBool(std::int32_t{2}, kUs));
   EXPECT_FALSE(ToBool(0.0, kUs));
@@ -297,7 +297,7 @@ TEST(CurrencyAmounts, CurrencyAmountReadsAsTheNearestDouble) {
   }
 }
 
-TEST(WholeNumbers, WholeNumberOfADecimalIsThatOfItsDouble) {
+TEST(WholeNumbers, DecimalRoundsToTheWholeNumberOfItsDouble) {
   EXPECT_EQ(ToInt32(*ParseDecimal(u"3.49999999999999999999"), kUs), 4);
   EXPECT_EQ(ToInt32(*ParseDecimal(u"2.50000000000000000001"), kUs), 2);
 }
@@ -314,7 +314,7 @@ TEST(EveryKindOfValue, EveryKindOfValueReadsAsANumber) {
   EXPECT_EQ(ErrorNumberOf([] { ToInt16(-32769.0, kUs); }), 6);
 }
 
-TEST(EveryKindOfValue, EveryKindOfValueReadsAsADateUnlessItsNumberIsNone) {
+TEST(EveryKindOfValue, NumbersDatesAndDateTextsReadAsDates) {
   EXPECT_EQ(ToDate(2.25, kUs), Date{2.25});
   EXPECT_EQ(ToDate(Date{46342}, kUs), Date{46342});
   EXPECT_EQ(ToDate(u"1/1/1900", kUs), Date{2});

@@ -53,7 +53,7 @@ class EveryOperation : public DbTest, public testing::WithParamInterface<Operati
   }
 };
 
-TEST_P(EveryOperation, SendsItsStatementsByteForByteAndGivesItsResult) {
+TEST_P(EveryOperation, OperationSendsItsExactStatementsAndReturnsItsResult) {
   db::DBVilnor operations;
   Script(database, GetParam());
   database.ClearLog();
@@ -63,7 +63,7 @@ TEST_P(EveryOperation, SendsItsStatementsByteForByteAndGivesItsResult) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_P(EveryOperation, ShowsTheCriticalIconTheTitleAndOneButton) {
+TEST_P(EveryOperation, ErrorBoxOfEachOperationHasTheCriticalIconTitleAndOneButton) {
   db::DBVilnor operations;
   database.FailCall(1, kScriptedFailure);
   GetParam().run(operations);
@@ -117,7 +117,7 @@ TEST_P(EveryOperation, AnyFailedCallRollsBackBeforeItsBoxesAndReturnsEmpty) {
   }
 }
 
-TEST_P(EveryOperation, WorksAgainOnAFreshObjectAfterAnyFailedCall) {
+TEST_P(EveryOperation, OperationWorksOnANewObjectAfterAnyFailedCall) {
   for (std::size_t failing = 0; failing < GetParam().calls.size(); ++failing) {
     SCOPED_TRACE(automation::ToUtf8(GetParam().calls[failing].entry));
     {

@@ -125,7 +125,7 @@ TEST_F(HeldResultFiles, UndeletableAndUnrenamableResultStaysAndIsReported) {
 
 // The system tells of a new name that is too long as if the file were missing; a folder in which
 // every name is taken is not in order.
-TEST_F(HeldResultFiles, UnenteredAndUnrenamableResultStaysWithASecondBox) {
+TEST_F(HeldResultFiles, FailedAndUnrenamableResultStaysWithASecondBox) {
   struct Refusal {
     RuntimeError error;
     const char16_t* box;

@@ -100,7 +100,7 @@ std::string Describe(const Cell& cell) {
          (cell.answer == Answer::Yes ? " Yes" : " No");
 }
 
-TEST_F(ResultReaders, EveryCombinationOfResultDoesWhatItSays) {
+TEST_F(ResultReaders, EveryCombinationOfResultFieldsHasItsEffect) {
   int cells = 0;
   for (const Cell& cell : EveryCell()) {
     SCOPED_TRACE(Describe(cell));
@@ -131,7 +131,7 @@ TEST_F(ResultReaders, EveryCombinationOfResultDoesWhatItSays) {
   EXPECT_EQ(cells, static_cast<int>(kReaders.size()) * 8 * 7 * 2 * 2);
 }
 
-TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
+TEST_F(ResultReaders, DeletedCaseAsksTheHostsExactQuestion) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   Put(u"OutExistCase4711.xml", ResultText("3", std::nullopt, ""));
   Read(RequestKind::ExistCase);
@@ -144,7 +144,7 @@ TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
                  .buttons = platform::Buttons::YesNo}}));
 }
 
-TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
+TEST_F(ResultReaders, DeletedCaseIsTakenFromTheLinkRecordNotTheFile) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   dialogs.answers = {Answer::Yes};
@@ -402,7 +402,7 @@ TEST_F(WatchedResultReaders, ResultStillBeingWrittenAtItsMessageIsReadAndDeleted
   }
 }
 
-TEST_F(WatchedResultReaders, ResultIsEnteredThenToldThenReleasedThenDeleted) {
+TEST_F(WatchedResultReaders, ResultIsEnteredThenAnnouncedThenReleasedThenDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     database = fakes::Database();
@@ -438,7 +438,7 @@ TEST_F(WatchedResultReaders, ResultElementsAreReadInTheirOrder) {
   }
 }
 
-TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
+TEST_F(WatchedResultReaders, FileRemovedBetweenTheLoadsIsReported) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     dialogs.shown.clear();
     watchedDocuments.made = 0;
@@ -459,7 +459,7 @@ TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
   }
 }
 
-TEST_F(WatchedResultReaders, AFileThatGoesBeforeItsDeletionIsReportedAfterItsRowsAreWritten) {
+TEST_F(WatchedResultReaders, FileRemovedBeforeItsDeletionIsReportedAfterItsRowsAreWritten) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   watchedFiles.beforeDeletion = [&] {
     std::filesystem::remove(folder / "Vilnor" / "OutNewCase4711.xml");
@@ -486,7 +486,7 @@ TEST_F(ResultReaders, EveryStatusHasItsUserDefDataSplit) {
   }
 }
 
-TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
+TEST_F(ResultReaders, MeaninglessStatusOpensNoDatabase) {
   for (const auto& reader : kReaders) {
     Put(reader.file, ResultText("99", "3", reader.userDefData));
     database.ClearLog();
@@ -511,7 +511,7 @@ TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
   }
 }
 
-TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) {
+TEST_F(ResultReaders, WithdrawnExistingCaseWithoutAnIdIsTakenFromTheLinkRecord) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", "<a><Status>7</Status></a>");
@@ -521,7 +521,7 @@ TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) 
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
+TEST_F(ResultReaders, StatusNotNeededForTheOutcomeIsNotRead) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", ResultText("0", "x", ""));
@@ -562,7 +562,7 @@ TEST_F(ResultReaders, ExistingCasesNumbersAreWholeAndInTheUsersFormat) {
   }
 }
 
-TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCancels) {
+TEST_F(ResultReaders, NewCaseIsCancelledByTheNumberOneOnly) {
   locale.UseSwedish();
   for (const char* cancelled : {"99999999999", "1,4", "0,9"}) {
     SCOPED_TRACE(cancelled);
@@ -656,7 +656,7 @@ TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   }
 }
 
-TEST_F(ResultReaders, AResultToWhichNoHostListensIsEnteredAllTheSame) {
+TEST_F(ResultReaders, ResultIsEnteredWithoutAnEventSink) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   Put(u"OutNewCase4711.xml", ResultText("0", "5", "99&amp;12&amp;3"));
   ReadResult(

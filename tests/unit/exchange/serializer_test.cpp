@@ -111,7 +111,7 @@ TEST(Serializing, HalvesOfSurrogatePairsAreReplaced) {
   EXPECT_EQ(bytesOf({0xDBFF, 0xE000}), withText("&#65533;&#57344;"));
 }
 
-TEST(Serializing, ElementOfWhichNothingIsLeftIsEmpty) {
+TEST(Serializing, ElementWithNothingLeftIsWrittenAsEmpty) {
   const std::string empty = kDeclaration + std::string("<E/>\n");
   EXPECT_EQ(Serialize(Element(u"E", u"\u0001\u001F")), empty);
   EXPECT_EQ(Serialize(Element(u"E", std::u16string(u"\0x", 2))), empty);

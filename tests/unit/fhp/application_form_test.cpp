@@ -83,7 +83,7 @@ TEST_F(ApplicationForm, AFullApplicationHasEveryFieldInOrder) {
                   "edtTelefon", "edtNamnfortydligande", "edtUJbeh", "edtLJbeh"));
 }
 
-TEST_F(ApplicationForm, ACheckBoxIsWrittenAsTrueWhenItsColumnIs) {
+TEST_F(ApplicationForm, CheckBoxIsWrittenAsTrueWhenItsColumnIsTrue) {
   for (const auto& flag : kCheckBoxes) {
     for (const Value& yes : {Value(true), Value(-1), Value(1), Value(0.5), Value(u"True")}) {
       application[flag.column] = yes;
@@ -97,7 +97,7 @@ TEST_F(ApplicationForm, ACheckBoxIsWrittenAsTrueWhenItsColumnIs) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ApplicationForm, AFlagThatIsNoneIsToldAndLeftOut) {
+TEST_F(ApplicationForm, NonNumericFlagIsReportedAndLeftOut) {
   application[u"Inlay"] = u"ja";
   application[u"LAF"] = true;
   EXPECT_NE(Write(), u"");
@@ -106,7 +106,7 @@ TEST_F(ApplicationForm, AFlagThatIsNoneIsToldAndLeftOut) {
   EXPECT_NE(File().find("cbLAF"), std::string::npos);
 }
 
-TEST_F(ApplicationForm, ACountIsWrittenAsItsTextUnlessZero) {
+TEST_F(ApplicationForm, CountIsWrittenAsTextUnlessItIsZero) {
   for (const auto& count : kCounts) {
     application[count.column] = 12;
     EXPECT_THAT(ValueOf(count.key), Optional(std::string("12"))) << count.key;
@@ -126,7 +126,7 @@ TEST_F(ApplicationForm, TheEstimateBoxIsWrittenAsItsOwnText) {
   EXPECT_THAT(ValueOf("cbKostnadsber"), Optional(std::string("1")));
 }
 
-TEST_F(ApplicationForm, TheWayOfSendingIsTestedForNullAlone) {
+TEST_F(ApplicationForm, WayOfSendingIsTestedForNullOnly) {
   application[u"SentBy"] = u"";
   EXPECT_THAT(ValueOf("edtVia"), Optional(std::string()));
   application[u"SentBy"] = 0;
@@ -135,7 +135,7 @@ TEST_F(ApplicationForm, TheWayOfSendingIsTestedForNullAlone) {
   EXPECT_EQ(ValueOf("edtVia"), std::nullopt);
 }
 
-TEST_F(ApplicationForm, TheAddressIsTheFirstLineThatIsThere) {
+TEST_F(ApplicationForm, AddressIsTheFirstLinePresent) {
   EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(std::string("Storgatan 1")));
   for (const auto* there : {u"", u" ", u"\t"}) {
     provider[u"adr1"] = there;
@@ -163,7 +163,7 @@ TEST_F(ApplicationForm, ThePatientHasNumberAndFullName) {
   EXPECT_THAT(ValueOf("edtPatientNamn"), Optional(std::string("Anna Berg")));
 }
 
-TEST_F(ApplicationForm, PlaceAndDayStandInTheUsersDateFormWithoutTime) {
+TEST_F(ApplicationForm, PlaceAndDayHaveTheUsersDateFormatWithoutTime) {
   EXPECT_THAT(ValueOf("edtOrtDatum"), Optional(std::string("Stockholm 2026-11-16")));
   locale.regional = {};
   EXPECT_THAT(ValueOf("edtOrtDatum"), Optional(std::string("Stockholm 11/16/2026")));
@@ -204,7 +204,7 @@ TEST_F(ApplicationForm, TextsKeepTheirBlanks) {
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" Eva  Ek")));
 }
 
-TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethNone) {
+TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethAreLeftOut) {
   for (const auto* column : {u"PrevDentalCare", u"Caries", u"perio", u"Apikal", u"PlanTreatm",
                              u"Anamnes", u"PlanTreatmUJaw", u"PlanTreatmLJaw"}) {
     application[column] = u"";
@@ -226,7 +226,7 @@ TEST_F(ApplicationForm, TheTimeEstimatesAreWrittenOnceAtTheirPlace) {
   EXPECT_THAT(ValueOf("edtBerTidsatgangTT"), Optional(std::string("0")));
 }
 
-TEST_F(ApplicationForm, JawTextsAreSentAsTheyStand) {
+TEST_F(ApplicationForm, JawTextsAreSentUnchanged) {
   application[u"PlanTreatmUJaw"] = u" 921 922  923";
   application[u"PlanTreatmLJaw"] = u"1 2 3 4 5 ";
   EXPECT_THAT(ValueOf("edtUJbeh"), Optional(std::string(" 921 922  923")));
@@ -262,7 +262,7 @@ TEST_F(ApplicationForm, AnUnclosedTagInsideATextIsAFieldOfItsOwn) {
       ElementsAre(Pair("edt11beh", "a &lt;12&gt;b"), Pair("edt12beh", "b"), Pair("edt13beh", "c")));
 }
 
-TEST_F(ApplicationForm, APlanCutOffIsSentToItsEnd) {
+TEST_F(ApplicationForm, TruncatedPlanIsSentToItsEnd) {
   application[u"PlanTreatm"] = u"<11>a</11><12>b c";
   EXPECT_THAT(ValueOf("edt12beh"), Optional(std::string("b c")));
   application[u"PlanTreatm"] = u"<11>a</11><12";
@@ -270,7 +270,7 @@ TEST_F(ApplicationForm, APlanCutOffIsSentToItsEnd) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ApplicationForm, APlanOfFortyThousandCharactersIsSentWhole) {
+TEST_F(ApplicationForm, PlanOfFortyThousandCharactersIsSentCompletely) {
   std::u16string plan;
   while (plan.size() < 40000) {
     plan += u"<11>Krona å</11>";

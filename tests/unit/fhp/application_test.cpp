@@ -23,7 +23,7 @@ class WriteNewFHPTest : public FhpFixture {
   bool Holds(const std::string& part) const { return File().find(part) != std::string::npos; }
 };
 
-TEST_F(WriteNewFHPTest, TheMinimalApplicationIsThisFile) {
+TEST_F(WriteNewFHPTest, MinimalApplicationIsWrittenAsTheExpectedFile) {
   EXPECT_EQ(Write(), ExchangePath(u"InNewFHP8.xml"));
   const auto item = [](const std::string& key, const std::string& value) {
     return "<FormItem><FormItemKey>" + key + "</FormItemKey>" +
@@ -53,7 +53,7 @@ TEST_F(WriteNewFHPTest, TheMinimalApplicationIsThisFile) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(WriteNewFHPTest, FilesAreNamedByTheApplicationInTheDirectoryItself) {
+TEST_F(WriteNewFHPTest, FileIsNamedByTheApplicationInTheDirectoryItself) {
   Write();
   database.Answer(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1234",
                   {{u"BID", u"RID", u"PID", u"CaseNo"}, {{12, 3, 4711, u"A1"}}});
@@ -103,7 +103,7 @@ TEST_F(WriteNewFHPTest, TheTitleIsMadeOfBirthDateAndInitials) {
   EXPECT_TRUE(Holds("<Title>FHP420315\xC5</Title>"));
 }
 
-TEST_F(WriteNewFHPTest, AnInitialBeyondTheBasicPlaneIsWhole) {
+TEST_F(WriteNewFHPTest, InitialOutsideTheBasicPlaneIsKeptComplete) {
   patient[u"Fornavn"] = u"\U00010400nna";
   patient[u"Navn"] = u"\U0001D50Ferg";
   Write();
@@ -128,7 +128,7 @@ TEST_F(WriteNewFHPTest, AMissingNameAddsNothingToTheTitle) {
   EXPECT_EQ(CaseTitle(records), u"FHP420315A");
 }
 
-TEST_F(WriteNewFHPTest, APatientOfAHundredYearsHasAPlusSign) {
+TEST_F(WriteNewFHPTest, TitleOfAHundredYearOldPatientHasAPlusSign) {
   patient[u"fDato"] = automation::MakeDate({.year = 1926, .month = 11, .day = 16});
   Write();
   EXPECT_TRUE(Holds("<PatientId>19261116+1234</PatientId>"));
@@ -144,14 +144,14 @@ TEST_F(WriteNewFHPTest, WithoutAUserNameThereIsNoParticipant) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(WriteNewFHPTest, AnUnknownParticipantCodeIsToldByTheLookupAndTheFileIsWritten) {
+TEST_F(WriteNewFHPTest, UnknownParticipantCodeIsReportedAndTheFileIsWritten) {
   database.Answer(u"SELECT ID from Pasient where Code1 = -32000", {});
   EXPECT_NE(Write(), u"");
   EXPECT_FALSE(Holds("<Participant>"));
   EXPECT_EQ(Boxes(), Texts{kStillOpen + u"GetVilnorUserByPID"});
 }
 
-TEST_F(WriteNewFHPTest, LooksUpInThisOrder) {
+TEST_F(WriteNewFHPTest, LookupsAreMadeInOrder) {
   UseOlderPatient();
   AddEstimateRow();
   Write();
@@ -169,7 +169,7 @@ TEST_F(WriteNewFHPTest, LooksUpInThisOrder) {
                                    "SELECT ID from… -32001", "SELECT UserNam… 132001"));
 }
 
-TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemains) {
+TEST_F(WriteNewFHPTest, DatabaseIsReleasedAfterTheFileIsWritten) {
   UseOlderPatient();
   AddEstimateRow();
   Write();
@@ -178,7 +178,7 @@ TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemains) {
   EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
 }
 
-TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemainsAfterAnErrorSoThatTheNextAttemptWorks) {
+TEST_F(WriteNewFHPTest, DatabaseIsReleasedAfterAnErrorAndTheNextAttemptWorks) {
   application[u"CaseNo"] = Null();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(database.AliveConnections(), 0);
@@ -188,7 +188,7 @@ TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemainsAfterAnErrorSoThatTheNextAtte
   EXPECT_EQ(Boxes(), Texts{kNull});
 }
 
-TEST_F(WriteNewFHPTest, TheBoxCarriesTitleAndIcon) {
+TEST_F(WriteNewFHPTest, ErrorBoxHasTitleAndIcon) {
   application[u"CaseNo"] = Null();
   Write();
   EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{{.text = kNull,
@@ -227,20 +227,20 @@ TEST_F(WriteNewFHPTest, AnUnknownPostcodeIsReported) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, APostcodeThatIsNoNumberIsReported) {
+TEST_F(WriteNewFHPTest, NonNumericPostcodeIsReported) {
   provider[u"postnr"] = u"SE-11122";
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, ATownThatCannotBeLookedUpIsToldAndEmpty) {
+TEST_F(WriteNewFHPTest, FailedTownLookupIsReportedAndTheTownIsEmpty) {
   database.FailStatement(u"SELECT Poststedsnavn", {1001, u"Test", u"Scripted failure"});
   EXPECT_NE(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"1001 Scripted failure in GetCityByPostnr"});
   EXPECT_TRUE(Holds("<FormItemKey>edtVardgivarePostort</FormItemKey><FormItemValue/>"));
 }
 
-TEST_F(WriteNewFHPTest, RowsThatCannotBeCountedAreToldAndTheEstimateIsLeftOut) {
+TEST_F(WriteNewFHPTest, FailedRowCountIsReportedAndTheEstimateIsLeftOut) {
   UseOlderPatient();
   AddEstimateRow();
   database.FailStatement(u"SELECT COUNT(*)", {1001, u"Test", u"Scripted failure"});
@@ -325,7 +325,7 @@ TEST_F(WriteNewFHPTest, AnUnwritableDirectoryLeavesTheEarlierFileUntouched) {
   EXPECT_EQ(exchange::PendingResultPath(), ExchangePath(u"OutNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrAWholeOne) {
+TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrACompleteOne) {
   UseOlderPatient();
   AddEstimateRow();
   database.LogReads(true);

@@ -109,7 +109,7 @@ TEST_P(SampleApplications, SampleApplicationBecomesExactlyTheExpectedFile) {
   EXPECT_EQ(Contents(fileName), ExpectedFile());
 }
 
-TEST_P(SampleApplications, SampleApplicationFitsOrNotAsItsNameSays) {
+TEST_P(SampleApplications, SampleApplicationPassesTheSendCheckAsItsNameSays) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   const std::string name = sample.expected.stem().string();
@@ -172,7 +172,7 @@ TEST_P(ApplicationsOnAProduct, ApplicationOfUnknownPeopleOrPlacesEndsInTheBoxAnd
   ExpectNoFile(4242);
 }
 
-TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatCouldNotBe) {
+TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatFailed) {
   ExpectRefused(4242, 41, 31);
   dialogs.shown.clear();
   EXPECT_FALSE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory).Failed());

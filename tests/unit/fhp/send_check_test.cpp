@@ -88,11 +88,11 @@ TEST_F(SendCheck, EmptyPiecesOfAToothCount) {
   ExpectFits({.teeth = u"<11>921  922 </11>"});
 }
 
-TEST_F(SendCheck, WhatStandsBetweenTeethDoesNotCount) {
+TEST_F(SendCheck, TextBetweenTeethDoesNotCount) {
   ExpectFits({.teeth = u"a b c d e f <11>921</11> a b c d e f"});
 }
 
-TEST_F(SendCheck, EachJawTakesFourMeasures) {
+TEST_F(SendCheck, EachJawFitsFourMeasures) {
   ExpectFits({.upperJaw = u"1 2 3 4", .lowerJaw = u"1 2 3 4"});
   ExpectTooMany({.upperJaw = u"1 2 3 4 5", .lowerJaw = u"1"});
   ExpectTooMany({.upperJaw = u"1", .lowerJaw = u"1 2 3 4 5"});
@@ -106,7 +106,7 @@ TEST_F(SendCheck, OneLeadingBlankOfAJawDoesNotCountASecondDoes) {
   ExpectTooMany({.lowerJaw = u" 1 2 3 4 "});
 }
 
-TEST_F(SendCheck, AFailingUpperJawEndsTheCheckWithoutALowerJaw) {
+TEST_F(SendCheck, FailingUpperJawEndsTheCheckOfAPlanWithoutALowerJaw) {
   ExpectTooMany({.upperJaw = u"1 2 3 4 5"});
 }
 
@@ -127,7 +127,7 @@ TEST_F(SendCheck, AFailingUpperJawStopsBeforeTheLower) {
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
 }
 
-TEST_F(SendCheck, TheTrimmedJawsGoBackIntoTheRecordInHandAndNowhereElse) {
+TEST_F(SendCheck, TrimmedJawsAreStoredOnlyInTheOpenRecord) {
   database.LogReads(true);
   Check({.upperJaw = u" 1 2", .lowerJaw = u" 3"});
   EXPECT_EQ(database.LogOf(u"Recordset.SetField"),
@@ -138,7 +138,7 @@ TEST_F(SendCheck, TheTrimmedJawsGoBackIntoTheRecordInHandAndNowhereElse) {
   EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
 }
 
-TEST_F(SendCheck, ReleasesTheDatabaseBeforeItChecks) {
+TEST_F(SendCheck, DatabaseIsReleasedBeforeTheCheck) {
   database.LogReads(true);
   Check({.teeth = u"<11>1</11>"});
   EXPECT_EQ(database.AliveConnections(), 0);
@@ -179,7 +179,7 @@ TEST_F(SendCheck, ThePlanMayHave32767Characters) {
   EXPECT_FALSE(Check({.teeth = u"<11>1</11>" + std::u16string(32758, u'x')}));
 }
 
-TEST_F(SendCheck, AFailingToothIsToldBeforeTheOverflow) {
+TEST_F(SendCheck, FailingToothIsReportedBeforeTheOverflow) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11>" + std::u16string(40000, u'x')});
 }
 
@@ -199,14 +199,14 @@ TEST_F(SendCheck, AToothWithoutAClosingTagIsRefused) {
   }
 }
 
-TEST_F(SendCheck, ATagWithoutItsEndIsRefused) {
+TEST_F(SendCheck, UnterminatedTagIsRefused) {
   for (const auto* plan :
        {u"<11", u"<11>1</11> < 2 3 4 5 6", u"<11>1</11><12", u"1 < 2", u"<11>1</11 < ", u"<<"}) {
     ExpectRefused(plan);
   }
 }
 
-TEST_F(SendCheck, ALessThanSignAtTheVeryEndIsNotLookedAt) {
+TEST_F(SendCheck, LessThanSignAtTheVeryEndIsIgnored) {
   ExpectFits({.teeth = u"<"});
   ExpectFits({.teeth = u"<11>1</11> <"});
 }
@@ -218,14 +218,14 @@ TEST_F(SendCheck, ARefusedPlanLeavesTheJawsUnread) {
   EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
 }
 
-TEST_F(SendCheck, AFailingToothIsToldBeforeOneThatIsRefused) {
+TEST_F(SendCheck, FailingToothIsReportedBeforeARefusedOne) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11><12>1"});
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <"});
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <12"});
   ExpectTooMany({.teeth = u"<11>1 2 <12>3 4 5</11>"});
 }
 
-TEST_F(SendCheck, ATagBeyondSixteenBitsOverflowsBeforeItsTextIsMissed) {
+TEST_F(SendCheck, TagBeyondSixteenBitsOverflowsBeforeItsMissingTextIsReported) {
   EXPECT_FALSE(Check({.teeth = u"<" + std::u16string(40000, u'1') + u">1"}));
   ExpectError(u"6 Overflow in OKToSend");
   dialogs.shown.clear();
@@ -243,7 +243,7 @@ TEST_F(SendCheck, OnlyBlanksSeparateMeasures) {
   }
 }
 
-TEST_F(SendCheck, OnlyABlankInFrontOfAJawIsLeftOut) {
+TEST_F(SendCheck, OnlyALeadingBlankOfAJawIsRemoved) {
   for (const auto* other : {u"\t", u"\n", u"\u00A0"}) {
     ExpectFits({.upperJaw = std::u16string(other) + u"1 2 3 4"});
     ExpectTooMany({.upperJaw = std::u16string(other) + u" 1 2 3 4"});

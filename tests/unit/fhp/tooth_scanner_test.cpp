@@ -43,7 +43,7 @@ TEST(ToothScanner, AnyClosingTagEndsAText) {
   EXPECT_THAT(RunsOf(u"<11>a</"), ElementsAre(Pair("11", "a")));
 }
 
-TEST(ToothScanner, ATagThatClosesTwiceIsOneRun) {
+TEST(ToothScanner, DoublyClosedTagIsOneRun) {
   EXPECT_THAT(RunsOf(u"<11>a</11></11><12>b</12>"), ElementsAre(Pair("11", "a"), Pair("12", "b")));
 }
 
@@ -57,7 +57,7 @@ TEST(ToothScanner, ARunInsideATextIsFoundToo) {
   EXPECT_THAT(RunsOf(u"<11>a<12>b</12>c</11>"), ElementsAre(Pair("11", "a<12>b"), Pair("12", "b")));
 }
 
-TEST(ToothScanner, ATagRightAtTheStartOfATextIsPartOfItOnly) {
+TEST(ToothScanner, TagAtTheStartOfATextIsOnlyPartOfTheText) {
   EXPECT_THAT(RunsOf(u"<11><12>b</12><13>c</13>"),
               ElementsAre(Pair("11", "<12>b"), Pair("13", "c")));
 }
@@ -67,7 +67,7 @@ TEST(ToothScanner, ALessThanSignIsATagUpToTheNextGreaterThanSign) {
   EXPECT_THAT(RunsOf(u"<>x</>"), ElementsAre(Pair("", "x")));
 }
 
-TEST(ToothScanner, ALessThanSignWithoutAGreaterThanSignIsNoTag) {
+TEST(ToothScanner, LessThanSignWithoutAGreaterThanSignIsNotATag) {
   EXPECT_THAT(RunsOf(u"<11>a</11> 2 < 3"), ElementsAre(Pair("11", "a")));
   EXPECT_THAT(RunsOf(u"<11"), IsEmpty());
 }
@@ -87,14 +87,14 @@ TEST(ToothScanner, ATagMayBeginAtTheLastPositionThatIsScanned) {
   EXPECT_THAT(RunsOf(u"<11>a</11><>", rules), ElementsAre(Pair("11", "a"), Pair("", "")));
 }
 
-TEST(ToothScanner, TheSendCheckRefusesARunWithoutItsEnd) {
+TEST(ToothScanner, SendCheckRefusesAnUnclosedRun) {
   for (const auto* column : {u"<11>a", u"<11>", u"<11", u"a < b", u"<11>a</11><>"}) {
     EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, kSendCheckScan); }), 5);
     EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column); }), 0);
   }
 }
 
-TEST(ToothScanner, ARunBeforeTheOneThatIsRefusedIsGiven) {
+TEST(ToothScanner, RunBeforeARefusedOneIsGiven) {
   ToothScanner teeth(u"<11>a</11><12>b", kSendCheckScan);
   EXPECT_EQ(teeth.Next()->text, u"a");
   EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 5);
@@ -139,7 +139,7 @@ TEST(ToothScanner, ARunBeforeTheOverflowIsGiven) {
   EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 6);
 }
 
-TEST(ToothScanner, ATextWithoutEndEndsTheScanBeforeTheOverflow) {
+TEST(ToothScanner, UnclosedTextEndsTheScanBeforeTheOverflow) {
   const std::u16string column = u"<11>" + std::u16string(40000, u'x');
   ScanRules rules = kSendCheckScan;
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, rules); }), 5);

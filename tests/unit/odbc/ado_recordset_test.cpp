@@ -38,7 +38,7 @@ TEST(AdoRecordset, ACloneTakesItsSourcesLockUnlessOneIsAsked) {
   EXPECT_EQ(batch.Clone(LockType::ReadOnly).LockType(), LockType::ReadOnly);
 }
 
-TEST(AdoRecordset, MovesBothWaysAndToEitherEnd) {
+TEST(AdoRecordset, RecordsetMovesBothWaysAndToEitherEnd) {
   auto rows = Static(LockType::ReadOnly);
   rows.MoveLast();
   EXPECT_EQ(rows.Field(u"Id"), Value(std::int32_t{2}));
@@ -53,7 +53,7 @@ TEST(AdoRecordset, MovesBothWaysAndToEitherEnd) {
   EXPECT_EQ(ErrorNumberOf([&] { rows.MoveTo(2); }), 3021);
 }
 
-TEST(AdoRecordset, WithoutRowsItStandsAtBothEnds) {
+TEST(AdoRecordset, EmptyRecordsetIsAtBothEnds) {
   AdoRecordset none(CachedRows{.columns = TwoRows().columns, .rows = {}}, CursorLocation::Client);
   EXPECT_TRUE(none.Bof());
   EXPECT_TRUE(none.Eof());
@@ -61,7 +61,7 @@ TEST(AdoRecordset, WithoutRowsItStandsAtBothEnds) {
   EXPECT_EQ(ErrorNumberOf([&] { none.MoveLast(); }), 3021);
 }
 
-TEST(AdoRecordset, AnEditIsTakenBackByCancelUpdate) {
+TEST(AdoRecordset, EditIsUndoneByCancelUpdate) {
   auto rows = Static(LockType::BatchOptimistic);
   rows.SetField(u"Name", Value(u"x"));
   EXPECT_TRUE(rows.EditInProgress());
@@ -80,7 +80,7 @@ TEST(AdoRecordset, ABatchEditReachesClonesByUpdateOrByMovingOn) {
   EXPECT_TRUE(clone.Field(u"Name").IsNull());
 }
 
-TEST(AdoRecordset, ABatchEditThatWasNotHandedOverIsForgottenByClose) {
+TEST(AdoRecordset, PendingBatchEditIsDiscardedByClose) {
   auto rows = Static(LockType::BatchOptimistic);
   const auto clone = rows.Clone(LockType::Unspecified);
   rows.SetField(u"Name", Value(u"x"));
@@ -88,7 +88,7 @@ TEST(AdoRecordset, ABatchEditThatWasNotHandedOverIsForgottenByClose) {
   EXPECT_EQ(clone.Field(u"Name"), Value(u"a"));
 }
 
-TEST(AdoRecordset, AnEditThatWouldHaveToReachTheDatabaseIsRefusedNotLostSilently) {
+TEST(AdoRecordset, EditThatNeedsTheDatabaseIsRefusedNotLostSilently) {
   auto rows = Static(LockType::Optimistic);
   rows.SetField(u"Name", Value(u"x"));
   EXPECT_EQ(rows.Field(u"Name"), Value(u"x"));

@@ -24,7 +24,7 @@ std::string Wide(std::string_view text, bool lowFirst) {
   return wide;
 }
 
-TEST(FitToParse, IsEveryDocumentInOrder) {
+TEST(FitToParse, WellFormedDocumentsAreFitToParse) {
   for (const std::string_view document :
        {"<a/>",
         "<a></a>",
@@ -52,7 +52,7 @@ TEST(FitToParse, IsEveryDocumentInOrder) {
   }
 }
 
-TEST(FitToParse, IsNothingElse) {
+TEST(FitToParse, MalformedDocumentsAreNotFitToParse) {
   for (const std::string_view document : {"",
                                           "no document",
                                           "<!---->",
@@ -151,7 +151,7 @@ TEST(FitToParse, IsNothingElse) {
   EXPECT_FALSE(IsFitToParse("<?xml version='1.0'?><a>" + Wide("x", true) + "</a>"));
 }
 
-TEST(FitToParse, IsWhatStandsInUtf16) {
+TEST(FitToParse, Utf16DocumentsAreCheckedLikeOthers) {
   for (const bool lowFirst : {true, false}) {
     const std::string mark = lowFirst ? "\xFF\xFE" : "\xFE\xFF";
     for (const std::string& start : {std::string(), mark}) {
@@ -174,7 +174,7 @@ struct Limit {
 
 class ParserLimits : public testing::TestWithParam<Limit> {};
 
-TEST_P(ParserLimits, AllowWhatAResultCouldHaveAndNoMore) {
+TEST_P(ParserLimits, DocumentUpToEachLimitIsFitAndBeyondItIsNot) {
   const auto& [what, most, tooMuch] = GetParam();
   EXPECT_TRUE(IsFitToParse(most)) << what;
   EXPECT_FALSE(IsFitToParse(tooMuch)) << what;
@@ -221,7 +221,7 @@ const Limit kLimits[] = {
 
 INSTANTIATE_TEST_SUITE_P(Of, ParserLimits, testing::ValuesIn(kLimits));
 
-TEST(ParserLimits, LeaveTextsAlone) {
+TEST(ParserLimits, LimitsDoNotApplyToTexts) {
   for (const std::string_view text :
        {"a, = 1 b> xmlns |\n", "&lt;b c=\"\"&gt;\r\n", "V\xE4rk. ", "\xED\x95\x9C\xEA\xB5\xAD"}) {
     const std::string texts = Times(4'000'000 / text.size(), text);
