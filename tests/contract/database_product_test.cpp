@@ -51,7 +51,7 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ServerContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
 
-TEST_P(SqliteContract, AFileInAMissingFolderCannotBeOpened) {
+TEST_P(SqliteContract, FileInAMissingFolderCannotBeOpened) {
   const auto missing = database->NewConnection();
   const auto raised = ErrorOf(
       [&] { missing->Open(u"Driver=SQLite3;Database=/nonexistent/folder/x.db", u"", u"", -1); });
@@ -172,7 +172,7 @@ TEST_P(MariadbContract, StatementsMeanTheSameInEveryInitialSqlMode) {
   }
 }
 
-TEST_P(MariadbContract, AZeroDateIsNull) {
+TEST_P(MariadbContract, ZeroDateIsNull) {
   Run(u"SET SESSION sql_mode = ''");
   Run(u"INSERT INTO Trial (Moment, Day) VALUES ('0000-00-00 00:00:00', '0000-00-00')");
   const auto row = Query(u"SELECT Moment, Day FROM Trial");
@@ -180,7 +180,7 @@ TEST_P(MariadbContract, AZeroDateIsNull) {
   EXPECT_TRUE(row->Field(1).IsNull());
 }
 
-TEST_P(MariadbContract, ABitIsABoolean) {
+TEST_P(MariadbContract, BitIsABoolean) {
   Run(u"CREATE TEMPORARY TABLE Bits (Yes bit(1), No bit(1))");
   Run(u"INSERT INTO Bits (Yes, No) VALUES (TRUE, FALSE)");
   const auto row = Query(u"SELECT Yes, No FROM Bits");
@@ -201,7 +201,7 @@ TEST_P(MariadbContract, StatementTimeoutIsTheDefaultOfADO) {
   EXPECT_EQ(Scalar(u"SELECT @@max_statement_time = 30"), Value(std::int32_t{1}));
 }
 
-TEST_P(MariadbContract, ATransactionSeesWhatOthersHaveCommitted) {
+TEST_P(MariadbContract, TransactionSeesWhatOthersHaveCommitted) {
   connection->BeginTrans();
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{0}));
   NewOpenConnection()->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);

@@ -86,7 +86,7 @@ TEST_P(StatementContract, TextThatLooksLikeADateIsUnchangedInATextColumn) {
   }
 }
 
-TEST_P(StatementContract, ADoubledQuoteBeforeALiteralDoesNotHideIt) {
+TEST_P(StatementContract, DoubledQuoteBeforeALiteralDoesNotHideIt) {
   Run(u"INSERT INTO Trial (Note, Moment) VALUES ('O''Brien #1', #11-16-2026 14:05:00#)");
   const auto row = Query(u"SELECT Note, Moment FROM Trial");
   EXPECT_EQ(row->Field(u"Note"), Value(u"O'Brien #1"));

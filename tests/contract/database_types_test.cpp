@@ -38,7 +38,7 @@ TEST_P(TypesContract, WideIntegerIs32BitWhenItFitsAndADecimalOtherwise) {
             Value(Decimal{.lo = 9223372036854775807U, .negative = true}));
 }
 
-TEST_P(TypesContract, ACountIsA32BitNumber) {
+TEST_P(TypesContract, CountIsA32BitNumber) {
   EXPECT_EQ(Query(u"SELECT COUNT(*) AS Antal FROM Trial")->Field(u"Antal"), Value(std::int32_t{0}));
 }
 
@@ -75,11 +75,11 @@ TEST_P(TypesContract, TimestampsAndDatesAreDates) {
   EXPECT_EQ(Stored(u"Day", u"'1899-12-29'"), Value(Moment(1899, 12, 29)));
 }
 
-TEST_P(TypesContract, AFractionOfASecondIsDropped) {
+TEST_P(TypesContract, FractionOfASecondIsDropped) {
   EXPECT_EQ(Stored(u"Moment", u"'2026-11-16 14:05:09.75'"), Value(Moment(2026, 11, 16, 14, 5, 9)));
 }
 
-TEST_P(TypesContract, ATimeOfDayIsADateOnDayZero) {
+TEST_P(TypesContract, TimeOfDayIsADateOnDayZero) {
   EXPECT_EQ(Stored(u"Clock", u"'06:00:00'"), Value(automation::Date{0.25}));
 }
 
@@ -88,7 +88,7 @@ TEST_P(TypesContract, TextIsNotTrimmed) {
   EXPECT_EQ(Stored(u"Note", u"' x '"), Value(u" x "));
 }
 
-TEST_P(TypesContract, AnEmptyTextIsNotNull) {
+TEST_P(TypesContract, EmptyTextIsNotNull) {
   EXPECT_EQ(Stored(u"Name", u"''"), Value(u""));
 }
 

@@ -48,14 +48,14 @@ TEST_F(Files, LengthsAreBytesAndZeroForAFolder) {
   EXPECT_EQ(ErrorNumberOf([&] { files_->FileLength(folder_ / "none/none"); }), 53);
 }
 
-TEST_F(Files, ADeletedFileIsGone) {
+TEST_F(Files, DeletedFileIsMissing) {
   folder_.Write("Öppen.xml", "x");
   files_->DeleteFile(folder_ / "Öppen.xml");
   EXPECT_EQ(FilesInFolder(), 0U);
   EXPECT_EQ(ErrorNumberOf([&] { files_->DeleteFile(folder_ / "Öppen.xml"); }), 53);
 }
 
-TEST_F(Files, ARenamedFileHasItsContentsUnderTheNewNameOnly) {
+TEST_F(Files, RenamedFileHasItsContentsUnderTheNewNameOnly) {
   folder_.Write("Öppen.xml", "x");
   files_->RenameFile(folder_ / "Öppen.xml", folder_ / "Öppen 2026-11-16.xml");
   EXPECT_EQ(folder_.Read("Öppen 2026-11-16.xml"), "x");

@@ -8,7 +8,7 @@
 namespace databases {
 namespace {
 
-TEST_P(BadInput, AQuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
+TEST_P(BadInput, QuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
   const auto add = [](const char16_t* caseId, const char16_t* user, const char16_t* kestraCaseId) {
     return [=](auto& operations) {
       operations.AddNewCase(4711, 12, 3, caseId, 77, 1, 5, user, kestraCaseId);
@@ -21,7 +21,7 @@ TEST_P(BadInput, AQuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInASearchedCaseIdShowsTheProvidersBox) {
+TEST_P(BadInput, QuoteInASearchedCaseIdShowsTheProvidersBox) {
   ExpectRefused(u"DeleteCase", [](auto& operations) { operations.DeleteCase(u"VL'9"); });
   EXPECT_FALSE(Fresh([](auto& operations) { return operations.CaseExistsPID(1, 9, u"'"); }));
   ExpectProvidersBox(u"CaseExistsPID");
@@ -48,7 +48,7 @@ TEST_P(BadInput, QuoteInTheJournalTextRollsTheLinksUpdateBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInAMappedNameBreaksTheUnquotedStatement) {
+TEST_P(BadInput, QuoteInAMappedNameBreaksTheUnquotedStatement) {
   ExpectRefused(u"AddNewVilnorUser",
                 [](auto& operations) { operations.AddNewVilnorUser(4711, u"o'neil"); });
   // Of a patient with a user, and of one without.
@@ -111,7 +111,7 @@ TEST_P(BadInput, MappedNameOfTenThousandCharactersIsReadCompletelyOrNotStored) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ADatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
+TEST_P(BadInput, DatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
   const auto before = Written();
   const auto type = session.gDbType;
   session.gDbType = 3;
@@ -122,7 +122,7 @@ TEST_P(BadInput, ADatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingTableShowsTheProvidersBox) {
+TEST_P(BadInput, MissingTableShowsTheProvidersBox) {
   Run(u"ALTER TABLE VilnorPasient RENAME TO Elsewhere");
   EXPECT_EQ(UserOf(5012), u"");
   ExpectProvidersBox(u"GetVilnorUserByPID");
@@ -130,7 +130,7 @@ TEST_P(BadInput, AMissingTableShowsTheProvidersBox) {
   EXPECT_EQ(UserOf(5012), u"bjorn.ek");
 }
 
-TEST_P(BadInput, AMissingJournalRollsTheNewLinkBack) {
+TEST_P(BadInput, MissingJournalRollsTheNewLinkBack) {
   Run(u"ALTER TABLE Journal RENAME TO Elsewhere");
   Add(u"VL-9", u"åsa");
   ExpectProvidersBox(u"AddNewCase");
@@ -139,7 +139,7 @@ TEST_P(BadInput, AMissingJournalRollsTheNewLinkBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingColumnShowsTheProvidersBox) {
+TEST_P(BadInput, MissingColumnShowsTheProvidersBox) {
   const auto town = [](auto& operations) { return operations.GetCityByPostnr(41301); };
   Run(u"ALTER TABLE Postadresseregister RENAME COLUMN Poststedsnavn TO Ort");
   EXPECT_EQ(Fresh(town), u"");
@@ -148,7 +148,7 @@ TEST_P(BadInput, AMissingColumnShowsTheProvidersBox) {
   EXPECT_EQ(Fresh(town), u"Göteborg");
 }
 
-TEST_P(BadInput, AMissingColumnOfTheLinkRefusesTheNewCase) {
+TEST_P(BadInput, MissingColumnOfTheLinkRefusesTheNewCase) {
   const auto before = Written();
   Run(u"ALTER TABLE Vilnor RENAME COLUMN VilnorUser TO Elsewhere");
   Add(u"VL-9", u"åsa");
@@ -158,7 +158,7 @@ TEST_P(BadInput, AMissingColumnOfTheLinkRefusesTheNewCase) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingTableOfApplicationsGivesNothing) {
+TEST_P(BadInput, MissingTableOfApplicationsGivesNothing) {
   const auto application = [](auto& operations) { return operations.GetFHPById(77); };
   Run(u"ALTER TABLE SEPrerequest RENAME TO Elsewhere");
   EXPECT_EQ(Fresh(application), nullptr);
@@ -203,7 +203,7 @@ TEST_P(BadInput, NullJournalTextLeavesTheLinkUnchanged) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ANullJournalIdDeletesNothing) {
+TEST_P(BadInput, NullJournalIdDeletesNothing) {
   Run(u"UPDATE Vilnor SET Journal_ID = NULL WHERE VilnorId = 101");
   const auto before = Written();
   db::RenewGDB()->DeleteFHP(71);

@@ -141,7 +141,7 @@ TEST_F(AdoOdbc, LateBoundScriptReadsWritesAndGetsErrors) {
   EXPECT_EQ(OutputOf("cscript //nologo Z:" + script + " " + file.string()), expected);
 }
 
-TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
+TEST_F(AdoOdbc, DatabaseIsOpenedByItsWindowsPath) {
   ASSERT_FALSE(std::filesystem::exists(file));
   const auto connection = database->NewConnection();
   connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
@@ -150,7 +150,7 @@ TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
 }
 
 // What the component asks for is what ADO is asked for.
-TEST_F(AdoOdbc, ARecordsetHasTheCursorAndLockThatItWasOpenedWith) {
+TEST_F(AdoOdbc, RecordsetHasTheCursorAndLockThatItWasOpenedWith) {
   const auto connection = database->NewConnection();
   connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
   connection->Execute(u"CREATE TABLE T (A integer)", -1);
@@ -281,7 +281,7 @@ TEST_F(AdoOdbc, UnregisteringKeepsClassesServedByAnotherFile) {
   EXPECT_EQ(Export<Answer>("DllRegisterServer")(), S_OK);
 }
 
-TEST_F(AdoOdbc, TheDllIsNotFreedOnceItHasMadeAnObject) {
+TEST_F(AdoOdbc, DllIsNotUnloadedOnceItHasCreatedAnObject) {
   { const auto connection = NewAdoConnection(); }
   constexpr int kMoreOftenThanItWasLoaded = 100;
   for (int i = 0; i < kMoreOftenThanItWasLoaded; ++i) {
@@ -292,7 +292,7 @@ TEST_F(AdoOdbc, TheDllIsNotFreedOnceItHasMadeAnObject) {
   EXPECT_TRUE(NewAdoConnection());
 }
 
-TEST_F(AdoOdbc, TheDllIsInUseAsLongAsAnyOfItsObjectsLives) {
+TEST_F(AdoOdbc, DllIsInUseWhileAnyOfItsObjectsLives) {
   auto connection = NewAdoConnection();
   const auto canUnload = Export<Answer>("DllCanUnloadNow");
   ASSERT_NE(canUnload, nullptr) << "ADO's class is not AdoOdbc's";

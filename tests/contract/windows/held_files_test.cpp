@@ -185,7 +185,7 @@ TEST_F(HeldFiles, PermanentRefusalIsNotWaitedFor) {
   EXPECT_EQ(Names(), std::vector<std::string>{"In.xml"});
 }
 
-TEST_F(HeldFiles, AReadOnlyFileIsNotDeleted) {
+TEST_F(HeldFiles, ReadOnlyFileIsNotDeleted) {
   folder_.Write("In.xml", "earlier");
   const std::wstring path = Wide(folder_ / "In.xml");
   ASSERT_NE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY), FALSE);

@@ -67,7 +67,7 @@ TEST(NumberTexts, NumberTextsAreReadInTheUsersLocale) {
   EXPECT_EQ(ToDouble(u"1e-999", kUs), 0);
 }
 
-TEST(NumberTexts, TextThatIsNoNumberRaisesTypeMismatch) {
+TEST(NumberTexts, NonNumericTextRaisesTypeMismatch) {
   for (const auto* text : {u"", u" ", u"x", u"12x", u"--1", u"1e", u"1.2.3", u".", u"1 2 -"}) {
     EXPECT_EQ(ErrorNumberOf([&] { ToInt32(text, kUs); }), 13) << ToUtf8(text);
   }

@@ -74,7 +74,7 @@ TEST(DateReading, MonthAndDayAreSwappedWhenTheMonthIsImpossible) {
   EXPECT_EQ(ParseDate(u"2026-16-11", kSwedish), Day(2026, 11, 16));
 }
 
-TEST(DateReading, TimeIsReadAfterADateOrAlone) {
+TEST(DateReading, TimeIsReadAfterADateOrWithoutOne) {
   EXPECT_EQ(ParseDate(u"2026-11-16 14:05:09", kSwedish), Time(2026, 11, 16, 14, 5, 9));
   EXPECT_EQ(ParseDate(u"11/16/2026 2:05 PM", kUs), Time(2026, 11, 16, 14, 5));
   EXPECT_EQ(ParseDate(u"11/16/2026 12:05:00 am", kUs), Time(2026, 11, 16, 0, 5));

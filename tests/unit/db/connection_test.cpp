@@ -18,7 +18,7 @@ class SharedConnection : public DbTest {
   }
 };
 
-TEST_F(SharedConnection, NewDBVilnorOpensTheConnectionWithTheSessionsTextAsItIs) {
+TEST_F(SharedConnection, NewDBVilnorOpensTheConnectionWithTheSessionsExactString) {
   session.gConnectionParameter = u"Provider=Åbo; Data Source=\"x;y\"";
   const DBVilnor operations;
   EXPECT_EQ(database.Log(),

@@ -228,7 +228,7 @@ std::string TableInMarkdown() {
   return table;
 }
 
-TEST(OperationTable, OperationTableStandsInTheDocumentAsItIs) {
+TEST(OperationTable, OperationTableMatchesTheDocument) {
   std::ifstream file(VILNOR_SOURCE_DIR "/docs/edge-cases/database.md", std::ios::binary);
   const std::string document{std::istreambuf_iterator<char>(file), {}};
   EXPECT_TRUE(document.ends_with("\n" + TableInMarkdown()))

@@ -76,7 +76,7 @@ TEST_F(RequestWriters, ControlCharactersAndHalfSurrogatePairsDoNotStopARequest) 
             std::string::npos);
 }
 
-TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
+TEST_F(RequestWriters, MissingFolderIsReportedAndNothingIsWritten) {
   EXPECT_TRUE(WriteNewCase({1, 2, 3, u"x", u"a", u"b"}, hostPath + u"Nowhere").Failed());
   EXPECT_TRUE(WriteSearchPatient(u"x", hostPath + u"Nowhere").Failed());
   EXPECT_EQ(dialogs.shown,
@@ -88,7 +88,7 @@ TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
                                                 .icon = Icon::Exclamation}}));
 }
 
-TEST_F(RequestWriters, AnOlderFileOfTheSameNameIsReplaced) {
+TEST_F(RequestWriters, OlderFileOfTheSameNameIsReplaced) {
   Put(u"InNewCase1.xml", std::string(100000, 'x'));
   EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   EXPECT_TRUE(Contents(u"InNewCase1.xml").starts_with(kDeclaration));

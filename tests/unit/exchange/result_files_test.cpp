@@ -400,7 +400,7 @@ TEST_F(FailedLookup, FailedLinkLookupLeavesAResultWithoutMeaning) {
 }
 
 // Vilnor Link may answer a further request while a box, or the host's handler, holds up the first.
-TEST_F(ResultFiles, NewerResultOfTheSameNameIsLeftAlone) {
+TEST_F(ResultFiles, NewerResultOfTheSameNameIsKept) {
   for (const bool fails : {false, true}) {
     for (const auto& reader : kReaders) {
       SCOPED_TRACE(reader.name);

@@ -194,7 +194,7 @@ class ScriptedDocuments : public platform::ResultDocuments {
   std::deque<platform::ParseError> errors;
 };
 
-TEST_F(ResultReaders, FileThatGoesBadBeforeTheSecondLoadIsReported) {
+TEST_F(ResultReaders, FileDamagedBeforeTheSecondLoadIsReported) {
   ScriptedDocuments scripted;
   platform::Platform changed = fakes::With(ports, scripted);
   platform::Use(changed);
@@ -278,7 +278,7 @@ TEST_F(ResultReaders, ResultWithADocumentTypeIsKeptSilently) {
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
+TEST_F(ResultReaders, UnopenableDatabaseIsReportedAndTheResultStays) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     database = fakes::Database();
     database.FailCall(2, kServerGone);
@@ -293,7 +293,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
   }
 }
 
-TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
+TEST_F(ResultReaders, ExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   database.installed = false;
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   Read(RequestKind::ExistCase);
@@ -498,7 +498,7 @@ TEST_F(ResultReaders, MeaninglessStatusOpensNoDatabase) {
 }
 
 // Any program of the desktop can post a message.
-TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
+TEST_F(ResultReaders, MessageWithoutAFileChangesNothing) {
   for (const auto& reader : kReaders) {
     database.ClearLog();
     Read(reader.kind);
@@ -580,7 +580,7 @@ TEST_F(ResultReaders, NewCaseIsCancelledByTheNumberOneOnly) {
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
+TEST_F(ResultReaders, ApplicationsTextIsSplitAtItsFirstFourSeparators) {
   const auto results = std::to_array<std::pair<const char*, const char16_t*>>(
       {{"x&amp;12&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
        {"55&amp;x&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
@@ -607,7 +607,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
   EXPECT_NE(Changes()[1].find(u"ärendenr: 55&12&3&8 överförd"), std::u16string::npos);
 }
 
-TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCase) {
+TEST_F(ResultReaders, DatabaseThatCannotBeReopenedIsReportedUnderReadExistCase) {
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   Read(RequestKind::ExistCase);
   const auto& log = database.Log();
@@ -636,7 +636,7 @@ TEST_F(ResultReaders, EndlessValueIsReportedWithTheXmlName) {
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
+TEST_F(ResultReaders, FileOfFiftyMegabytesIsReadOrRefused) {
   constexpr std::size_t kSize = 50'000'000;
   const std::string line = "<b>" + std::string(10'000, 'x') + "</b>";
   std::string lines;

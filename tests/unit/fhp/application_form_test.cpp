@@ -44,14 +44,14 @@ constexpr auto kCounts = std::to_array<Flag>({{"edtAntalRtg", u"NoOfXRay"},
 
 class ApplicationForm : public FhpFixture {};
 
-TEST_F(ApplicationForm, AnEmptyApplicationHasItsFixedFieldsOnly) {
+TEST_F(ApplicationForm, EmptyApplicationHasItsFixedFieldsOnly) {
   EXPECT_THAT(Keys(kForm), ElementsAre("edtArendeNr", "edtVardgivareNamn", "edtVardgivareAdress",
                                        "edtVardgivarePostNr", "edtVardgivarePostort",
                                        "edtVardgivareOrgNr", "edtPatientPersonNr", "edtPatientNamn",
                                        "edtOrtDatum", "edtTelefon", "edtNamnfortydligande"));
 }
 
-TEST_F(ApplicationForm, AFullApplicationHasEveryFieldInOrder) {
+TEST_F(ApplicationForm, FullApplicationHasEveryFieldInOrder) {
   for (const auto& flag : kCheckBoxes) {
     application[flag.column] = true;
   }
@@ -119,7 +119,7 @@ TEST_F(ApplicationForm, CountIsWrittenAsTextUnlessItIsZero) {
   }
 }
 
-TEST_F(ApplicationForm, TheEstimateBoxIsWrittenAsItsOwnText) {
+TEST_F(ApplicationForm, EstimateBoxIsWrittenAsItsOwnText) {
   application[u"EstimateOfCost"] = true;
   EXPECT_THAT(ValueOf("cbKostnadsber"), Optional(std::string("True")));
   application[u"EstimateOfCost"] = 1;
@@ -152,13 +152,13 @@ TEST_F(ApplicationForm, WithoutAnAddressAnEmptyValueIsStillWritten) {
             std::string::npos);
 }
 
-TEST_F(ApplicationForm, TheProviderNumberIsLeftOutWhenNull) {
+TEST_F(ApplicationForm, ProviderNumberIsLeftOutWhenNull) {
   EXPECT_EQ(ValueOf("edtVardgivareLeverantorNr"), std::nullopt);
   provider[u"levno"] = 77;
   EXPECT_THAT(ValueOf("edtVardgivareLeverantorNr"), Optional(std::string("77")));
 }
 
-TEST_F(ApplicationForm, ThePatientHasNumberAndFullName) {
+TEST_F(ApplicationForm, PatientHasNumberAndFullName) {
   EXPECT_THAT(ValueOf("edtPatientPersonNr"), Optional(std::string("19700315-1234")));
   EXPECT_THAT(ValueOf("edtPatientNamn"), Optional(std::string("Anna Berg")));
 }
@@ -169,13 +169,13 @@ TEST_F(ApplicationForm, PlaceAndDayHaveTheUsersDateFormatWithoutTime) {
   EXPECT_THAT(ValueOf("edtOrtDatum"), Optional(std::string("Stockholm 11/16/2026")));
 }
 
-TEST_F(ApplicationForm, AMissingTelephoneIsAnEmptyField) {
+TEST_F(ApplicationForm, MissingTelephoneIsAnEmptyField) {
   EXPECT_THAT(ValueOf("edtTelefon"), Optional(std::string()));
   provider[u"tlfPrivat"] = u"08-123 45";
   EXPECT_THAT(ValueOf("edtTelefon"), Optional(std::string("08-123 45")));
 }
 
-TEST_F(ApplicationForm, TheCliniciansMissingNamesAddNothing) {
+TEST_F(ApplicationForm, CliniciansMissingNamesAddNothing) {
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string("Eva Ek")));
   clinician[u"Fornavn"] = Null();
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" Ek")));
@@ -215,7 +215,7 @@ TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethAreLeftOut)
                           "edtUJbeh", "edtLJbeh"));
 }
 
-TEST_F(ApplicationForm, TheTimeEstimatesAreWrittenOnceAtTheirPlace) {
+TEST_F(ApplicationForm, TimeEstimatesAreWrittenOnceAtTheirPosition) {
   application[u"TimeEstimate81"] = 1.5;
   application[u"TimeEstimateDentalTechnic"] = 0;
   const auto keys = Keys(kForm);
@@ -254,7 +254,7 @@ TEST_F(ApplicationForm, MarkupInAToothsTextFollowsTheTags) {
               ElementsAre(Pair("edt11beh", "a &amp; &lt;i&gt;b"), Pair("edtibeh", "b")));
 }
 
-TEST_F(ApplicationForm, AnUnclosedTagInsideATextIsAFieldOfItsOwn) {
+TEST_F(ApplicationForm, UnclosedTagInsideATextIsASeparateField) {
   application[u"PlanTreatm"] = u"<11>a <12>b</11><13>c</13>";
   const auto fields = FieldsOf(kForm);
   EXPECT_THAT(

@@ -62,7 +62,7 @@ TEST_F(WriteNewFHPTest, FileIsNamedByTheApplicationInTheDirectoryItself) {
   EXPECT_EQ(exchange::PendingResultPath(), u"C:\\X\\OutNewFHP1234.xml");
 }
 
-TEST_F(WriteNewFHPTest, TheAnswerIsExpectedUnderTheArgumentsKey) {
+TEST_F(WriteNewFHPTest, AnswerIsExpectedUnderTheArgumentsKey) {
   Write();
   EXPECT_EQ(exchange::PendingResultPath(), ExchangePath(u"OutNewFHP8.xml"));
   EXPECT_TRUE(Holds("<WParam>8</WParam>"));
@@ -93,7 +93,7 @@ TEST_F(WriteNewFHPTest, UserDefDataKeepsItsLastSeparatorWithoutACaseNo) {
   EXPECT_EQ(UserDefData({-5, 0, 2147483647, 8}, row), u"-5&0&2147483647&8&");
 }
 
-TEST_F(WriteNewFHPTest, TheTitleIsMadeOfBirthDateAndInitials) {
+TEST_F(WriteNewFHPTest, TitleHasBirthDateAndInitials) {
   patient[u"fDato"] = automation::MakeDate({.year = 1942, .month = 3, .day = 15});
   Write();
   EXPECT_TRUE(Holds("<Title>FHP420315AB</Title>"));
@@ -116,7 +116,7 @@ TEST_F(WriteNewFHPTest, InitialOutsideTheBasicPlaneIsKeptComplete) {
   EXPECT_TRUE(Holds("<Title>FHP700315&#66560;&#65533;</Title>"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingNameAddsNothingToTheTitle) {
+TEST_F(WriteNewFHPTest, MissingNameAddsNothingToTheTitle) {
   database.Answer(u"q", {{u"fornavn", u"Navn"}, {{Null(), u"Berg"}, {u"Anna", Null()}}});
   auto connection = database.NewConnection();
   connection->Open(u"", u"", u"", -1);
@@ -197,7 +197,7 @@ TEST_F(WriteNewFHPTest, ErrorBoxHasTitleAndIcon) {
                                                                .buttons = platform::Buttons::Ok}}));
 }
 
-TEST_F(WriteNewFHPTest, AMissingApplicationIsReported) {
+TEST_F(WriteNewFHPTest, MissingApplicationIsReported) {
   application.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{kNotSet});
@@ -205,21 +205,21 @@ TEST_F(WriteNewFHPTest, AMissingApplicationIsReported) {
 }
 
 // A lookup without a row leaves the shared recordset open, so the next one has its say, too.
-TEST_F(WriteNewFHPTest, AMissingClinicianIsReported) {
+TEST_F(WriteNewFHPTest, MissingClinicianIsReported) {
   clinician.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), (Texts{kStillOpen + u"GetRIDById", kNotSet}));
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingProviderIsReported) {
+TEST_F(WriteNewFHPTest, MissingProviderIsReported) {
   provider.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{kNotSet});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AnUnknownPostcodeIsReported) {
+TEST_F(WriteNewFHPTest, UnknownPostcodeIsReported) {
   city.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(),
@@ -250,7 +250,7 @@ TEST_F(WriteNewFHPTest, FailedRowCountIsReportedAndTheEstimateIsLeftOut) {
   EXPECT_TRUE(Holds("<UserId>anmeld</UserId>"));
 }
 
-TEST_F(WriteNewFHPTest, APostcodeWithABlankIsANumberWhereBlanksGroup) {
+TEST_F(WriteNewFHPTest, PostcodeWithABlankIsANumberInLocalesThatGroupByBlanks) {
   provider[u"postnr"] = u"111 22";
   EXPECT_NE(Write(), u"");
   EXPECT_TRUE(Boxes().empty());
@@ -265,41 +265,41 @@ TEST_F(WriteNewFHPTest, APostcodeWithABlankIsANumberWhereBlanksGroup) {
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, AMissingPatientIsReported) {
+TEST_F(WriteNewFHPTest, MissingPatientIsReported) {
   patient.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), (Texts{kStillOpen + u"PreRequestCostExists", kNotSet}));
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingColumnIsReported) {
+TEST_F(WriteNewFHPTest, MissingColumnIsReported) {
   application.erase(u"LAF");
   EXPECT_EQ(Write(), u"");
   ASSERT_EQ(Boxes().size(), 1U);
   EXPECT_TRUE(Boxes().front().starts_with(u"3265 Item cannot be found"));
 }
 
-TEST_F(WriteNewFHPTest, ADatabaseThatIsNotInstalledIsReported) {
+TEST_F(WriteNewFHPTest, UninstalledDatabaseInterfaceIsReported) {
   database.installed = false;
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"429 ActiveX component can't create object in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, AControlCharacterIsLeftOut) {
+TEST_F(WriteNewFHPTest, ControlCharacterIsLeftOut) {
   application[u"Anamnes"] = u"sid\u000Cbrytning";
   EXPECT_NE(Write(), u"");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_TRUE(Holds("<FormItemValue>sidbrytning</FormItemValue>"));
 }
 
-TEST_F(WriteNewFHPTest, AnOlderFileIsReplaced) {
+TEST_F(WriteNewFHPTest, OlderFileIsReplaced) {
   Put(u"InNewFHP8.xml", std::string(100000, 'x'));
   Write();
   EXPECT_TRUE(File().starts_with("<?xml"));
   EXPECT_TRUE(File().ends_with("</Envelope>\n"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingDirectoryIsReported) {
+TEST_F(WriteNewFHPTest, MissingDirectoryIsReported) {
   Write();
   EXPECT_TRUE(WriteNewFHP(5, 6, 7, 8, hostPath + u"Nowhere").Failed());
   EXPECT_EQ(Boxes(), Texts{u"76 Path not found in WriteNewFHP"});
@@ -313,7 +313,7 @@ class WriteProtected : public fakes::RealFiles {
   }
 };
 
-TEST_F(WriteNewFHPTest, AnUnwritableDirectoryLeavesTheEarlierFileUntouched) {
+TEST_F(WriteNewFHPTest, UnwritableDirectoryLeavesTheEarlierFileUntouched) {
   Put(u"InNewFHP8.xml", "earlier");
   WriteProtected protectedFiles;
   platform::Platform withProtected = fakes::With(ports, protectedFiles);

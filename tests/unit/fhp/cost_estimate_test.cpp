@@ -89,7 +89,7 @@ TEST_F(CostEstimate, EstimateFollowsTheApplicationFormInTheSameContribution) {
   EXPECT_NE(File().find("</FormDescr></Contribution><Participant>"), std::string::npos);
 }
 
-TEST_F(CostEstimate, AnOrdinaryRowHasMeasureCountPriceAndSum) {
+TEST_F(CostEstimate, OrdinaryRowHasMeasureCountPriceAndSum) {
   AddEstimateRow({{u"NoOf", 3}, {u"Amount", 1234.5}});
   EXPECT_THAT(
       RowFields(),
@@ -98,7 +98,7 @@ TEST_F(CostEstimate, AnOrdinaryRowHasMeasureCountPriceAndSum) {
                   Pair("edtBerSummering", "3703,50"), Pair("edtBerTotalErsattning", "-3996,50")));
 }
 
-TEST_F(CostEstimate, TheFixedRatesHaveTheirRowsAndPricesAndShowTheirOwnAmount) {
+TEST_F(CostEstimate, FixedRatesHaveTheirRowsAndPricesAndShowTheirOwnAmount) {
   AddEstimateRow({{u"RateNo", 682}, {u"NoOf", 2}, {u"Amount", 3000}});
   AddEstimateRow({{u"RateNo", u"681"}, {u"NoOf", 3}, {u"Amount", 2900}});
   EXPECT_THAT(
@@ -118,7 +118,7 @@ TEST_F(CostEstimate, FixedRatesDoNotTakeARowNumber) {
   EXPECT_EQ(ValueOfRow("edtBer3Atgard"), "not written");
 }
 
-TEST_F(CostEstimate, TheTenthAndEleventhOrdinaryRowShareKeysWithTheFixedRates) {
+TEST_F(CostEstimate, TenthAndEleventhOrdinaryRowsShareKeysWithTheFixedRates) {
   AddEstimateRow({{u"RateNo", 681}});
   for (std::int32_t row = 1; row <= 12; ++row) {
     AddEstimateRow({{u"RateNo", 400 + row}});
@@ -174,7 +174,7 @@ TEST_F(CostEstimate, ZeroCountIsOneBeforeItIsMultiplied) {
   }
 }
 
-TEST_F(CostEstimate, ACountIsReadAsAWholeNumberHalfToEven) {
+TEST_F(CostEstimate, CountIsRoundedToAWholeNumberHalfToEven) {
   AddEstimateRow({{u"NoOf", 2.5}});
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2");
   estimateRows.front()[u"NoOf"] = 3.5;
@@ -220,7 +220,7 @@ TEST_F(CostEstimate, RowRefusedByTheCompensationRuleIsSkipped) {
   ExpectNotTaken({{u"IncrComp", true}});
 }
 
-TEST_F(CostEstimate, ARowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, RowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow();
   AddEstimateRow({{u"RegDate", Null()}});
   EXPECT_EQ(Write(), u"");
@@ -253,7 +253,7 @@ TEST_F(CostEstimate, SkippedRowIsReadOnlyAsFarAsNeededToSkipIt) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(CostEstimate, TheCountOfARefusedRowIsNotRead) {
+TEST_F(CostEstimate, CountOfARefusedRowIsNotRead) {
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})},
                   {u"NoOf", u"tre"},
                   {u"SelectNoOf", 3000000000.0}});
@@ -367,14 +367,14 @@ TEST_F(CostEstimate, ProductsUpTo32BitsAreComputed) {
   EXPECT_EQ(ValueOfRow("edtBer10Summa"), "2147481900,00");
 }
 
-TEST_F(CostEstimate, AnInfiniteAmountEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, InfiniteAmountEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow({{u"Amount", std::numeric_limits<double>::infinity()}});
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(CostEstimate, ASumBeyondTheRangeOfADoubleEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, SumBeyondADoubleEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow({{u"Amount", 1e308}});
   EXPECT_NE(Write(), u"");
   std::filesystem::remove(folder / "Vilnor" / "InNewFHP8.xml");

@@ -28,7 +28,7 @@ TEST_F(EstimateDecision, EstimateIgnoresTheTimeOfDay) {
       Includes({.year = 2007, .month = 1, .day = 1, .hour = 23, .minute = 59, .second = 59}, 1942));
 }
 
-TEST_F(EstimateDecision, EstimateGoesByTheYearOfBirthAlone) {
+TEST_F(EstimateDecision, EstimateDependsOnTheYearOfBirthOnly) {
   EXPECT_EQ(IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
                              MakeDate({.year = 1942, .month = 1, .day = 1})),
             IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),

@@ -191,7 +191,7 @@ TEST_F(NullLookup, MissingBirthDateWithoutEstimateRowsEndsInTheBox) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(NullLookup, AMissingPersNrLeavesTheDateAndItsSeparator) {
+TEST_F(NullLookup, MissingPersNrLeavesTheDateAndItsSeparator) {
   patient[u"PersNr"] = Null();
   EXPECT_THAT(ValueOf("edtPatientPersonNr"), testing::Optional(std::string("19700315-")));
 }

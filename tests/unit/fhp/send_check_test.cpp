@@ -69,7 +69,7 @@ class SendCheck : public FhpFixture {
   std::u16string errMsg = u"host's";
 };
 
-TEST_F(SendCheck, AnApplicationWithoutAPlanFits) {
+TEST_F(SendCheck, ApplicationWithoutAPlanFits) {
   ExpectFits({});
   ExpectFits({.teeth = u"", .upperJaw = u"", .lowerJaw = u""});
   ExpectFits({.teeth = u"", .upperJaw = u" ", .lowerJaw = u" "});
@@ -110,18 +110,18 @@ TEST_F(SendCheck, FailingUpperJawEndsTheCheckOfAPlanWithoutALowerJaw) {
   ExpectTooMany({.upperJaw = u"1 2 3 4 5"});
 }
 
-TEST_F(SendCheck, AMissingUpperJawLeavesTheLowerToBeChecked) {
+TEST_F(SendCheck, LowerJawIsCheckedWithoutAnUpperJaw) {
   ExpectTooMany({.lowerJaw = u"1 2 3 4 5"});
 }
 
-TEST_F(SendCheck, AFailingToothStopsBeforeTheJaws) {
+TEST_F(SendCheck, CheckStopsAtAFailingTooth) {
   database.LogReads(true);
   Check({.teeth = u"<11>1 2 3 4 5</11>", .upperJaw = u" 1", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
 }
 
-TEST_F(SendCheck, AFailingUpperJawStopsBeforeTheLower) {
+TEST_F(SendCheck, CheckStopsAtAFailingUpperJaw) {
   database.LogReads(true);
   Check({.upperJaw = u"1 2 3 4 5", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
@@ -146,14 +146,14 @@ TEST_F(SendCheck, DatabaseIsReleasedBeforeTheCheck) {
   EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
 }
 
-TEST_F(SendCheck, AMissingApplicationIsReported) {
+TEST_F(SendCheck, MissingApplicationIsReported) {
   database.Answer(kStatement, {});
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   ExpectError(u"91 Object variable or With block variable not set in OKToSend");
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(SendCheck, AnApplicationThatCannotBeReadIsReportedByTheLookupToo) {
+TEST_F(SendCheck, UnreadableApplicationIsReportedByTheLookupToo) {
   database.FailStatement(kStatement, {1001, u"Test", u"Scripted failure"});
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   EXPECT_EQ(Boxes(), (Texts{u"1001 Scripted failure in GetFHPById",
@@ -163,18 +163,18 @@ TEST_F(SendCheck, AnApplicationThatCannotBeReadIsReportedByTheLookupToo) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(SendCheck, ADatabaseThatIsNotInstalledIsReported) {
+TEST_F(SendCheck, UninstalledDatabaseInterfaceIsReported) {
   database.installed = false;
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   ExpectError(u"429 ActiveX component can't create object in OKToSend");
 }
 
-TEST_F(SendCheck, APlanBeyondSixteenBitsIsReported) {
+TEST_F(SendCheck, PlanBeyondSixteenBitsIsReported) {
   EXPECT_FALSE(Check({.teeth = std::u16string(40000, u'x')}));
   ExpectError(u"6 Overflow in OKToSend");
 }
 
-TEST_F(SendCheck, ThePlanMayHave32767Characters) {
+TEST_F(SendCheck, PlanMayHave32767Characters) {
   ExpectFits({.teeth = u"<11>1</11>" + std::u16string(32757, u'x')});
   EXPECT_FALSE(Check({.teeth = u"<11>1</11>" + std::u16string(32758, u'x')}));
 }
@@ -183,7 +183,7 @@ TEST_F(SendCheck, FailingToothIsReportedBeforeTheOverflow) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11>" + std::u16string(40000, u'x')});
 }
 
-TEST_F(SendCheck, AVeryLongTextOfAToothFitsByItsMeasures) {
+TEST_F(SendCheck, VeryLongToothTextIsCheckedByItsMeasuresOnly) {
   // The closing tag lies beyond the positions; the measures do not move the position.
   EXPECT_FALSE(Check({.teeth = u"<11>" + std::u16string(40000, u'x') + u"</11>"}));
   ExpectError(u"6 Overflow in OKToSend");
@@ -191,7 +191,7 @@ TEST_F(SendCheck, AVeryLongTextOfAToothFitsByItsMeasures) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 " + std::u16string(40000, u'x') + u"</11>"});
 }
 
-TEST_F(SendCheck, AToothWithoutAClosingTagIsRefused) {
+TEST_F(SendCheck, UnclosedToothIsRefused) {
   for (const auto* plan :
        {u"<11>1 2 3 4", u"<11>1 2 3 4 5", u"<11>1 2<12>3 4 5 6", u"<11>1</11><12>2", u"<11>",
         u"<11>1</11><>", u"<11>1 2 <12>3</11> 4 <13>5", u"<11>1 2 <12 3</11>"}) {
@@ -211,7 +211,7 @@ TEST_F(SendCheck, LessThanSignAtTheVeryEndIsIgnored) {
   ExpectFits({.teeth = u"<11>1</11> <"});
 }
 
-TEST_F(SendCheck, ARefusedPlanLeavesTheJawsUnread) {
+TEST_F(SendCheck, RefusedPlanLeavesTheJawsUnread) {
   database.LogReads(true);
   Check({.teeth = u"<11>1", .upperJaw = u" 1", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());

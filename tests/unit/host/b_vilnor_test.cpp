@@ -185,7 +185,7 @@ TEST_F(BVilnorTest, UnknownPatientIsReportedAndNothingIsWritten) {
   EXPECT_TRUE(std::filesystem::is_empty(folder / "Vilnor"));
 }
 
-TEST_F(BVilnorTest, APatientWithoutANameOrBirthDateIsReported) {
+TEST_F(BVilnorTest, PatientWithoutANameOrBirthDateIsReported) {
   const auto date = automation::MakeDate({1985, 3, 12, 0, 0, 0});
   database.Answer(std::u16string(kPatient) + u"1", {{u"fDato", u"PersNr", u"ForNavn", u"Navn"},
                                                     {{date, u"1", automation::Null(), u"b"}}});

@@ -220,7 +220,7 @@ TEST_F(LinkProgram, RegisteredLinkProgramIsNotLookedForOnDisk) {
   EXPECT_EQ(GetVilnorCommandLine(), u"X:\\Nowhere\\Link.exe");
 }
 
-TEST_F(LinkProgram, RegistrationThatIsNoTextIsIgnored) {
+TEST_F(LinkProgram, RegistrationThatIsNotTextIsIgnored) {
   registry.SetOther(kLocalMachine, kLinkKey, u"Path", 4);
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
 }

@@ -22,17 +22,17 @@ AdoRecordset Static(LockType lockType) {
   return AdoRecordset(TwoRows(), CursorLocation::Client).Clone(lockType);
 }
 
-TEST(AdoRecordset, ARowsetOfTheServerIsForwardOnlyAndCannotBeCloned) {
+TEST(AdoRecordset, ServerSideRowsetIsForwardOnlyAndCannotBeCloned) {
   const AdoRecordset forward(TwoRows(), CursorLocation::Server);
   EXPECT_EQ(forward.CursorType(), CursorType::ForwardOnly);
   EXPECT_EQ(ErrorNumberOf([&] { forward.Clone(LockType::Unspecified); }), 3251);
 }
 
-TEST(AdoRecordset, ARowsetAtTheClientIsStatic) {
+TEST(AdoRecordset, ClientSideRowsetIsStatic) {
   EXPECT_EQ(AdoRecordset(TwoRows(), CursorLocation::Client).CursorType(), CursorType::Static);
 }
 
-TEST(AdoRecordset, ACloneTakesItsSourcesLockUnlessOneIsAsked) {
+TEST(AdoRecordset, CloneHasItsSourcesLockUnlessAnotherIsRequested) {
   const auto batch = Static(LockType::BatchOptimistic);
   EXPECT_EQ(batch.Clone(LockType::Unspecified).LockType(), LockType::BatchOptimistic);
   EXPECT_EQ(batch.Clone(LockType::ReadOnly).LockType(), LockType::ReadOnly);
@@ -69,7 +69,7 @@ TEST(AdoRecordset, EditIsUndoneByCancelUpdate) {
   EXPECT_EQ(rows.Field(u"Name"), Value(u"a"));
 }
 
-TEST(AdoRecordset, ABatchEditReachesClonesByUpdateOrByMovingOn) {
+TEST(AdoRecordset, BatchEditReachesClonesByUpdateOrByMovingOn) {
   auto rows = Static(LockType::BatchOptimistic);
   const auto clone = rows.Clone(LockType::Unspecified);
   rows.SetField(u"Name", Value(u"x"));
@@ -100,7 +100,7 @@ TEST(AdoRecordset, EditThatNeedsTheDatabaseIsRefusedNotLostSilently) {
   EXPECT_FALSE(rows.IsOpen());
 }
 
-TEST(AdoRecordset, AValueOfAnotherTypeIsRefused) {
+TEST(AdoRecordset, ValueOfAnotherTypeIsRefused) {
   auto rows = Static(LockType::BatchOptimistic);
   EXPECT_EQ(ErrorNumberOf([&] { rows.SetField(u"Id", Value(u"x")); }), 3421);
   EXPECT_EQ(ErrorNumberOf([&] { rows.SetField(u"Name", Value(1.5)); }), 3421);

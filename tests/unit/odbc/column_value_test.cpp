@@ -149,7 +149,7 @@ TEST(ColumnDate, InvalidDateIsNotRead) {
   }
 }
 
-TEST(ColumnDate, ATimeAloneIsAFractionOfDayZero) {
+TEST(ColumnDate, TimeWithoutADateIsAFractionOfDayZero) {
   EXPECT_EQ(ToValue(u"18:00:00", ColumnKind::Time), Value(Date{0.75}));
 }
 

@@ -43,7 +43,7 @@ TEST(Dialect, NameThatOnlyBeginsLikeIdentityIsUnchanged) {
   }
 }
 
-TEST(Dialect, AHashDateBecomesIsoTextForEveryProduct) {
+TEST(Dialect, HashDateBecomesIsoTextForEveryProduct) {
   for (const auto& product : {kSqlite, kPostgresql, kMariadb}) {
     EXPECT_EQ(Translated(product, u"VALUES (1,#11-16-2026 14:05:00#,#01-02-2026#)"),
               u"VALUES (1,'2026-11-16 14:05:00','2026-01-02')");
