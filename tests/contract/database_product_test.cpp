@@ -1,5 +1,5 @@
-// What only one product can show: a locked file, a missing folder, a server that is not there or
-// goes away, a session with settings of its own.
+// Behaviour of single products: a locked file, a missing folder, an unreachable or lost server, a
+// session with its own settings.
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -7,7 +7,7 @@ namespace {
 
 using automation::Value;
 
-// How a server's driver is named, and how one of its sessions ends another.
+// The name of a server's driver, and the statement with which one session ends another.
 struct Server {
   std::u16string driver;
   std::u16string driverFile;
@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract,
                          [](const auto& instance) { return instance.param.name; });
 INSTANTIATE_TEST_SUITE_P(Products, MariadbContract, testing::ValuesIn(ProductsNamed("MariaDB")),
                          [](const auto& instance) { return instance.param.name; });
-// main() says so when a server is not tested.
+// main() prints a note when a server is not tested.
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ServerContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
@@ -154,7 +154,7 @@ TEST_P(PostgresqlContract, FixedWidthTextKeepsItsTrailingBlanks) {
   EXPECT_EQ(Query(u"SELECT Code FROM Trial")->Field(0), Value(u"ab   "));
 }
 
-// The session begins as the server's administrator has set it.
+// A session starts with the settings of the server's administrator.
 TEST_P(MariadbContract, StatementsMeanTheSameInEveryInitialSqlMode) {
   for (const std::u16string settings :
        {u"SET sql_mode = '', autocommit = 0", u"SET sql_mode = 'ANSI,MSSQL', autocommit = 1",

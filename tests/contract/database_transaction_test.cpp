@@ -1,4 +1,4 @@
-// Transactions, and what the provider says of a statement that fails.
+// Transactions, and the provider's errors for failed statements.
 #include "contract/database_fixture.h"
 
 namespace contract {

@@ -1,4 +1,4 @@
-// What a field's value is for each type of the host's schema.
+// The value that a field has for each type of the host's schema.
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -10,7 +10,7 @@ using automation::Value;
 
 class TypesContract : public DatabaseContract {
  protected:
-  // What column `column` gives back for `literal`.
+  // The value of `column` after `literal` was stored in it.
   Value Stored(const std::u16string& column, const std::u16string& literal) {
     Run(u"DELETE FROM Trial");
     Run(u"INSERT INTO Trial (" + column + u") VALUES (" + literal + u")");
@@ -108,7 +108,7 @@ TEST_P(TypesContract, QuotesLineEndsAndBracesAreKept) {
 }
 
 TEST_P(TypesContract, LongTextsAreReadCompletely) {
-  // Around the sizes of a reader's pieces, and far beyond them.
+  // Around the buffer sizes of a reader, and far beyond them.
   for (const std::size_t length :
        {1022U, 1023U, 1024U, 1025U, 2046U, 4095U, 8190U, 10000U, 70000U}) {
     std::u16string text;

@@ -1,4 +1,4 @@
-// What the component relies on when it touches files and folders.
+// What the component relies on from files and folders.
 #include "platform/files.h"
 
 #include <gtest/gtest.h>

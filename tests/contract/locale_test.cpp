@@ -1,4 +1,4 @@
-// Dates in the user's own settings, whichever these are: run this under Swedish and US settings.
+// Dates in the user's own settings, whatever they are: run under Swedish and US settings.
 #include "platform/locale.h"
 
 #include <gtest/gtest.h>

@@ -90,7 +90,7 @@ TEST_F(RegistryClass, NamesAndDataAtTheSystemsLimitsAreLoaded) {
   EXPECT_EQ(key.GetSubKey(0), longestKey);
 }
 
-// That each item costs one call of the system, the unit tests hold; here the system keeps so many.
+// The unit tests check that each item costs one system call. Here the system really has that many.
 TEST_F(RegistryClass, TenThousandValuesAreLoaded) {
   constexpr int many = 10000;
   {

@@ -1,4 +1,4 @@
-// What the registry class relies on of the system's registry.
+// What the registry class relies on from the system's registry.
 #include "contract/registry_fixture.h"
 
 namespace contract {
@@ -95,7 +95,7 @@ TEST_F(RegistryPort, NamesUpToTheLimitAreAcceptedAndLongerOnesRefused) {
   EXPECT_EQ(OnlyValue().text, std::u16string(1 << 20, u'd'));
   EXPECT_NE(Registry().SetTextValue(Opened(path).key(), longest + u"n", u""), Api::kSuccess);
 
-  // From its parent on: the ANSI calls take no path of more than some 260 characters.
+  // Relative to its parent: the ANSI calls accept paths of about 260 characters.
   Opened(std::u16string(kLongestKeyName, u'k'), Opened(path).key());
   Api::Key key = 0;
   std::uint32_t disposition = 0;

@@ -1,4 +1,4 @@
-// What the component relies on when it reads a result file, whichever parser reads it.
+// What the component relies on when it reads a result file, with any parser.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -125,9 +125,8 @@ TEST_F(ResultDocuments, LettersAreReadInEveryEncoding) {
   }
 }
 
-// The same document in each encoding, under each declaration and with each byte order mark: it is
-// refused, or its element is some text, and where declaration, mark and bytes agree it is the right
-// one.
+// The same document in each encoding, under each declaration and with each byte order mark. It is
+// refused or its element has some text. Where declaration, mark and bytes agree, the text is right.
 TEST_F(ResultDocuments, WronglyDeclaredEncodingIsHarmless) {
   int right = 0;
   for (const auto& encoding : kEncodings) {
@@ -174,7 +173,7 @@ TEST_F(ResultDocuments, FailedLoadDiscardsTheEarlierDocument) {
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
 }
 
-// The types beside the document would spoil it if they were read.
+// The external document types would break the document if they were read.
 TEST_F(ResultDocuments, DocumentTypeIsAcceptedAndFetchesNothing) {
   folder_.Write("broken.dtd", "<!ELEMENT broken");
   folder_.Write("empty.dtd", "<!ELEMENT r EMPTY>");
@@ -195,7 +194,7 @@ TEST_F(ResultDocuments, DocumentTypeIsAcceptedAndFetchesNothing) {
   }
 }
 
-// Wine's parser never comes back from the last of them.
+// Wine's parser never returns from the last of them.
 TEST_F(ResultDocuments, DocumentTypeWithDeclarationsIsRefused) {
   folder_.Write("secret.txt", "SECRET");
   std::string entities = "<!ENTITY % e0 ' '>";
@@ -228,7 +227,7 @@ TEST_F(ResultDocuments, EndlessNestingIsRefused) {
   EXPECT_NE(Load(nested)->GetParseError().code, 0);
 }
 
-// The limits themselves are tests/unit/parser_limits/parser_limits_test.cpp's.
+// tests/unit/parser_limits/parser_limits_test.cpp tests the limits themselves.
 
 // Parsers compare each attribute of an element with all others: a hundred thousand take minutes.
 TEST_F(ResultDocuments, ElementWithEndlessAttributesIsRefused) {

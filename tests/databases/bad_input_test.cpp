@@ -1,6 +1,5 @@
-// What the operations make of values and tables that are not as they should be: a box with the
-// provider's number and text, nothing half done, and the next operation works once the cause is
-// gone.
+// Operations on bad values and tables: a box with the provider's number and text, nothing half
+// done, and the next operation works once the cause is gone.
 #include "databases/bad_input.h"
 
 #include "automation/text.h"
@@ -16,7 +15,7 @@ TEST_P(BadInput, QuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
   };
   ExpectRefused(u"AddNewCase", add(u"VL'9", u"åsa", u"K-9"));
   ExpectRefused(u"AddNewCase", add(u"VL-9", u"d'Arc", u"K-9"));
-  // Only the journal line holds this one: the link stands already, and goes again.
+  // Only the journal line has this value. The link already exists and is rolled back.
   ExpectRefused(u"AddNewCase", add(u"VL-9", u"åsa", u"K'9"));
   ExpectThatANewCaseWorks();
 }
@@ -51,7 +50,7 @@ TEST_P(BadInput, QuoteInTheJournalTextRollsTheLinksUpdateBack) {
 TEST_P(BadInput, QuoteInAMappedNameBreaksTheUnquotedStatement) {
   ExpectRefused(u"AddNewVilnorUser",
                 [](auto& operations) { operations.AddNewVilnorUser(4711, u"o'neil"); });
-  // Of a patient with a user, and of one without.
+  // For a patient with a user, and for one without.
   for (const int pid : {5012, 4711}) {
     ExpectRefused(u"AddNewVilnorUser",
                   [&](auto& operations) { operations.UpdateVilnorUser(pid, u"o'neil"); });

@@ -1,4 +1,4 @@
-// What the operations make of servers that are not there, refuse, or go away: the same as of bad
+// Operations on servers that are unreachable, refuse, or are lost: the same result as with bad
 // input.
 #include <functional>
 #include <utility>
@@ -18,7 +18,7 @@ std::u16string Replaced(std::u16string text, const std::u16string& part,
 
 class BadServer : public BadInput {
  protected:
-  // What the host sees while the connection string is `bad`, and then with a good one.
+  // What the host sees with the connection string `bad`, and then with a good one.
   void ExpectABoxInBVilnorAndThenABetterDay(
       const std::u16string& bad, const std::u16string& good = GetParam().connectionString) {
     class NoEvents : public exchange::Events {
@@ -47,7 +47,7 @@ TEST_P(BadServer, UnknownDriverShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(u"Driver=No Such Driver;Database=clinic");
 }
 
-// How a server is told to make and to drop the users of the tests.
+// The statements that create and drop the users of the tests.
 struct Users {
   std::u16string lockedOut;
   std::u16string withPassword;
@@ -61,7 +61,7 @@ Users UsersOf(const Product& server) {
             {u"DROP USER IF EXISTS locked_out@'127.0.0.1', with_password@'127.0.0.1'"}};
   }
   return {u"CREATE ROLE locked_out NOLOGIN",
-          // The run's own server asks this role for its password, and no other.
+          // The test run's own server asks only this role for a password.
           u"CREATE ROLE with_password LOGIN PASSWORD 'hemligt' IN ROLE vilnor",
           {u"DROP ROLE IF EXISTS locked_out", u"DROP ROLE IF EXISTS with_password"}};
 }
@@ -92,7 +92,7 @@ class LostServer : public BadServer {
       try {
         Run(u"KILL " + client);
       } catch (const automation::AutomationError&) {
-        // It has just left by itself.
+        // It has just ended by itself.
       }
     }
   }

@@ -142,8 +142,9 @@ TEST_P(Links, NewCaseOfAnyOtherTypeExecutesTheLastStatementAgain) {
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"PID,UserName", u"VilnorPasient WHERE PID = 4711"),
             (Texts{u"4711|åsa", u"4711|åsa"}));
-  // The journal line has no text, and for its link the key that the database gave out last: SQLite
-  // counts every table's rows, the servers only keys, of which the first case's line took the last.
+  // The journal line has no text. Its link gets the last key that the database generated: SQLite
+  // counts the rows of all tables, the servers only keys, the last of which went to the first
+  // case's line.
   EXPECT_EQ(Rows(u"Tekst,RefTBID", u"Journal WHERE PID = 4711 AND ID > 504"),
             Texts{IsServer() ? u"|505" : u"|6"});
   EXPECT_EQ(Rows(u"VilnorId", u"Vilnor WHERE PID = 4711"), Texts());

@@ -1,4 +1,4 @@
-// The lookups give what the host's tables hold.
+// The lookups return the contents of the host's tables.
 #include "databases/clinic.h"
 #include "platform/conversions.h"
 

@@ -1,4 +1,4 @@
-// What the statements trust, shown as it is: SECURITY.md tells an installation how to guard it.
+// What the statements trust. SECURITY.md says how an installation protects it.
 #include "databases/clinic.h"
 #include "db/db_vilnor.h"
 

@@ -1,4 +1,4 @@
-// The user mapping, by DBVilnor and as the host reaches it through BVilnor.
+// The user mapping, through DBVilnor and through BVilnor.
 #include "databases/clinic.h"
 #include "host/b_vilnor.h"
 

@@ -1,5 +1,4 @@
-// What AdoOdbc.dll owes to Windows beside the database contract: scripts, paths, registration,
-// unloading.
+// AdoOdbc.dll on Windows beyond the database contract: scripts, paths, registration, unloading.
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -176,8 +175,8 @@ TEST_F(AdoOdbc, RecordsetHasTheCursorAndLockThatItWasOpenedWith) {
   }
 }
 
-// Asynchronous, as a command of another kind, or for a schema: none of it is implemented, and what
-// is not done must not look as if it were.
+// Asynchronous calls, other kinds of commands and schemas are not implemented, and must not appear
+// to work.
 TEST_F(AdoOdbc, OptionsOtherThanUnspecifiedAreAWrongArgument) {
   const auto errorOf = [](auto&& call) {
     std::int32_t number = 0;
@@ -206,13 +205,13 @@ TEST_F(AdoOdbc, OptionsOtherThanUnspecifiedAreAWrongArgument) {
               }),
               kWrongArguments);
   }
-  // Nothing was done.
+  // Nothing was executed.
   connection->Execute(u"CREATE TABLE T (A integer)", -1);
   rows->Open(u"SELECT 1", *connection, platform::CursorType::Static,
              platform::LockType::BatchOptimistic, -1);
 }
 
-// A system that does not answer to Wine's name, by which the DLL knows it.
+// A system without the export by which the DLL recognises Wine.
 class NotWine {
  public:
   NotWine() { Rename('n', 'N'); }

@@ -1,4 +1,4 @@
-// Files that other programs hold, and the way of a file to the disk.
+// Files that other programs hold open, and how a file is written to disk.
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using automation::Value;
 using ::com::Wide;
 using fakes::ErrorNumberOf;
 
-// The system's calls, noted. Waiting takes no time.
+// Records the system calls. Waiting takes no time.
 class WatchedCalls : public ::windows::FileCalls {
  public:
   HANDLE Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
@@ -59,7 +59,7 @@ class WatchedCalls : public ::windows::FileCalls {
   DWORD waited = 0;
   std::function<void()> onWait = [] {};
   std::function<void()> onRename = [] {};
-  // The next call fails with it.
+  // The error of the next call.
   DWORD refusal = ERROR_SUCCESS;
 
  private:
@@ -79,7 +79,7 @@ class HeldFiles : public testing::Test {
     EXPECT_NE(handle, INVALID_HANDLE_VALUE);
     return {handle, CloseHandle};
   }
-  // As a scanner does: it reads, and does not let the file be deleted or renamed.
+  // Like a virus scanner: it reads, and prevents deleting and renaming.
   std::shared_ptr<void> Scan(const std::string& name) {
     return Open(name, GENERIC_READ, FILE_SHARE_READ);
   }
@@ -178,7 +178,7 @@ TEST_F(HeldFiles, PermanentRefusalIsNotWaitedFor) {
   EXPECT_EQ(ErrorNumberOf([&] { files_.DeleteFile(folder_ / "none.xml"); }), 53);
   EXPECT_EQ(ErrorNumberOf([&] { files_.ReplaceContents(folder_ / "none/In.xml", ""); }), 76);
   EXPECT_EQ(ErrorNumberOf([&] { files_.RenameFile(folder_ / "none.xml", folder_ / "a.xml"); }), 53);
-  // A folder in which no file may be made.
+  // A folder in which no file can be created.
   calls_.refusal = ERROR_ACCESS_DENIED;
   EXPECT_EQ(ErrorNumberOf([&] { files_.ReplaceContents(folder_ / "new.xml", ""); }), 70);
   EXPECT_EQ(calls_.waited, 0U);
@@ -224,8 +224,8 @@ TEST_F(HeldFiles, FailedWriteKeepsTheOlderFileAndLeavesNoOther) {
   EXPECT_EQ(Names(), std::vector<std::string>{"In.xml"});
 }
 
-// So that no other host takes it for one that a killed host has left.
-TEST_F(HeldFiles, FileCannotBeOpenedByOthersBeforeItHasItsName) {
+// Otherwise another host would take the file for one left by a killed host.
+TEST_F(HeldFiles, UnfinishedFileCannotBeDeletedByOthers) {
   const std::wstring unfinished = Wide(folder_ / "In.xml.tmp");
   bool deleted = true;
   calls_.onRename = [&] { deleted = DeleteFileW(unfinished.c_str()) != FALSE; };

@@ -1,4 +1,4 @@
-// The request files are what MSXML's own save would write for the same tree.
+// The request files have the bytes that MSXML's own save writes for the same tree.
 #include <objbase.h>
 
 #include <algorithm>
@@ -112,8 +112,8 @@ TEST_F(MsxmlBytes, BytesOfCharactersOutsideLatin1MatchTheSerializer) {
   ExpectSame(exchange::Element(u"E", u"Ā € 中 \U0001F600 \uFFFD"));
 }
 
-// But for U+FFFE and U+FFFF, and control characters in an attribute: what the DOM writes there no
-// parser reads.
+// Except U+FFFE, U+FFFF and control characters in an attribute: no parser reads what the DOM writes
+// for them.
 TEST_F(MsxmlBytes, BytesOfEveryCodeUnitMatchTheSerializer) {
   constexpr int kUnitsInADocument = 0x400;
   for (int first = 0; first < 0xFFFE; first += kUnitsInADocument) {

@@ -1,4 +1,4 @@
-// How MSXML is made and given a result. What it then reads is result_documents_test.cpp's.
+// How MSXML is created and loaded. result_documents_test.cpp tests what it then reads.
 #include "windows/msxml_documents.h"
 
 #include <gtest/gtest.h>
