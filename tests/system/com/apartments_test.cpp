@@ -1,4 +1,4 @@
-// Two threads with an apartment each: sessions of their own, and calls between them.
+// Two threads with an apartment each: their own sessions, and calls between them.
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@
 namespace system_tests {
 namespace {
 
-// The description of the error with which a DBVilnor cannot be made; "" when one was made.
+// The description of the error when a DBVilnor cannot be created; "" when it can.
 std::wstring CreationError() {
   ComPtr<_DBVilnor> object;
   SetErrorInfo(0, nullptr);
@@ -103,7 +103,7 @@ TEST(Apartments, EachApartmentHasItsOwnNotificationWindow) {
   EXPECT_EQ(NotificationWindows(), 0);
 }
 
-// Its own settings are empty, whatever the other apartment was told.
+// Its own settings are empty, whatever the other apartment has set.
 TEST(Apartments, ApartmentWithoutSettingsReportsANotificationAndKeepsItsResult) {
   constexpr UINT kNewCaseReady = 10002;
   const BoxAnswerer boxes;

@@ -1,4 +1,4 @@
-// Early and late bound calls of the real component.
+// Early-bound and late-bound calls of the real component.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -34,7 +34,7 @@ class Binding : public testing::Test {
   std::u16string Folder() const { return com::FromWide(folder_.wstring()); }
   std::filesystem::path Request() const { return folder_ / L"InNewCase4711.xml"; }
 
-  // Calls a method by its name; the arguments in the order in which they are written.
+  // Calls a method by name, with the arguments in the order in which they are written.
   HRESULT Invoke(const wchar_t* name, std::vector<VARIANT> arguments, VARIANT* result,
                  UINT* wrong = nullptr) const {
     std::wstring text = name;
@@ -77,7 +77,7 @@ TEST_F(Binding, EarlyBoundCallWritesANewCase) {
 }
 
 TEST_F(Binding, LateBoundCallWritesTheSameNewCaseFromValuesAndVariables) {
-  // As a script passes them: numbers as short as they can be, variables by reference.
+  // As a script passes them: numbers in the smallest type, variables by reference.
   Variant pid{automation::Value(std::int16_t{4711})};
   Variant lastName{automation::Value(u"Öberg")};
   VARIANT pidVariable{};

@@ -1,4 +1,4 @@
-// What every COM server owes its callers, the component and the stand-in for ADO alike.
+// What every COM server guarantees: the component and the stand-in for ADO alike.
 #include <array>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -29,7 +29,7 @@ ComPtr<IDispatch> New(const wchar_t* programId) {
   return object;
 }
 
-// What a call without arguments gives.
+// The result of a call without arguments.
 ComPtr<IUnknown> Get(IDispatch& object, DISPID member) {
   DISPPARAMS none{};
   Variant result;
@@ -83,7 +83,7 @@ TEST_P(Servers, ErrorInformationIsSupportedOnTheDispatchInterface) {
   EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IPersist), S_FALSE);
 }
 
-// Above 260 characters, where the system's older calls end.
+// More than 260 characters, the limit of the system's older calls.
 TEST_P(Servers, LongServerPathIsRegisteredCompletely) {
   namespace fs = std::filesystem;
   const fs::path temporary = LR"(\\?\)" + fs::temp_directory_path().wstring();

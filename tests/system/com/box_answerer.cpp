@@ -8,7 +8,7 @@
 namespace system_tests {
 namespace {
 
-// Without a message: the window's thread may be waiting for the answerer's end, or for its lock,
+// Sends no message: the window's thread may be waiting for the answerer to end, or for its lock,
 // and would never answer.
 std::wstring TextOf(HWND window) {
   std::array<wchar_t, 2048> text{};
@@ -16,7 +16,7 @@ std::wstring TextOf(HWND window) {
   return text.data();
 }
 
-// The text stands in the box's one static control that has any.
+// The text is in the only static control of the box that has text.
 std::wstring BoxText(HWND box) {
   HWND control = nullptr;
   while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
@@ -27,7 +27,7 @@ std::wstring BoxText(HWND box) {
   return {};
 }
 
-// Of the box's one static control that holds an icon.
+// From the only static control of the box that holds an icon.
 HICON BoxIcon(HWND box) {
   HWND control = nullptr;
   while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {

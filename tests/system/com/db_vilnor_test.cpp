@@ -1,4 +1,4 @@
-// The class DBVilnor as the host meets it.
+// The class DBVilnor as the host uses it.
 #include <gmock/gmock.h>
 
 #include "automation/value.h"
@@ -52,7 +52,8 @@ TEST_F(DBVilnor, FailedCreationCarriesTheDatabasesErrorText) {
   ASSERT_TRUE(error.present);
   EXPECT_FALSE(error.description.empty());
   EXPECT_FALSE(error.source.empty());
-  // The creation is the host's call: the host reports it, the component shows nothing.
+  // The host called for the creation, so the host reports the error and the component shows
+  // nothing.
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 

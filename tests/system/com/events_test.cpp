@@ -157,7 +157,7 @@ TEST_F(Events, TwoEventsAreRaisedWhenTheQueryFails) {
   Raise();
   EXPECT_THAT(sink.raised, SizeIs(2));
   EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists")));
-  // The connection was let go of: the next call gets as far.
+  // The connection was released: the next call gets just as far.
   Raise();
   EXPECT_THAT(sink.raised, SizeIs(4));
   EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists"),

@@ -1,4 +1,4 @@
-// What becomes of an error at the border to COM.
+// How errors are returned through COM.
 #include "com/failure.h"
 
 #include <gmock/gmock.h>

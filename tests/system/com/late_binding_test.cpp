@@ -1,5 +1,5 @@
-// How arguments by reference come back to a late-bound caller, with an object in the component's
-// place that shows what it was given.
+// How arguments by reference return to a late-bound caller, tested with an object that shows what
+// it was given in place of the component.
 #include "com/late_binding.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ using com::Variant;
 constexpr DISPID kOKToSend = 0x60030010;
 constexpr DISPID kOpenWithNewCase = 0x60030004;
 
-// A session whose check refuses each application with a text, unless it is number 0.
+// A session whose send check refuses every application with a text, except number 0.
 class RefusingSession : public vilnor_dll::BVilnorObject {
  public:
   HRESULT STDMETHODCALLTYPE OKToSend(long* fhpId, short* errCode, BSTR* errMsg,

@@ -1,5 +1,5 @@
-// Every operation on the database hands its arguments on in their order, and its result back: each
-// argument has a value of its own, so that two in each other's places would be seen.
+// Every database operation passes its arguments on in order and returns its result. Each argument
+// has a different value, so that swapped arguments are noticed.
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
@@ -40,7 +40,7 @@ class Operations : public testing::Test {
   }
   void TearDown() override { EXPECT_THAT(boxes_.Texts(), IsEmpty()); }
 
-  // What an operation gives back; fails the test when it does not return S_OK.
+  // The result of an operation; fails the test when it does not return S_OK.
   template <class Call>
   static bool Truth(Call call) {
     VARIANT_BOOL result = VARIANT_FALSE;
@@ -90,7 +90,7 @@ TEST_F(DBVilnorOperations, DBVilnorLooksUpLinks) {
   long vilnorId = 0;
   EXPECT_EQ(object_->GetVilnorIdByFHPId(Number(71), &vilnorId), S_OK);
   EXPECT_EQ(vilnorId, 101);
-  // Last: without a row the shared recordset stays open.
+  // Last, because without a row the shared recordset stays open.
   EXPECT_FALSE(Truth([&](auto* out) { return object_->CaseExists(Number(71), Number(9), out); }));
 }
 
@@ -114,7 +114,7 @@ TEST_F(DBVilnorOperations, DBVilnorReturnsRecordsets) {
             Value(304));
 }
 
-// Batch optimistic or optimistic, held at the client: a recordset keeps the way it was opened.
+// Batch optimistic or optimistic, client-side: a recordset keeps the way it was opened.
 TEST_F(DBVilnorOperations, EachOperationOpensItsRecordsetWithItsOwnCursorAndLock) {
   ComPtr<IDispatch> patient;
   EXPECT_EQ(object_->GetPatientByPID(Number(4711), patient.Receive()), S_OK);
@@ -190,8 +190,8 @@ TEST_F(BVilnorOperations, BVilnorAddsFindsUpdatesAndDeletesUsers) {
   EXPECT_THAT(UserNames(u"PID = 4711"), IsEmpty());
 }
 
-// Each call gives the text that the one before it left back to the system.
-TEST_F(BVilnorOperations, SendCheckMessageIsNotKept) {
+// Each call frees the text left by the call before.
+TEST_F(BVilnorOperations, SendCheckFreesItsEarlierMessage) {
   constexpr int kCalls = 100;
   database_.Execute(
       u"UPDATE SEPrerequest SET PlanTreatmUJaw = '1 2 3 4 5' WHERE SEPrerequestID = 78");
@@ -203,7 +203,7 @@ TEST_F(BVilnorOperations, SendCheckMessageIsNotKept) {
         [&](auto* out) { return session_->OKToSend(fhpId, &code, message.Reference(), out); }));
     EXPECT_EQ(code, 100);
   };
-  // What the first calls allocate for good.
+  // What the first calls allocate permanently.
   for (int i = 0; i < 10; ++i) {
     check();
   }

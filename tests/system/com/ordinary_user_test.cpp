@@ -1,5 +1,5 @@
-// The registry places that the component reads, on keys whose access lists give this user less than
-// the component asks for: an ordinary user meets them where no installer has given the rights.
+// The registry keys that the component reads, with access lists that grant less than it requests,
+// as for an ordinary user where no installer has granted the rights.
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -22,7 +22,7 @@ using testing::IsEmpty;
 
 const std::wstring kAppPaths = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths";
 const std::wstring kLinkKey = kAppPaths + L"\\Link.exe";
-// In the order in which the component looks at them.
+// In the order in which the component reads them.
 const std::array<std::wstring, 3> kHostKeys = {L"SOFTWARE\\Kestra\\Kestra.Main.exe",
                                                kAppPaths + L"\\Kestra.Main.exe",
                                                kAppPaths + L"\\Kestra32.exe"};
@@ -64,12 +64,12 @@ void RemoveKey(const std::wstring& key) {
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
 }
 
-// Every key is there and may be written; a host and Link.exe are registered, no setting is made.
+// Every key exists and is writable; a host and Link.exe are registered, the setting is empty.
 class OrdinaryUser : public testing::Test {
  protected:
   OrdinaryUser() {
     Init(*session_.get(), database_.ConnectionString());
-    // What is written without an exchange directory goes to the root of this drive.
+    // Without an exchange directory, files are written to the root of this drive.
     fs::current_path(host_.ExchangeFolder().parent_path());
     for (const auto& key : kHostKeys) {
       if (!IsThere(HKEY_LOCAL_MACHINE, key)) {
@@ -92,7 +92,7 @@ class OrdinaryUser : public testing::Test {
   void Restrict(const std::wstring& key, const wchar_t* accessList) {
     Restrict(HKEY_LOCAL_MACHINE, key, accessList);
   }
-  // The first place that names the host's path is `place`; the ones behind it do so, too.
+  // The host's path is in the place `place` and in all later ones.
   void RegisterHostFrom(std::size_t place) const {
     for (std::size_t i = 0; i < kHostKeys.size(); ++i) {
       SetPath(kHostKeys[i], i < place ? L"" : HostPath());
@@ -133,8 +133,8 @@ class OrdinaryUser : public testing::Test {
   std::vector<std::unique_ptr<KeyRights>> rights_;
 };
 
-// Too few for a key that is there. Reading and writing lack the creation of links, which the
-// component asks for, too.
+// Too few for an existing key. Reading and writing do not include creating links, which the
+// component also requests.
 constexpr std::array kTooFew = {kReading, kReadingAndWriting, kNothing};
 
 TEST_F(OrdinaryUser, UnreadableLinkProgramKeyFallsBackToTheSetting) {
@@ -164,7 +164,8 @@ TEST_F(OrdinaryUser, SixRightsOnTheLinkProgramKeyAreEnough) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-// Each place, each kind of too few rights and each operation once: a box takes Wine two seconds.
+// Each place, each insufficient set of rights and each operation only once: Wine needs two seconds
+// for a box.
 TEST_F(OrdinaryUser, UnreadableHostKeyIsReportedAndTheRequestGoesToTheDrivesRoot) {
   long number = 4711;
   long bid = 12;
@@ -227,7 +228,7 @@ TEST_F(OrdinaryUser, SixRightsOnTheHostKeyWithThePathAreEnough) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-// The keys above one that is missing are opened for writing, too.
+// The keys above a missing one are also opened for writing.
 TEST_F(OrdinaryUser, MissingHostKeysThatCannotBeCreatedAreReported) {
   RemoveKey(L"SOFTWARE\\Kestra");
   Restrict(L"SOFTWARE", kReading);
@@ -242,8 +243,8 @@ bool InWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// Wine's server looks at the access list of a key that is there, and not at the parent's when it
-// makes one right below: there the empty key comes into being. Windows refuses.
+// Wine's server checks the access list of an existing key, but not the parent's list when it
+// creates a key directly below, so the empty key is created. Windows refuses.
 TEST_F(OrdinaryUser, OnlyWineCreatesAMissingKeyBelowAReadOnlyParent) {
   for (const auto& key : {kLinkKey, kHostKeys[0], kHostKeys[1], kHostKeys[2]}) {
     RemoveKey(key);

@@ -1,4 +1,4 @@
-// Registrations that fail, and files that are not this one.
+// Registrations that fail, and registrations of other files.
 #include <gmock/gmock.h>
 #include <map>
 #include <numeric>
@@ -66,7 +66,7 @@ HRESULT UnregisterFile(const std::wstring& path, com::MachineClasses& classes) {
   return com::Unregister(vilnor_dll::Registration(path), path, classes);
 }
 
-// Begins with nothing registered; the component is registered again when it has ended.
+// Starts with nothing registered; the component is registered again at the end.
 class RegistrationFaults : public testing::Test {
  protected:
   RegistrationFaults() {
@@ -80,7 +80,7 @@ class RegistrationFaults : public testing::Test {
     EXPECT_EQ(component_.RegisterServer(), S_OK);
   }
 
-  // With each of its writes refused in turn, and with none in the end.
+  // Refuses each of its writes in turn, and finally none.
   void ExpectEachFaultToLeave(const Tree& before) {
     for (int refused = 0; refused < Writes(); ++refused) {
       RefusingClasses classes;
@@ -103,7 +103,7 @@ TEST_F(RegistrationFaults, FailedWriteOfAFirstRegistrationLeavesNothing) {
 
 TEST_F(RegistrationFaults, FailedWriteKeepsTheOlderRegistration) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
-  // What only an older version had stays, too.
+  // Entries that only an older version had stay too.
   ASSERT_EQ(classes_.Write({kServer + L"\\Older", L"Value", L"kept"}), ERROR_SUCCESS);
   const auto before = Entered();
   ASSERT_FALSE(before.empty());
@@ -134,7 +134,7 @@ TEST_F(RegistrationFaults, FailedRemovalIsReportedAndCanBeRepeated) {
     classes.refusedRemoval = refused;
     EXPECT_EQ(UnregisterFile(kNewFile, classes), E_ACCESSDENIED) << "removal " << refused;
     EXPECT_EQ(UnregisterFile(kNewFile, classes_), S_OK);
-    // Only the library's own key, which names no file, may be left.
+    // Only the library's own key, which names no file, may remain.
     EXPECT_LE(Entered().size(), 1U) << "removal " << refused;
   }
 }

@@ -10,7 +10,7 @@ constexpr const wchar_t* kBVilnorKey = L"CLSID\\{237F4B29-1C3E-419F-AE49-B0D6EDE
 constexpr const wchar_t* kDBVilnorKey = L"CLSID\\{B13A5301-9A52-4E42-9206-539CA3E8896A}";
 constexpr const wchar_t* kLibrary = L"{BE8BF900-4ED6-483F-B01F-3B6E8AC12600}";
 
-// The component is registered when a test begins, and again when it has ended.
+// The component is registered when a test starts, and again after it.
 class Registration : public testing::Test {
  protected:
   ~Registration() override { component_.RegisterServer(); }

@@ -1,4 +1,4 @@
-// Two sessions on one desktop, released in any order, and windows that somebody closes.
+// Two sessions on one desktop, released in any order, and windows closed by others.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -30,7 +30,7 @@ struct Session {
   void Release() {
     EXPECT_TRUE(home.Do([&] { object = {}; }));
   }
-  // As the system or another program does, from outside.
+  // From outside, as the system or another program does.
   void Close() const {
     if (IsWindow(window) != FALSE) {
       SendMessageA(window, WM_CLOSE, 0, 0);
@@ -52,15 +52,15 @@ class TwoSessions : public testing::Test {
     return result;
   }
 
-  // Whether a notification at the window has its result read.
+  // Whether a notification to the window makes it read its result.
   bool Arrives(HWND window) const {
     const auto result = PutResult();
     SendMessageA(window, kNewCaseReady, 4712, 0);
     return !std::filesystem::exists(result);
   }
 
-  // The two releases and the two windows' ends in one order. After each step, every window that is
-  // left still takes notifications.
+  // The two releases and the ends of the two windows in one order. After each step, every remaining
+  // window still handles notifications.
   void Play(const std::array<int, 4>& order, Apartment& home, Apartment& otherHome) const {
     Session first(home);
     Session second(otherHome);
@@ -99,7 +99,8 @@ TEST_F(TwoSessions, SessionsOfTwoThreadsEndInAnyOrder) {
   } while (std::ranges::next_permutation(order).found);
 }
 
-// The first release takes the window that was made last, whoever's it is; the other one stays.
+// The first release destroys the window created last, whichever session it belongs to; the other
+// one stays.
 TEST_F(TwoSessions, FirstWindowOutlivesBothSessionsOfAThread) {
   for (const bool firstGoesFirst : {true, false}) {
     Apartment home;
@@ -160,7 +161,7 @@ TEST_F(TwoSessions, NewSessionIsNotifiedAfterAClosedWindow) {
   session.Close();
   Session next(home);
   session.Release();
-  // The older session's end took the window made last, as it always does.
+  // The older session's release has destroyed the window created last, as always.
   EXPECT_EQ(IsWindow(next.window), FALSE);
   Session third(home);
   EXPECT_TRUE(Arrives(third.window));

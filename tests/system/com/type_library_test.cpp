@@ -1,4 +1,4 @@
-// What hosts were built against: names, slots, ids and types of the type library inside the DLL.
+// What hosts were built against: names, slots, ids and types of the type library in the DLL.
 #include <gmock/gmock.h>
 
 #include "describe/type_signatures.h"

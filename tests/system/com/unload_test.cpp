@@ -1,4 +1,4 @@
-// When the DLL may be unloaded. Each test loads a copy of it, with counts of its own.
+// When the DLL may be unloaded. Each test loads its own copy of it.
 #include <gmock/gmock.h>
 
 #include "system/com/component.h"
@@ -41,7 +41,7 @@ TEST_F(Unloading, DllStaysUntilItsLastObjectIsReleased) {
   second = {};
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
   first = {};
-  // One window is still there, whose handle the second object's window had replaced.
+  // One window still exists, whose handle was replaced by that of the second object.
   EndNotificationWindows();
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
@@ -86,7 +86,7 @@ TEST_F(Unloading, DllStaysWhileAConnectionPointOrEnumeratorLives) {
 
 TEST_F(Unloading, DllStaysForeverOnceANotificationHasArrived) {
   constexpr UINT kNewCaseReady = 10002;
-  // No result file lies there, so the notification has no other effect.
+  // There is no result file, so the notification has no other effect.
   const HostRegistration host;
   auto session = Session();
   ASSERT_TRUE(session);

@@ -1,4 +1,4 @@
-// Scripts that drive the component late bound, run by the system's script host.
+// Scripts that call the component late bound, run by the system's script host.
 #include <array>
 #include <fstream>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// A host that hands a raw pointer to another thread, without marshalling.
+// A host that passes a raw pointer to another thread without marshalling.
 #include <gmock/gmock.h>
 
 #include "system/com/component.h"
@@ -26,7 +26,7 @@ class WrongThread : public testing::Test {
     Init(*session_.get(), database_.ConnectionString());
   }
 
-  // Every method of the object's dual interface; how many there are.
+  // Calls every method of the object's dual interface. Returns how many there are.
   static int ExpectAllToRefuse(IDispatch& object) {
     return ForEachMethod(object, [&](const FUNCDESC& method) {
       Rooms rooms;
@@ -115,7 +115,7 @@ TEST_F(WrongThread, AnotherThreadMayCountReferencesAndQueryInterfaces) {
   EXPECT_GE(OnAnotherThread([&] { return session_->Release(); }), 1U);
 }
 
-// It is not that thread's window, settings or connection to end.
+// The window, settings and connection do not belong to that thread.
 TEST_F(WrongThread, LastReleaseOnAnotherThreadLeavesTheObjectAndItsWindow) {
   ASSERT_EQ(NotificationWindows(), 1);
   auto* const session = session_.Detach();

@@ -10,7 +10,7 @@ namespace {
 
 using automation::AutomationError;
 
-// The error that Check() makes of a result.
+// The error that Check() raises for a result.
 AutomationError ErrorOf(HRESULT result) {
   try {
     ::com::Check(result);

@@ -60,7 +60,7 @@ TEST(MessageBoxes, YesAndNoAreDistinguished) {
   }
 }
 
-// A window of the test's thread.
+// A window on the test's thread.
 class Window {
  public:
   explicit Window(DWORD style = WS_VISIBLE)
@@ -81,7 +81,7 @@ class OtherInFront {
  public:
   OtherInFront() {
     WaitForSingleObject(ready_, INFINITE);
-    // A thread learns by its messages that it is no longer active.
+    // A thread learns from its messages that it is no longer active.
     const ULONGLONG end = GetTickCount64() + 5000;
     while (GetActiveWindow() != nullptr && GetTickCount64() < end) {
       MSG message{};
@@ -192,7 +192,7 @@ TEST(MessageBoxes, BoxEndedWithTheHostIsNotAnswered) {
   EXPECT_EQ(::windows::MessageBoxes().Show(
                 {.text = u"?", .title = u"?", .icon = Icon::Question, .buttons = Buttons::YesNo}),
             Answer::None);
-  // The host's own loop ends, too. No word of it is left for the next test's boxes.
+  // The host's own loop ends too, with no message left for the next test's boxes.
   int words = 0;
   MSG message{};
   while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) {

@@ -1,4 +1,4 @@
-// The user's regional settings, and that the component's conversions agree with the system's own.
+// The user's regional settings. The component's conversions agree with the system's own.
 #include <gmock/gmock.h>
 
 #include "automation/conversion.h"
@@ -32,7 +32,7 @@ TEST_F(Regional, UnknownRegionalItemHasNoAnswer) {
 }
 
 TEST_F(Regional, NumbersAreWrittenAsTheSystemDoes) {
-  // Up to fifteen digits and not in powers of ten, where Wine differs from Windows.
+  // Up to fifteen digits and no powers of ten, where Wine differs from Windows.
   for (const double number : {0.0, 1.0, -1.0, 1.5, -2.25, 0.1, 1234567.891, 1e10, 123456789012345.0,
                               0.00012345, 1.0 / 3}) {
     ::com::Bstr text;
@@ -60,7 +60,7 @@ TEST_F(Regional, WrittenDatesAreReadAsTheSystemDoes) {
   }
 }
 
-// Also what DateFromParts makes of its parts in pictures with a month's name or a weekday.
+// Includes the texts that DateFromParts builds in formats with a month's name or a weekday.
 TEST_F(Regional, MonthAndDayAreSwappedAsTheSystemDoes) {
   for (std::wstring text :
        {L"13/05/2002", L"05/13/2002", L"2002-13-05", L"2002-05-13", L"2/30/2002", L"30/2/2002",

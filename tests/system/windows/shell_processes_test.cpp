@@ -25,7 +25,7 @@ class ShellProcesses : public testing::Test {
     fs::copy_file(self.data(), program_, fs::copy_options::overwrite_existing);
   }
   ~ShellProcesses() override {
-    // The program may be about to end still.
+    // The program may still be about to end.
     Wait([&] {
       std::error_code error;
       fs::remove_all(folder_, error);
@@ -42,7 +42,7 @@ class ShellProcesses : public testing::Test {
     return condition();
   }
 
-  // The lines that the program noted, as soon as they can be read; "" when they never can.
+  // The lines that the program recorded, once they can be read; "" when they never can.
   struct Note {
     std::wstring commandLine;
     std::wstring window;
@@ -91,7 +91,7 @@ TEST_F(ShellProcesses, StartDoesNotWaitForTheProgramsEnd) {
   CloseHandle(event);
 }
 
-// The host's files and connections would stay open as long as the program runs.
+// Otherwise the host's files and connections would stay open as long as the program runs.
 TEST_F(ShellProcesses, ProgramInheritsNoHandleOfTheHost) {
   const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
@@ -101,7 +101,7 @@ TEST_F(ShellProcesses, ProgramInheritsNoHandleOfTheHost) {
   ASSERT_NE(CreatePipe(&reading, &writing, &inheritable, 0), FALSE);
   EXPECT_EQ(ErrorOf(program_.wstring() + WaitFor(name) + NoteTo(note_)), 0);
   CloseHandle(writing);
-  // The program is running, and holds no other end of the pipe.
+  // The program is running and has no other end of the pipe.
   EXPECT_EQ(PeekNamedPipe(reading, nullptr, 0, nullptr, nullptr, nullptr), FALSE);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
   SetEvent(event);
