@@ -271,7 +271,7 @@ TEST(Decimals, DecimalReadsAsTheNearestDouble) {
   EXPECT_EQ(DecimalOf(0), (Decimal{.lo = 0, .hi = 0, .scale = 0, .negative = false}));
 }
 
-// Whether no other double is nearer to numerator / denominator, both below 2^17 and 2^10.
+// Whether no other double is nearer to numerator / denominator; they are below 2^17 and 2^10.
 bool IsNearest(double number, std::uint64_t numerator, std::uint64_t denominator) {
   int exponent = 0;
   const double fraction = std::frexp(number, &exponent);
@@ -290,7 +290,7 @@ TEST(NumberTexts, NumberTextReadsAsTheNearestDouble) {
 
 TEST(CurrencyAmounts, CurrencyAmountReadsAsTheNearestDouble) {
   for (std::int32_t tenThousandths = 1; tenThousandths < 100000; ++tenThousandths) {
-    // Sixteen times the amount, so that the denominator is small.
+    // Sixteen times the amount, which keeps the denominator small.
     const double number = ToDouble(Currency{tenThousandths}, kUs) * 16;
     ASSERT_TRUE(IsNearest(number, static_cast<std::uint64_t>(tenThousandths), 625))
         << tenThousandths;

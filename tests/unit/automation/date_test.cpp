@@ -272,7 +272,7 @@ TEST(DateReading, MonthAndWeekdayNamesAreNotRead) {
   }
 }
 
-// No other order of a year of two digits is tried, as the runtime tries them.
+// Unlike in the runtime, no other order is tried for a two-digit year.
 TEST(DateReading, ImpossibleDateIsNotReadInAnotherOrder) {
   for (const auto* text : {u"2/30/02", u"13/13/02", u"2/30/2002", u"30/2/2002"}) {
     EXPECT_FALSE(ParseDate(text, kUs)) << ToUtf8(text);

@@ -18,7 +18,7 @@ struct Cell {
   Answer answer;
 };
 
-// What a cell must leave behind, told by the rules and not by the code.
+// The expected effects of a cell, derived from the rules and not from the code.
 struct Expected {
   Statements changes = {};
   bool asks = false;
@@ -171,7 +171,7 @@ TEST_F(ResultReaders, UnreadableFileIsKeptSilently) {
   }
 }
 
-// Loads whatever `errors` says, in turn.
+// Each load gives the next of `errors`.
 class ScriptedDocuments : public platform::ResultDocuments {
  public:
   class Document : public platform::ResultDocument {
@@ -302,8 +302,7 @@ TEST_F(ResultReaders, ExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
 }
 
-// The real parser, with its living documents counted, and something that happens before the n-th
-// is made.
+// The real parser. Counts its living documents, and runs an action before the n-th is created.
 class WatchedDocuments : public platform::ResultDocuments {
  public:
   class Document : public platform::ResultDocument {
@@ -339,7 +338,7 @@ class WatchedDocuments : public platform::ResultDocuments {
   native::XmlDocuments real_;
 };
 
-// The folder, with something that happens before a file is deleted.
+// The folder, with an action before a file is deleted.
 class WatchedFiles : public native::LocalFiles {
  public:
   void DeleteFile(const std::u16string& path) override {
@@ -424,7 +423,7 @@ TEST_F(WatchedResultReaders, ResultIsEnteredThenAnnouncedThenReleasedThenDeleted
   }
 }
 
-// Each reading can fail, and what comes behind it is then left out.
+// Each read can fail; everything after it is then skipped.
 TEST_F(WatchedResultReaders, ResultElementsAreReadInTheirOrder) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
@@ -497,7 +496,7 @@ TEST_F(ResultReaders, MeaninglessStatusOpensNoDatabase) {
   }
 }
 
-// Any program of the desktop can post a message.
+// Any program on the desktop can post a message.
 TEST_F(ResultReaders, MessageWithoutAFileChangesNothing) {
   for (const auto& reader : kReaders) {
     database.ClearLog();

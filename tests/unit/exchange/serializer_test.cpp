@@ -43,11 +43,11 @@ TEST(Serializing, AttributesAreEscaped) {
             kDeclaration + std::string("<E a=\"&quot;&lt;&amp;&gt;&#10;&#9;\"/>\n"));
 }
 
-// What becomes of "q", the unit and "z".
+// The bytes written for "q", the code unit and "z".
 struct Units {
   char32_t first;
   char32_t last;
-  // "=" is the unit's byte, "#" its number.
+  // "=" stands for the unit's byte, "#" for its number.
   std::string text;
   std::string attribute;
 };

@@ -1,4 +1,4 @@
-// Form "108692": which fields are written, with what, in which order.
+// Form "108692": which fields are written, with which values, in which order.
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
@@ -14,7 +14,7 @@ using testing::Pair;
 
 constexpr const char* kForm = "108692";
 
-// Every value that a flag or count can have for "no".
+// Every value of a flag or count that means "no".
 const std::vector<Value> kNoValues = {Null(), false, 0, 0.0, std::int16_t{0}, u"0", u"False"};
 
 struct Flag {

@@ -1,4 +1,4 @@
-// The request file as a whole: envelope, order of the calls, failures, what remains after them.
+// The request file as a whole: envelope, order of the calls, failures, and the state afterwards.
 #include "fhp/application.h"
 
 #include <gmock/gmock.h>
@@ -57,7 +57,7 @@ TEST_F(WriteNewFHPTest, FileIsNamedByTheApplicationInTheDirectoryItself) {
   Write();
   database.Answer(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1234",
                   {{u"BID", u"RID", u"PID", u"CaseNo"}, {{12, 3, 4711, u"A1"}}});
-  // Columns that are not there end in the box; the names of the files are settled before.
+  // Missing columns end in the box; the file names are already set by then.
   EXPECT_TRUE(WriteNewFHP(5, 6, 7, 1234, u"C:\\X").Failed());
   EXPECT_EQ(exchange::PendingResultPath(), u"C:\\X\\OutNewFHP1234.xml");
 }
@@ -204,7 +204,7 @@ TEST_F(WriteNewFHPTest, MissingApplicationIsReported) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-// A lookup without a row leaves the shared recordset open, so the next one has its say, too.
+// A lookup without a row leaves the shared recordset open, so the next lookup reports that too.
 TEST_F(WriteNewFHPTest, MissingClinicianIsReported) {
   clinician.clear();
   EXPECT_EQ(Write(), u"");
@@ -305,7 +305,7 @@ TEST_F(WriteNewFHPTest, MissingDirectoryIsReported) {
   EXPECT_EQ(Boxes(), Texts{u"76 Path not found in WriteNewFHP"});
 }
 
-// A directory that takes no file.
+// A directory that cannot be written.
 class WriteProtected : public fakes::RealFiles {
  public:
   void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {
@@ -338,8 +338,8 @@ TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrACompleteOne) {
     database.FailCall(call, {1001, u"Test", u"Scripted failure"});
     const auto path = Write();
     database.ClearFailures();
-    // With a file in spite of it (the lookups of the town, of the rows' number and of the
-    // participant go on without an answer) or without: the failure is told.
+    // Whether or not a file was written (the lookups of the town, the row count and the participant
+    // go on without an answer), the failure is reported.
     EXPECT_FALSE(dialogs.shown.empty()) << call;
     EXPECT_EQ(path.empty(), !Exists(u"InNewFHP8.xml")) << call;
     EXPECT_TRUE(path.empty() || File().ends_with("</Envelope>\n")) << call;

@@ -1,4 +1,4 @@
-// Form "108696": which rows are taken, how they are numbered, counted and summed.
+// Form "108696": which rows are included, how they are numbered, counted and summed.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <limits>
@@ -22,7 +22,7 @@ class CostEstimate : public FhpFixture {
  protected:
   CostEstimate() { UseOlderPatient(); }
 
-  // The form behind its fixed fields.
+  // The form after its fixed fields.
   Fields RowFields() {
     Fields fields = FieldsOf(kForm).value_or(Fields());
     const auto first = std::find_if(fields.begin(), fields.end(), [](const auto& field) {
@@ -30,7 +30,7 @@ class CostEstimate : public FhpFixture {
     });
     return {first, fields.end()};
   }
-  // Only the numbers that the sums come from.
+  // Only the numbers that the sums are built from.
   std::string ValueOfRow(const std::string& key) {
     for (const auto& [name, value] : RowFields()) {
       if (name == key) {
@@ -39,7 +39,7 @@ class CostEstimate : public FhpFixture {
     }
     return "not written";
   }
-  // A row that is not taken stands beside one that is, so that the form is written.
+  // A skipped row beside an included one, so that the form is written.
   void ExpectNotTaken(const Row& changes) {
     estimateRows.clear();
     AddEstimateRow();
@@ -213,7 +213,7 @@ TEST_F(CostEstimate, RowWithoutARateIsSkipped) {
 TEST_F(CostEstimate, RowRefusedByTheCompensationRuleIsSkipped) {
   // Under the older subsidy rules.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})}});
-  // Of a year in which the patient was 19, and under the older rules besides.
+  // Of a year in which the patient was 19, and under the older rules too.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 1961, .month = 12, .day = 31})}});
   // Increased compensation that was applied for.
   application[u"IncreasedComp"] = true;

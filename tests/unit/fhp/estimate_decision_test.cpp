@@ -48,7 +48,7 @@ TEST_F(EstimateDecision, EstimateIsTheSameInOtherLocalesFormats) {
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
 }
 
-// A short date with a month's name, which the parts do not fit into.
+// A short date with a month's name, which numeric parts do not match.
 TEST_F(EstimateDecision, EstimateGoesByTheRegistrationMonthUnderAFormatWithMonthNames) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"d MMMM yyyy"}) {
     util::CurrentSettings().gDateFormat = picture;

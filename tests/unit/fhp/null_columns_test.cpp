@@ -1,5 +1,5 @@
-// Null in each column in turn, on a full application with its estimate: a column that the file
-// cannot do without ends in the box, any other takes its own fields away and nothing else.
+// Null in each column in turn, on a full application with its estimate. A column that the file
+// needs ends in the box; any other leaves out only its own fields.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <ostream>
@@ -17,7 +17,7 @@ enum class Source { Application, Clinician, Provider, Patient, EstimateRow };
 struct Column {
   Source source;
   std::u16string name;
-  // The fields that are not written without it.
+  // The fields that are left out without it.
   std::set<std::string> keys;
 };
 

@@ -44,7 +44,7 @@ class SendCheck : public FhpFixture {
     EXPECT_EQ(errMsg, kMessage);
     EXPECT_TRUE(Boxes().empty());
   }
-  // The box is shown and the host's variables are left alone.
+  // The box is shown and the host's variables are unchanged.
   void ExpectError(const std::u16string& box) {
     EXPECT_EQ(errCode, 7);
     EXPECT_EQ(errMsg, u"host's");
@@ -54,7 +54,7 @@ class SendCheck : public FhpFixture {
                                                   .icon = platform::Icon::Exclamation,
                                                   .buttons = platform::Buttons::Ok}}));
   }
-  // A plan that cannot be judged is not let through.
+  // A plan that cannot be checked is refused.
   void ExpectRefused(const std::u16string& teeth) {
     SCOPED_TRACE(automation::ToUtf8(teeth.substr(0, 40)));
     errCode = 7;
@@ -184,7 +184,7 @@ TEST_F(SendCheck, FailingToothIsReportedBeforeTheOverflow) {
 }
 
 TEST_F(SendCheck, VeryLongToothTextIsCheckedByItsMeasuresOnly) {
-  // The closing tag lies beyond the positions; the measures do not move the position.
+  // The closing tag lies beyond the last position; reading the measures does not move the position.
   EXPECT_FALSE(Check({.teeth = u"<11>" + std::u16string(40000, u'x') + u"</11>"}));
   ExpectError(u"6 Overflow in OKToSend");
   dialogs.shown.clear();

@@ -75,7 +75,7 @@ TEST(ToothScanner, LessThanSignWithoutAGreaterThanSignIsNotATag) {
 TEST(ToothScanner, DocumentScanIncludesTheLastPosition) {
   EXPECT_THAT(RunsOf(u"<"), IsEmpty());
   EXPECT_THAT(RunsOf(u"ab<"), IsEmpty());
-  // A scan that may not go beyond the last position shows that it goes there.
+  // A scan limited to the last position reports when it goes beyond.
   const std::u16string column(100, u'x');
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {true, 100, false}); }), 6);
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100, false}); }), 0);

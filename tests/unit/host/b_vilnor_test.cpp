@@ -49,7 +49,7 @@ TEST_F(BVilnorTest, OpenWithNewCaseWritesTheRequestAndStartsTheProgramOnIt) {
   EXPECT_EQ(database.AliveRecordsets(), 0);
 }
 
-// Takes down how many recordsets and connections are still there when the program is started.
+// Records how many recordsets and connections exist when the program is started.
 class WatchedProcesses : public platform::Processes {
  public:
   explicit WatchedProcesses(const fakes::Database& database) : database_(database) {}

@@ -1,4 +1,4 @@
-// What each row makes of its driver's types and texts.
+// How each row reads its driver's types and texts.
 #include "odbc/dialect.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ using automation::Decimal;
 using automation::Null;
 using automation::Value;
 
-// The usual reading where the row has none of its own.
+// The usual reading when the row has none of its own.
 Value Read(std::u16string_view product, std::u16string text, ColumnKind kind) {
   const auto own = DialectOf(product).ownReading(text, kind);
   return own ? *own : ToValue(std::move(text), kind);

@@ -122,7 +122,7 @@ TEST(Dialect, QuotedDatesStayForAProductThatReadsThem) {
   EXPECT_EQ(Translated(kPostgresql, statement, OnlyDateColumns), statement);
 }
 
-// Which columns are asked about, and that the answer decides.
+// Which columns are queried, and that the answer decides.
 class QuotedDate : public testing::Test {
  protected:
   std::u16string Translated(std::u16string_view statement, bool areDates) {

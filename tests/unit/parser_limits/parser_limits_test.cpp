@@ -1,4 +1,4 @@
-// What is given to a parser.
+// What is passed to a parser.
 #include "parser_limits/parser_limits.h"
 
 #include <gtest/gtest.h>
@@ -159,7 +159,7 @@ TEST(FitToParse, Utf16DocumentsAreCheckedLikeOthers) {
       EXPECT_FALSE(IsFitToParse(start + Wide("<a b='c'>&d;</a>", lowFirst)));
       EXPECT_FALSE(IsFitToParse(start + Wide("<a>", lowFirst)));
     }
-    // Letters of which a byte is "<", "&" or a control character.
+    // Letters with a byte that is "<", "&" or a control character.
     const std::string letters = lowFirst ? "\x3C\x04\x26\x01\x01\x01" : "\x04\x3C\x01\x26\x01\x01";
     EXPECT_TRUE(IsFitToParse(mark + Wide("<a>", lowFirst) + letters + Wide("</a>", lowFirst)));
   }
@@ -167,7 +167,7 @@ TEST(FitToParse, Utf16DocumentsAreCheckedLikeOthers) {
 
 struct Limit {
   std::string_view what;
-  // Just what is allowed, and a little more.
+  // Exactly what is allowed, and a little more.
   std::string most;
   std::string tooMuch;
 };
@@ -208,7 +208,7 @@ const Limit kLimits[] = {
     {"attributes of several elements", Document(1, Attributes(500) + Attributes(500)),
      Document(1, Attributes(500) + Attributes(501))},
     {"levels", Levels(256), Levels(257)},
-    // The document's buffers of 300 bytes interrupt it as well.
+    // The document's buffers of 300 bytes split it too.
     {"references", Interrupted(3'278'000, "&#9;"), Interrupted(3'290'000, "&#9;")},
     {"line ends", Interrupted(3'322'000, "\r"), Interrupted(3'323'000, "\r")},
     {"line ends in levels", Times(99, "<a>") + Times(830'000, "\r") + Times(99, "</a>"),

@@ -1,4 +1,4 @@
-// Which conversions go by the user's settings. What they make is held in tests/unit/automation.
+// Which conversions use the user's settings. tests/unit/automation tests their results.
 #include "platform/conversions.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class Conversions : public fakes::PortsFixture {
     counted_.UseSwedish();
     Use(ports_);
   }
-  // How often `convert` asks for the settings.
+  // How often `convert` queries the settings.
   template <class Convert>
   int Asked(Convert convert) {
     counted_.asked = 0;

@@ -18,7 +18,7 @@ struct Older {
   ~Older() { ended.emplace_back("older"); }
   int count = 0;
 };
-// Uses the older state at its own end.
+// Uses the older state in its destructor.
 struct Newer {
   ~Newer() {
     ended.emplace_back("newer");

@@ -207,7 +207,7 @@ TEST_F(Loading, KeyThatCannotBeReadToItsEndIsAnError) {
   SetText(u"Path", u"C:\\Kestra\\");
   for (const auto call : {MemoryRegistry::Call::QueryLimits, MemoryRegistry::Call::EnumValue,
                           MemoryRegistry::Call::EnumKey}) {
-    // 1018 the key was deleted meanwhile; 234 a value outgrows the buffers without end.
+    // 1018: the key was deleted meanwhile; 234: a value keeps outgrowing the buffers.
     for (const std::int32_t code : {1018, 234}) {
       registry.Fail(call, code);
       ExpectError(ErrorOf([] { Loaded(); }), kCannotOpen, u"GetKeyInfo", u"Unable to open Key");

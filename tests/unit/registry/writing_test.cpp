@@ -9,7 +9,7 @@ using fakes::MemoryRegistry;
 
 class Writing : public RegistryTest {
  protected:
-  // A box with OK only, without an icon or a title of its own.
+  // A box with only OK, without an icon or its own title.
   static std::vector<platform::MessageBox> Boxes(std::initializer_list<std::u16string> texts) {
     std::vector<platform::MessageBox> boxes;
     for (const auto& text : texts) {

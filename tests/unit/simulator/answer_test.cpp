@@ -44,7 +44,7 @@ TEST(ResultFile, SentNewCaseHasEveryElementTheComponentReads) {
 struct Cell {
   RequestKind kind;
   Outcome outcome;
-  // nullptr: the element is not there.
+  // nullptr: the element is missing.
   const char* cancelled;
   const char* status;
 };

@@ -15,7 +15,7 @@ class Request : public simulator_test::Fixture {
   simulator::Request Read(const std::string& bytes) {
     return simulator::ReadRequest(files_, documents_, File(bytes));
   }
-  // What is said to be wrong with the file; "" when it is read.
+  // The error reported for the file; "" when it is read.
   std::string ProblemOf(const std::string& bytes) {
     try {
       Read(bytes);

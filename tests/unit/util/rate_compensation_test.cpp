@@ -28,7 +28,7 @@ RateCompensation AcceptedThird(double amount) {
 
 class TheCompensationRule : public UtilTest {
  protected:
-  // A row of three amounts that tell each other apart.
+  // A row with three different amounts.
   static RateCompensationInput Row(automation::Date regDate, int age, int rateNo,
                                    std::u16string_view debit) {
     RateCompensationInput input;
@@ -76,7 +76,7 @@ TEST_F(TheCompensationRule, Rate99WasPaidInWholeNumbersHalfToEven) {
   EXPECT_EQ(GetRateCompensation(row), First(4));  // 3.50004
   row.amount1 = 12.5;
   EXPECT_EQ(GetRateCompensation(row), First(8));  // 7.5
-  // In the digits of a double, on every processor: 2.5000000000000004 and 9.499999999999998.
+  // In double precision on every processor: 2.5000000000000004 and 9.499999999999998.
   row.amount1 = 4.166666666666667;
   EXPECT_EQ(GetRateCompensation(row), First(3));
   row.amount1 = 15.833333333333332;
