@@ -183,7 +183,7 @@ TEST_F(SendCheck, FailingToothIsReportedBeforeTheOverflow) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11>" + std::u16string(40000, u'x')});
 }
 
-TEST_F(SendCheck, VeryLongToothTextIsCheckedByItsMeasuresOnly) {
+TEST_F(SendCheck, TooManyMeasuresInAVeryLongToothTextAreReportedBeforeOverflow) {
   // The closing tag lies beyond the last position; reading the measures does not move the position.
   EXPECT_FALSE(Check({.teeth = u"<11>" + std::u16string(40000, u'x') + u"</11>"}));
   ExpectError(u"6 Overflow in OKToSend");
