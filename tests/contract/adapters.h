@@ -1,4 +1,4 @@
-// This build's adapters, made in native/ or windows/.
+// This build's adapters, created in native/ or windows/.
 #pragma once
 
 #include <filesystem>
@@ -17,8 +17,8 @@ std::unique_ptr<platform::Database> NewDatabase();
 std::unique_ptr<platform::Files> NewFiles();
 std::unique_ptr<platform::ResultDocuments> NewResultDocuments();
 
-// While it lives, the file cannot be replaced: on Windows another program has it open, elsewhere
-// its folder may not be written.
+// Keeps the file from being replaced: on Windows another program holds it open, elsewhere its
+// folder is read-only.
 std::shared_ptr<void> Held(const std::filesystem::path& file);
 
 // A full path in the build's own spelling, as the component would be given it ("Z:\tmp\x" under

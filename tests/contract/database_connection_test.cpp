@@ -14,14 +14,14 @@ TEST_P(DatabaseContract, EveryCallOnAClosedConnectionRaises3704) {
   }
 }
 
-TEST_P(DatabaseContract, TheStringOfAnOpenConnectionCannotBeSet) {
+TEST_P(DatabaseContract, ConnectionStringOfAnOpenConnectionCannotBeSet) {
   const auto raised =
       ErrorOf([&] { connection->SetConnectionString(GetParam().connectionString); });
   EXPECT_EQ(raised.number, 3705);
   EXPECT_EQ(raised.text, kOpenText);
 }
 
-TEST_P(DatabaseContract, AnOpenConnectionCannotBeOpened) {
+TEST_P(DatabaseContract, OpenConnectionCannotBeOpenedAgain) {
   const auto raised = ErrorOf([&] { connection->Open(u"", u"", u"", -1); });
   EXPECT_EQ(raised.number, 3705);
   EXPECT_EQ(raised.text, kOpenText);
@@ -34,7 +34,7 @@ TEST_P(DatabaseContract, OpeningWithEmptyTextsTakesTheStoredString) {
   EXPECT_EQ(stored->Execute(u"SELECT 'x'", -1)->Field(0), automation::Value(u"x"));
 }
 
-TEST_P(DatabaseContract, AFailedOpenLeavesTheConnectionClosedAndFitToBeOpened) {
+TEST_P(DatabaseContract, FailedOpenLeavesTheConnectionClosedAndReusable) {
   const auto retried = database->NewConnection();
   const auto raised =
       ErrorOf([&] { retried->Open(u"Driver=No Such Driver;Database=x", u"", u"", -1); });
@@ -46,7 +46,7 @@ TEST_P(DatabaseContract, AFailedOpenLeavesTheConnectionClosedAndFitToBeOpened) {
   EXPECT_EQ(retried->Execute(u"SELECT 'x'", -1)->Field(0), automation::Value(u"x"));
 }
 
-TEST_P(DatabaseContract, AProviderThatIsNotInstalledRaises3706) {
+TEST_P(DatabaseContract, UninstalledProviderRaises3706) {
   const auto foreign = database->NewConnection();
   const auto raised =
       ErrorOf([&] { foreign->Open(u"Provider=No.Such.Provider;Data Source=x", u"", u"", -1); });
@@ -54,7 +54,7 @@ TEST_P(DatabaseContract, AProviderThatIsNotInstalledRaises3706) {
   EXPECT_EQ(raised.text, u"Provider cannot be found. It may not be properly installed.");
 }
 
-TEST_P(DatabaseContract, TheProviderForOdbcMayBeNamed) {
+TEST_P(DatabaseContract, ProviderForOdbcMayBeNamed) {
   const auto named = database->NewConnection();
   named->Open(u"Provider=MSDASQL;" + GetParam().connectionString, u"", u"", -1);
   EXPECT_EQ(named->Execute(u"SELECT 'x'", -1)->Field(0), automation::Value(u"x"));

@@ -1,5 +1,5 @@
-// What only one product can show: a locked file, a missing folder, a server that is not there or
-// goes away, a session with settings of its own.
+// Behaviour of single products: a locked file, a missing folder, an unreachable or lost server, a
+// session with its own settings.
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -7,7 +7,7 @@ namespace {
 
 using automation::Value;
 
-// How a server's driver is named, and how one of its sessions ends another.
+// The name of a server's driver, and the statement with which one session ends another.
 struct Server {
   std::u16string driver;
   std::u16string driverFile;
@@ -46,12 +46,12 @@ INSTANTIATE_TEST_SUITE_P(Products, PostgresqlContract,
                          [](const auto& instance) { return instance.param.name; });
 INSTANTIATE_TEST_SUITE_P(Products, MariadbContract, testing::ValuesIn(ProductsNamed("MariaDB")),
                          [](const auto& instance) { return instance.param.name; });
-// main() says so when a server is not tested.
+// main() prints a note when a server is not tested.
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ServerContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(PostgresqlContract);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
 
-TEST_P(SqliteContract, AFileInAMissingFolderCannotBeOpened) {
+TEST_P(SqliteContract, FileInAMissingFolderCannotBeOpened) {
   const auto missing = database->NewConnection();
   const auto raised = ErrorOf(
       [&] { missing->Open(u"Driver=SQLite3;Database=/nonexistent/folder/x.db", u"", u"", -1); });
@@ -59,7 +59,7 @@ TEST_P(SqliteContract, AFileInAMissingFolderCannotBeOpened) {
   EXPECT_THAT(raised.text, HasText(u"[SQLite]"));
 }
 
-TEST_P(SqliteContract, ALockHeldByAnotherIsWaitedForAsLongAsTheStringSays) {
+TEST_P(SqliteContract, LockOfAnotherClientIsWaitedForAsLongAsTheStringSays) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   const auto second = database->NewConnection();
@@ -79,11 +79,11 @@ TEST_P(SqliteContract, TextIsStoredAsUtf8WhateverTheLocale) {
   EXPECT_EQ(Scalar(u"SELECT hex(Note) FROM Trial"), Value(u"C3A5E4B8ADF09F9880"));
 }
 
-TEST_P(SqliteContract, LettersInTheDriversTextAreReadRight) {
+TEST_P(SqliteContract, NonAsciiLettersInTheDriversErrorTextAreKept) {
   EXPECT_THAT(ErrorOf([&] { Run(u"SELECT 1 FROM Ärende"); }).text, HasText(u"Ärende"));
 }
 
-TEST_P(SqliteContract, ContentThatIsNoValueOfItsColumnsTypeStaysTheTextThatItIs) {
+TEST_P(SqliteContract, ContentThatDoesNotFitItsColumnsTypeStaysText) {
   Run(u"INSERT INTO Trial (Number, Moment, Flag) VALUES ('many', 'soon', 'maybe')");
   const auto row = Query(u"SELECT Number, Moment, Flag FROM Trial");
   EXPECT_EQ(row->Field(0), Value(u"many"));
@@ -91,7 +91,7 @@ TEST_P(SqliteContract, ContentThatIsNoValueOfItsColumnsTypeStaysTheTextThatItIs)
   EXPECT_EQ(row->Field(2), Value(u"maybe"));
 }
 
-TEST_P(ServerContract, AServerThatIsNotThereRaisesTheDriversText) {
+TEST_P(ServerContract, UnreachableServerRaisesTheDriversText) {
   const auto nowhere = database->NewConnection();
   const auto raised = ErrorOf([&] {
     nowhere->Open(u"Driver=" + server.driver + u";Server=127.0.0.1;Port=1;Database=x;UID=x", u"",
@@ -101,7 +101,7 @@ TEST_P(ServerContract, AServerThatIsNotThereRaisesTheDriversText) {
   EXPECT_THAT(raised.text, HasText(u"127.0.0.1"));
 }
 
-TEST_P(ServerContract, TheUserGivenToOpenGoesBeforeTheStrings) {
+TEST_P(ServerContract, UserGivenToOpenOverridesTheOneInTheString) {
   const auto unknown = database->NewConnection();
   const auto raised =
       ErrorOf([&] { unknown->Open(GetParam().connectionString, u"no_such_user", u"secret", -1); });
@@ -109,7 +109,7 @@ TEST_P(ServerContract, TheUserGivenToOpenGoesBeforeTheStrings) {
   EXPECT_THAT(raised.text, HasText(u"no_such_user"));
 }
 
-TEST_P(ServerContract, AServerIsKnownByItsAnswerWhenTheStringNamesNoProduct) {
+TEST_P(ServerContract, ServerIsRecognisedByItsAnswerWhenTheStringNamesNoProduct) {
   std::u16string text = GetParam().connectionString;
   text.replace(text.find(server.driver), server.driver.size(), server.driverFile);
   connection = database->NewConnection();
@@ -119,7 +119,7 @@ TEST_P(ServerContract, AServerIsKnownByItsAnswerWhenTheStringNamesNoProduct) {
   EXPECT_EQ(Scalar(u"Select @@Identity"), Scalar(u"SELECT TrialId FROM Trial"));
 }
 
-TEST_P(ServerContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWithIt) {
+TEST_P(ServerContract, LossOfTheServerInsideATransactionIsAnErrorOnly) {
   auto lost = NewOpenConnection();
   const auto session = lost->Execute(u"SELECT " + server.ownSession, -1)->Field(0);
   lost->BeginTrans();
@@ -134,7 +134,7 @@ TEST_P(ServerContract, AServerThatGoesAwayInsideATransactionTakesNothingDownWith
   EXPECT_EQ(lost->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Value(std::int32_t{0}));
 }
 
-TEST_P(PostgresqlContract, DatesReadRightWhateverDateStyleTheSessionBeginsWith) {
+TEST_P(PostgresqlContract, DatesAreReadCorrectlyInEveryInitialDateStyle) {
   for (const std::u16string style : {u"German, DMY", u"SQL, DMY", u"ISO, YMD", u"Postgres, MDY"}) {
     connection = database->NewConnection();
     connection->Open(
@@ -149,13 +149,13 @@ TEST_P(PostgresqlContract, DatesReadRightWhateverDateStyleTheSessionBeginsWith) 
   }
 }
 
-TEST_P(PostgresqlContract, AFixedWidthTextComesWithItsBlanks) {
+TEST_P(PostgresqlContract, FixedWidthTextKeepsItsTrailingBlanks) {
   Run(u"INSERT INTO Trial (Code) VALUES ('ab')");
   EXPECT_EQ(Query(u"SELECT Code FROM Trial")->Field(0), Value(u"ab   "));
 }
 
-// The session begins as the server's administrator has set it.
-TEST_P(MariadbContract, StatementsMeanTheSameWhateverModeTheSessionBeginsWith) {
+// A session starts with the settings of the server's administrator.
+TEST_P(MariadbContract, StatementsMeanTheSameInEveryInitialSqlMode) {
   for (const std::u16string settings :
        {u"SET sql_mode = '', autocommit = 0", u"SET sql_mode = 'ANSI,MSSQL', autocommit = 1",
         u"SET sql_mode = 'TRADITIONAL', tx_isolation = 'SERIALIZABLE'"}) {
@@ -172,7 +172,7 @@ TEST_P(MariadbContract, StatementsMeanTheSameWhateverModeTheSessionBeginsWith) {
   }
 }
 
-TEST_P(MariadbContract, AZeroDateIsNull) {
+TEST_P(MariadbContract, ZeroDateIsNull) {
   Run(u"SET SESSION sql_mode = ''");
   Run(u"INSERT INTO Trial (Moment, Day) VALUES ('0000-00-00 00:00:00', '0000-00-00')");
   const auto row = Query(u"SELECT Moment, Day FROM Trial");
@@ -180,7 +180,7 @@ TEST_P(MariadbContract, AZeroDateIsNull) {
   EXPECT_TRUE(row->Field(1).IsNull());
 }
 
-TEST_P(MariadbContract, ABitIsABoolean) {
+TEST_P(MariadbContract, BitIsABoolean) {
   Run(u"CREATE TEMPORARY TABLE Bits (Yes bit(1), No bit(1))");
   Run(u"INSERT INTO Bits (Yes, No) VALUES (TRUE, FALSE)");
   const auto row = Query(u"SELECT Yes, No FROM Bits");
@@ -188,7 +188,7 @@ TEST_P(MariadbContract, ABitIsABoolean) {
   EXPECT_EQ(row->Field(1), Value(false));
 }
 
-TEST_P(MariadbContract, AStatementThatRunsTooLongIsCutOff) {
+TEST_P(MariadbContract, StatementThatRunsTooLongIsCancelled) {
   Run(u"SET SESSION max_statement_time = 0.05");
   const auto raised = ErrorOf([&] {
     Run(u"SELECT COUNT(*) FROM information_schema.COLUMNS a, information_schema.COLUMNS b,"
@@ -197,11 +197,11 @@ TEST_P(MariadbContract, AStatementThatRunsTooLongIsCutOff) {
   EXPECT_EQ(raised.number, kTimeExpired);
 }
 
-TEST_P(MariadbContract, AStatementMayRunAsLongAsADOsDefaultSays) {
+TEST_P(MariadbContract, StatementTimeoutIsTheDefaultOfADO) {
   EXPECT_EQ(Scalar(u"SELECT @@max_statement_time = 30"), Value(std::int32_t{1}));
 }
 
-TEST_P(MariadbContract, ATransactionSeesWhatOthersHaveCommitted) {
+TEST_P(MariadbContract, TransactionSeesWhatOthersHaveCommitted) {
   connection->BeginTrans();
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Value(std::int32_t{0}));
   NewOpenConnection()->Execute(u"INSERT INTO Trial (Number) VALUES (1)", -1);

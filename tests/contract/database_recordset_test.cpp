@@ -50,7 +50,7 @@ TEST_P(RecordsetContract, EveryReadingCallOnAClosedRecordsetRaises3704) {
   }
 }
 
-TEST_P(RecordsetContract, AnOpenRecordsetCannotBeOpenedNorItsCursorPlaced) {
+TEST_P(RecordsetContract, OpenRecordsetCannotBeOpenedNorItsCursorLocationSet) {
   const auto recordset = All();
   for (const auto& raised :
        {ErrorOf([&] {
@@ -64,7 +64,7 @@ TEST_P(RecordsetContract, AnOpenRecordsetCannotBeOpenedNorItsCursorPlaced) {
   EXPECT_EQ(recordset->Field(u"Number"), Number(1)) << "the failed calls change nothing";
 }
 
-TEST_P(RecordsetContract, ARecordsetWithoutRowsIsOpenAndStaysOpen) {
+TEST_P(RecordsetContract, RecordsetWithoutRowsIsOpenAndStaysOpen) {
   const auto recordset = None();
   EXPECT_TRUE(recordset->Eof());
   EXPECT_EQ(ErrorOf([&] {
@@ -86,7 +86,7 @@ TEST_P(RecordsetContract, OpeningOnAClosedConnectionRaises3709) {
             u"invalid in this context.");
 }
 
-TEST_P(RecordsetContract, AStatementThatFailsLeavesTheRecordsetClosed) {
+TEST_P(RecordsetContract, FailedStatementLeavesTheRecordsetClosed) {
   const auto recordset = database->NewRecordset();
   EXPECT_EQ(ErrorOf([&] {
               recordset->Open(u"SELEC 1", *connection, CursorType::Static,
@@ -96,7 +96,7 @@ TEST_P(RecordsetContract, AStatementThatFailsLeavesTheRecordsetClosed) {
   EXPECT_EQ(ErrorOf([&] { recordset->Eof(); }).number, 3704);
 }
 
-TEST_P(RecordsetContract, RowsComeInOrderUntilTheEnd) {
+TEST_P(RecordsetContract, RowsAreReadInOrderUntilTheEnd) {
   const auto recordset = All();
   EXPECT_EQ(recordset->Field(u"Name"), Value(u"Åsa"));
   recordset->MoveNext();
@@ -108,7 +108,7 @@ TEST_P(RecordsetContract, RowsComeInOrderUntilTheEnd) {
   EXPECT_TRUE(recordset->Eof());
 }
 
-TEST_P(RecordsetContract, BehindTheLastRowMovingReadingAndWritingRaise3021) {
+TEST_P(RecordsetContract, MovingReadingAndWritingAfterTheLastRowRaise3021) {
   const auto recordset = None();
   for (const auto& raised :
        {ErrorOf([&] { recordset->MoveNext(); }), ErrorOf([&] { recordset->Field(u"Number"); }),
@@ -119,7 +119,7 @@ TEST_P(RecordsetContract, BehindTheLastRowMovingReadingAndWritingRaise3021) {
   }
 }
 
-TEST_P(RecordsetContract, AFieldIsFoundByItsNameInAnyCaseOrItsPlaceFrom0) {
+TEST_P(RecordsetContract, FieldIsFoundByNameInAnyCaseOrByPositionFrom0) {
   const auto recordset = All();
   EXPECT_EQ(recordset->Field(u"NUMBER"), Number(1));
   EXPECT_EQ(recordset->Field(u"number"), Number(1));
@@ -127,7 +127,7 @@ TEST_P(RecordsetContract, AFieldIsFoundByItsNameInAnyCaseOrItsPlaceFrom0) {
   EXPECT_EQ(recordset->Field(1), Value(u"Åsa"));
 }
 
-TEST_P(RecordsetContract, AFieldThatIsNotThereRaises3265) {
+TEST_P(RecordsetContract, MissingFieldRaises3265) {
   const auto recordset = All();
   for (const auto& raised :
        {ErrorOf([&] { recordset->Field(u"Nmae"); }), ErrorOf([&] { recordset->Field(u""); }),
@@ -138,14 +138,14 @@ TEST_P(RecordsetContract, AFieldThatIsNotThereRaises3265) {
   }
 }
 
-TEST_P(RecordsetContract, AClosedRecordsetCanBeOpenedAgain) {
+TEST_P(RecordsetContract, ClosedRecordsetCanBeOpenedAgain) {
   const auto recordset = All();
   recordset->Close();
   recordset->Open(u"SELECT 'again'", *connection, CursorType::Keyset, LockType::Optimistic, -1);
   EXPECT_EQ(recordset->Field(0), Value(u"again"));
 }
 
-TEST_P(RecordsetContract, ACloneStandsOnTheFirstRowAndMovesOnItsOwn) {
+TEST_P(RecordsetContract, CloneStartsAtTheFirstRowAndMovesIndependently) {
   const auto recordset = All();
   recordset->MoveNext();
   const auto clone = recordset->Clone(LockType::Unspecified);
@@ -156,7 +156,7 @@ TEST_P(RecordsetContract, ACloneStandsOnTheFirstRowAndMovesOnItsOwn) {
   EXPECT_EQ(recordset->Field(u"Number"), Number(2));
 }
 
-TEST_P(RecordsetContract, ACloneOutlivesItsSourceAndTheConnection) {
+TEST_P(RecordsetContract, CloneOutlivesItsSourceAndTheConnection) {
   auto recordset = All();
   const auto clone = recordset->Clone(LockType::Unspecified);
   recordset->Close();
@@ -173,7 +173,7 @@ TEST_P(RecordsetContract, ClosingACloneLeavesItsSourceOpen) {
   EXPECT_EQ(recordset->Field(u"Number"), Number(1));
 }
 
-TEST_P(RecordsetContract, AKeysetRecordsetAtTheClientIsClonedToo) {
+TEST_P(RecordsetContract, ClientSideKeysetRecordsetCanBeCloned) {
   const auto recordset = database->NewRecordset();
   recordset->SetCursorLocation(platform::CursorLocation::Client);
   recordset->Open(u"SELECT Number FROM Trial ORDER BY Number", *connection, CursorType::Keyset,
@@ -181,14 +181,14 @@ TEST_P(RecordsetContract, AKeysetRecordsetAtTheClientIsClonedToo) {
   EXPECT_EQ(recordset->Clone(LockType::Unspecified)->Field(0), Number(1));
 }
 
-TEST_P(RecordsetContract, RowsAreHeldWhateverHappensToTheTable) {
+TEST_P(RecordsetContract, RowsStayWhateverHappensToTheTable) {
   const auto recordset = All();
   Run(u"DELETE FROM Trial");
   recordset->MoveNext();
   EXPECT_EQ(recordset->Field(u"Number"), Number(2));
 }
 
-TEST_P(RecordsetContract, AWrittenFieldIsReadBackAndTheDatabaseIsNotWritten) {
+TEST_P(RecordsetContract, WrittenFieldIsReadBackAndTheDatabaseIsUnchanged) {
   const auto recordset = All();
   recordset->SetField(u"Name", Value(u"Ändrad"));
   EXPECT_EQ(recordset->Field(u"Name"), Value(u"Ändrad"));
@@ -197,7 +197,7 @@ TEST_P(RecordsetContract, AWrittenFieldIsReadBackAndTheDatabaseIsNotWritten) {
   EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 1"), Value(u"Åsa"));
 }
 
-TEST_P(RecordsetContract, ACloneSeesAWrittenFieldOnceItsRowIsLeft) {
+TEST_P(RecordsetContract, CloneSeesAWrittenFieldAfterItsRowIsLeft) {
   const auto recordset = All();
   const auto clone = recordset->Clone(LockType::Unspecified);
   recordset->SetField(u"Name", Value(u"Ändrad"));
@@ -207,7 +207,7 @@ TEST_P(RecordsetContract, ACloneSeesAWrittenFieldOnceItsRowIsLeft) {
   EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 1"), Value(u"Åsa"));
 }
 
-TEST_P(RecordsetContract, ACloneOfAClosedSourceIsWritten) {
+TEST_P(RecordsetContract, CloneOfAClosedSourceCanBeWritten) {
   const auto recordset = All();
   const auto clone = recordset->Clone(LockType::Unspecified);
   recordset->Close();
@@ -215,13 +215,13 @@ TEST_P(RecordsetContract, ACloneOfAClosedSourceIsWritten) {
   EXPECT_EQ(clone->Field(u"Name"), Value(u"Ändrad"));
 }
 
-TEST_P(RecordsetContract, AReadOnlyRecordsetRefusesWriting) {
+TEST_P(RecordsetContract, ReadOnlyRecordsetRefusesWriting) {
   const auto clone = All()->Clone(LockType::ReadOnly);
   EXPECT_EQ(ErrorOf([&] { clone->SetField(u"Name", Value(u"x")); }).number, 3251);
   EXPECT_EQ(clone->Field(u"Name"), Value(u"Åsa"));
 }
 
-TEST_P(RecordsetContract, AQueryThroughTheConnectionGivesItsRows) {
+TEST_P(RecordsetContract, QueryThroughTheConnectionGivesItsRows) {
   const auto rows = connection->Execute(u"SELECT Number FROM Trial ORDER BY Number", -1);
   EXPECT_FALSE(rows->Eof());
   EXPECT_EQ(rows->Field(0), Number(1));
@@ -229,17 +229,17 @@ TEST_P(RecordsetContract, AQueryThroughTheConnectionGivesItsRows) {
   EXPECT_EQ(rows->Field(u"Number"), Number(2));
 }
 
-TEST_P(RecordsetContract, AStatementWithoutRowsGivesAClosedRecordset) {
+TEST_P(RecordsetContract, StatementWithoutRowsGivesAClosedRecordset) {
   const auto rows = connection->Execute(u"UPDATE Trial SET Number = 5 WHERE Number = 3", -1);
   EXPECT_EQ(ErrorOf([&] { rows->Eof(); }).number, 3704);
   EXPECT_EQ(Scalar(u"SELECT Name FROM Trial WHERE Number = 5"), Value(automation::Null()));
 }
 
-TEST_P(RecordsetContract, AStatementThatFindsNothingToChangeSucceeds) {
+TEST_P(RecordsetContract, StatementThatFindsNothingToChangeSucceeds) {
   EXPECT_EQ(ErrorOf([&] { Run(u"DELETE FROM Trial WHERE Number = 0"); }).number, 0);
 }
 
-TEST_P(RecordsetContract, ARecordsetOpenedOnAStatementWithoutRowsStaysClosed) {
+TEST_P(RecordsetContract, RecordsetOpenedOnAStatementWithoutRowsStaysClosed) {
   const auto recordset = Query(u"DELETE FROM Trial WHERE Number = 3");
   EXPECT_EQ(ErrorOf([&] { recordset->Eof(); }).number, 3704);
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Number(2));

@@ -44,7 +44,7 @@ TEST_P(StatementContract, IdentityIsReadInsideATransactionAndApartFromOtherConne
             Scalar(u"SELECT TrialId FROM Trial WHERE Number = 2"));
 }
 
-TEST_P(StatementContract, AHashDateIsThatMomentWhereverItStands) {
+TEST_P(StatementContract, HashDateIsADateWhereverItStands) {
   Run(u"INSERT INTO Trial (Number, Moment, Day) VALUES (1, #11-16-2026 14:05:00#, #03-01-1912#)");
   const auto row = Query(u"SELECT Moment, Day FROM Trial");
   EXPECT_EQ(row->Field(u"Moment"), Value(Moment(2026, 11, 16, 14, 5)));
@@ -54,7 +54,7 @@ TEST_P(StatementContract, AHashDateIsThatMomentWhereverItStands) {
   EXPECT_EQ(Scalar(u"SELECT Moment FROM Trial"), Value(Moment(2027, 2, 3, 23, 59, 59)));
 }
 
-TEST_P(StatementContract, AQuotedMonthFirstDateIsThatMomentInADateColumn) {
+TEST_P(StatementContract, QuotedMonthFirstDateIsADateInADateColumn) {
   Run(u"INSERT INTO Trial (Number,Name,Moment,Day) VALUES "
       u"(1,'x','02-03-2026 14:05:00','12-01-1999')");
   const auto row = Query(u"SELECT Moment, Day FROM Trial");
@@ -72,7 +72,7 @@ TEST_P(StatementContract, BothKindsOfLiteralStoreTheSame) {
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial a, Trial b WHERE a.Moment = b.Moment"), Number(4));
 }
 
-TEST_P(StatementContract, ATextThatLooksLikeADateStaysAsItWasTypedInATextColumn) {
+TEST_P(StatementContract, TextThatLooksLikeADateIsUnchangedInATextColumn) {
   for (const std::u16string text : {u"11-16-2026 14:05:00", u"11-16-2026", u"#11-16-2026#",
                                     u"Select @@Identity", u"den #11-16-2026 14:05:00# kl"}) {
     Run(u"DELETE FROM Trial");
@@ -86,19 +86,19 @@ TEST_P(StatementContract, ATextThatLooksLikeADateStaysAsItWasTypedInATextColumn)
   }
 }
 
-TEST_P(StatementContract, ADoubledQuoteBeforeALiteralDoesNotHideIt) {
+TEST_P(StatementContract, DoubledQuoteBeforeALiteralDoesNotHideIt) {
   Run(u"INSERT INTO Trial (Note, Moment) VALUES ('O''Brien #1', #11-16-2026 14:05:00#)");
   const auto row = Query(u"SELECT Note, Moment FROM Trial");
   EXPECT_EQ(row->Field(u"Note"), Value(u"O'Brien #1"));
   EXPECT_EQ(row->Field(u"Moment"), Value(Moment(2026, 11, 16, 14, 5)));
 }
 
-TEST_P(StatementContract, ADateThatIsNoDayOfTheCalendarIsRefused) {
+TEST_P(StatementContract, ImpossibleCalendarDateIsRefused) {
   EXPECT_NE(ErrorOf([&] { Run(u"INSERT INTO Trial (Moment) VALUES (#02-30-2026#)"); }).number, 0);
   EXPECT_EQ(Scalar(u"SELECT COUNT(*) FROM Trial"), Number(0));
 }
 
-TEST_P(StatementContract, NamesAreComparedWithoutRegardToCase) {
+TEST_P(StatementContract, NamesAreComparedIgnoringCase) {
   Run(u"insert into TRIAL (NUMBER) values (4)");
   EXPECT_EQ(Query(u"SELECT trial.Number FROM trial")->Field(u"nUMBER"), Number(4));
 }

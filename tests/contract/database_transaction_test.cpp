@@ -1,4 +1,4 @@
-// Transactions, and what the provider says of a statement that fails.
+// Transactions, and the provider's errors for failed statements.
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -18,7 +18,7 @@ Value Number(std::int32_t number) {
   return number;
 }
 
-TEST_P(TransactionContract, ACommitKeepsTheChangesForOthersToSee) {
+TEST_P(TransactionContract, CommitKeepsTheChangesForOthersToSee) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   Run(u"INSERT INTO Trial (Number) VALUES (2)");
@@ -26,7 +26,7 @@ TEST_P(TransactionContract, ACommitKeepsTheChangesForOthersToSee) {
   EXPECT_EQ(NewOpenConnection()->Execute(u"SELECT COUNT(*) FROM Trial", -1)->Field(0), Number(2));
 }
 
-TEST_P(TransactionContract, ARollbackTakesAllChangesBack) {
+TEST_P(TransactionContract, RollbackUndoesAllChanges) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   Run(u"INSERT INTO Trial (Number) VALUES (2)");
@@ -34,7 +34,7 @@ TEST_P(TransactionContract, ARollbackTakesAllChangesBack) {
   EXPECT_EQ(Count(), Number(0));
 }
 
-TEST_P(TransactionContract, AfterATransactionStatementsStandOnTheirOwnAgain) {
+TEST_P(TransactionContract, StatementsAfterATransactionAreCommittedOneByOne) {
   connection->BeginTrans();
   connection->RollbackTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
@@ -51,7 +51,7 @@ TEST_P(TransactionContract, CommitAndRollbackWithoutATransactionRaiseTheProvider
   EXPECT_EQ(ErrorOf([&] { connection->RollbackTrans(); }).number, kNoTransaction);
 }
 
-TEST_P(TransactionContract, ASecondTransactionInsideTheFirstIsRefused) {
+TEST_P(TransactionContract, SecondTransactionInsideTheFirstIsRefused) {
   connection->BeginTrans();
   EXPECT_EQ(ErrorOf([&] { connection->BeginTrans(); }).number, kTransactionExists);
   connection->RollbackTrans();
@@ -69,7 +69,7 @@ TEST_P(TransactionContract, AfterAFailedStatementTheRollbackWorksAndSoDoesTheCon
   EXPECT_EQ(Count(), Number(1));
 }
 
-TEST_P(TransactionContract, AConnectionThatEndsInsideATransactionTakesItsChangesBack) {
+TEST_P(TransactionContract, ConnectionReleasedInsideATransactionIsRolledBack) {
   connection->BeginTrans();
   Run(u"INSERT INTO Trial (Number) VALUES (1)");
   connection.reset();
@@ -77,14 +77,14 @@ TEST_P(TransactionContract, AConnectionThatEndsInsideATransactionTakesItsChanges
   EXPECT_EQ(Count(), Number(0));
 }
 
-TEST_P(TransactionContract, AStatementThatCannotBeReadRaisesTheDriversText) {
+TEST_P(TransactionContract, InvalidSqlRaisesTheDriversText) {
   const auto raised = ErrorOf([&] { Run(u"SELEC 1"); });
   EXPECT_EQ(raised.number, kErrorsInCommand);
   EXPECT_THAT(raised.text, HasText(GetParam().syntaxText));
   EXPECT_THAT(raised.text, HasText(u"SELEC"));
 }
 
-TEST_P(TransactionContract, AQuoteInsideAValueBreaksTheStatement) {
+TEST_P(TransactionContract, QuoteInsideAValueBreaksTheStatement) {
   const auto raised = ErrorOf(
       [&] { Run(u"INSERT INTO Trial (Name, Moment) VALUES ('O'Brien', #11-16-2026 14:05:00#)"); });
   EXPECT_EQ(raised.number, kErrorsInCommand);
@@ -92,13 +92,13 @@ TEST_P(TransactionContract, AQuoteInsideAValueBreaksTheStatement) {
   EXPECT_EQ(Count(), Number(0));
 }
 
-TEST_P(TransactionContract, AMissingTableOrColumnIsNamed) {
+TEST_P(TransactionContract, MissingTableOrColumnIsNamed) {
   EXPECT_THAT(ErrorOf([&] { Run(u"SELECT 1 FROM nosuchtable"); }).text, HasText(u"nosuchtable"));
   EXPECT_THAT(ErrorOf([&] { Run(u"SELECT nosuchcolumn FROM Trial"); }).text,
               HasText(u"nosuchcolumn"));
 }
 
-TEST_P(TransactionContract, AViolatedConstraintHasItsOwnNumber) {
+TEST_P(TransactionContract, ViolatedConstraintHasItsOwnNumber) {
   Run(u"INSERT INTO Trial (Name) VALUES ('a')");
   EXPECT_EQ(ErrorOf([&] { Run(u"INSERT INTO Trial (Name) VALUES ('a')"); }).number,
             kIntegrityViolation);

@@ -1,4 +1,4 @@
-// What a field's value is for each type of the host's schema.
+// The value that a field has for each type of the host's schema.
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -10,7 +10,7 @@ using automation::Value;
 
 class TypesContract : public DatabaseContract {
  protected:
-  // What column `column` gives back for `literal`.
+  // The value of `column` after `literal` was stored in it.
   Value Stored(const std::u16string& column, const std::u16string& literal) {
     Run(u"DELETE FROM Trial");
     Run(u"INSERT INTO Trial (" + column + u") VALUES (" + literal + u")");
@@ -31,14 +31,14 @@ TEST_P(TypesContract, IntegersKeepTheirWidth) {
   EXPECT_EQ(Stored(u"Small", u"-32768"), Value(std::int16_t{-32768}));
 }
 
-TEST_P(TypesContract, A64BitIntegerIsA32BitOneWhenItFitsAndADecimalElse) {
+TEST_P(TypesContract, WideIntegerIs32BitWhenItFitsAndADecimalOtherwise) {
   EXPECT_EQ(Stored(u"Big", u"7"), Value(std::int32_t{7}));
   EXPECT_EQ(Stored(u"Big", u"2147483648"), Value(Decimal{.lo = 2147483648}));
   EXPECT_EQ(Stored(u"Big", u"-9223372036854775807"),
             Value(Decimal{.lo = 9223372036854775807U, .negative = true}));
 }
 
-TEST_P(TypesContract, ACountIsA32BitNumber) {
+TEST_P(TypesContract, CountIsA32BitNumber) {
   EXPECT_EQ(Query(u"SELECT COUNT(*) AS Antal FROM Trial")->Field(u"Antal"), Value(std::int32_t{0}));
 }
 
@@ -75,11 +75,11 @@ TEST_P(TypesContract, TimestampsAndDatesAreDates) {
   EXPECT_EQ(Stored(u"Day", u"'1899-12-29'"), Value(Moment(1899, 12, 29)));
 }
 
-TEST_P(TypesContract, AFractionOfASecondIsDropped) {
+TEST_P(TypesContract, FractionOfASecondIsDropped) {
   EXPECT_EQ(Stored(u"Moment", u"'2026-11-16 14:05:09.75'"), Value(Moment(2026, 11, 16, 14, 5, 9)));
 }
 
-TEST_P(TypesContract, ATimeOfDayIsADateOnDayZero) {
+TEST_P(TypesContract, TimeOfDayIsADateOnDayZero) {
   EXPECT_EQ(Stored(u"Clock", u"'06:00:00'"), Value(automation::Date{0.25}));
 }
 
@@ -88,11 +88,11 @@ TEST_P(TypesContract, TextIsNotTrimmed) {
   EXPECT_EQ(Stored(u"Note", u"' x '"), Value(u" x "));
 }
 
-TEST_P(TypesContract, AnEmptyTextIsNotNull) {
+TEST_P(TypesContract, EmptyTextIsNotNull) {
   EXPECT_EQ(Stored(u"Name", u"''"), Value(u""));
 }
 
-TEST_P(TypesContract, SwedishLettersAndLettersOutsideThe16BitPlanePass) {
+TEST_P(TypesContract, SwedishLettersAndSurrogatePairsAreKept) {
   for (const std::u16string text :
        {u"åäö ÅÄÖ é ü", u"Förhandsprövning, ärendenr: ", u"😀 mun 😀", u"\u4E2D\u6587"}) {
     EXPECT_EQ(Stored(u"Name", InQuotes(text)), Value(text));
@@ -100,15 +100,15 @@ TEST_P(TypesContract, SwedishLettersAndLettersOutsideThe16BitPlanePass) {
   }
 }
 
-TEST_P(TypesContract, QuotesLineEndsAndBracesPass) {
+TEST_P(TypesContract, QuotesLineEndsAndBracesAreKept) {
   EXPECT_EQ(Stored(u"Note", u"'O''Brien'"), Value(u"O'Brien"));
   EXPECT_EQ(Stored(u"Note", u"'a\"b'"), Value(u"a\"b"));
   EXPECT_EQ(Stored(u"Note", u"'one\r\ntwo\tthree'"), Value(u"one\r\ntwo\tthree"));
   EXPECT_EQ(Stored(u"Note", u"'{d ?} -- /* \\'"), Value(u"{d ?} -- /* \\"));
 }
 
-TEST_P(TypesContract, LongTextsAreReadWhole) {
-  // Around the sizes of a reader's pieces, and far beyond them.
+TEST_P(TypesContract, LongTextsAreReadCompletely) {
+  // Around the buffer sizes of a reader, and far beyond them.
   for (const std::size_t length :
        {1022U, 1023U, 1024U, 1025U, 2046U, 4095U, 8190U, 10000U, 70000U}) {
     std::u16string text;
@@ -129,7 +129,7 @@ TEST_P(TypesContract, NullIsNullInEveryColumn) {
   }
 }
 
-TEST_P(TypesContract, ManyRowsAndColumnsComeWhole) {
+TEST_P(TypesContract, ManyRowsAndColumnsAreReadCompletely) {
   for (int i = 0; i < 200; ++i) {
     Run(u"INSERT INTO Trial (Number, Name) VALUES (" + automation::Decimal10(i) + u", 'n" +
         automation::Decimal10(i) + u"')");

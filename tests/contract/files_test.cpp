@@ -1,4 +1,4 @@
-// What the component relies on when it touches files and folders.
+// What the component relies on from files and folders.
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ TEST_F(Files, FoldersAreMadeOneLevelAtATime) {
   EXPECT_EQ(ErrorNumberOf([&] { files_->CreateFolder(folder_ / "none/Vilnor"); }), 76);
 }
 
-TEST_F(Files, AFileIsNoFolder) {
+TEST_F(Files, FileIsNotReportedAsAFolder) {
   folder_.Write("file", "x");
   EXPECT_FALSE(files_->FolderExists(folder_ / "file"));
   EXPECT_EQ(ErrorNumberOf([&] { files_->CreateFolder(folder_ / "file"); }), 58);
@@ -48,14 +48,14 @@ TEST_F(Files, LengthsAreBytesAndZeroForAFolder) {
   EXPECT_EQ(ErrorNumberOf([&] { files_->FileLength(folder_ / "none/none"); }), 53);
 }
 
-TEST_F(Files, ADeletedFileIsGone) {
+TEST_F(Files, DeletedFileIsMissing) {
   folder_.Write("Öppen.xml", "x");
   files_->DeleteFile(folder_ / "Öppen.xml");
   EXPECT_EQ(FilesInFolder(), 0U);
   EXPECT_EQ(ErrorNumberOf([&] { files_->DeleteFile(folder_ / "Öppen.xml"); }), 53);
 }
 
-TEST_F(Files, ARenamedFileHasItsContentsUnderTheNewNameOnly) {
+TEST_F(Files, RenamedFileHasItsContentsUnderTheNewNameOnly) {
   folder_.Write("Öppen.xml", "x");
   files_->RenameFile(folder_ / "Öppen.xml", folder_ / "Öppen 2026-11-16.xml");
   EXPECT_EQ(folder_.Read("Öppen 2026-11-16.xml"), "x");
@@ -67,7 +67,7 @@ TEST_F(Files, ARenamedFileHasItsContentsUnderTheNewNameOnly) {
       53);
 }
 
-TEST_F(Files, AFilesStampIsItsOwn) {
+TEST_F(Files, RenamedFileKeepsItsStamp) {
   folder_.Write("a.xml", "a");
   const auto stamp = files_->StampOf(folder_ / "a.xml");
   EXPECT_EQ(stamp.length, 1);
@@ -81,7 +81,7 @@ TEST_F(Files, AFilesStampIsItsOwn) {
   EXPECT_NE(files_->StampOf(folder_ / "b.xml"), stamp);
 }
 
-TEST_F(Files, ARenamedFileTakesNoOthersPlace) {
+TEST_F(Files, RenamingDoesNotOverwriteAnotherFile) {
   folder_.Write("a.xml", "a");
   folder_.Write("b.xml", "b");
   EXPECT_EQ(ErrorNumberOf([&] { files_->RenameFile(folder_ / "a.xml", folder_ / "b.xml"); }), 58);
@@ -89,7 +89,7 @@ TEST_F(Files, ARenamedFileTakesNoOthersPlace) {
   EXPECT_EQ(folder_.Read("b.xml"), "b");
 }
 
-TEST_F(Files, ContentsReplaceAnOlderFileWhollyAndLeaveNoOther) {
+TEST_F(Files, NewContentsReplaceAnOlderFileAndLeaveNoTemporaryFile) {
   const std::string bytes("<a>\xC5\0\r\n</a>", 11);
   files_->ReplaceContents(folder_ / "In Åsa.xml", std::string(100000, 'x'));
   EXPECT_EQ(folder_.Read("In Åsa.xml").size(), 100000U);
@@ -100,19 +100,19 @@ TEST_F(Files, ContentsReplaceAnOlderFileWhollyAndLeaveNoOther) {
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(Files, ContentsForAMissingFolderAreAnErrorAndNothingIsLeft) {
+TEST_F(Files, WritingIntoAMissingFolderFailsAndLeavesNothing) {
   EXPECT_EQ(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / "none/x.xml", "x"); }), 76);
   EXPECT_EQ(FilesInFolder(), 0U);
 }
 
-TEST_F(Files, ContentsInPlaceOfAFolderAreAnErrorAndNothingIsLeft) {
+TEST_F(Files, WritingInPlaceOfAFolderFailsAndLeavesNothing) {
   files_->CreateFolder(folder_ / "x.xml");
   EXPECT_NE(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / "x.xml", "x"); }), 0);
   EXPECT_TRUE(files_->FolderExists(folder_ / "x.xml"));
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(Files, AFileThatCannotBeReplacedKeepsItsContentsAndNoOtherIsLeft) {
+TEST_F(Files, IrreplaceableFileKeepsItsContentsAndNoTemporaryFileIsLeft) {
   folder_.Write("In.xml", "earlier");
   {
     const auto held = Held(folder_.path() / "In.xml");
@@ -125,7 +125,7 @@ TEST_F(Files, AFileThatCannotBeReplacedKeepsItsContentsAndNoOtherIsLeft) {
   EXPECT_EQ(folder_.Read("In.xml"), "later");
 }
 
-TEST_F(Files, WhatAKilledHostLeftIsRemovedByTheNextRequest) {
+TEST_F(Files, TemporaryFileOfAKilledHostIsRemovedByTheNextRequest) {
   for (const char* left : {"InNewCase1.xml.tmp", "InNewFHP8.xml.tmp", "InExistCase77.xml.tmp",
                            "Search19450101-1234.xml.tmp"}) {
     folder_.Write(left, "<Envelope");
@@ -144,7 +144,7 @@ TEST_F(Files, WhatAKilledHostLeftIsRemovedByTheNextRequest) {
   EXPECT_EQ(FilesInFolder(), 1 + others.size());
 }
 
-TEST_F(Files, ANameThatCannotBeOneIsAnError) {
+TEST_F(Files, InvalidFileNameIsAnError) {
   const std::string longName(5000, 'x');
   EXPECT_NE(ErrorNumberOf([&] { files_->ReplaceContents(folder_ / longName, "x"); }), 0);
   EXPECT_NE(ErrorNumberOf([&] { files_->CreateFolder(folder_ / longName); }), 0);

@@ -19,7 +19,7 @@ std::u16string Setting(const char* variable) {
   return value == nullptr ? std::u16string() : automation::FromUtf8(value);
 }
 
-// A database file of this process's own, removed when the process ends.
+// A database file of this process, removed when the process ends.
 class ScratchFile {
  public:
   ScratchFile()

@@ -1,4 +1,4 @@
-// The databases that the contract is held against, as the environment names them.
+// The databases that the contract is tested on, named by the environment.
 #pragma once
 
 #include <iosfwd>
@@ -10,12 +10,12 @@ namespace contract {
 struct Product {
   std::string name;
   std::u16string connectionString;
-  // Declaration of a column whose values the product gives out.
+  // Declaration of a column whose values the product generates.
   std::u16string identityType;
-  // Part of the product's text for a statement that it cannot read.
+  // Part of the product's error text for an invalid statement.
   std::u16string syntaxText;
-  // Declarations of an amount that ADO shows as currency, of a moment, of a text without a limit
-  // and of a number of seven digits.
+  // Declarations of an amount that ADO shows as currency, a date with time, an unlimited text and a
+  // number of seven digits.
   std::u16string moneyType;
   std::u16string momentType = u"timestamp";
   std::u16string longTextType = u"text";
@@ -26,9 +26,9 @@ struct Product {
 // SQLite always, in the file that VILNOR_TEST_SQLITE names or in a temporary one; PostgreSQL and
 // MariaDB when VILNOR_TEST_POSTGRESQL and VILNOR_TEST_MARIADB hold connection strings.
 std::vector<Product> Products();
-// Those among them that are called so.
+// The products of that name.
 std::vector<Product> ProductsNamed(const std::string& name);
-// What Products() leaves out, and why.
+// The products that Products() leaves out, and why.
 std::vector<std::string> AbsentProducts();
 
 // GoogleTest names an instance after its product.

@@ -1,4 +1,4 @@
-// The outside world of this build, made in native/ or windows/.
+// This build's registry, created in native/ or windows/.
 #pragma once
 
 #include <string>
@@ -7,12 +7,10 @@
 
 namespace contract {
 
-// Natively the portable adapters and doubles, with a registry in memory; on Windows the system
-// itself.
+// Natively the portable adapters and fakes with a registry in memory, on Windows the system itself.
 platform::Platform& RegistryPlatform();
 
-// Writes a 32-bit number into the registry under HKEY_CURRENT_USER, which the port cannot, since
-// the component does not.
+// Writes a 32-bit number under HKEY_CURRENT_USER. The port cannot, since the component never does.
 void SetNumber(const std::u16string& path, const std::u16string& name);
 
 }  // namespace contract

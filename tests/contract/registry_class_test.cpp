@@ -11,7 +11,7 @@ using fakes::ErrorNumberOf;
 
 class RegistryClass : public RegistryContract {};
 
-TEST_F(RegistryClass, LoadsTheUnnamedAndTheNamedValue) {
+TEST_F(RegistryClass, LoadReadsTheUnnamedAndTheNamedValue) {
   SetText(u"", u"C:\\Kestra\\Kestra.Main.exe");
   SetText(u"Path", u"C:\\Åkes\\");
   const auto key = Loaded(path);
@@ -22,7 +22,7 @@ TEST_F(RegistryClass, LoadsTheUnnamedAndTheNamedValue) {
   EXPECT_EQ(key.GetValue(u""), u"C:\\Kestra\\Kestra.Main.exe");
 }
 
-TEST_F(RegistryClass, StopsAtTheFirstValueThatIsNoText) {
+TEST_F(RegistryClass, LoadStopsAtTheFirstValueThatIsNotText) {
   SetText(u"A", u"first");
   SetNumber(path, u"B");
   SetText(u"C", u"third");
@@ -32,7 +32,7 @@ TEST_F(RegistryClass, StopsAtTheFirstValueThatIsNoText) {
   EXPECT_EQ(key.GetValue(u"C"), u"");
 }
 
-TEST_F(RegistryClass, CreatesAMissingKeyUnlessToldNotTo) {
+TEST_F(RegistryClass, MissingKeyIsCreatedUnlessAutoCreateIsOff) {
   registry::CRegistry key;
   key.SetRoot(kCurrentUser);
   key.SetAutoCreate(false);
@@ -45,14 +45,14 @@ TEST_F(RegistryClass, CreatesAMissingKeyUnlessToldNotTo) {
   key.Refresh();
 }
 
-TEST_F(RegistryClass, TellsWhyAKeyCannotBeCreated) {
+TEST_F(RegistryClass, FailureToCreateAKeyIsReported) {
   registry::CRegistry key;
   key.SetRoot(kCurrentUser);
   EXPECT_EQ(ErrorNumberOf([&] { key.SetKey(path + std::u16string(1000, u'k')); }),
             registry::kUnknownError);
 }
 
-TEST_F(RegistryClass, WritesDeletesAndCreates) {
+TEST_F(RegistryClass, ValuesAndKeysAreWrittenDeletedAndCreated) {
   auto key = Loaded(path);
   EXPECT_TRUE(key.SetValue(u"Sökväg", u"C:\\Öppet\\"));
   key.Refresh();
@@ -65,7 +65,7 @@ TEST_F(RegistryClass, WritesDeletesAndCreates) {
   EXPECT_EQ(key.GetValue(u"Path"), u"D:\\");
 }
 
-TEST_F(RegistryClass, DeletesAKeyWithEverythingBelowIt) {
+TEST_F(RegistryClass, KeyIsDeletedWithEverythingBelowIt) {
   for (const auto* below : {u"\\Sub\\A\\1", u"\\Sub\\A\\2", u"\\Sub\\Åäö", u"\\Stays"}) {
     Opened(path + below);
   }
@@ -79,7 +79,7 @@ TEST_F(RegistryClass, DeletesAKeyWithEverythingBelowIt) {
   EXPECT_EQ(key.GetSubKey(0), u"Stays");
 }
 
-TEST_F(RegistryClass, LoadsNamesAndDataAtTheSystemsLimits) {
+TEST_F(RegistryClass, NamesAndDataAtTheSystemsLimitsAreLoaded) {
   const std::u16string longestName(16383, u'n');
   const std::u16string longestKey(255, u'k');
   const std::u16string megabyte(1 << 20, u'd');
@@ -90,8 +90,8 @@ TEST_F(RegistryClass, LoadsNamesAndDataAtTheSystemsLimits) {
   EXPECT_EQ(key.GetSubKey(0), longestKey);
 }
 
-// That each item costs one call of the system, the unit tests hold; here the system keeps so many.
-TEST_F(RegistryClass, LoadsTenThousandValues) {
+// The unit tests check that each item costs one system call. Here the system really has that many.
+TEST_F(RegistryClass, TenThousandValuesAreLoaded) {
   constexpr int many = 10000;
   {
     const auto handle = Opened(path + u"\\Many");

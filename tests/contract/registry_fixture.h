@@ -1,4 +1,4 @@
-// A key of the test's own under HKEY_CURRENT_USER, gone again at the test's end.
+// The test's own key under HKEY_CURRENT_USER, removed at the end of the test.
 #pragma once
 
 #include <gtest/gtest.h>

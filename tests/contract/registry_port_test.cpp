@@ -1,4 +1,4 @@
-// What the registry class relies on of the system's registry.
+// What the registry class relies on from the system's registry.
 #include "contract/registry_fixture.h"
 
 namespace contract {
@@ -22,12 +22,12 @@ class RegistryPort : public RegistryContract {
   }
 };
 
-TEST_F(RegistryPort, DoesNotFindAMissingKey) {
+TEST_F(RegistryPort, MissingKeyIsNotFound) {
   Api::Key key = 0;
   EXPECT_EQ(Registry().OpenKey(kCurrentUser, path, kAllRights, key), Api::kFileNotFound);
 }
 
-TEST_F(RegistryPort, CreatesAKeyWithAllAboveItAndSaysWhetherItWasThere) {
+TEST_F(RegistryPort, KeyIsCreatedWithItsParentsAndReportedAsNewOrExisting) {
   Api::Key key = 0;
   std::uint32_t disposition = 0;
   ASSERT_EQ(Registry().CreateKey(kCurrentUser, path + u"\\A\\B", kAllRights, key, disposition),
@@ -40,7 +40,7 @@ TEST_F(RegistryPort, CreatesAKeyWithAllAboveItAndSaysWhetherItWasThere) {
   EXPECT_EQ(Registry().CloseKey(key), Api::kSuccess);
 }
 
-TEST_F(RegistryPort, KeepsSwedishLettersInNamesAndData) {
+TEST_F(RegistryPort, SwedishLettersInNamesAndDataAreKept) {
   SetText(u"Sökväg Åäö", u"C:\\Åkes tandvård\\Öppet é €");
   const auto entry = OnlyValue();
   EXPECT_EQ(entry.name, u"Sökväg Åäö");
@@ -57,7 +57,7 @@ TEST_F(RegistryPort, KeepsSwedishLettersInNamesAndData) {
   EXPECT_EQ(Registry().EnumKey(handle.key(), 1, limits, subKey), Api::kNoMoreItems);
 }
 
-TEST_F(RegistryPort, FindsNamesWithoutRegardToLetterCase) {
+TEST_F(RegistryPort, NamesAreFoundIgnoringCase) {
   SetText(u"Åre", u"1");
   SetText(u"åRE", u"2");
   EXPECT_EQ(OnlyValue().name, u"Åre");
@@ -66,7 +66,7 @@ TEST_F(RegistryPort, FindsNamesWithoutRegardToLetterCase) {
   EXPECT_EQ(Registry().DeleteValue(Opened(path).key(), u"ÅRE"), Api::kFileNotFound);
 }
 
-TEST_F(RegistryPort, KeepsTheEmptyTextAndZerosInsideOne) {
+TEST_F(RegistryPort, EmptyTextAndEmbeddedNulsAreKept) {
   using namespace std::string_literals;
   SetText(u"Text", u"");
   EXPECT_EQ(OnlyValue().text, u"");
@@ -76,26 +76,26 @@ TEST_F(RegistryPort, KeepsTheEmptyTextAndZerosInsideOne) {
   EXPECT_EQ(OnlyValue().text, u"a\0"s);
 }
 
-TEST_F(RegistryPort, EndsANameAtAZero) {
+TEST_F(RegistryPort, NameEndsAtItsFirstNul) {
   using namespace std::string_literals;
   SetText(u"Path\0more"s, u"x");
   EXPECT_EQ(OnlyValue().name, u"Path");
 }
 
-TEST_F(RegistryPort, TellsTheTypeOfAnotherValueAndNoText) {
+TEST_F(RegistryPort, ValueOfAnotherTypeGivesItsTypeAndNoText) {
   SetNumber(path, u"Number");
   EXPECT_EQ(OnlyValue().type, 4U);
   EXPECT_EQ(OnlyValue().text, u"");
 }
 
-TEST_F(RegistryPort, TakesNamesAndDataAtTheLimitsAndRefusesLongerNames) {
+TEST_F(RegistryPort, NamesUpToTheLimitAreAcceptedAndLongerOnesRefused) {
   const std::u16string longest(kLongestValueName, u'n');
   SetText(longest, std::u16string(1 << 20, u'd'));
   EXPECT_EQ(OnlyValue().name, longest);
   EXPECT_EQ(OnlyValue().text, std::u16string(1 << 20, u'd'));
   EXPECT_NE(Registry().SetTextValue(Opened(path).key(), longest + u"n", u""), Api::kSuccess);
 
-  // From its parent on: the ANSI calls take no path of more than some 260 characters.
+  // Relative to its parent: the ANSI calls accept paths of about 260 characters.
   Opened(std::u16string(kLongestKeyName, u'k'), Opened(path).key());
   Api::Key key = 0;
   std::uint32_t disposition = 0;
@@ -104,7 +104,7 @@ TEST_F(RegistryPort, TakesNamesAndDataAtTheLimitsAndRefusesLongerNames) {
             Api::kSuccess);
 }
 
-TEST_F(RegistryPort, AsksForMoreWhenAValueOutgrowsTheLimits) {
+TEST_F(RegistryPort, ValueBeyondTheLimitsGivesMoreData) {
   SetText(u"Path", u"short");
   const auto handle = Opened(path);
   Api::Limits limits;
@@ -114,7 +114,7 @@ TEST_F(RegistryPort, AsksForMoreWhenAValueOutgrowsTheLimits) {
   EXPECT_EQ(Registry().EnumValue(handle.key(), 0, limits, entry), Api::kMoreData);
 }
 
-TEST_F(RegistryPort, NeedsTheRightsThatAHandleWasOpenedWith) {
+TEST_F(RegistryPort, CallBeyondTheHandlesRightsIsDenied) {
   SetText(u"Path", u"x");
   constexpr std::uint32_t writing = 0x06;
   Api::Key key = 0;
@@ -125,7 +125,7 @@ TEST_F(RegistryPort, NeedsTheRightsThatAHandleWasOpenedWith) {
   EXPECT_EQ(Registry().SetTextValue(key, u"Path", u"y"), Api::kSuccess);
 }
 
-TEST_F(RegistryPort, RefusesAParentThatIsNoKey) {
+TEST_F(RegistryPort, InvalidParentKeyIsRefused) {
   Api::Key key = 0;
   std::uint32_t disposition = 0;
   EXPECT_NE(Registry().OpenKey(0x12345, path, kAllRights, key), Api::kSuccess);

@@ -1,4 +1,4 @@
-// What the component relies on when it reads a result file, whichever parser reads it.
+// What the component relies on when it reads a result file, with any parser.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -75,7 +75,7 @@ class ResultDocuments : public testing::Test {
   std::unique_ptr<platform::ResultDocuments> documents_ = NewResultDocuments();
 };
 
-TEST_F(ResultDocuments, GiveAnElementsTextAsText) {
+TEST_F(ResultDocuments, ElementTextIsReadAsText) {
   auto document =
       Load("<?xml version='1.0' encoding='ISO-8859-1'?><r><a>4711</a><b>\xC5sa</b></r>");
   EXPECT_EQ(document->GetParseError().code, 0);
@@ -83,29 +83,29 @@ TEST_F(ResultDocuments, GiveAnElementsTextAsText) {
   EXPECT_EQ(document->FirstValue(u"b"), Value(u"Åsa"));
 }
 
-TEST_F(ResultDocuments, FindTheFirstElementInDocumentOrderWhereverItStands) {
+TEST_F(ResultDocuments, FirstElementInDocumentOrderIsFoundAtAnyDepth) {
   EXPECT_EQ(FirstOf("<r><x><y><a>1</a></y></x><a>2</a></r>"), Value(u"1"));
   EXPECT_EQ(FirstOf("<a>1<a>2</a></a>"), Value(u"12"));
 }
 
-TEST_F(ResultDocuments, RaiseObjectNotSetForAMissingElement) {
+TEST_F(ResultDocuments, MissingElementRaisesObjectNotSet) {
   auto document = Load("<r><A>1</A></r>");
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
 }
 
-TEST_F(ResultDocuments, GiveEmptyTextForAnEmptyElement) {
+TEST_F(ResultDocuments, EmptyElementHasEmptyText) {
   EXPECT_EQ(FirstOf("<r><a/></r>"), Value(u""));
   EXPECT_EQ(FirstOf("<r><a></a></r>"), Value(u""));
 }
 
-TEST_F(ResultDocuments, ReadReferencesSectionsAndUtf8) {
+TEST_F(ResultDocuments, CharacterReferencesCDataSectionsAndUtf8AreRead) {
   EXPECT_EQ(FirstOf("<r><a>1&amp;2&#38;3&#x20AC;</a></r>"), Value(u"1&2&3€"));
   EXPECT_EQ(FirstOf("<r><a><![CDATA[<&>]]></a></r>"), Value(u"<&>"));
   EXPECT_EQ(FirstOf("<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
   EXPECT_EQ(FirstOf("\xEF\xBB\xBF<r><a>\xC3\x96</a></r>"), Value(u"Ö"));
 }
 
-TEST_F(ResultDocuments, ReadLettersInEachEncoding) {
+TEST_F(ResultDocuments, LettersAreReadInEveryEncoding) {
   const auto document = [](const std::string& encoding, const std::string& text) {
     return "<?xml version='1.0' encoding='" + encoding + "'?><r><a>" + text + "</a></r>";
   };
@@ -125,10 +125,9 @@ TEST_F(ResultDocuments, ReadLettersInEachEncoding) {
   }
 }
 
-// The same document in each encoding, under each declaration and with each byte order mark: it is
-// refused, or its element is some text, and where declaration, mark and bytes agree it is the right
-// one.
-TEST_F(ResultDocuments, TakeNoHarmFromAnEncodingThatIsNotTheDeclaredOne) {
+// The same document in each encoding, under each declaration and with each byte order mark. It is
+// refused or its element has some text. Where declaration, mark and bytes agree, the text is right.
+TEST_F(ResultDocuments, WronglyDeclaredEncodingIsHarmless) {
   int right = 0;
   for (const auto& encoding : kEncodings) {
     for (const auto& declared : kDeclarations) {
@@ -151,14 +150,14 @@ TEST_F(ResultDocuments, TakeNoHarmFromAnEncodingThatIsNotTheDeclaredOne) {
   EXPECT_GE(right, 3);
 }
 
-TEST_F(ResultDocuments, SayThatAFileIsMissing) {
+TEST_F(ResultDocuments, MissingFileIsReported) {
   auto document = documents_->New();
   document->Load(folder_ / "nowhere.xml");
   EXPECT_NE(document->GetParseError().code, 0);
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
 }
 
-TEST_F(ResultDocuments, SayThatAFileIsNoDocument) {
+TEST_F(ResultDocuments, MalformedFileIsReported) {
   for (const char* bytes :
        {"", " ", "text", "<r>", "<r></s>", "<r><a>1</a></r><r/>", "<r a=1/>", "<r>&none;</r>",
         "<?xml version='1.0' encoding='UTF-8'?><r>\xE5</r>", "<r>\x01</r>"}) {
@@ -166,7 +165,7 @@ TEST_F(ResultDocuments, SayThatAFileIsNoDocument) {
   }
 }
 
-TEST_F(ResultDocuments, ForgetTheOldDocumentWhenANewOneFails) {
+TEST_F(ResultDocuments, FailedLoadDiscardsTheEarlierDocument) {
   auto document = Load("<r><a>1</a></r>");
   folder_.Write("bad.xml", "<r>");
   document->Load(folder_ / "bad.xml");
@@ -174,8 +173,8 @@ TEST_F(ResultDocuments, ForgetTheOldDocumentWhenANewOneFails) {
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
 }
 
-// The types beside the document would spoil it if they were read.
-TEST_F(ResultDocuments, TakeADocumentTypeAndFetchNothing) {
+// The external document types would break the document if they were read.
+TEST_F(ResultDocuments, DocumentTypeIsAcceptedAndFetchesNothing) {
   folder_.Write("broken.dtd", "<!ELEMENT broken");
   folder_.Write("empty.dtd", "<!ELEMENT r EMPTY>");
   const std::string folder = folder_.path().generic_string();
@@ -195,8 +194,8 @@ TEST_F(ResultDocuments, TakeADocumentTypeAndFetchNothing) {
   }
 }
 
-// Wine's parser never comes back from the last of them.
-TEST_F(ResultDocuments, RefuseADocumentTypeWithDeclarations) {
+// Wine's parser never returns from the last of them.
+TEST_F(ResultDocuments, DocumentTypeWithDeclarationsIsRefused) {
   folder_.Write("secret.txt", "SECRET");
   std::string entities = "<!ENTITY % e0 ' '>";
   for (int level = 1; level <= 4; ++level) {
@@ -216,7 +215,7 @@ TEST_F(ResultDocuments, RefuseADocumentTypeWithDeclarations) {
   }
 }
 
-TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
+TEST_F(ResultDocuments, EndlessNestingIsRefused) {
   constexpr int levels = 100000;
   std::string nested;
   for (int level = 0; level < levels; ++level) {
@@ -228,10 +227,10 @@ TEST_F(ResultDocuments, RefuseWhatIsNestedWithoutEnd) {
   EXPECT_NE(Load(nested)->GetParseError().code, 0);
 }
 
-// The limits themselves are tests/unit/parser_limits/parser_limits_test.cpp's.
+// tests/unit/parser_limits/parser_limits_test.cpp tests the limits themselves.
 
 // Parsers compare each attribute of an element with all others: a hundred thousand take minutes.
-TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {
+TEST_F(ResultDocuments, ElementWithEndlessAttributesIsRefused) {
   const auto withAttributes = [](int count) {
     std::string bytes = "<r><a";
     for (int i = 0; i < count; ++i) {
@@ -245,7 +244,7 @@ TEST_F(ResultDocuments, RefuseAnElementWithAttributesWithoutEnd) {
   EXPECT_EQ(ErrorNumberOf([&] { document->FirstValue(u"a"); }), 91);
 }
 
-TEST_F(ResultDocuments, RefuseElementsWithoutEnd) {
+TEST_F(ResultDocuments, EndlessElementsAreRefused) {
   const auto withElements = [](int count) {
     std::string bytes = "<r><a>1</a>";
     for (int i = 0; i < count; ++i) {
@@ -257,7 +256,7 @@ TEST_F(ResultDocuments, RefuseElementsWithoutEnd) {
   EXPECT_NE(Load(withElements(100'000))->GetParseError().code, 0);
 }
 
-TEST_F(ResultDocuments, RefuseMoreThan64MegabytesUnread) {
+TEST_F(ResultDocuments, FileOfMoreThan64MegabytesIsRefusedUnread) {
   const std::string end = "</b></r>";
   std::string letters;
   while (letters.size() < 1'000'000) {
@@ -272,7 +271,7 @@ TEST_F(ResultDocuments, RefuseMoreThan64MegabytesUnread) {
   EXPECT_NE(Load(bytes + "x" + end)->GetParseError().code, 0);
 }
 
-TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueThatIsTooLong) {
+TEST_F(ResultDocuments, TooLongValueRaisesOutOfMemory) {
   const auto withValue = [](const std::string& value) { return "<r><a>" + value + "</a></r>"; };
   const auto errorOf = [&](const std::string& value) {
     return ErrorNumberOf([&] { FirstOf(withValue(value)); });
@@ -284,7 +283,7 @@ TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueThatIsTooLong) {
   EXPECT_EQ(errorOf(longest + "<![CDATA[x]]>"), 7);
 }
 
-TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueOfTooManyPieces) {
+TEST_F(ResultDocuments, ValueOfTooManyPiecesRaisesOutOfMemory) {
   const auto withElements = [](std::size_t count) {
     std::string bytes = "<r><a>";
     for (std::size_t i = 0; i < count; ++i) {
@@ -298,7 +297,7 @@ TEST_F(ResultDocuments, RaiseOutOfMemoryForAValueOfTooManyPieces) {
   EXPECT_EQ(document->FirstValue(u"c"), Value(u"2"));
 }
 
-TEST_F(ResultDocuments, LeaveTheFileFree) {
+TEST_F(ResultDocuments, LoadedFileIsNotHeldOpen) {
   auto document = Load("<r><a>1</a></r>");
   EXPECT_EQ(ErrorNumberOf([&] { NewFiles()->DeleteFile(folder_ / "Out Åsa.xml"); }), 0);
 }

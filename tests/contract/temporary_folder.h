@@ -1,4 +1,4 @@
-// A folder of one test's own, removed with its contents.
+// A test's own folder, removed with its contents.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-// Each transaction leaves all or nothing: each of its calls fails in turn, once without reaching
-// the database and once with its answer lost.
+// Each transaction takes effect completely or not at all: every call fails in turn, once before it
+// reaches the database and once with its answer lost.
 #include <functional>
 
 #include "automation/text.h"
@@ -11,7 +11,7 @@ namespace {
 struct Write {
   std::string name;
   std::function<void(db::DBVilnor&)> run;
-  // Makes the database ready for it.
+  // Prepares the database for the operation.
   std::u16string prepare = u"SELECT 1";
 };
 
@@ -31,8 +31,8 @@ std::vector<Write> Writes() {
 
 class AllOrNothing : public Clinic {
  protected:
-  // Runs the operation with its n-th call broken for n = 1, 2, … until it has fewer calls, and
-  // gives their number.
+  // Runs the operation with its n-th call broken, n = 1, 2, …, until n exceeds the number of calls.
+  // Returns that number.
   int BreakEachCall(const Write& write, Break how, bool rollbackFails = false) {
     MakeHostDatabase();
     Run(write.prepare);
@@ -52,7 +52,7 @@ class AllOrNothing : public Clinic {
       }
       SCOPED_TRACE(automation::ToUtf8(broken));
       EXPECT_FALSE(Boxes().empty());
-      // A commit whose answer is lost has been made: then it is all.
+      // A commit whose answer is lost has taken effect.
       if (broken == u"CommitTrans" && how == Break::Afterwards) {
         EXPECT_NE(Written(), before);
         return step;
@@ -62,7 +62,7 @@ class AllOrNothing : public Clinic {
   }
 };
 
-TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenAnyCallIsNotExecuted) {
   int broken = 0;
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
@@ -72,15 +72,15 @@ TEST_P(AllOrNothing, HoldsWhenAnyCallDoesNotReachTheDatabase) {
       << "calls of the seven transactions, queries included";
 }
 
-TEST_P(AllOrNothing, HoldsWhenTheAnswerOfAnyCallIsLost) {
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenAnyAnswerIsLost) {
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
     BreakEachCall(write, Break::Afterwards);
   }
 }
 
-// The end of the connection takes back what the rollback did not.
-TEST_P(AllOrNothing, HoldsWhenTheRollbackFailsToo) {
+// Closing the connection undoes what the rollback did not.
+TEST_P(AllOrNothing, TransactionLeavesAllOrNothingWhenTheRollbackFailsToo) {
   for (const auto& write : Writes()) {
     SCOPED_TRACE(write.name);
     BreakEachCall(write, Break::Instead, true);

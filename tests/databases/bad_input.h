@@ -1,4 +1,4 @@
-// A clinic on a bad day: operations that the database refuses, and what holds afterwards.
+// Operations that the database refuses, and the state that they leave.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ using Texts = std::vector<std::u16string>;
 
 class BadInput : public Clinic {
  protected:
-  // Each operation has a fresh object, as BVilnor gives it one.
+  // Each operation has a new object, as in BVilnor.
   template <class Operation>
   auto Fresh(Operation operation) {
     const db::DBVilnor* const gDB = db::RenewGDB().get();

@@ -1,6 +1,5 @@
-// What the operations make of values and tables that are not as they should be: a box with the
-// provider's number and text, nothing half done, and the next operation works once the cause is
-// gone.
+// Operations on bad values and tables: a box with the provider's number and text, nothing half
+// done, and the next operation works once the cause is gone.
 #include "databases/bad_input.h"
 
 #include "automation/text.h"
@@ -8,7 +7,7 @@
 namespace databases {
 namespace {
 
-TEST_P(BadInput, AQuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
+TEST_P(BadInput, QuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
   const auto add = [](const char16_t* caseId, const char16_t* user, const char16_t* kestraCaseId) {
     return [=](auto& operations) {
       operations.AddNewCase(4711, 12, 3, caseId, 77, 1, 5, user, kestraCaseId);
@@ -16,19 +15,19 @@ TEST_P(BadInput, AQuoteInAnyTextOfANewCaseBreaksItsInsertAndIsRolledBack) {
   };
   ExpectRefused(u"AddNewCase", add(u"VL'9", u"åsa", u"K-9"));
   ExpectRefused(u"AddNewCase", add(u"VL-9", u"d'Arc", u"K-9"));
-  // Only the journal line holds this one: the link stands already, and goes again.
+  // Only the journal line has this value. The link already exists and is rolled back.
   ExpectRefused(u"AddNewCase", add(u"VL-9", u"åsa", u"K'9"));
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInASearchedCaseIdShowsTheProvidersBox) {
+TEST_P(BadInput, QuoteInASearchedCaseIdShowsTheProvidersBox) {
   ExpectRefused(u"DeleteCase", [](auto& operations) { operations.DeleteCase(u"VL'9"); });
   EXPECT_FALSE(Fresh([](auto& operations) { return operations.CaseExistsPID(1, 9, u"'"); }));
   ExpectProvidersBox(u"CaseExistsPID");
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ACaseIdThatIsNoNumberBreaksTheUnquotedUpdateAndIsRolledBack) {
+TEST_P(BadInput, NonNumericCaseIdBreaksTheUnquotedUpdateAndIsRolledBack) {
   for (const auto* caseId : {u"VL 9", u"30'72"}) {
     SCOPED_TRACE(automation::ToUtf8(caseId));
     ExpectRefused(u"UpdateCaseById",
@@ -39,7 +38,7 @@ TEST_P(BadInput, ACaseIdThatIsNoNumberBreaksTheUnquotedUpdateAndIsRolledBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInTheJournalTextTakesTheLinksUpdateBack) {
+TEST_P(BadInput, QuoteInTheJournalTextRollsTheLinksUpdateBack) {
   Run(u"UPDATE Journal SET Tekst = 'O''Brien !2072' WHERE ID = 502");
   ExpectRefused(u"UpdateCaseById",
                 [](auto& operations) { operations.UpdateCaseById(102, u"3072", 1); });
@@ -48,17 +47,17 @@ TEST_P(BadInput, AQuoteInTheJournalTextTakesTheLinksUpdateBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AQuoteInAMappedNameBreaksTheUnquotedStatement) {
+TEST_P(BadInput, QuoteInAMappedNameBreaksTheUnquotedStatement) {
   ExpectRefused(u"AddNewVilnorUser",
                 [](auto& operations) { operations.AddNewVilnorUser(4711, u"o'neil"); });
-  // Of a patient with a user, and of one without.
+  // For a patient with a user, and for one without.
   for (const int pid : {5012, 4711}) {
     ExpectRefused(u"AddNewVilnorUser",
                   [&](auto& operations) { operations.UpdateVilnorUser(pid, u"o'neil"); });
   }
 }
 
-TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
+TEST_P(BadInput, NameOfTenThousandCharactersIsStoredCompletelyOrNotAtAll) {
   const std::u16string name(10000, u'ö');
   const auto before = Written();
   Add(u"VL-8", name);
@@ -73,7 +72,7 @@ TEST_P(BadInput, ANameOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ACaseIdOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
+TEST_P(BadInput, CaseIdOfTenThousandCharactersIsStoredCompletelyOrNotAtAll) {
   const std::u16string caseId(10000, u'7');
   if (IsServer()) {
     ExpectRefused(u"AddNewCase", [&](auto& operations) {
@@ -89,7 +88,7 @@ TEST_P(BadInput, ACaseIdOfTenThousandCharactersIsStoredWholeOrNotAtAll) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AHostsCaseNumberOfTenThousandCharactersIsStoredWhole) {
+TEST_P(BadInput, HostsCaseNumberOfTenThousandCharactersIsStoredCompletely) {
   const std::u16string kestraCaseId(10000, u'Ö');
   Add(u"VL-9", u"åsa", kestraCaseId);
   EXPECT_EQ(Boxes(), Texts());
@@ -98,7 +97,7 @@ TEST_P(BadInput, AHostsCaseNumberOfTenThousandCharactersIsStoredWhole) {
       u"Förhandsprövning, ärendenr: " + kestraCaseId + u" överförd till Vilnor Link ref.nr VL-9");
 }
 
-TEST_P(BadInput, AMappedNameOfTenThousandCharactersIsReadWholeOrNotStored) {
+TEST_P(BadInput, MappedNameOfTenThousandCharactersIsReadCompletelyOrNotStored) {
   const std::u16string name(10000, u'å');
   db::RenewGDB()->AddNewVilnorUser(4711, u"'" + name + u"'");
   db::ReleaseGDB();
@@ -111,7 +110,7 @@ TEST_P(BadInput, AMappedNameOfTenThousandCharactersIsReadWholeOrNotStored) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ADatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
+TEST_P(BadInput, DatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
   const auto before = Written();
   const auto type = session.gDbType;
   session.gDbType = 3;
@@ -122,7 +121,7 @@ TEST_P(BadInput, ADatabaseTypeWithoutDatesIsRefusedAndRolledBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingTableShowsTheProvidersBox) {
+TEST_P(BadInput, MissingTableShowsTheProvidersBox) {
   Run(u"ALTER TABLE VilnorPasient RENAME TO Elsewhere");
   EXPECT_EQ(UserOf(5012), u"");
   ExpectProvidersBox(u"GetVilnorUserByPID");
@@ -130,7 +129,7 @@ TEST_P(BadInput, AMissingTableShowsTheProvidersBox) {
   EXPECT_EQ(UserOf(5012), u"bjorn.ek");
 }
 
-TEST_P(BadInput, AMissingJournalRollsTheNewLinkBack) {
+TEST_P(BadInput, MissingJournalRollsTheNewLinkBack) {
   Run(u"ALTER TABLE Journal RENAME TO Elsewhere");
   Add(u"VL-9", u"åsa");
   ExpectProvidersBox(u"AddNewCase");
@@ -139,7 +138,7 @@ TEST_P(BadInput, AMissingJournalRollsTheNewLinkBack) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingColumnShowsTheProvidersBox) {
+TEST_P(BadInput, MissingColumnShowsTheProvidersBox) {
   const auto town = [](auto& operations) { return operations.GetCityByPostnr(41301); };
   Run(u"ALTER TABLE Postadresseregister RENAME COLUMN Poststedsnavn TO Ort");
   EXPECT_EQ(Fresh(town), u"");
@@ -148,7 +147,7 @@ TEST_P(BadInput, AMissingColumnShowsTheProvidersBox) {
   EXPECT_EQ(Fresh(town), u"Göteborg");
 }
 
-TEST_P(BadInput, AMissingColumnOfTheLinkRefusesTheNewCase) {
+TEST_P(BadInput, MissingColumnOfTheLinkRefusesTheNewCase) {
   const auto before = Written();
   Run(u"ALTER TABLE Vilnor RENAME COLUMN VilnorUser TO Elsewhere");
   Add(u"VL-9", u"åsa");
@@ -158,7 +157,7 @@ TEST_P(BadInput, AMissingColumnOfTheLinkRefusesTheNewCase) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, AMissingTableOfApplicationsGivesNothing) {
+TEST_P(BadInput, MissingTableOfApplicationsGivesNothing) {
   const auto application = [](auto& operations) { return operations.GetFHPById(77); };
   Run(u"ALTER TABLE SEPrerequest RENAME TO Elsewhere");
   EXPECT_EQ(Fresh(application), nullptr);
@@ -167,7 +166,7 @@ TEST_P(BadInput, AMissingTableOfApplicationsGivesNothing) {
   EXPECT_NE(Fresh(application), nullptr);
 }
 
-TEST_P(BadInput, ANullWhereATextIsTakenShowsInvalidUseOfNull) {
+TEST_P(BadInput, NullForATextShowsInvalidUseOfNull) {
   const auto caseId = [](auto& operations) { return operations.GetCaseIdByVilnorId(102); };
   const auto town = [](auto& operations) { return operations.GetCityByPostnr(41301); };
   Run(u"UPDATE Vilnor SET CaseId = NULL WHERE VilnorId = 102");
@@ -183,7 +182,7 @@ TEST_P(BadInput, ANullWhereATextIsTakenShowsInvalidUseOfNull) {
   EXPECT_EQ(Fresh(caseId), u"2072");
 }
 
-TEST_P(BadInput, ANullWhereAPatientsNumberIsTakenShowsInvalidUseOfNull) {
+TEST_P(BadInput, NullForAPatientsNumberShowsInvalidUseOfNull) {
   Run(u"ALTER TABLE Pasient RENAME TO Elsewhere");
   Run(u"CREATE TABLE Pasient (ID integer, Code1 integer)");
   Run(u"INSERT INTO Pasient (Code1) VALUES (5)");
@@ -193,7 +192,7 @@ TEST_P(BadInput, ANullWhereAPatientsNumberIsTakenShowsInvalidUseOfNull) {
   Run(u"ALTER TABLE Elsewhere RENAME TO Pasient");
 }
 
-TEST_P(BadInput, ANullJournalTextLeavesTheLinkAsItIs) {
+TEST_P(BadInput, NullJournalTextLeavesTheLinkUnchanged) {
   Run(u"UPDATE Journal SET Tekst = NULL WHERE ID = 502");
   const auto before = Written();
   db::RenewGDB()->UpdateCaseById(102, u"3072", 1);
@@ -203,7 +202,7 @@ TEST_P(BadInput, ANullJournalTextLeavesTheLinkAsItIs) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(BadInput, ANullJournalIdDeletesNothing) {
+TEST_P(BadInput, NullJournalIdDeletesNothing) {
   Run(u"UPDATE Vilnor SET Journal_ID = NULL WHERE VilnorId = 101");
   const auto before = Written();
   db::RenewGDB()->DeleteFHP(71);

@@ -1,4 +1,4 @@
-// What the operations make of servers that are not there, refuse, or go away: the same as of bad
+// Operations on servers that are unreachable, refuse, or are lost: the same result as with bad
 // input.
 #include <functional>
 #include <utility>
@@ -18,7 +18,7 @@ std::u16string Replaced(std::u16string text, const std::u16string& part,
 
 class BadServer : public BadInput {
  protected:
-  // What the host sees while the connection string is `bad`, and then with a good one.
+  // What the host sees with the connection string `bad`, and then with a good one.
   void ExpectABoxInBVilnorAndThenABetterDay(
       const std::u16string& bad, const std::u16string& good = GetParam().connectionString) {
     class NoEvents : public exchange::Events {
@@ -36,18 +36,18 @@ class BadServer : public BadInput {
   }
 };
 
-TEST_P(BadServer, ThatIsNotThereShowsTheProvidersBox) {
+TEST_P(BadServer, UnreachableServerShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(
       IsServer() ? Replaced(GetParam().connectionString, u";Server=127.0.0.1;Port=",
                             u";Server=127.0.0.1;Port=1;Elsewhere=")
                  : u"Driver=SQLite3;Database=/no/such/folder/clinic.db");
 }
 
-TEST_P(BadServer, OfAnUnknownDriverShowsTheProvidersBox) {
+TEST_P(BadServer, UnknownDriverShowsTheProvidersBox) {
   ExpectABoxInBVilnorAndThenABetterDay(u"Driver=No Such Driver;Database=clinic");
 }
 
-// How a server is told to make and to drop the users of the tests.
+// The statements that create and drop the users of the tests.
 struct Users {
   std::u16string lockedOut;
   std::u16string withPassword;
@@ -61,7 +61,7 @@ Users UsersOf(const Product& server) {
             {u"DROP USER IF EXISTS locked_out@'127.0.0.1', with_password@'127.0.0.1'"}};
   }
   return {u"CREATE ROLE locked_out NOLOGIN",
-          // The run's own server asks this role for its password, and no other.
+          // The test run's own server asks only this role for a password.
           u"CREATE ROLE with_password LOGIN PASSWORD 'hemligt' IN ROLE vilnor",
           {u"DROP ROLE IF EXISTS locked_out", u"DROP ROLE IF EXISTS with_password"}};
 }
@@ -92,13 +92,13 @@ class LostServer : public BadServer {
       try {
         Run(u"KILL " + client);
       } catch (const automation::AutomationError&) {
-        // It has just left by itself.
+        // It has just ended by itself.
       }
     }
   }
 };
 
-TEST_P(LostServer, ThatRefusesTheLoginShowsTheProvidersBox) {
+TEST_P(LostServer, RefusedLoginShowsTheProvidersBox) {
   DropUsers();
   Run(users.lockedOut);
   ExpectABoxInBVilnorAndThenABetterDay(
@@ -106,7 +106,7 @@ TEST_P(LostServer, ThatRefusesTheLoginShowsTheProvidersBox) {
   DropUsers();
 }
 
-TEST_P(LostServer, ThatIsGivenAWrongPasswordShowsTheProvidersBox) {
+TEST_P(LostServer, WrongPasswordShowsTheProvidersBox) {
   DropUsers();
   Run(users.withPassword);
   const auto loginWith = [](const std::u16string& password) {
@@ -117,7 +117,7 @@ TEST_P(LostServer, ThatIsGivenAWrongPasswordShowsTheProvidersBox) {
   DropUsers();
 }
 
-TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
+TEST_P(LostServer, LostServerShowsOneBoxPerOperation) {
   using Operation = std::function<void(db::DBVilnor&)>;
   const std::vector<std::pair<std::u16string, Operation>> operations = {
       {u"DeleteFHP", [](auto& gone) { gone.DeleteFHP(71); }},
@@ -135,7 +135,7 @@ TEST_P(LostServer, ThatIsGoneShowsOneBoxAnOperation) {
   ExpectThatANewCaseWorks();
 }
 
-TEST_P(LostServer, ThatGoesAwayInAnyStepOfATransactionLeavesNothing) {
+TEST_P(LostServer, ServerLostInAnyStepOfATransactionLeavesNothing) {
   const auto before = Written();
   constexpr int kCallsOfANewCase = 7;
   for (int last = 1; last <= kCallsOfANewCase; ++last) {
@@ -160,7 +160,7 @@ TEST_P(LostServer, ThatGoesAwayInAnyStepOfATransactionLeavesNothing) {
 
 class SharedFile : public BadInput {};
 
-TEST_P(SharedFile, ThatAnotherClientHasLockedShowsTheProvidersBoxAndLeavesNothing) {
+TEST_P(SharedFile, FileLockedByAnotherClientShowsTheProvidersBoxAndIsUnchanged) {
   const auto before = Written();
   session.gConnectionParameter += u";Timeout=100";
   Run(u"BEGIN IMMEDIATE");

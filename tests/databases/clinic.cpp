@@ -14,7 +14,7 @@ namespace {
 constexpr std::int16_t kHashDates = 1;
 constexpr std::int16_t kQuotedDates = 2;
 
-// Anything but the embedded database.
+// Everything except the embedded database.
 bool IsAServer(const Product& product) {
   return product.name != "SQLite";
 }

@@ -28,20 +28,20 @@ class Clinic : public testing::TestWithParam<Product> {
 
   bool IsServer() const;
 
-  // The tables anew, with nothing but the sample data.
+  // Recreates the tables with only the sample data.
   void MakeHostDatabase();
-  // Runs a statement over a connection of the test's own.
+  // Runs a statement over the test's own connection.
   void Run(const std::u16string& statement);
   // The rows as texts, fields joined by "|", Null as "NULL"; `columns` are separated by commas.
   std::vector<std::u16string> Rows(const std::u16string& columns, const std::u16string& rest);
-  // All that the component writes.
+  // Everything that the component writes.
   std::vector<std::u16string> Written();
   std::u16string Only(const std::u16string& column, const std::u16string& rest) {
     return Rows(column, rest).at(0);
   }
 
   std::vector<std::u16string> Boxes() const { return dialogs.Texts(); }
-  // One box, which begins with an error number of the provider and ends with the procedure's name.
+  // Expects one box that begins with a provider's error number and ends with the procedure's name.
   void ExpectProvidersBox(const std::u16string& procedure);
 
   std::unique_ptr<platform::Database> real = contract::NewDatabase();
@@ -58,14 +58,14 @@ class Clinic : public testing::TestWithParam<Product> {
   std::unique_ptr<platform::Connection> own_;
 };
 
-// The products that are servers of their own, and those that are not.
+// The products with a server, and those without.
 std::vector<Product> Servers();
 std::vector<Product> EmbeddedProducts();
 
 }  // namespace databases
 
-// GoogleTest's macros make the cases of a fixture that is a Clinic, once for each product, or for
-// the products of one kind.
+// GoogleTest's macros for fixtures derived from Clinic: one instance for each product, or for each
+// product of one kind.
 #define INSTANTIATE_FOR(products, Fixture)                           \
   INSTANTIATE_TEST_SUITE_P(On, Fixture, testing::ValuesIn(products), \
                            [](const auto& instance) { return instance.param.name; })

@@ -14,7 +14,7 @@ class Links : public Clinic {
 
 using Texts = std::vector<std::u16string>;
 
-TEST_P(Links, OfANewApplicationCarryItsIdAndPointAtTheirJournalLine) {
+TEST_P(Links, LinkOfANewApplicationHasItsIdAndItsJournalLine) {
   operations.AddNewCase(4711, 12, 3, u"VL-9", 77, 1, 5, u"zoë.åhlén", u"2026-077");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"VilnorId,PID,BID,RID,FHP_ID,CaseId,CaseType,Journal_ID,StatusCode,VilnorUser,"
@@ -27,7 +27,7 @@ TEST_P(Links, OfANewApplicationCarryItsIdAndPointAtTheirJournalLine) {
             u"VL-9|12|3|2026-11-16 14:05:00|22302|U|0|104"});
 }
 
-TEST_P(Links, OfANewCaseHaveNoApplication) {
+TEST_P(Links, LinkOfANewCaseHasNoApplication) {
   operations.AddNewCase(4711, 12, 3, u"VL-9", 4711, 9, 5, u"zoë.åhlén");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"VilnorId,FHP_ID,CaseType,Journal_ID", u"Vilnor WHERE PID = 4711"),
@@ -36,7 +36,7 @@ TEST_P(Links, OfANewCaseHaveNoApplication) {
             Texts{u"Ärende upprättat i Vilnor Link ref.nr VL-9|104"});
 }
 
-TEST_P(Links, OfSeveralNewCasesEachHaveTheirOwnJournalLine) {
+TEST_P(Links, LinkOfEachNewCaseHasItsOwnJournalLine) {
   operations.AddNewCase(4711, 12, 3, u"VL-9", 77, 1, 5, u"x");
   operations.AddNewCase(4713, 13, 4, u"VL-10", 4713, 9, 5, u"y");
   EXPECT_EQ(Rows(u"VilnorId,Journal_ID", u"Vilnor WHERE VilnorId > 103 ORDER BY VilnorId"),
@@ -45,21 +45,21 @@ TEST_P(Links, OfSeveralNewCasesEachHaveTheirOwnJournalLine) {
             (Texts{u"505|104", u"506|105"}));
 }
 
-TEST_P(Links, AreDeletedWithTheirJournalLineByApplication) {
+TEST_P(Links, DeleteByApplicationDeletesTheLinkAndItsJournalLine) {
   operations.DeleteFHP(71);
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(LinkIds(), (Texts{u"102", u"103"}));
   EXPECT_EQ(JournalIds(), (Texts{u"502", u"503", u"504"}));
 }
 
-TEST_P(Links, AreDeletedWithTheirJournalLineByTrimmedCaseId) {
+TEST_P(Links, DeleteByTrimmedCaseIdDeletesTheLinkAndItsJournalLine) {
   operations.DeleteCase(u"  2073 ");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(LinkIds(), (Texts{u"101", u"102"}));
   EXPECT_EQ(JournalIds(), (Texts{u"501", u"502", u"504"}));
 }
 
-TEST_P(Links, OfTheSameKeyAreDeletedOneByOneTheFirstOneFirst) {
+TEST_P(Links, LinksOfTheSameKeyAreDeletedOnePerCallFromTheFirst) {
   Run(u"INSERT INTO Journal (ID, PID) VALUES (600, 4712), (601, 4714)");
   Run(u"INSERT INTO Vilnor (PID, CaseId, FHP_ID, CaseType, Journal_ID) "
       u"VALUES (4712, '2071', 71, 1, 600), (4714, '2073', NULL, 9, 601)");
@@ -70,7 +70,7 @@ TEST_P(Links, OfTheSameKeyAreDeletedOneByOneTheFirstOneFirst) {
   EXPECT_EQ(JournalIds(), (Texts{u"502", u"504", u"600", u"601"}));
 }
 
-TEST_P(Links, ThatDoNotExistAreDeletedWithoutABoxAndLeaveTheRecordsetOpen) {
+TEST_P(Links, DeleteOfAMissingLinkShowsNoBoxAndLeavesTheRecordsetOpen) {
   const auto before = Written();
   operations.DeleteFHP(5);
   EXPECT_TRUE(Boxes().empty());
@@ -81,7 +81,7 @@ TEST_P(Links, ThatDoNotExistAreDeletedWithoutABoxAndLeaveTheRecordsetOpen) {
   EXPECT_EQ(Written(), before);
 }
 
-TEST_P(Links, TakeANewNumberAndReplaceTheTextBehindTheMark) {
+TEST_P(Links, UpdateSetsTheNumberAndReplacesTheTextAfterTheMark) {
   operations.UpdateCaseById(102, u"3072", 7);
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"CaseId,StatusCode", u"Vilnor WHERE VilnorId = 102"), Texts{u"3072|7"});
@@ -89,7 +89,7 @@ TEST_P(Links, TakeANewNumberAndReplaceTheTextBehindTheMark) {
             u"Ärende upprättat i Vilnor Link ref.nr 3072");
 }
 
-TEST_P(Links, OfAJournalTextWithoutTheMarkShowError5AndStay) {
+TEST_P(Links, UpdateOfAJournalTextWithoutTheMarkShowsError5AndChangesNothing) {
   const auto before = Written();
   operations.UpdateCaseById(101, u"3071", 7);
   operations.UpdateCase(u"3071", 71, 7, 1);
@@ -98,7 +98,7 @@ TEST_P(Links, OfAJournalTextWithoutTheMarkShowError5AndStay) {
   EXPECT_EQ(Written(), before);
 }
 
-TEST_P(Links, OfAnApplicationAreUpdatedByItsId) {
+TEST_P(Links, LinkOfAnApplicationIsUpdatedByItsId) {
   Run(u"UPDATE Journal SET Tekst = 'ärende !2071' WHERE ID = 501");
   operations.UpdateCase(u"3071", 71, 1, 1);
   EXPECT_TRUE(Boxes().empty());
@@ -107,7 +107,7 @@ TEST_P(Links, OfAnApplicationAreUpdatedByItsId) {
   EXPECT_EQ(Only(u"Tekst", u"Journal WHERE ID = 501"), u"ärende 3071");
 }
 
-TEST_P(Links, OfAPatientAreAllUpdatedButOnlyOneJournalLine) {
+TEST_P(Links, UpdateByPatientChangesAllLinksButOneJournalLine) {
   Run(u"INSERT INTO Journal (ID, PID, Tekst) VALUES (600, 4712, 'ref.nr !2074')");
   Run(u"INSERT INTO Vilnor (PID, CaseId, CaseType, Journal_ID, StatusCode) "
       u"VALUES (4712, '2074', 9, 600, 5)");
@@ -119,14 +119,14 @@ TEST_P(Links, OfAPatientAreAllUpdatedButOnlyOneJournalLine) {
             (Texts{u"Ärende upprättat i Vilnor Link ref.nr 3072", u"ref.nr !2074"}));
 }
 
-TEST_P(Links, AreNotUpdatedForAnyOtherCaseType) {
+TEST_P(Links, UpdateOfAnyOtherCaseTypeChangesNoLink) {
   const auto before = Written();
   operations.UpdateCase(u"3072", 4712, 1, 2);
   EXPECT_EQ(Written(), before);
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Links, ThatDoNotExistShowThatThereIsNoRecordWhenUpdated) {
+TEST_P(Links, UpdateOfAMissingLinkShowsThatThereIsNoRecord) {
   const auto before = Written();
   operations.UpdateCaseById(5, u"3072", 1);
   EXPECT_EQ(Boxes(), Texts{u"3021 Either BOF or EOF is True, or the current record has been "
@@ -135,21 +135,22 @@ TEST_P(Links, ThatDoNotExistShowThatThereIsNoRecordWhenUpdated) {
   EXPECT_EQ(Written(), before);
 }
 
-TEST_P(Links, OfAnyOtherCaseTypeExecuteTheLastStatementAgain) {
+TEST_P(Links, NewCaseOfAnyOtherTypeExecutesTheLastStatementAgain) {
   operations.AddNewCase(4713, 13, 4, u"VL-8", 4713, 9, 5, u"x");  // gives out the first keys
   operations.AddNewVilnorUser(4711, u"'åsa'");
   operations.AddNewCase(4711, 12, 3, u"VL-9", 77, 4, 5, u"x");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(Rows(u"PID,UserName", u"VilnorPasient WHERE PID = 4711"),
             (Texts{u"4711|åsa", u"4711|åsa"}));
-  // The journal line has no text, and for its link the key that the database gave out last: SQLite
-  // counts every table's rows, the servers only keys, of which the first case's line took the last.
+  // The journal line has no text. Its link gets the last key that the database generated: SQLite
+  // counts the rows of all tables, the servers only keys, the last of which went to the first
+  // case's line.
   EXPECT_EQ(Rows(u"Tekst,RefTBID", u"Journal WHERE PID = 4711 AND ID > 504"),
             Texts{IsServer() ? u"|505" : u"|6"});
   EXPECT_EQ(Rows(u"VilnorId", u"Vilnor WHERE PID = 4711"), Texts());
 }
 
-TEST_P(Links, OfAnyOtherCaseTypeAreNotWrittenAsTheThreadsFirstOperation) {
+TEST_P(Links, NewCaseOfAnyOtherTypeIsRefusedAsTheThreadsFirstOperation) {
   const auto before = Written();
   operations.AddNewCase(4711, 12, 3, u"VL-9", 77, 2, 5, u"x");
   ExpectProvidersBox(u"AddNewCase");

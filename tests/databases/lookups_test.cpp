@@ -1,4 +1,4 @@
-// The lookups give what the host's tables hold.
+// The lookups return the contents of the host's tables.
 #include "databases/clinic.h"
 #include "platform/conversions.h"
 
@@ -14,7 +14,7 @@ class Lookups : public Clinic {
   db::DBVilnor operations;
 };
 
-TEST_P(Lookups, GiveThePatientWithSwedishLettersAndBirthDate) {
+TEST_P(Lookups, PatientLookupGivesSwedishLettersAndBirthDate) {
   const auto patient = operations.GetPIDById(4711);
   ASSERT_NE(patient, nullptr);
   EXPECT_EQ(patient->Field(u"ID"), Value(4711));
@@ -24,7 +24,7 @@ TEST_P(Lookups, GiveThePatientWithSwedishLettersAndBirthDate) {
   EXPECT_EQ(patient->Field(u"PersNr"), Value(u"1234"));
 }
 
-TEST_P(Lookups, GiveAClonesRowsAfterTheConnectionIsGone) {
+TEST_P(Lookups, LookedUpRowsAreReadableAfterTheConnectionIsClosed) {
   const auto patient = operations.GetPatientByPID(4712);
   db::ReleaseShared();
   ASSERT_NE(patient, nullptr);
@@ -34,20 +34,20 @@ TEST_P(Lookups, GiveAClonesRowsAfterTheConnectionIsGone) {
   EXPECT_TRUE(patient->Eof());
 }
 
-TEST_P(Lookups, GiveNullForWhatAPatientDoesNotHave) {
+TEST_P(Lookups, PatientLookupGivesNullForMissingData) {
   const auto patient = operations.GetPatientSSNByPID(4717);
   ASSERT_NE(patient, nullptr);
   EXPECT_EQ(patient->Field(u"FDato"), Value(Null()));
   EXPECT_EQ(patient->Field(u"PersNr"), Value(Null()));
 }
 
-TEST_P(Lookups, GiveAPatientOfMoreThanAHundredYears) {
+TEST_P(Lookups, PatientLookupFindsAPatientOverAHundredYearsOld) {
   const auto patient = operations.GetPatientSSNByPID(4714);
   ASSERT_NE(patient, nullptr);
   EXPECT_EQ(patient->Field(u"fDato"), Value(MakeDate({1919, 5, 5})));
 }
 
-TEST_P(Lookups, GiveThePractitionerWithTheNameOfTheAddressRecord) {
+TEST_P(Lookups, PractitionerLookupTakesTheNameOfTheAddressRecord) {
   const auto practitioner = operations.GetBIDById(13);
   ASSERT_NE(practitioner, nullptr);
   EXPECT_EQ(practitioner->Field(u"Fornavn"), Value(u"Zoë"));
@@ -56,7 +56,7 @@ TEST_P(Lookups, GiveThePractitionerWithTheNameOfTheAddressRecord) {
   EXPECT_EQ(practitioner->Field(u"ReseptID"), Value(Null()));
 }
 
-TEST_P(Lookups, GiveTheProviderCompany) {
+TEST_P(Lookups, ProviderLookupGivesTheCompany) {
   const auto company = operations.GetRIDById(3);
   ASSERT_NE(company, nullptr);
   EXPECT_EQ(company->Field(u"Navn"), Value(u"Tandläkarna vid Ån AB"));
@@ -67,13 +67,13 @@ TEST_P(Lookups, GiveTheProviderCompany) {
   EXPECT_EQ(company->Field(u"LevNo"), Value(u"L-1003"));
 }
 
-TEST_P(Lookups, GiveThePostalTown) {
+TEST_P(Lookups, TownLookupGivesThePostalTown) {
   EXPECT_EQ(operations.GetCityByPostnr(83131), u"Östersund");
   EXPECT_EQ(operations.GetCityByPostnr(99999), u"");
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Lookups, GiveTheApplicationWithAllItsColumns) {
+TEST_P(Lookups, ApplicationLookupGivesAllColumns) {
   const auto application = operations.GetFHPById(77);
   ASSERT_NE(application, nullptr);
   EXPECT_EQ(application->Field(u"PID"), Value(4711));
@@ -88,14 +88,14 @@ TEST_P(Lookups, GiveTheApplicationWithAllItsColumns) {
   EXPECT_EQ(bare->Field(u"PlanTreatm"), Value(Null()));
 }
 
-TEST_P(Lookups, SayWhetherEstimateRowsExistFromOneRowOn) {
+TEST_P(Lookups, EstimateRowsExistFromOneRowOnInTheDatabase) {
   EXPECT_TRUE(operations.PreRequestCostExists(78));
   EXPECT_TRUE(operations.PreRequestCostExists(77));
   EXPECT_FALSE(operations.PreRequestCostExists(79));
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Lookups, CollapseEqualEstimateRowsIntoOne) {
+TEST_P(Lookups, EqualEstimateRowsAreGroupedIntoOne) {
   const auto rows = operations.GetPreRequestCostByFHPid(78);
   ASSERT_NE(rows, nullptr);
   std::vector<std::u16string> texts;
@@ -109,18 +109,18 @@ TEST_P(Lookups, CollapseEqualEstimateRowsIntoOne) {
                                                    u"682 x1 3100,25 Ä", u"115 x1 250 N"));
 }
 
-TEST_P(Lookups, GiveTheReservedUsersByTheirCodes) {
+TEST_P(Lookups, ReservedUsersAreFoundByTheirCodes) {
   EXPECT_EQ(operations.GetVilnorUserByCode1(-32000), u"granskare");
   EXPECT_EQ(operations.GetVilnorUserByCode1(-32001), u"kostnadsgranskare");
 }
 
-TEST_P(Lookups, ByAnUnknownCodeFailInTheInnerLookup) {
+TEST_P(Lookups, UserLookupByAnUnknownCodeFailsInTheInnerLookup) {
   EXPECT_EQ(operations.GetVilnorUserByCode1(5), u"");
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{u"3705 Operation is not allowed when the object "
                                                  u"is open. in GetVilnorUserByPID"});
 }
 
-TEST_P(Lookups, GiveNothingForWhatIsNotThereAndLeaveTheRecordsetOpen) {
+TEST_P(Lookups, LookupWithoutARowGivesNothingAndLeavesTheRecordsetOpen) {
   EXPECT_EQ(operations.GetPIDById(1), nullptr);
   EXPECT_TRUE(Boxes().empty());
   EXPECT_EQ(operations.GetPIDById(4711), nullptr);
@@ -128,25 +128,25 @@ TEST_P(Lookups, GiveNothingForWhatIsNotThereAndLeaveTheRecordsetOpen) {
                          u"3705 Operation is not allowed when the object is open. in GetPIDById"});
 }
 
-TEST_P(Lookups, GiveTheLinkOfAnApplicationButNotOfACase) {
+TEST_P(Lookups, LinkLookupByApplicationSkipsLinksOfOtherCaseTypes) {
   EXPECT_EQ(operations.GetVilnorIdByFHPId(71), 101);
   Run(u"UPDATE Vilnor SET FHP_ID = 88 WHERE VilnorId = 102");
   EXPECT_EQ(operations.GetVilnorIdByFHPId(88), 0) << "a link of case type 9";
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Lookups, GiveTheCaseIdOfALink) {
+TEST_P(Lookups, CaseIdLookupGivesTheCaseIdOfALink) {
   EXPECT_EQ(operations.GetCaseIdByVilnorId(102), u"2072");
 }
 
-TEST_P(Lookups, SayWhetherALinkExists) {
+TEST_P(Lookups, ExistenceLookupFindsALink) {
   EXPECT_TRUE(operations.CaseExists(71, 1));
   EXPECT_TRUE(operations.CaseExistsPID(4712, 9, u"2072"));
   EXPECT_FALSE(operations.CaseExistsPID(4712, 9, u"2071"));
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Lookups, ShowTheAlreadyOpenBoxAfterALinkWasNotFound) {
+TEST_P(Lookups, LookupAfterAMissingLinkShowsTheAlreadyOpenBox) {
   EXPECT_FALSE(operations.CaseExists(71, 9));
   EXPECT_FALSE(operations.CaseExists(71, 1));
   EXPECT_EQ(Boxes(), std::vector<std::u16string>{

@@ -1,5 +1,5 @@
-// How the component's statements reach a MariaDB server: a product that knows `@@Identity` takes
-// them as they are written, except month-first dates.
+// The component's statements as a MariaDB server gets them. The product knows `@@Identity`, so they
+// are unchanged except for month-first dates.
 #include <algorithm>
 #include <functional>
 
@@ -25,7 +25,7 @@ class RecordingDatabase : public fakes::InterceptedDatabase {
   Texts statements;
 };
 
-// The server's log of all statements, which it keeps while an object of this class lives.
+// The server's log of all statements, on while an object of this class lives.
 class ServersLog {
  public:
   explicit ServersLog(std::function<void(const std::u16string&)> run) : run_(std::move(run)) {
@@ -50,7 +50,7 @@ class StatementsOnMariadb : public Clinic {
  protected:
   StatementsOnMariadb() { platform::Use(recorded_); }
 
-  // What the component wrote in all its operations, each once.
+  // Every statement of the component in all its operations, once each.
   Texts RunEveryOperation(std::int16_t dbType) {
     session.gDbType = dbType;
     recording_.statements.clear();
@@ -87,7 +87,7 @@ class StatementsOnMariadb : public Clinic {
     written.erase(std::unique(written.begin(), written.end()), written.end());
     return written;
   }
-  // What this test's database was sent after the log began.
+  // What this test's database got since the log began.
   Texts Received() {
     return Rows(u"DISTINCT argument",
                 u"mysql.general_log WHERE command_type IN ('Query', 'Execute') AND thread_id IN "
@@ -104,8 +104,8 @@ bool HasADate(const std::u16string& statement) {
   return statement.find(u"11-16-2026 14:05:00") != std::u16string::npos;
 }
 
-// Both kinds of database: its dates between # and between apostrophes.
-TEST_P(StatementsOnMariadb, ReachTheServerExactlyAsWrittenExceptMonthFirstDates) {
+// Both database types: dates between # and between apostrophes.
+TEST_P(StatementsOnMariadb, StatementsReachTheServerUnchangedExceptMonthFirstDates) {
   const std::int16_t kinds[] = {1, 2};
   for (const auto dbType : kinds) {
     MakeHostDatabase();

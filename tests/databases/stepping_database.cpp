@@ -5,7 +5,7 @@
 namespace databases {
 namespace {
 
-// The step's name, nothing for a call that is no step.
+// The step's name, empty for a call that is not a step.
 std::optional<std::u16string> StepOf(fakes::DatabaseCall call, const std::u16string& statement) {
   switch (call) {
     case fakes::DatabaseCall::OpenConnection:

@@ -1,4 +1,4 @@
-// A database that passes every call on to a real one, counts the calls, and lets one of them fail.
+// Passes every call on to a real database, counts the calls, and makes one of them fail.
 #pragma once
 
 #include <functional>
@@ -14,23 +14,23 @@ inline const automation::AutomationError kBrokenStep{1001, u"Test", u"Broken ste
 enum class Break {
   // The call does not reach the database.
   Instead,
-  // The database carries the call out, and its answer is lost.
+  // The database executes the call, but its answer is lost.
   Afterwards
 };
 
-// Steps are the calls that reach the database: connections, statements, closings, and of a
-// transaction beginning and end, but no rollback.
+// Steps are the calls that reach the database: connecting, statements, closing, and the beginning
+// and commit of a transaction, but not its rollback.
 class SteppingDatabase : public fakes::InterceptedDatabase {
  public:
   using InterceptedDatabase::InterceptedDatabase;
 
-  // The step-th call from now (1 is the next) breaks. Rollbacks that fail do not reach the
+  // Makes the step-th call from now (1 is the next) fail. Failing rollbacks do not reach the
   // database.
   void BreakStep(int step, Break how, bool rollbackFails = false);
-  // From now on `before` is called in front of each step with its number.
+  // Calls `before` before each step, with the step's number.
   void Watch(std::function<void(int)> before);
   void BreakNothing();
-  // The call that broke, nothing when the step has not come.
+  // The call that failed, empty before the step is reached.
   const std::u16string& BrokenCall() const { return brokenCall_; }
 
  private:

@@ -1,4 +1,4 @@
-// What the statements trust, shown as it is: SECURITY.md tells an installation how to guard it.
+// What the statements trust. SECURITY.md says how an installation protects it.
 #include "databases/clinic.h"
 #include "db/db_vilnor.h"
 
@@ -8,7 +8,7 @@ namespace {
 class StatementTrust : public Clinic {};
 INSTANTIATE_FOR_PRODUCTS(StatementTrust);
 
-TEST_P(StatementTrust, LetsACaseIdWidenWhatIsDeleted) {
+TEST_P(StatementTrust, CaseIdWithSqlWidensWhatIsDeleted) {
   const auto links = [this] { return Rows(u"VilnorId", u"Vilnor ORDER BY VilnorId").size(); };
   const auto before = links();
   db::DBVilnor().DeleteCase(u"none' OR '1'='1");

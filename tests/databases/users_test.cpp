@@ -1,4 +1,4 @@
-// The user mapping, by DBVilnor and as the host reaches it through BVilnor.
+// The user mapping, through DBVilnor and through BVilnor.
 #include "databases/clinic.h"
 #include "host/b_vilnor.h"
 
@@ -24,7 +24,7 @@ class Users : public Clinic {
   host::BVilnor vilnor{events};
 };
 
-TEST_P(Users, AreAddedFoundChangedAndDeletedByTheHost) {
+TEST_P(Users, UserIsAddedFoundChangedAndDeletedByTheHost) {
   EXPECT_EQ(vilnor.GetVilnorUserByPID(4711), u"");
   vilnor.AddNewVilnorUser(4711, u"'åsa.öberg'");
   EXPECT_EQ(vilnor.GetVilnorUserByPID(4711), u"åsa.öberg");
@@ -36,7 +36,7 @@ TEST_P(Users, AreAddedFoundChangedAndDeletedByTheHost) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Users, AreInsertedByAnUpdateWithANameAndDeletedByOneWithout) {
+TEST_P(Users, UpdateWithANameInsertsTheUserAndWithoutOneDeletesIt) {
   vilnor.UpdateVilnorUser(4711, u"'åsa'");
   EXPECT_EQ(NamesOf4711(), Texts{u"åsa"});
   vilnor.UpdateVilnorUser(4711, u"");
@@ -45,19 +45,19 @@ TEST_P(Users, AreInsertedByAnUpdateWithANameAndDeletedByOneWithout) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_P(Users, WithANameThatTheDatabaseDoesNotAcceptShowItsErrorAndStay) {
+TEST_P(Users, UserNameRefusedByTheDatabaseShowsItsErrorAndChangesNothing) {
   vilnor.UpdateVilnorUser(5012, u"björn ek");
   ExpectProvidersBox(u"AddNewVilnorUser");
   EXPECT_EQ(Only(u"UserName", u"VilnorPasient WHERE PID = 5012"), u"bjorn.ek");
 }
 
-TEST_P(Users, ReleaseTheConnectionAfterEachOperation) {
+TEST_P(Users, UserOperationsReleaseTheConnection) {
   vilnor.GetVilnorUserByPID(5012);
   EXPECT_EQ(db::CurrentConnectionState().gConnection, nullptr);
   EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
 }
 
-TEST_P(Users, HaveALinkedApplicationOrNotWithFourEventsEach) {
+TEST_P(Users, FHPExistsOfAUserRaisesFourEventsWithOrWithoutALinkedApplication) {
   EXPECT_TRUE(vilnor.FHPExists(71));
   EXPECT_FALSE(vilnor.FHPExists(77));
   EXPECT_EQ(events.count, 8);

@@ -1,4 +1,4 @@
-// This build's adapters for what the tests do not double: files, and the parser of results.
+// This build's adapters for what the tests do not fake: files and the result parser.
 #pragma once
 
 #ifdef _WIN32

@@ -1,4 +1,4 @@
-// Work on a thread of its own, also where the compiler has no std::thread (its win32 thread model).
+// Runs work on a new thread, even where the compiler has no std::thread (its win32 thread model).
 #pragma once
 
 #ifdef _WIN32
@@ -17,7 +17,7 @@ DWORD WINAPI RunAction(void* action) {
   return 0;
 }
 
-// Runs `action` there and waits for its end. It must not throw.
+// Runs `action` on it and waits for it to end. `action` must not throw.
 template <class Action>
 void OnAnotherThread(Action action) {
   const HANDLE thread = CreateThread(nullptr, 0, RunAction<Action>, &action, 0, nullptr);

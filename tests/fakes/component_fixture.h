@@ -1,5 +1,5 @@
-// The component with all its ports doubled, except the files, which lie in a folder of the test's
-// own, and the parser.
+// The component with all its ports faked except the parser and the files, which are in the test's
+// own folder.
 #pragma once
 
 #include <filesystem>

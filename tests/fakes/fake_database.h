@@ -29,7 +29,7 @@ struct Rows {
 
 inline constexpr const char16_t* kIdentityStatement = u"Select @@Identity";
 
-// The errors that ADO and its providers raise by themselves.
+// The errors that ADO and its providers raise themselves.
 inline automation::AutomationError AdoError(std::int32_t number) {
   static const std::map<std::int32_t, std::u16string> texts = {
       {3021,
@@ -50,8 +50,8 @@ inline automation::AutomationError AdoError(std::int32_t number) {
   return {number, u"ADODB", texts.at(number)};
 }
 
-// Whether a value is missing in the statement, as in "VALUES (1,,2)" or "ID = ": every database
-// refuses that. Quoted text is left alone.
+// Whether a statement lacks a value, as in "VALUES (1,,2)" or "ID = ", which every database
+// refuses. Quoted text is ignored.
 inline bool LeavesValueOut(std::u16string_view statement) {
   std::u16string outsideQuotes;
   bool quoted = false;
@@ -69,11 +69,11 @@ inline bool LeavesValueOut(std::u16string_view statement) {
          });
 }
 
-// What the connections and recordsets of one Database share: script, log and states. They keep it
-// alive, since the component's shared state outlives a test.
+// The script, log and states that the connections and recordsets of one Database share. They keep
+// it alive, because the component's shared state outlives a test.
 class DatabaseScript {
  public:
-  // Writes the call into the log, then raises the failure scripted for it.
+  // Logs the call, then raises the failure scripted for it.
   void Enter(std::u16string call, std::u16string_view statement = {}) {
     log.push_back(std::move(call));
     if (callsUntilFailure && --*callsUntilFailure == 0) {
@@ -89,8 +89,8 @@ class DatabaseScript {
     }
   }
 
-  // The next answer scripted for the statement; the last one stays. A statement that is empty
-  // or leaves a value out raises the provider's error.
+  // The next answer scripted for the statement; the last one is repeated. An empty statement, or
+  // one that lacks a value, raises the provider's error.
   std::optional<Rows> Take(const std::u16string& statement) {
     if (statement.empty()) {
       throw AdoError(-2147217908);
@@ -109,7 +109,7 @@ class DatabaseScript {
     return rows;
   }
 
-  // As Enter, for the calls that only look at a recordset.
+  // Like Enter, for calls that only read a recordset.
   void EnterRead(const std::u16string& call) {
     if (logsReads) {
       Enter(call);
@@ -135,7 +135,7 @@ class Recordset : public platform::Recordset {
   explicit Recordset(std::shared_ptr<DatabaseScript> script) : script_(std::move(script)) {
     ++script_->aliveRecordsets;
   }
-  // Open on these rows; how Execute and Clone hand a recordset out.
+  // Opens on these rows, as Execute and Clone return recordsets.
   Recordset(std::shared_ptr<DatabaseScript> script, std::shared_ptr<Rows> rows)
       : Recordset(std::move(script)) {
     rows_ = std::move(rows);
@@ -226,7 +226,7 @@ class Recordset : public platform::Recordset {
 
   std::shared_ptr<DatabaseScript> script_;
   platform::CursorLocation location_ = platform::CursorLocation::Server;
-  // Shared with the clones, as ADO shares them; none while closed.
+  // Shared with the clones, as in ADO; null while closed.
   std::shared_ptr<Rows> rows_;
   std::size_t position_ = 0;
 };
@@ -352,15 +352,15 @@ class Database : public platform::Database {
     return std::make_unique<Recordset>(script_);
   }
 
-  // The rows of exactly this statement from now on.
+  // Sets the rows of exactly this statement.
   void Answer(const std::u16string& statement, Rows rows) {
     script_->answers[statement] = {std::move(rows)};
   }
-  // Different rows each time; the last ones stay.
+  // Different rows each time; the last ones are repeated.
   void AnswerInTurn(const std::u16string& statement, std::deque<Rows> rows) {
     script_->answers[statement] = std::move(rows);
   }
-  // What "Select @@Identity" gives, one value after the other.
+  // The values of "Select @@Identity", in order.
   void AnswerIdentities(const std::vector<automation::Value>& keys) {
     auto& answers = script_->answers[kIdentityStatement];
     answers.clear();
@@ -381,11 +381,11 @@ class Database : public platform::Database {
     script_->callsUntilFailure.reset();
     script_->statementFailures.clear();
   }
-  // Whether FailCall's call has not come yet.
+  // Whether the call set with FailCall is still to come.
   bool FailureIsPending() const { return script_->callsUntilFailure.has_value(); }
   void ClearLog() { script_->log.clear(); }
-  // Whether the calls that only look at a recordset (EOF, MoveNext, a field) are logged, too, and
-  // so counted by FailCall.
+  // Whether calls that only read a recordset (EOF, MoveNext, a field) are logged too, and so
+  // counted by FailCall.
   void LogReads(bool logsReads) { script_->logsReads = logsReads; }
 
   const std::vector<std::u16string>& Log() const { return script_->log; }
@@ -401,7 +401,7 @@ class Database : public platform::Database {
   int OpenConnections() const { return script_->openConnections; }
   int AliveRecordsets() const { return script_->aliveRecordsets; }
 
-  // False: making an object raises 429, as on a machine without the database interface.
+  // False: creating an object raises 429, as on a machine without the database interface.
   bool installed = true;
 
  private:

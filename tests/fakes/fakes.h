@@ -54,7 +54,7 @@ class Dialogs : public platform::Dialogs {
     }
     return box.buttons == platform::Buttons::Ok ? platform::Answer::Ok : platform::Answer::No;
   }
-  // The texts alone, for tests that are not about icons.
+  // Only the texts, for tests that ignore icons.
   std::vector<std::u16string> Texts() const {
     std::vector<std::u16string> texts;
     std::transform(shown.begin(), shown.end(), std::back_inserter(texts),

@@ -1,4 +1,4 @@
-// A database behind which a real one works, with somebody between each call and its work.
+// Passes every call on to a real database through an interceptor.
 #pragma once
 
 #include <functional>
@@ -20,7 +20,7 @@ enum class DatabaseCall {
   BeginTrans,
   CommitTrans,
   RollbackTrans,
-  // Everything of a recordset but its statement, its fields and its closing.
+  // Every other recordset call: not its statement, fields or closing.
   Cursor,
   Field,
   CloseRecordset
@@ -29,11 +29,11 @@ enum class DatabaseCall {
 class DatabaseInterceptor {
  public:
   virtual ~DatabaseInterceptor() = default;
-  // Has the work done, or raises an error, or both. `statement` is empty for all other calls.
+  // Runs `work`, raises an error, or both. `statement` is empty for all other calls.
   virtual void On(DatabaseCall call, const std::u16string& statement,
                   const std::function<void()>& work) = 0;
 
-  // What the work gives.
+  // The result of the work.
   template <class Work>
   auto Pass(DatabaseCall call, const std::u16string& statement, Work work) {
     if constexpr (std::is_void_v<decltype(work())>) {
@@ -133,7 +133,7 @@ inline std::unique_ptr<platform::Recordset> InterceptedConnection::Execute(
                               [&] { return inner_->Execute(statement, options); }));
 }
 
-// Is its own interceptor: a derived class says what comes between.
+// Its own interceptor: a derived class defines what happens in between.
 class InterceptedDatabase : public platform::Database, public DatabaseInterceptor {
  public:
   explicit InterceptedDatabase(platform::Database& inner) : inner_(inner) {}

@@ -1,5 +1,5 @@
 // A registry in memory for native tests: a tree of keys with the system's codes, permissions and
-// limits, and switches that provoke what a healthy registry does not do.
+// limits, and switches for failures that a healthy registry never has.
 #pragma once
 
 #include <cstdint>
@@ -12,9 +12,9 @@
 
 namespace fakes {
 
-// Key and value names are found without regard to letter case and keep the case they were made
-// with. Values are enumerated in the order of their making, subkeys by name. A name or path ends at
-// its first NUL, as the system reads it. A handle needs the rights that it was opened with.
+// Key and value names ignore case and keep the case they were created with. Values are enumerated
+// in order of creation, subkeys by name. A name or path ends at its first NUL, as in the system. A
+// handle allows only the rights that it was opened with.
 class MemoryRegistry : public platform::RegistryApi {
  public:
   static constexpr std::uint32_t kCurrentUser = 0x80000001;
@@ -41,29 +41,28 @@ class MemoryRegistry : public platform::RegistryApi {
 
   MemoryRegistry();
 
-  // Setting up, regardless of permissions. `root` is a predefined key's number; missing keys of
-  // `path` are made. The unnamed value has the name "".
+  // Set-up, regardless of permissions. `root` is a predefined key's number; missing keys of `path`
+  // are created. The unnamed value has the name "".
   void MakeKey(std::uint32_t root, const std::u16string& path);
   void SetText(std::uint32_t root, const std::u16string& path, const std::u16string& name,
                const std::u16string& text);
   // A value of another type (4 is a number), four bytes long.
   void SetOther(std::uint32_t root, const std::u16string& path, const std::u16string& name,
                 std::uint32_t type);
-  // From here on the user may read the key and all below it, but not change, create or delete
-  // there.
+  // Gives the user only the right to read the key and everything below it.
   void DenyWrite(std::uint32_t root, const std::u16string& path);
-  // Every call of this kind gives `code`; kSuccess lets them work again.
+  // Makes every call of this kind return `code`; kSuccess restores it.
   void Fail(Call call, std::int32_t code);
-  // Enumerations go on with their last item for ever.
+  // Enumerations repeat their last item endlessly.
   void EnumerateEndlessly() { endless_ = true; }
 
   bool KeyExists(std::uint32_t root, const std::u16string& path) const;
   bool ValueExists(std::uint32_t root, const std::u16string& path,
                    const std::u16string& name) const;
-  // "" for a value that is missing or no text.
+  // "" for a value that is missing or not text.
   std::u16string Text(std::uint32_t root, const std::u16string& path,
                       const std::u16string& name) const;
-  // Handles that nobody has closed.
+  // Handles that are still open.
   std::size_t OpenHandles() const { return handles_.size(); }
 
   std::int32_t OpenKey(Key parent, const std::u16string& path, std::uint32_t access,
@@ -90,10 +89,10 @@ class MemoryRegistry : public platform::RegistryApi {
 
   Node Find(std::uint32_t root, const std::u16string& path) const;
   Node Make(std::uint32_t root, const std::u16string& path);
-  // The node of a predefined key, or of a handle that has the right `access`; a code when a failure
-  // of this call is set, or the handle is none, its key gone, or its rights too few.
+  // The node of a predefined key, or of a handle with the right `access`. A code when this call is
+  // set to fail, the handle is invalid, its key is deleted, or its rights are too few.
   std::int32_t Enter(Call call, Key key, std::uint32_t access, Node& node) const;
-  // As Enter with any rights, for a path below the key that the system would take.
+  // Like Enter with any rights, for a path below the key that the system accepts.
   std::int32_t EnterParent(Call call, Key parent, const std::u16string& path, Node& node) const;
   std::int32_t NewHandle(const Node& node, std::uint32_t access, Key& opened);
 

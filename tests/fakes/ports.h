@@ -1,4 +1,4 @@
-// A whole platform of doubles.
+// A complete fake platform.
 #pragma once
 
 #include "fakes/adapters.h"

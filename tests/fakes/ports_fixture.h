@@ -1,4 +1,4 @@
-// Tests over a platform of doubles, for the rooms that know nothing of the host's database.
+// Tests on a fake platform, for code that does not use the host's database.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,12 +13,12 @@ class PortsFixture : public testing::Test, protected Ports {
  protected:
   PortsFixture() { BeginAnew(); }
   ~PortsFixture() override {
-    // What a derived fixture had in use is gone.
+    // The members of a derived fixture are already destroyed.
     platform::Use(ports);
     platform::ForgetThreadState();
   }
 
-  // As on a thread that has never called the component.
+  // Like a thread that has never called the component.
   void BeginAnew() {
     platform::ForgetThreadState();
     platform::Use(ports);

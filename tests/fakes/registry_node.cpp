@@ -9,7 +9,7 @@
 namespace fakes {
 namespace {
 
-// Data of a value that is no text: a 32-bit number.
+// Data of a value that is not text: a 32-bit number.
 constexpr std::uint32_t kOtherDataSize = 4;
 
 std::uint32_t Size(const std::u16string& text) {

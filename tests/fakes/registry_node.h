@@ -11,8 +11,8 @@
 
 namespace fakes {
 
-// Names are found without regard to letter case and keep the case they were made with. Values stand
-// in the order of their making, subkeys by name.
+// Names ignore case and keep the case they were created with. Values are in order of creation,
+// subkeys sorted by name.
 class RegistryNode {
  public:
   using ValueEntry = platform::RegistryApi::ValueEntry;
@@ -28,12 +28,12 @@ class RegistryNode {
   bool writeDenied() const { return writeDenied_; }
   Limits MeasureLimits() const;
 
-  // nullptr when there is none.
+  // nullptr when missing.
   std::shared_ptr<RegistryNode> Child(const std::u16string& name) const;
-  // The subkey of that name, made when missing; it takes over whether writing is denied.
+  // The subkey of that name, created when missing; it inherits whether writing is denied.
   std::shared_ptr<RegistryNode> MakeChild(const std::u16string& name);
   void RemoveChild(const RegistryNode& child);
-  // For this key and all below it.
+  // For this key and everything below it.
   void DenyWrite();
 
   const ValueEntry* Value(const std::u16string& name) const;
@@ -45,7 +45,7 @@ class RegistryNode {
   std::u16string upperName_;
   RegistryNode* parent_;
   std::vector<ValueEntry> values_;
-  // Where each name, in capitals, stands in values_.
+  // The index in values_ of each name in capitals.
   std::map<std::u16string, std::size_t> positions_;
   // Sorted by the names in capitals.
   std::vector<std::shared_ptr<RegistryNode>> children_;

@@ -1,4 +1,4 @@
-// A platform in which some ports are others.
+// A platform with some ports replaced.
 #pragma once
 
 #include <type_traits>
@@ -21,8 +21,7 @@ Kind& Pick(Kind& own, First& first, Rest&... rest) {
   }
 }
 
-// `base` with each of `changed` in the place of the port of its kind. The caller keeps all of them
-// alive.
+// `base` with each of `changed` replacing the port of its kind. The caller keeps all of them alive.
 template <class... Changed>
 platform::Platform With(const platform::Platform& base, Changed&... changed) {
   return {.clock = Pick(base.clock, changed...),

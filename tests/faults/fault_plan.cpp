@@ -13,7 +13,7 @@ std::vector<AutomationError> Runtime(std::initializer_list<RuntimeError> errors)
   return {errors.begin(), errors.end()};
 }
 
-// System codes, which a port call returns.
+// System codes that a port call returns.
 std::vector<AutomationError> Codes(std::initializer_list<std::int32_t> codes) {
   std::vector<AutomationError> errors;
   for (const auto code : codes) {
@@ -37,7 +37,7 @@ const std::vector<AutomationError>& ErrorsOf(Call call) {
        Runtime({FileAlreadyExists, DiskFull, PermissionDenied, PathFileAccess, PathNotFound})},
       {Call::FileLength, Runtime({BadFileName, FileNotFound, PermissionDenied, PathNotFound})},
       {Call::DeleteFile, Runtime({FileNotFound, PermissionDenied, PathFileAccess})},
-      // That there is no file, or that the name is taken, is an answer and no fault.
+      // A missing file and a name already in use are answers, not faults.
       {Call::RenameFile, Runtime({PermissionDenied, PathFileAccess})},
       {Call::ReplaceContents, Runtime({BadFileName, DeviceIoError, DiskFull, PermissionDenied,
                                        PathFileAccess, PathNotFound, OutOfMemory})},

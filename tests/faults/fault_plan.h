@@ -1,4 +1,4 @@
-// Where a fault strikes: every call that passes a port is counted, and one of them fails.
+// Where a fault occurs: every port call is counted, and one of them fails.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace faults {
 
-// The port calls that can fail, by the errors that they can give.
+// The port calls that can fail, grouped by their possible errors.
 enum class Call {
   StartProcess,
   CreateFolder,
@@ -33,26 +33,24 @@ enum class Call {
   ReadDocument,
 };
 
-// The errors that a call of this kind can give. A registry call gives its error's number as a
-// code.
+// The possible errors of a call of this kind. A registry call returns its error number as a code.
 const std::vector<automation::AutomationError>& ErrorsOf(Call call);
 
 class FaultPlan {
  public:
-  // To be called by each port before it does its work: raises the planned error when its turn has
-  // come.
+  // Every port calls this before its work. Raises the planned error when its turn has come.
   void Pass(Call call);
-  // The same for a call that gives codes: the code, 0 when the call shall do its work.
+  // The same for a call that returns codes: the code, or 0 when the call is to do its work.
   std::int32_t PassWithCode(Call call);
 
-  // The `position`-th call from now (from 0) fails.
+  // Makes the `position`-th call from now (from 0) fail.
   void FailAt(std::size_t position, automation::AutomationError error);
-  // As well as that one, every rollback fails.
+  // Makes every rollback fail, in addition to that call.
   void FailRollbacks(automation::AutomationError error);
-  // No further call fails; counting begins anew.
+  // No further call fails; counting starts again.
   void Clear();
 
-  // What has passed since the last Clear.
+  // The calls since the last Clear.
   const std::vector<Call>& calls() const { return calls_; }
 
  private:

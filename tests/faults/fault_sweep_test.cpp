@@ -1,6 +1,6 @@
-// Every fault at every place: each operation runs once to count its calls to the ports, then once
-// for each call and each error that the call can give; where the fault is followed by a rollback,
-// also with that rollback failing. After each fault nothing may be lost, half done or stuck.
+// Every fault at every call: each operation runs once to count its port calls, then once for each
+// call and each of its possible errors. Where a rollback follows the fault, it runs again with that
+// rollback failing. No fault may lose anything or leave it half done or stuck.
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -20,13 +20,13 @@ using automation::Decimal10;
 using automation::ToUtf8;
 using platform::Icon;
 
-// Operations of this name exist in both classes. While the database object is being made, BVilnor
-// reports, afterwards DBVilnor.
+// Operations that both classes have. BVilnor reports errors while it creates the database object,
+// DBVilnor afterwards.
 bool IsInBothClasses(const std::u16string& place) {
   return place.ends_with(u"VilnorUser") || place == u"GetVilnorUserByPID";
 }
 
-// Whose box is critical: the procedures of DBVilnor and of the module; the others' are BVilnor's.
+// Procedures whose box is critical: those of DBVilnor and of the module. The others are BVilnor's.
 Icon IconOf(const std::u16string& place, const std::u16string& operation) {
   static const std::map<std::u16string, Icon> ofHost = {
       {u"GetVilnorOutputPath", Icon::Exclamation}, {u"GetVilnorCommandLine", Icon::Exclamation},
@@ -41,13 +41,13 @@ Icon IconOf(const std::u16string& place, const std::u16string& operation) {
              : Icon::Critical;
 }
 
-// Calls whose failure the component takes in silence: it has another way, or the failure concerns
-// what is to be undone anyway.
+// Calls whose failure the component ignores: it has another way, or the failure concerns what is
+// being undone anyway.
 bool MayBeSilent(Call call) {
   return call == Call::Registry || call == Call::Rollback;
 }
 
-// The box about the missing link program. It stands for the failures of the calls that look for it.
+// The box about the missing link program. It also reports failures of the calls that look for it.
 bool IsAboutTheMissingProgram(const platform::MessageBox& box) {
   return box.text.starts_with(u"Kunde inte hitta");
 }
@@ -55,8 +55,8 @@ bool LooksForTheProgram(Call call) {
   return call == Call::Registry || call == Call::GetSetting || call == Call::FileLength;
 }
 
-// With VILNOR_FAULTS=all every error that the call can give, else the first: a place is a place,
-// and the short form belongs into the checks.
+// With VILNOR_FAULTS=all every possible error of the call, otherwise only the first, which is
+// enough for the everyday checks.
 std::vector<AutomationError> ErrorsToInject(Call call) {
   const auto& errors = ErrorsOf(call);
   const char* wanted = std::getenv("VILNOR_FAULTS");
@@ -69,14 +69,14 @@ class FaultSweep : public testing::Test {
   struct Outcome {
     Rows rows;
     std::string request;
-    // What lay in the operation's result file, or in an unread one.
+    // The contents of the operation's result file, or of an unread one.
     std::string result;
     bool empty = false;
     bool rolledBack = false;
     std::vector<std::u16string> boxes = {};
   };
 
-  // Where a fault strikes, and what is right when nothing or everything has been done.
+  // Where a fault occurs, and what is right when nothing or everything has been done.
   struct Place {
     std::size_t position = 0;
     Call call = {};
@@ -133,7 +133,7 @@ class FaultSweep : public testing::Test {
 
   // The operation that follows a fault works.
   static void ExpectRecovery(World& world) {
-    // A setting may have been forgotten, or name a program that is gone.
+    // A setting may have been forgotten, or may name a program that no longer exists.
     world.RegisterLinkProgram();
     world.dialogs = fakes::Dialogs();
     world.processes.started.clear();
@@ -149,8 +149,7 @@ class FaultSweep : public testing::Test {
 
   static void ExpectNothingLost(const Operation& operation, const World& world,
                                 const Outcome& before, const Outcome& whole, const Outcome& after) {
-    // Kept: UpdateVilnorUser takes a name that it could not read (and has said so) for none and
-    // adds one.
+    // Kept: UpdateVilnorUser reports a name that it cannot read, takes it for missing and adds one.
     const bool addsUser = operation.name.ends_with("UpdateVilnorUser");
     EXPECT_TRUE(after.rows == before.rows || after.rows == whole.rows ||
                 (addsUser && after.rows.links == before.rows.links &&
@@ -164,7 +163,7 @@ class FaultSweep : public testing::Test {
       EXPECT_TRUE(world.Waits(operation.unreadFile, before.result)) << "the older result is lost";
     }
     if (!operation.requestFile.empty()) {
-      // A lookup that fails has said so and gives an empty text, with which the request goes on.
+      // A failed lookup has been reported and gives empty text, with which the request goes on.
       EXPECT_TRUE(after.request == before.request || IsWholeRequest(after.request))
           << "a torn request file";
     }
@@ -237,7 +236,7 @@ class FaultSweep : public testing::Test {
 
 class EveryFault : public FaultSweep, public testing::WithParamInterface<Operation> {};
 
-TEST_P(EveryFault, LosesNothingAndIsReported) {
+TEST_P(EveryFault, FaultAtEveryCallLosesNothingAndIsReported) {
   const int faults = Sweep(GetParam());
   std::cout << "    " << GetParam().name << ": " << faults << " faults injected\n";
 }

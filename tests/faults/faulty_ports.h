@@ -1,4 +1,4 @@
-// Ports that pass every call on to a working one unless the plan lets it fail.
+// Ports that pass every call on to a working one unless the plan makes it fail.
 #pragma once
 
 #include <functional>

@@ -48,7 +48,7 @@ Operation Reader(std::string name, std::string file, std::string bytes,
   return operation;
 }
 
-// An operation of a DBVilnor of the host's own. A failed creation is the host's to deal with.
+// An operation of the host's own DBVilnor. The host handles a failed creation.
 Operation OnDatabase(std::string name, std::function<bool(db::DBVilnor&)> run) {
   return Function("DBVilnor." + std::move(name), [run = std::move(run)](World&) {
     try {
@@ -119,7 +119,7 @@ void AddHostOperations(std::vector<Operation>& all) {
   }));
 }
 
-// The requests that are answered, each while an answer to the one before it has not been read.
+// The requests that get an answer, each while an earlier answer is still unread.
 void AddRequestsOverUnreadResults(std::vector<Operation>& all) {
   struct Answered {
     std::string request;

@@ -1,4 +1,4 @@
-// Every operation that the host or a notification can call, each with what it leaves behind.
+// Every operation that the host or a notification can call, with its effects.
 #pragma once
 
 #include <functional>
@@ -12,16 +12,16 @@ namespace faults {
 
 struct Operation {
   std::string name;
-  // Puts the files there that the operation reads.
+  // Creates the files that the operation reads.
   std::function<void(World&)> prepare;
   // Runs the operation; true when it returned its empty result (always true for a procedure).
   std::function<bool(World&)> run;
   // The files in the exchange directory that the operation reads or replaces; "" for none.
   std::string resultFile;
   std::string requestFile;
-  // An older answer that nobody has read; it must be there in the end, under whatever name.
+  // An older unread answer. It must still exist afterwards, under any name.
   std::string unreadFile = {};
-  // The box about the missing link program is shown without a fault, too.
+  // The box about the missing link program is shown even without a fault.
   bool tellsOfMissingProgram = false;
 };
 

@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using automation::FromUtf8;
 
-// The host's database, made once.
+// The host's database, created once.
 const fs::path& TemplateDatabase() {
   static const fs::path path = [] {
     fs::path made =

@@ -34,15 +34,15 @@ class World : private fakes::Ports {
   World& operator=(const World&) = delete;
   ~World();
 
-  // Read by a connection of its own.
+  // Read over its own connection.
   Rows ReadRows() const;
-  // Links without a journal line of their own, or journal lines without their link.
+  // Links without their own journal line, or journal lines without their link.
   std::vector<std::u16string> LooseEnds() const;
 
   void Put(const std::string& name, const std::string& bytes) const;
-  // "" for a file that is not there.
+  // "" for a missing file.
   std::string Contents(const std::string& name) const;
-  // Whether a result of these bytes waits under the name, or set aside.
+  // Whether a result with these bytes exists under the name, or set aside.
   bool Waits(const std::string& name, const std::string& bytes) const;
   // Names in the exchange directory, sorted.
   std::vector<std::string> ExchangeFiles() const;
@@ -63,7 +63,7 @@ class World : private fakes::Ports {
   std::u16string exchangeDirectory() const;
 
  private:
-  // One that no fault strikes.
+  // Without faults.
   std::unique_ptr<platform::Connection> OwnConnection() const;
 
   std::filesystem::path folder_;

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-// What the component keeps for a thread stays at the thread's end, see platform/thread_state.h.
+// The component's thread state is not freed at the thread's end, see platform/thread_state.h.
 extern "C" const char* __lsan_default_suppressions() {  // NOLINT: the sanitizer's own name
   return "leak:ThreadState";
 }

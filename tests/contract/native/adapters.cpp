@@ -11,8 +11,7 @@
 namespace contract {
 namespace {
 
-// A folder that nobody may write, and the thread in the part of a user who keeps to that: root does
-// not.
+// A folder that cannot be written, with the thread as an ordinary user: root ignores permissions.
 class ReadOnlyFolder {
  public:
   explicit ReadOnlyFolder(std::filesystem::path folder) : folder_(std::move(folder)) {

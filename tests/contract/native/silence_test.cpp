@@ -1,4 +1,4 @@
-// The reader of result files calls nobody, whatever a file asks for.
+// The reader of result files makes no network request, whatever a file asks for.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
@@ -14,7 +14,7 @@
 namespace contract {
 namespace {
 
-// Listens on this machine alone, on a port of its own.
+// Listens on a local port of its own.
 class Listener {
  public:
   Listener() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
@@ -55,7 +55,7 @@ class Listener {
   std::uint16_t port_ = 0;
 };
 
-TEST(ResultDocumentsNatively, CallNobody) {
+TEST(ResultDocumentsNatively, NativeResultDocumentFetchesNothingFromTheNetwork) {
   const Listener listener;
   const TemporaryFolder folder;
   const auto documents = NewResultDocuments();

@@ -1,5 +1,4 @@
-// What AdoOdbc.dll owes to Windows beside the database contract: scripts, paths, registration,
-// unloading.
+// AdoOdbc.dll on Windows beyond the database contract: scripts, paths, registration, unloading.
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -104,7 +103,7 @@ class AdoOdbc : public testing::Test {
   std::filesystem::path file = ScratchDatabase();
 };
 
-TEST_F(AdoOdbc, AScriptReadsWritesAndMeetsErrorsLateBound) {
+TEST_F(AdoOdbc, LateBoundScriptReadsWritesAndGetsErrors) {
   const std::string script = VILNOR_SOURCE_DIR "/tests/contract/windows/late_bound.vbs";
   const std::vector<std::string> expected = {
       "closed 0",
@@ -141,7 +140,7 @@ TEST_F(AdoOdbc, AScriptReadsWritesAndMeetsErrorsLateBound) {
   EXPECT_EQ(OutputOf("cscript //nologo Z:" + script + " " + file.string()), expected);
 }
 
-TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
+TEST_F(AdoOdbc, DatabaseIsOpenedByItsWindowsPath) {
   ASSERT_FALSE(std::filesystem::exists(file));
   const auto connection = database->NewConnection();
   connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
@@ -150,7 +149,7 @@ TEST_F(AdoOdbc, ADatabaseIsOpenedByItsWindowsPath) {
 }
 
 // What the component asks for is what ADO is asked for.
-TEST_F(AdoOdbc, ARecordsetHasTheCursorAndLockThatItWasOpenedWith) {
+TEST_F(AdoOdbc, RecordsetHasTheCursorAndLockThatItWasOpenedWith) {
   const auto connection = database->NewConnection();
   connection->Open(u"Driver=SQLite3;Database=" + file.u16string(), u"", u"", -1);
   connection->Execute(u"CREATE TABLE T (A integer)", -1);
@@ -176,8 +175,8 @@ TEST_F(AdoOdbc, ARecordsetHasTheCursorAndLockThatItWasOpenedWith) {
   }
 }
 
-// Asynchronous, as a command of another kind, or for a schema: none of it is implemented, and what
-// is not done must not look as if it were.
+// Asynchronous calls, other kinds of commands and schemas are not implemented, and must not appear
+// to work.
 TEST_F(AdoOdbc, OptionsOtherThanUnspecifiedAreAWrongArgument) {
   const auto errorOf = [](auto&& call) {
     std::int32_t number = 0;
@@ -206,13 +205,13 @@ TEST_F(AdoOdbc, OptionsOtherThanUnspecifiedAreAWrongArgument) {
               }),
               kWrongArguments);
   }
-  // Nothing was done.
+  // Nothing was executed.
   connection->Execute(u"CREATE TABLE T (A integer)", -1);
   rows->Open(u"SELECT 1", *connection, platform::CursorType::Static,
              platform::LockType::BatchOptimistic, -1);
 }
 
-// A system that does not answer to Wine's name, by which the DLL knows it.
+// A system without the export by which the DLL recognises Wine.
 class NotWine {
  public:
   NotWine() { Rename('n', 'N'); }
@@ -246,7 +245,7 @@ class NotWine {
   }
 };
 
-TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
+TEST_F(AdoOdbc, NothingIsRegisteredOrCreatedOnRealWindows) {
   const auto connection = NewAdoConnection();
   const auto registerServer = Export<Answer>("DllRegisterServer");
   const auto getClassObject =
@@ -266,7 +265,7 @@ TEST_F(AdoOdbc, OnARealWindowsNothingIsRegisteredAndNothingMade) {
   EXPECT_EQ(getClassObject(kConnectionClass, IID_IClassFactory, factory.ReceiveVoid()), S_OK);
 }
 
-TEST_F(AdoOdbc, UnregisteringLeavesClassesThatAnotherFileServes) {
+TEST_F(AdoOdbc, UnregisteringKeepsClassesServedByAnotherFile) {
   constexpr auto kServer =
       L"Software\\Classes\\CLSID\\{00000514-0000-0010-8000-00AA006D2EA4}\\InprocServer32";
   constexpr wchar_t kWinesOwn[] = L"C:\\windows\\system32\\msado15.dll";
@@ -281,7 +280,7 @@ TEST_F(AdoOdbc, UnregisteringLeavesClassesThatAnotherFileServes) {
   EXPECT_EQ(Export<Answer>("DllRegisterServer")(), S_OK);
 }
 
-TEST_F(AdoOdbc, TheDllIsNotFreedOnceItHasMadeAnObject) {
+TEST_F(AdoOdbc, DllIsNotUnloadedOnceItHasCreatedAnObject) {
   { const auto connection = NewAdoConnection(); }
   constexpr int kMoreOftenThanItWasLoaded = 100;
   for (int i = 0; i < kMoreOftenThanItWasLoaded; ++i) {
@@ -292,7 +291,7 @@ TEST_F(AdoOdbc, TheDllIsNotFreedOnceItHasMadeAnObject) {
   EXPECT_TRUE(NewAdoConnection());
 }
 
-TEST_F(AdoOdbc, TheDllIsInUseAsLongAsAnyOfItsObjectsLives) {
+TEST_F(AdoOdbc, DllIsInUseWhileAnyOfItsObjectsLives) {
   auto connection = NewAdoConnection();
   const auto canUnload = Export<Answer>("DllCanUnloadNow");
   ASSERT_NE(canUnload, nullptr) << "ADO's class is not AdoOdbc's";
@@ -306,7 +305,7 @@ TEST_F(AdoOdbc, TheDllIsInUseAsLongAsAnyOfItsObjectsLives) {
   EXPECT_EQ(canUnload(), S_OK);
 }
 
-TEST_F(AdoOdbc, UnregisteringLeavesNothingAndRegisteringBringsAllBack) {
+TEST_F(AdoOdbc, UnregisteringRemovesEverythingAndRegisteringRestoresIt) {
   const auto connection = NewAdoConnection();
   const auto unregisterServer = Export<Answer>("DllUnregisterServer");
   const auto registerServer = Export<Answer>("DllRegisterServer");

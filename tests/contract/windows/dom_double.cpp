@@ -1,4 +1,4 @@
-// COM's interfaces as tables of functions, so that one of them can be exchanged.
+// COM interfaces as tables of functions, so that single functions can be replaced.
 #define CINTERFACE
 #define COBJMACROS
 #include "contract/windows/dom_double.h"

@@ -6,9 +6,9 @@
 
 namespace contract {
 
-// While it lives, this process's DOM documents are MSXML's with the properties that Windows gives a
-// new one (Wine's are other): asynchronous, validated, with what they name resolved. What they are
-// loaded from is noted.
+// While it lives, new DOM documents of this process have the properties that Windows gives them
+// (Wine's differ): asynchronous, validated, externals resolved. It records what they are loaded
+// from.
 class DomDouble {
  public:
   DomDouble();
@@ -18,7 +18,7 @@ class DomDouble {
 
   // The type of each argument of `load`.
   std::vector<VARTYPE> loadedFrom;
-  // Then a call of `load` with anything but a name fails.
+  // Makes every call of `load` fail unless its argument is a name.
   bool refusesMemory = false;
 
  private:

@@ -1,4 +1,4 @@
-// Files that other programs hold, and the way of a file to the disk.
+// Files that other programs hold open, and how a file is written to disk.
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ using automation::Value;
 using ::com::Wide;
 using fakes::ErrorNumberOf;
 
-// The system's calls, noted. Waiting takes no time.
+// Records the system calls. Waiting takes no time.
 class WatchedCalls : public ::windows::FileCalls {
  public:
   HANDLE Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
@@ -59,7 +59,7 @@ class WatchedCalls : public ::windows::FileCalls {
   DWORD waited = 0;
   std::function<void()> onWait = [] {};
   std::function<void()> onRename = [] {};
-  // The next call fails with it.
+  // The error of the next call.
   DWORD refusal = ERROR_SUCCESS;
 
  private:
@@ -79,7 +79,7 @@ class HeldFiles : public testing::Test {
     EXPECT_NE(handle, INVALID_HANDLE_VALUE);
     return {handle, CloseHandle};
   }
-  // As a scanner does: it reads, and does not let the file be deleted or renamed.
+  // Like a virus scanner: it reads, and prevents deleting and renaming.
   std::shared_ptr<void> Scan(const std::string& name) {
     return Open(name, GENERIC_READ, FILE_SHARE_READ);
   }
@@ -133,7 +133,7 @@ class HeldFile : public HeldFiles, public testing::WithParamInterface<Operation>
 INSTANTIATE_TEST_SUITE_P(Of, HeldFile, testing::ValuesIn(kOperations),
                          [](const auto& instance) { return instance.param.name; });
 
-TEST_P(HeldFile, IsWaitedForUntilItIsLetGo) {
+TEST_P(HeldFile, HeldFileIsWaitedForUntilItIsReleased) {
   folder_.Write("In.xml", "earlier");
   auto scanner = Scan("In.xml");
   int refusals = 0;
@@ -149,7 +149,7 @@ TEST_P(HeldFile, IsWaitedForUntilItIsLetGo) {
             GetParam().contents);
 }
 
-TEST_P(HeldFile, ThatIsNeverLetGoIsAnErrorAfterASecondAndStaysAsItWas) {
+TEST_P(HeldFile, FileNeverReleasedFailsAfterASecondAndIsUnchanged) {
   folder_.Write("In.xml", "earlier");
   const auto scanner = Scan("In.xml");
   EXPECT_EQ(ErrorNumberOf([&] { GetParam().run(files_, folder_); }), 70);
@@ -159,7 +159,7 @@ TEST_P(HeldFile, ThatIsNeverLetGoIsAnErrorAfterASecondAndStaysAsItWas) {
   EXPECT_EQ(folder_.Read("In.xml"), "earlier");
 }
 
-TEST_P(HeldFile, IsWaitedForWhicheverWayTheSystemRefusesIt) {
+TEST_P(HeldFile, HeldFileIsWaitedForWhicheverErrorTheSystemGives) {
   for (const DWORD refusal : {ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_ACCESS_DENIED}) {
     folder_.Write("In.xml", "earlier");
     folder_.Write("In.xml.tmp", "unfinished");
@@ -171,21 +171,21 @@ TEST_P(HeldFile, IsWaitedForWhicheverWayTheSystemRefusesIt) {
   }
 }
 
-TEST_F(HeldFiles, WhatIsRefusedForGoodIsNotWaitedFor) {
+TEST_F(HeldFiles, PermanentRefusalIsNotWaitedFor) {
   files_.CreateFolder(folder_ / "In.xml");
   EXPECT_EQ(ErrorNumberOf([&] { Replace(); }), 70);
   EXPECT_EQ(ErrorNumberOf([&] { Delete(); }), 70);
   EXPECT_EQ(ErrorNumberOf([&] { files_.DeleteFile(folder_ / "none.xml"); }), 53);
   EXPECT_EQ(ErrorNumberOf([&] { files_.ReplaceContents(folder_ / "none/In.xml", ""); }), 76);
   EXPECT_EQ(ErrorNumberOf([&] { files_.RenameFile(folder_ / "none.xml", folder_ / "a.xml"); }), 53);
-  // A folder in which no file may be made.
+  // A folder in which no file can be created.
   calls_.refusal = ERROR_ACCESS_DENIED;
   EXPECT_EQ(ErrorNumberOf([&] { files_.ReplaceContents(folder_ / "new.xml", ""); }), 70);
   EXPECT_EQ(calls_.waited, 0U);
   EXPECT_EQ(Names(), std::vector<std::string>{"In.xml"});
 }
 
-TEST_F(HeldFiles, AReadOnlyFileIsNotDeleted) {
+TEST_F(HeldFiles, ReadOnlyFileIsNotDeleted) {
   folder_.Write("In.xml", "earlier");
   const std::wstring path = Wide(folder_ / "In.xml");
   ASSERT_NE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY), FALSE);
@@ -195,14 +195,14 @@ TEST_F(HeldFiles, AReadOnlyFileIsNotDeleted) {
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(HeldFiles, WaitingHandlesNoMessages) {
+TEST_F(HeldFiles, WaitingProcessesNoMessages) {
   PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
   ::windows::SystemFileCalls().Wait(1);
   MSG message{};
   EXPECT_NE(PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE), FALSE);
 }
 
-TEST_F(HeldFiles, ContentsAreOnTheDiskBeforeTheyHaveTheirName) {
+TEST_F(HeldFiles, ContentsAreFlushedBeforeTheFileGetsItsName) {
   Replace();
   EXPECT_EQ(calls_.calls, (Calls{"open written through", "flush", "rename"}));
   calls_.calls.clear();
@@ -210,7 +210,7 @@ TEST_F(HeldFiles, ContentsAreOnTheDiskBeforeTheyHaveTheirName) {
   EXPECT_EQ(calls_.calls, Calls{"move written through"});
 }
 
-TEST_F(HeldFiles, ContentsThatCannotBeWrittenLeaveTheOlderFileAndNoOther) {
+TEST_F(HeldFiles, FailedWriteKeepsTheOlderFileAndLeavesNoOther) {
   folder_.Write("In.xml", "earlier");
   class FullDisk : public ::windows::FileCalls {
     bool Flush(HANDLE /*file*/) override {
@@ -224,8 +224,8 @@ TEST_F(HeldFiles, ContentsThatCannotBeWrittenLeaveTheOlderFileAndNoOther) {
   EXPECT_EQ(Names(), std::vector<std::string>{"In.xml"});
 }
 
-// So that no other host takes it for one that a killed host has left.
-TEST_F(HeldFiles, AFileIsNobodyElsesUntilItHasItsName) {
+// Otherwise another host would take the file for one left by a killed host.
+TEST_F(HeldFiles, UnfinishedFileCannotBeDeletedByOthers) {
   const std::wstring unfinished = Wide(folder_ / "In.xml.tmp");
   bool deleted = true;
   calls_.onRename = [&] { deleted = DeleteFileW(unfinished.c_str()) != FALSE; };
@@ -234,7 +234,7 @@ TEST_F(HeldFiles, AFileIsNobodyElsesUntilItHasItsName) {
   EXPECT_EQ(folder_.Read("In.xml"), "later");
 }
 
-TEST_F(HeldFiles, WhatAnotherHostIsWritingIsLeftToIt) {
+TEST_F(HeldFiles, TemporaryFileOfAnotherRunningHostIsKept) {
   folder_.Write("InNewCase7.xml.tmp", "half");
   folder_.Write("InNewCase8.xml.tmp", "left by a killed host");
   {
@@ -256,7 +256,7 @@ class ResultBeingWritten : public HeldFiles {
   std::unique_ptr<platform::ResultDocument> document_ = documents_.New();
 };
 
-TEST_F(ResultBeingWritten, IsReadWhenItIsWhole) {
+TEST_F(ResultBeingWritten, ResultIsReadWhenItIsComplete) {
   folder_.Write("Out.xml", "<r><a>1</a>");
   auto writer = Open("Out.xml", FILE_APPEND_DATA, kAllSharing);
   calls_.onWait = [&] {
@@ -271,7 +271,7 @@ TEST_F(ResultBeingWritten, IsReadWhenItIsWhole) {
   EXPECT_EQ(document_->FirstValue(u"a"), Value(u"1"));
 }
 
-TEST_F(ResultBeingWritten, IsNoDocumentWhenItsWriterDoesNotLetGo) {
+TEST_F(ResultBeingWritten, ResultNeverReleasedByItsWriterCannotBeLoaded) {
   folder_.Write("Out.xml", "<r><a>1</a>");
   const auto writer = Open("Out.xml", FILE_APPEND_DATA, kAllSharing);
   document_->Load(folder_ / "Out.xml");
@@ -280,14 +280,14 @@ TEST_F(ResultBeingWritten, IsNoDocumentWhenItsWriterDoesNotLetGo) {
   EXPECT_EQ(ErrorNumberOf([&] { document_->FirstValue(u"a"); }), 91);
 }
 
-TEST_F(ResultBeingWritten, IsNotWaitedForWhenThereIsNone) {
+TEST_F(ResultBeingWritten, MissingResultIsNotWaitedFor) {
   document_->Load(folder_ / "none.xml");
   document_->Load(PathText(folder_.path().string()));
   EXPECT_EQ(calls_.waited, 0U);
   EXPECT_NE(document_->GetParseError().code, 0);
 }
 
-TEST_F(ResultBeingWritten, MayBeReadByOthersMeanwhile) {
+TEST_F(ResultBeingWritten, ResultBeingReadMayBeReadByOthers) {
   folder_.Write("Out.xml", "<r><a>1</a></r>");
   const auto scanner = Scan("Out.xml");
   document_->Load(folder_ / "Out.xml");

@@ -1,4 +1,4 @@
-// The request files are what MSXML's own save would write for the same tree.
+// The request files have the bytes that MSXML's own save writes for the same tree.
 #include <objbase.h>
 
 #include <algorithm>
@@ -90,7 +90,7 @@ class MsxmlBytes : public testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(MsxmlBytes, OfAnEnvelopeAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfAnEnvelopeMatchTheSerializer) {
   exchange::Element root(u"Envelope");
   root.SetAttribute(u"LIFFVersion", u"2.0");
   exchange::Element& request = root.Add(u"NewCase");
@@ -100,7 +100,7 @@ TEST_F(MsxmlBytes, OfAnEnvelopeAreTheSame) {
   ExpectSame(root);
 }
 
-TEST_F(MsxmlBytes, OfEveryLatin1CharacterAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfEveryLatin1CharacterMatchTheSerializer) {
   std::u16string text;
   for (char16_t unit = 0x20; unit <= 0xFF; ++unit) {
     text.push_back(unit);
@@ -108,13 +108,13 @@ TEST_F(MsxmlBytes, OfEveryLatin1CharacterAreTheSame) {
   ExpectSame(exchange::Element(u"E", text));
 }
 
-TEST_F(MsxmlBytes, OfCharactersOutsideLatin1AreTheSame) {
+TEST_F(MsxmlBytes, BytesOfCharactersOutsideLatin1MatchTheSerializer) {
   ExpectSame(exchange::Element(u"E", u"Ā € 中 \U0001F600 \uFFFD"));
 }
 
-// But for U+FFFE and U+FFFF, and control characters in an attribute: what the DOM writes there no
-// parser reads.
-TEST_F(MsxmlBytes, OfEveryUnitAreTheSame) {
+// Except U+FFFE, U+FFFF and control characters in an attribute: no parser reads what the DOM writes
+// for them.
+TEST_F(MsxmlBytes, BytesOfEveryCodeUnitMatchTheSerializer) {
   constexpr int kUnitsInADocument = 0x400;
   for (int first = 0; first < 0xFFFE; first += kUnitsInADocument) {
     SCOPED_TRACE(first);
@@ -132,7 +132,7 @@ TEST_F(MsxmlBytes, OfEveryUnitAreTheSame) {
   }
 }
 
-TEST_F(MsxmlBytes, OfSurrogatesInAnyOrderAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfSurrogatesInAnyOrderMatchTheSerializer) {
   for (const std::u16string& text : {std::u16string{0xD83D, 0xDE00},
                                      {0xDE00, 0xD83D},
                                      {0xD83D, 0xD83D, 0xDE00},
@@ -145,19 +145,19 @@ TEST_F(MsxmlBytes, OfSurrogatesInAnyOrderAreTheSame) {
   }
 }
 
-TEST_F(MsxmlBytes, OfMarkupAndLineBreaksAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfMarkupAndLineBreaksMatchTheSerializer) {
   ExpectSame(exchange::Element(u"E", u"<a>&\"']]>\r\n\n\r\t"));
   ExpectSame(exchange::Element(u"E", u" "));
   ExpectSame(exchange::Element(u"E", u" a "));
 }
 
-TEST_F(MsxmlBytes, OfAnAttributeAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfAnAttributeMatchTheSerializer) {
   exchange::Element root(u"E");
   root.SetAttribute(u"a", u"\"<&>'Ö€");
   ExpectSame(root);
 }
 
-TEST_F(MsxmlBytes, OfAnElementWithoutTextAreTheSame) {
+TEST_F(MsxmlBytes, BytesOfAnElementWithoutTextMatchTheSerializer) {
   ExpectSame(exchange::Element(u"E"));
 }
 

@@ -1,4 +1,4 @@
-// How MSXML is made and given a result. What it then reads is result_documents_test.cpp's.
+// How MSXML is created and loaded. result_documents_test.cpp tests what it then reads.
 #include "windows/msxml_documents.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ class MsxmlDocuments : public testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(MsxmlDocuments, AreSynchronousNotValidatedAndResolveNothing) {
+TEST_F(MsxmlDocuments, DocumentIsLoadedSynchronouslyAndNeitherValidatedNorResolved) {
   const auto document = documents_->New();
   ::com::ComPtr<IXMLDOMDocument> dom;
   ASSERT_EQ(
@@ -51,29 +51,29 @@ TEST_F(MsxmlDocuments, AreSynchronousNotValidatedAndResolveNothing) {
   }
 }
 
-TEST_F(MsxmlDocuments, AreLoadedFromAStream) {
+TEST_F(MsxmlDocuments, DocumentIsLoadedFromAStream) {
   EXPECT_EQ(Load("<r><a>1</a></r>")->FirstValue(u"a"), Value(u"1"));
   EXPECT_EQ(dom_.loadedFrom, Types{kStream});
 }
 
-TEST_F(MsxmlDocuments, AreLoadedFromAnArrayWhenTheyAreLarge) {
+TEST_F(MsxmlDocuments, LargeDocumentIsLoadedFromAnArray) {
   const std::string text(4 << 20, 'x');
   EXPECT_EQ(Load("<r><a>1</a><b>" + text + "</b><b/></r>")->FirstValue(u"a"), Value(u"1"));
   EXPECT_EQ(dom_.loadedFrom, Types{kArray});
 }
 
-TEST_F(MsxmlDocuments, AreLoadedByNameWhenTheBytesAreNotTaken) {
+TEST_F(MsxmlDocuments, DocumentIsLoadedByNameWhenItsBytesAreNotAccepted) {
   dom_.refusesMemory = true;
   EXPECT_EQ(Load("<r><a>1</a></r>")->FirstValue(u"a"), Value(u"1"));
   EXPECT_EQ(dom_.loadedFrom, (Types{kStream, kName}));
 }
 
-TEST_F(MsxmlDocuments, AreLoadedByNameWhenThereAreNoBytes) {
+TEST_F(MsxmlDocuments, DocumentIsLoadedByNameWhenThereAreNoBytes) {
   EXPECT_NE(Load("")->GetParseError().code, 0);
   EXPECT_EQ(dom_.loadedFrom, Types{kName});
 }
 
-TEST_F(MsxmlDocuments, AreNotLoadedAtAllWhenTheyAreNotFitToParse) {
+TEST_F(MsxmlDocuments, DocumentUnfitToParseIsNotLoaded) {
   dom_.refusesMemory = true;
   const auto document = Load("<!DOCTYPE r [<!ENTITY b 'c'>]><r><a>1</a></r>");
   EXPECT_NE(document->GetParseError().code, 0);

@@ -1,4 +1,4 @@
-// Texts as other programs write them into the registry, which the component's own calls cannot.
+// Registry texts written by other programs, which the component's own calls cannot produce.
 #include <string>
 
 #include "com/wide_text.h"
@@ -10,7 +10,7 @@ namespace {
 
 class RegistryText : public RegistryContract {
  protected:
-  // The value as it is read after these bytes were written as its text.
+  // Writes these bytes as a text value and gives the value that is read back.
   std::u16string ReadFrom(const std::string& bytes) {
     const auto key = Opened(path);
     const LSTATUS status = RegSetValueExA(reinterpret_cast<HKEY>(key.key()), "Path", 0, REG_SZ,
@@ -27,13 +27,13 @@ class RegistryText : public RegistryContract {
   }
 };
 
-TEST_F(RegistryText, EndsWhereItsDataEndsWithoutATerminatingZero) {
+TEST_F(RegistryText, UnterminatedRegistryTextEndsWithItsData) {
   EXPECT_EQ(ReadFrom("C:\\Link"), u"C:\\Link");
   EXPECT_EQ(ReadFrom(std::string("C:\\Link\0", 8)), u"C:\\Link");
   EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"C:\\Link");
 }
 
-TEST_F(RegistryText, OfNoBytesIsEmpty) {
+TEST_F(RegistryText, RegistryTextOfNoBytesIsEmpty) {
   EXPECT_EQ(ReadFrom(""), u"");
   EXPECT_EQ(Loaded(path).GetValue(u"Path"), u"");
 }

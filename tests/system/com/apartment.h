@@ -8,7 +8,7 @@
 
 namespace system_tests {
 
-// A thread with an apartment and a message loop, which runs what it is given.
+// A thread with an apartment and a message loop that runs the work given to it.
 class Apartment {
  public:
   Apartment() { WaitForSingleObject(ready_, INFINITE); }
@@ -22,7 +22,7 @@ class Apartment {
     CloseHandle(ended_);
   }
 
-  // Runs `work` on the apartment's thread and waits for its end, dispatching this thread's
+  // Runs `work` on the apartment's thread and waits for it to end, dispatching this thread's
   // messages.
   bool Do(std::function<void()> work) {
     work_ = std::move(work);

@@ -1,4 +1,4 @@
-// Two threads with an apartment each: sessions of their own, and calls between them.
+// Two threads with an apartment each: their own sessions, and calls between them.
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@
 namespace system_tests {
 namespace {
 
-// The description of the error with which a DBVilnor cannot be made; "" when one was made.
+// The description of the error when a DBVilnor cannot be created; "" when it can.
 std::wstring CreationError() {
   ComPtr<_DBVilnor> object;
   SetErrorInfo(0, nullptr);
@@ -22,7 +22,7 @@ std::wstring CreationError() {
   return SUCCEEDED(result) ? L"" : TakeErrorInformation().description;
 }
 
-TEST(Apartments, HaveSessionSettingsAndConnectionsOfTheirOwn) {
+TEST(Apartments, EachApartmentHasItsOwnSessionSettingsAndConnection) {
   TestDatabase database;
   Apartment first;
   Apartment second;
@@ -47,7 +47,7 @@ TEST(Apartments, HaveSessionSettingsAndConnectionsOfTheirOwn) {
 }
 
 // A connection that a second apartment opens and releases is not the first one's.
-TEST(Apartments, KeepTheirConnectionWhileAnotherOneOpensAndReleasesItsOwn) {
+TEST(Apartments, ConnectionSurvivesThoseOfOtherApartments) {
   const BoxAnswerer boxes;
   TestDatabase database;
   Apartment first;
@@ -89,7 +89,7 @@ TEST(Apartments, KeepTheirConnectionWhileAnotherOneOpensAndReleasesItsOwn) {
   EXPECT_THAT(boxes.Texts(), testing::IsEmpty());
 }
 
-TEST(Apartments, HaveANotificationWindowEach) {
+TEST(Apartments, EachApartmentHasItsOwnNotificationWindow) {
   Apartment first;
   Apartment second;
   ComPtr<_BVilnor> firstSession;
@@ -103,8 +103,8 @@ TEST(Apartments, HaveANotificationWindowEach) {
   EXPECT_EQ(NotificationWindows(), 0);
 }
 
-// Its own settings are empty, whatever the other apartment was told.
-TEST(Apartments, WithoutSettingsReportANotificationAndLeaveItsResult) {
+// Its own settings are empty, whatever the other apartment has set.
+TEST(Apartments, ApartmentWithoutSettingsReportsANotificationAndKeepsItsResult) {
   constexpr UINT kNewCaseReady = 10002;
   const BoxAnswerer boxes;
   const HostRegistration host;
@@ -146,7 +146,7 @@ TEST(Apartments, WithoutSettingsReportANotificationAndLeaveItsResult) {
   }));
 }
 
-TEST(Apartments, CallEachOtherThroughTheTypeLibrarysMarshaller) {
+TEST(Apartments, CallsBetweenApartmentsUseTheTypeLibraryMarshaller) {
   Apartment home;
   ComPtr<_BVilnor> session;
   ComPtr<IStream> passage;

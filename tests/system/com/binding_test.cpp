@@ -1,4 +1,4 @@
-// Early and late bound calls of the real component.
+// Early-bound and late-bound calls of the real component.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -34,7 +34,7 @@ class Binding : public testing::Test {
   std::u16string Folder() const { return com::FromWide(folder_.wstring()); }
   std::filesystem::path Request() const { return folder_ / L"InNewCase4711.xml"; }
 
-  // Calls a method by its name; the arguments in the order in which they are written.
+  // Calls a method by name, with the arguments in the order in which they are written.
   HRESULT Invoke(const wchar_t* name, std::vector<VARIANT> arguments, VARIANT* result,
                  UINT* wrong = nullptr) const {
     std::wstring text = name;
@@ -58,7 +58,7 @@ class Binding : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(Binding, WritesANewCaseEarlyBound) {
+TEST_F(Binding, EarlyBoundCallWritesANewCase) {
   long pid = 4711;
   long bid = 12;
   long rid = 3;
@@ -76,8 +76,8 @@ TEST_F(Binding, WritesANewCaseEarlyBound) {
   EXPECT_EQ(lastName.Text(), u"Öberg");
 }
 
-TEST_F(Binding, WritesTheSameNewCaseLateBoundFromValuesAndVariables) {
-  // As a script passes them: numbers as short as they can be, variables by reference.
+TEST_F(Binding, LateBoundCallWritesTheSameNewCaseFromValuesAndVariables) {
+  // As a script passes them: numbers in the smallest type, variables by reference.
   Variant pid{automation::Value(std::int16_t{4711})};
   Variant lastName{automation::Value(u"Öberg")};
   VARIANT pidVariable{};
@@ -102,7 +102,7 @@ TEST_F(Binding, WritesTheSameNewCaseLateBoundFromValuesAndVariables) {
   EXPECT_EQ(V_VT(&pid.get()), VT_I2);
 }
 
-TEST_F(Binding, FindsNamesWithoutRegardToLetterCase) {
+TEST_F(Binding, MemberNamesAreFoundIgnoringCase) {
   std::wstring name = L"openwithnewcase";
   LPOLESTR names = name.data();
   DISPID id = 0;
@@ -111,7 +111,7 @@ TEST_F(Binding, FindsNamesWithoutRegardToLetterCase) {
   EXPECT_EQ(Invoke(L"LaunchCount", {}, nullptr), DISP_E_UNKNOWNNAME);
 }
 
-TEST_F(Binding, NamesTheLateBoundArgumentThatIsNoNumber) {
+TEST_F(Binding, NonNumericLateBoundArgumentIsNamed) {
   const Variant number{automation::Value(std::int32_t{1})};
   const Variant text{automation::Value(u"no number")};
   UINT wrong = 99;
@@ -120,20 +120,20 @@ TEST_F(Binding, NamesTheLateBoundArgumentThatIsNoNumber) {
   EXPECT_EQ(wrong, 1U);
 }
 
-TEST_F(Binding, RefusesALateBoundCallWithTooFewOrTooManyArguments) {
+TEST_F(Binding, LateBoundCallWithAWrongNumberOfArgumentsIsRefused) {
   const Variant number{automation::Value(std::int32_t{1})};
   EXPECT_EQ(Invoke(L"OpenWithNewCase", {number.get()}, nullptr), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(Invoke(L"OpenVilnor", {number.get()}, nullptr), DISP_E_BADPARAMCOUNT);
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(Binding, AnswersANullPointerWithAnError) {
+TEST_F(Binding, NullPointerIsAnsweredWithAnError) {
   EXPECT_EQ(session_->OpenExistCase(nullptr), E_POINTER);
   long id = 1;
   EXPECT_EQ(session_->FHPExists(&id, nullptr), E_POINTER);
 }
 
-TEST_F(Binding, DescribesItselfByTheTypeLibrary) {
+TEST_F(Binding, TypeInformationIsThatOfTheTypeLibrary) {
   UINT count = 0;
   EXPECT_EQ(session_->GetTypeInfoCount(&count), S_OK);
   EXPECT_EQ(count, 1U);

@@ -1,4 +1,4 @@
-// What every COM server owes its callers, the component and the stand-in for ADO alike.
+// What every COM server guarantees: the component and the stand-in for ADO alike.
 #include <array>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -29,7 +29,7 @@ ComPtr<IDispatch> New(const wchar_t* programId) {
   return object;
 }
 
-// What a call without arguments gives.
+// The result of a call without arguments.
 ComPtr<IUnknown> Get(IDispatch& object, DISPID member) {
   DISPPARAMS none{};
   Variant result;
@@ -58,14 +58,14 @@ void ExpectNullPointersToBeRefused(IUnknown& object, const IID& interfaceId) {
   EXPECT_EQ(enumerator->Clone(nullptr), E_POINTER);
 }
 
-TEST_P(Servers, RefuseNullPointersToTypeInformation) {
+TEST_P(Servers, NullPointersForTypeInformationAreRefused) {
   const auto object = New(GetParam());
   ASSERT_TRUE(object);
   EXPECT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
   EXPECT_EQ(object->GetTypeInfoCount(nullptr), E_POINTER);
 }
 
-TEST_P(Servers, RefuseACallByNumberWithoutItsArguments) {
+TEST_P(Servers, CallByDispIdWithoutArgumentsIsRefused) {
   const auto object = New(GetParam());
   ASSERT_TRUE(object);
   Variant result;
@@ -74,7 +74,7 @@ TEST_P(Servers, RefuseACallByNumberWithoutItsArguments) {
             E_POINTER);
 }
 
-TEST_P(Servers, SupportErrorInformationOnTheInterfaceThatScriptsCall) {
+TEST_P(Servers, ErrorInformationIsSupportedOnTheDispatchInterface) {
   const auto object = New(GetParam());
   ASSERT_TRUE(object);
   ComPtr<ISupportErrorInfo> support;
@@ -83,8 +83,8 @@ TEST_P(Servers, SupportErrorInformationOnTheInterfaceThatScriptsCall) {
   EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IPersist), S_FALSE);
 }
 
-// Above 260 characters, where the system's older calls end.
-TEST_P(Servers, RegisterTheirWholePathHoweverLong) {
+// More than 260 characters, the limit of the system's older calls.
+TEST_P(Servers, LongServerPathIsRegisteredCompletely) {
   namespace fs = std::filesystem;
   const fs::path temporary = LR"(\\?\)" + fs::temp_directory_path().wstring();
   const fs::path top = temporary / std::wstring(100, L'a');
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(Both, Servers,
                          testing::Values(L"Vilnor.BVilnor", L"ADODB.Connection",
                                          L"ADODB.Recordset"));
 
-TEST(Enumerators, OfTheComponentRefuseNullPointers) {
+TEST(Enumerators, ComponentsEnumeratorsRefuseNullPointers) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   ComPtr<IConnectionPointContainer> container;
@@ -123,7 +123,7 @@ TEST(Enumerators, OfTheComponentRefuseNullPointers) {
       *points.get(), IID_IEnumConnectionPoints);
 }
 
-TEST(Enumerators, OfAdosCollectionsRefuseNullPointers) {
+TEST(Enumerators, AdoCollectionEnumeratorsRefuseNullPointers) {
   const auto connection = New(L"ADODB.Connection");
   ASSERT_TRUE(connection);
   const auto errors = Get(*connection.get(), NumberOf(*connection.get(), L"Errors"));

@@ -14,7 +14,7 @@ struct ShownBox {
   std::wstring text;
   HICON icon = nullptr;
   HWND owner = nullptr;
-  // Which of IDOK, IDYES, IDNO Enter gives.
+  // The button that Enter presses: IDOK, IDYES or IDNO.
   int defaultButton = 0;
 };
 
@@ -23,7 +23,7 @@ enum class Boxes { OfThisProcess, OfEveryProcess };
 // Answers every message box while it lives.
 class BoxAnswerer {
  public:
-  // With the button `answer`, after `atBox` has run on the answerer's thread.
+  // Answers with the button `answer`, after `atBox` has run on the answerer's thread.
   explicit BoxAnswerer(Boxes which = Boxes::OfThisProcess, int answer = IDOK,
                        std::function<void()> atBox = {})
       : which_(which), answer_(answer), atBox_(std::move(atBox)) {}
@@ -31,7 +31,7 @@ class BoxAnswerer {
   BoxAnswerer& operator=(const BoxAnswerer&) = delete;
   ~BoxAnswerer();
 
-  // What has been answered so far.
+  // The boxes answered so far.
   std::vector<ShownBox> Shown() const;
   std::vector<std::wstring> Texts() const;
 
@@ -46,7 +46,7 @@ class BoxAnswerer {
   mutable Mutex mutex_;
   std::vector<ShownBox> shown_;
   std::atomic<bool> ending_ = false;
-  // Started last, when all that it uses is there, and ended first.
+  // Last member: the thread starts when everything it uses exists, and ends first.
   Thread thread_{[this] { Watch(); }};
 };
 

@@ -1,4 +1,4 @@
-// The component under test: Vilnor.dll beside the test program, registered for the program's run.
+// The component under test: Vilnor.dll beside the test program, registered for the test run.
 #pragma once
 
 #include <string>
@@ -14,13 +14,13 @@ namespace system_tests {
 using com::Bstr;
 using com::ComPtr;
 
-// Folder of the test program, without a trailing backslash.
+// The test program's folder, without a trailing backslash.
 std::wstring ProgramFolder();
 std::wstring DllPath();
-// The stand-in for ADO, where one has been built.
+// The stand-in for ADO, when it has been built.
 std::wstring AdoPath();
 
-// A DLL loaded for as long as the object lives, with the calls that every component exports.
+// A DLL loaded while the object lives, with the functions that every component exports.
 class Module {
  public:
   explicit Module(const std::wstring& path) : handle_(LoadLibraryW(path.c_str())) {}
@@ -40,10 +40,10 @@ class Module {
   HMODULE handle_;
 };
 
-// An object of the registered component; nothing when it cannot be made.
+// An object of the registered component; null when it cannot be created.
 ComPtr<_BVilnor> NewBVilnor();
 
-// What the thread's error information holds; taking it leaves it empty.
+// The thread's error information, which is cleared by reading it.
 struct ErrorInformation {
   bool present = false;
   std::wstring source;
@@ -51,7 +51,7 @@ struct ErrorInformation {
 };
 ErrorInformation TakeErrorInformation();
 
-// A text by reference, as a host holds one.
+// A text by reference, as a host has it.
 class TextArgument {
  public:
   explicit TextArgument(std::u16string_view text) : text_(Bstr(text).Detach()) {}
@@ -65,18 +65,18 @@ class TextArgument {
   BSTR text_;
 };
 
-// InitVilnor with language 1 and database type 2. S_OK and no box.
+// InitVilnor with language 1 and database type 2. Expects S_OK and no box.
 void Init(_BVilnor& session, std::u16string_view connectionString);
 
-// The process's windows of the class "KestraToVilnor", the uppermost first.
+// The process's windows of the class "KestraToVilnor", topmost first.
 std::vector<HWND> NotificationWindowHandles();
 int NotificationWindows();
-// The uppermost one of a thread; null when it has none.
+// A thread's topmost one; null when it has none.
 HWND NotificationWindowOf(DWORD thread);
-// Ends those of the calling thread, and their class with the last of them.
+// Destroys those of the calling thread, and their class with the last of them.
 void EndNotificationWindows();
 
-// Runs `condition` until it is true, dispatching the thread's messages, for at most ten seconds.
+// Waits at most ten seconds for `condition`, dispatching the thread's messages.
 template <class Condition>
 bool PumpUntil(Condition&& condition) {
   const ULONGLONG end = GetTickCount64() + 10'000;

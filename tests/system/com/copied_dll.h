@@ -1,4 +1,4 @@
-// DLLs that a test loads and frees with counts of its own.
+// DLLs that a test loads and frees with their own reference counts.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@
 
 namespace system_tests {
 
-// A fresh copy of a DLL under another name, gone with the object unless it stays loaded.
+// A new copy of a DLL under another name, deleted with the object unless it stays loaded.
 class CopiedDll {
  public:
   explicit CopiedDll(const std::wstring& original) {
@@ -23,8 +23,8 @@ class CopiedDll {
 
   std::wstring path() const { return path_.wstring(); }
   bool IsLoaded() const { return GetModuleHandleW(path().c_str()) != nullptr; }
-  // As COM frees a server, whatever it answers: until it is gone, or stays however often it is
-  // freed.
+  // Frees it as COM frees a server, whatever it answers, until it is unloaded or proves to stay
+  // loaded.
   void Free() const {
     constexpr int kMoreOftenThanItWasLoaded = 100;
     for (int i = 0; i < kMoreOftenThanItWasLoaded && IsLoaded(); ++i) {

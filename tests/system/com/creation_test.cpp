@@ -12,7 +12,7 @@ ComPtr<Interface> As(IUnknown& object, const IID& interfaceId) {
   return found;
 }
 
-TEST(Creation, GivesAnObjectWithOneIdentity) {
+TEST(Creation, NewObjectHasOneIdentity) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   const auto identity = As<IUnknown>(*session.get(), IID_IUnknown);
@@ -25,7 +25,7 @@ TEST(Creation, GivesAnObjectWithOneIdentity) {
   }
 }
 
-TEST(Creation, AnswersNoToAnInterfaceItLacks) {
+TEST(Creation, UnknownInterfaceIsNotSupported) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   IUnknown* found = session.get();
@@ -34,7 +34,7 @@ TEST(Creation, AnswersNoToAnInterfaceItLacks) {
   EXPECT_EQ(session->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST(Creation, RefusesAggregation) {
+TEST(Creation, AggregationIsRefused) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   ComPtr<IUnknown> inner;
@@ -44,7 +44,7 @@ TEST(Creation, RefusesAggregation) {
   EXPECT_FALSE(inner);
 }
 
-TEST(Creation, KnowsOnlyItsTwoClasses) {
+TEST(Creation, OnlyTheTwoClassesHaveFactories) {
   const Module component(DllPath());
   ComPtr<IUnknown> factory;
   EXPECT_EQ(component.GetClassObject(LIBID_Vilnor, IID_IClassFactory, factory.ReceiveVoid()),
@@ -53,7 +53,7 @@ TEST(Creation, KnowsOnlyItsTwoClasses) {
             S_OK);
 }
 
-TEST(Creation, GivesEachSessionAHiddenWindowUntilItsEnd) {
+TEST(Creation, EachSessionHasAHiddenWindowUntilItIsReleased) {
   ASSERT_EQ(NotificationWindows(), 0);
   for (int i = 0; i < 3; ++i) {
     const auto session = NewBVilnor();
@@ -64,7 +64,7 @@ TEST(Creation, GivesEachSessionAHiddenWindowUntilItsEnd) {
   EXPECT_EQ(NotificationWindows(), 0);
 }
 
-TEST(Creation, TellsItsClassAndItsEvents) {
+TEST(Creation, ObjectGivesItsClassAndEventInterface) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   const auto description = As<IProvideClassInfo2>(*session.get(), IID_IProvideClassInfo2);
@@ -82,7 +82,7 @@ TEST(Creation, TellsItsClassAndItsEvents) {
   EXPECT_EQ(description->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID + 1, &events), E_INVALIDARG);
 }
 
-TEST(Creation, SupportsErrorInformationOnItsOwnInterface) {
+TEST(Creation, ErrorInformationIsSupportedOnTheOwnInterface) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   const auto support = As<ISupportErrorInfo>(*session.get(), IID_ISupportErrorInfo);

@@ -1,4 +1,4 @@
-// A host database for tests of the shell: an SQLite file of its own with the sample data.
+// A host database for tests of the COM shell: its own SQLite file with the sample data.
 #pragma once
 
 #include <filesystem>
@@ -10,7 +10,7 @@
 
 namespace system_tests {
 
-// A new file each time; gone with the object.
+// A new file each time, deleted with the object.
 class TestDatabase {
  public:
   TestDatabase();
@@ -19,7 +19,7 @@ class TestDatabase {
   ~TestDatabase();
 
   std::u16string ConnectionString() const;
-  // Both over a connection of their own; the rows as schema::Rows gives them.
+  // Both over their own connection; the rows as schema::Rows returns them.
   void Execute(const std::u16string& statement) const;
   std::vector<std::u16string> Rows(const std::u16string& columns, const std::u16string& rest) const;
 

@@ -1,4 +1,4 @@
-// The class DBVilnor as the host meets it.
+// The class DBVilnor as the host uses it.
 #include <gmock/gmock.h>
 
 #include "automation/value.h"
@@ -43,7 +43,7 @@ class DBVilnor : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(DBVilnor, FailsToBeMadeWithTheDatabasesOwnWords) {
+TEST_F(DBVilnor, FailedCreationCarriesTheDatabasesErrorText) {
   Init(*session_.get(), kNoDriver);
   const HRESULT result = NewDBVilnor(object_);
   EXPECT_TRUE(FAILED(result));
@@ -52,11 +52,12 @@ TEST_F(DBVilnor, FailsToBeMadeWithTheDatabasesOwnWords) {
   ASSERT_TRUE(error.present);
   EXPECT_FALSE(error.description.empty());
   EXPECT_FALSE(error.source.empty());
-  // The creation is the host's call: the host reports it, the component shows nothing.
+  // The host called for the creation, so the host reports the error and the component shows
+  // nothing.
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, FailsToBeMadeWhileAnotherOneHasTheConnectionOpen) {
+TEST_F(DBVilnor, CreationFailsWhileAnotherObjectHasTheConnectionOpen) {
   Create();
   ComPtr<_DBVilnor> second;
   // 3705 "Operation is not allowed when the object is open."
@@ -64,7 +65,7 @@ TEST_F(DBVilnor, FailsToBeMadeWhileAnotherOneHasTheConnectionOpen) {
   EXPECT_THAT(TakeErrorInformation().description, testing::StartsWith(L"Operation is not allowed"));
 }
 
-TEST_F(DBVilnor, PassesAFailedInitConnectionToItsCaller) {
+TEST_F(DBVilnor, FailedInitConnectionIsReturnedToTheCaller) {
   Create();
   SetErrorInfo(0, nullptr);
   EXPECT_EQ(object_->InitConnection(), static_cast<HRESULT>(0x800A0E79));
@@ -72,7 +73,7 @@ TEST_F(DBVilnor, PassesAFailedInitConnectionToItsCaller) {
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, TellsALateBoundCallerOfAFailedInitConnection) {
+TEST_F(DBVilnor, FailedInitConnectionIsReturnedToALateBoundCaller) {
   constexpr DISPID kInitConnection = 0x60030000;
   Create();
   DISPPARAMS none{};
@@ -89,7 +90,7 @@ TEST_F(DBVilnor, TellsALateBoundCallerOfAFailedInitConnection) {
   EXPECT_EQ(source.Text(), u"ADODB.Connection");
 }
 
-TEST_F(DBVilnor, ShowsOtherFailuresAndReturnsAnEmptyResult) {
+TEST_F(DBVilnor, OtherFailureShowsItsBoxAndReturnsAnEmptyResult) {
   database_.Execute(u"DROP TABLE VilnorPasient");
   Create();
   EXPECT_EQ(UserOf(1), u"");
@@ -98,7 +99,7 @@ TEST_F(DBVilnor, ShowsOtherFailuresAndReturnsAnEmptyResult) {
   EXPECT_THAT(boxes_.Shown()[0].text, testing::EndsWith(L" in GetVilnorUserByPID"));
 }
 
-TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
+TEST_F(DBVilnor, RecordsetOutlivesItsDBVilnor) {
   Create();
   long pid = 4711;
   ComPtr<IDispatch> patient;
@@ -110,7 +111,7 @@ TEST_F(DBVilnor, HandsOutRecordsetsThatOutliveIt) {
   EXPECT_EQ(Field(*patient.get(), u"PersNr"), Value(u"1234"));
 }
 
-TEST_F(DBVilnor, HandsOutRecordsetsWithTheCallersReferenceOnly) {
+TEST_F(DBVilnor, ReturnedRecordsetHasTheCallersReferenceOnly) {
   Create();
   using Lookup = HRESULT (STDMETHODCALLTYPE _DBVilnor::*)(long*, IDispatch**);
   struct Row {
@@ -129,7 +130,7 @@ TEST_F(DBVilnor, HandsOutRecordsetsWithTheCallersReferenceOnly) {
   }
 }
 
-TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
+TEST_F(DBVilnor, UnknownPatientGivesNoRecordset) {
   Create();
   long pid = 1;
   ComPtr<IDispatch> patient;
@@ -138,7 +139,7 @@ TEST_F(DBVilnor, HandsOutNothingForAPatientWhoDoesNotExist) {
   EXPECT_THAT(boxes_.Shown(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, AddsACaseEarlyBound) {
+TEST_F(DBVilnor, CaseIsAddedEarlyBound) {
   Create();
   long pid = 4711;
   long number = 3;
@@ -155,7 +156,7 @@ TEST_F(DBVilnor, AddsACaseEarlyBound) {
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, AddsACaseLateBoundWithoutTheOptionalCaseNumber) {
+TEST_F(DBVilnor, CaseIsAddedLateBoundWithoutTheOptionalCaseNumber) {
   Create();
   const Variant number{Value(std::int16_t{4711})};
   const Variant type{Value(std::int16_t{9})};
@@ -178,7 +179,7 @@ TEST_F(DBVilnor, AddsACaseLateBoundWithoutTheOptionalCaseNumber) {
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(DBVilnor, HasNoEvents) {
+TEST_F(DBVilnor, DBVilnorHasNoEvents) {
   Create();
   ComPtr<IConnectionPointContainer> container;
   EXPECT_EQ(object_->QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid()),

@@ -1,4 +1,4 @@
-// A host's side of the events: an object that a connection point calls.
+// The host's side of the events: an object that a connection point calls.
 #pragma once
 
 #include <functional>
@@ -8,14 +8,14 @@
 
 namespace system_tests {
 
-// One event as it arrived.
+// One event as it was received.
 struct RaisedEvent {
   DISPID id = 0;
   DWORD thread = 0;
   bool operator==(const RaisedEvent&) const = default;
 };
 
-// Counts its references but belongs to the test, which looks that none is left.
+// Counts its references but is owned by the test, which checks that none is left.
 class EventSink : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override;
@@ -37,16 +37,16 @@ class EventSink : public IDispatch {
   ULONG references() const { return references_; }
 
   std::vector<RaisedEvent> raised;
-  // Runs at each event, after it was noted.
+  // Runs at each event, after it was recorded.
   std::function<void()> atEvent;
-  // What the host answers to an event.
+  // The host's return value for an event.
   HRESULT answer = S_OK;
 
  private:
   ULONG references_ = 0;
 };
 
-// The connection point of a session's events; nothing when there is none.
+// The connection point of a session's events; null when there is none.
 ComPtr<IConnectionPoint> EventsOf(IUnknown& session);
 
 }  // namespace system_tests

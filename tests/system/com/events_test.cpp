@@ -37,7 +37,7 @@ class Events : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(Events, ReachAConnectedSinkOnTheCallingThread) {
+TEST_F(Events, ConnectedSinkIsCalledOnTheCallingThread) {
   EventSink sink;
   DWORD cookie = 0;
   ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
@@ -48,7 +48,7 @@ TEST_F(Events, ReachAConnectedSinkOnTheCallingThread) {
   EXPECT_EQ(point_->Unadvise(cookie), S_OK);
 }
 
-TEST_F(Events, StopWithTheConnection) {
+TEST_F(Events, DisconnectedSinkGetsNoEvents) {
   EventSink sink;
   DWORD cookie = 0;
   ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
@@ -59,7 +59,7 @@ TEST_F(Events, StopWithTheConnection) {
   EXPECT_EQ(point_->Unadvise(cookie), CONNECT_E_NOCONNECTION);
 }
 
-TEST_F(Events, ReachEverySinkWhateverAnotherOneAnswers) {
+TEST_F(Events, EverySinkGetsEventsWhateverAnotherOneReturns) {
   EventSink failing;
   failing.answer = E_FAIL;
   EventSink second;
@@ -75,7 +75,7 @@ TEST_F(Events, ReachEverySinkWhateverAnotherOneAnswers) {
   point_->Unadvise(secondCookie);
 }
 
-TEST_F(Events, ComeNoMoreToASinkThatDisconnectsAtTheFirst) {
+TEST_F(Events, SinkDisconnectingAtItsFirstEventGetsNoMore) {
   EventSink sink;
   DWORD cookie = 0;
   ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
@@ -85,7 +85,7 @@ TEST_F(Events, ComeNoMoreToASinkThatDisconnectsAtTheFirst) {
   EXPECT_EQ(sink.references(), 0U);
 }
 
-TEST_F(Events, ComeNoMoreToASinkThatAnotherOneDisconnects) {
+TEST_F(Events, SinkDisconnectedByAnotherSinkGetsNoMoreEvents) {
   EventSink first;
   EventSink second;
   DWORD cookie = 0;
@@ -99,7 +99,7 @@ TEST_F(Events, ComeNoMoreToASinkThatAnotherOneDisconnects) {
   point_->Unadvise(cookie);
 }
 
-TEST_F(Events, ReachASinkThatConnectsAtOneFromTheNextOn) {
+TEST_F(Events, SinkConnectedDuringAnEventGetsTheNextOne) {
   EventSink first;
   EventSink late;
   DWORD cookie = 0;
@@ -117,7 +117,7 @@ TEST_F(Events, ReachASinkThatConnectsAtOneFromTheNextOn) {
   point_->Unadvise(lateCookie);
 }
 
-TEST_F(Events, MayReleaseTheSession) {
+TEST_F(Events, SessionMayBeReleasedInAnEvent) {
   EventSink sink;
   DWORD cookie = 0;
   ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
@@ -134,7 +134,7 @@ TEST_F(Events, MayReleaseTheSession) {
   EXPECT_EQ(NotificationWindows(), 0);
 }
 
-TEST_F(Events, ComeOnceWhenTheDatabaseCannotBeOpened) {
+TEST_F(Events, OneEventIsRaisedWhenTheDatabaseCannotBeOpened) {
   Init(*session_.get(), u"Driver=There is no such driver");
   EventSink sink;
   DWORD cookie = 0;
@@ -145,7 +145,7 @@ TEST_F(Events, ComeOnceWhenTheDatabaseCannotBeOpened) {
   point_->Unadvise(cookie);
 }
 
-TEST_F(Events, ComeTwiceWhenTheQueryFails) {
+TEST_F(Events, TwoEventsAreRaisedWhenTheQueryFails) {
   EventSink sink;
   DWORD cookie = 0;
   ASSERT_EQ(point_->Advise(&sink, &cookie), S_OK);
@@ -157,7 +157,7 @@ TEST_F(Events, ComeTwiceWhenTheQueryFails) {
   Raise();
   EXPECT_THAT(sink.raised, SizeIs(2));
   EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists")));
-  // The connection was let go of: the next call gets as far.
+  // The connection was released: the next call gets just as far.
   Raise();
   EXPECT_THAT(sink.raised, SizeIs(4));
   EXPECT_THAT(boxes_.Texts(), testing::ElementsAre(testing::EndsWith(L" in CaseExists"),
@@ -165,7 +165,7 @@ TEST_F(Events, ComeTwiceWhenTheQueryFails) {
   point_->Unadvise(cookie);
 }
 
-TEST_F(Events, AreNeverCloseVilnor) {
+TEST_F(Events, CloseVilnorIsNeverRaised) {
   const HostRegistration host;
   EventSink sink;
   DWORD cookie = 0;
@@ -209,7 +209,7 @@ TEST_F(Events, AreNeverCloseVilnor) {
   point_->Unadvise(cookie);
 }
 
-TEST_F(Events, AreRefusedToAnObjectThatCannotTakeThem) {
+TEST_F(Events, SinkWithoutTheEventInterfaceIsRefused) {
   const auto other = NewBVilnor();
   DWORD cookie = 99;
   EXPECT_EQ(point_->Advise(other.get(), &cookie), CONNECT_E_CANNOTCONNECT);
@@ -217,7 +217,7 @@ TEST_F(Events, AreRefusedToAnObjectThatCannotTakeThem) {
   EXPECT_EQ(point_->Advise(nullptr, &cookie), E_POINTER);
 }
 
-TEST_F(Events, HaveAPointThatKnowsItsObject) {
+TEST_F(Events, ConnectionPointGivesItsContainer) {
   IID interfaceId = {};
   EXPECT_EQ(point_->GetConnectionInterface(&interfaceId), S_OK);
   EXPECT_TRUE(interfaceId == DIID___BVilnor);
@@ -232,7 +232,7 @@ TEST_F(Events, HaveAPointThatKnowsItsObject) {
   EXPECT_EQ(container->FindConnectionPoint(IID_IDispatch, none.Receive()), CONNECT_E_NOCONNECTION);
 }
 
-TEST_F(Events, EnumerateTheirOnePoint) {
+TEST_F(Events, OnlyConnectionPointIsEnumerated) {
   ComPtr<IConnectionPointContainer> container;
   session_->QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid());
   ASSERT_TRUE(container);
@@ -246,7 +246,7 @@ TEST_F(Events, EnumerateTheirOnePoint) {
   EXPECT_EQ(count, 0U);
 }
 
-TEST_F(Events, EnumerateTheirConnectionsAsTheyWereAtTheMoment) {
+TEST_F(Events, ConnectionsAreEnumeratedAsASnapshot) {
   std::array<EventSink, 3> sinks;
   std::array<DWORD, 3> cookies{};
   for (std::size_t i = 0; i < sinks.size(); ++i) {

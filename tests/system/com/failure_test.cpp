@@ -1,4 +1,4 @@
-// What becomes of an error at the border to COM.
+// How errors are returned through COM.
 #include "com/failure.h"
 
 #include <gmock/gmock.h>
@@ -24,13 +24,13 @@ HRESULT ResultOfThrowing(const Error& error) {
   return ResultOf([&] { throw error; });
 }
 
-TEST(Failure, IsNoneWhereNothingIsThrown) {
+TEST(Failure, CallThatThrowsNothingSucceeds) {
   EXPECT_EQ(ResultOf([] {}), S_OK);
   EXPECT_EQ(ResultOf([] { return S_FALSE; }), S_FALSE);
   EXPECT_FALSE(TakeErrorInformation().present);
 }
 
-TEST(Failure, CarriesAPositiveNumberAsAControlsError) {
+TEST(Failure, PositiveNumberIsReturnedAsAControlError) {
   EXPECT_EQ(ResultOfThrowing(AutomationError(3704, u"ADODB.Recordset", u"Stängd.")),
             static_cast<HRESULT>(0x800A0E78));
   const auto error = TakeErrorInformation();
@@ -40,23 +40,23 @@ TEST(Failure, CarriesAPositiveNumberAsAControlsError) {
   EXPECT_EQ(ResultOfThrowing(AutomationError(1, u"", u"")), static_cast<HRESULT>(0x800A0001));
 }
 
-TEST(Failure, CarriesANegativeNumberAsItIs) {
+TEST(Failure, NegativeNumberIsReturnedUnchanged) {
   EXPECT_EQ(ResultOfThrowing(AutomationError(-2147217900, u"", u"Syntax error")), -2147217900);
 }
 
-TEST(Failure, IsAnAutomationErrorForAnyOtherNumber) {
+TEST(Failure, AnyOtherNumberIsReturnedAsAutomationError) {
   EXPECT_EQ(ResultOfThrowing(AutomationError(0, u"", u"")), static_cast<HRESULT>(0x800A01B8));
   EXPECT_EQ(ResultOfThrowing(AutomationError(65536, u"", u"")), static_cast<HRESULT>(0x800A01B8));
 }
 
-TEST(Failure, LetsNoExceptionPass) {
+TEST(Failure, NoExceptionLeavesTheComponent) {
   EXPECT_EQ(ResultOfThrowing(std::bad_alloc()), static_cast<HRESULT>(0x800A0007));
   EXPECT_EQ(TakeErrorInformation().description, L"Out of memory");
   EXPECT_EQ(ResultOfThrowing(std::runtime_error("any")), static_cast<HRESULT>(0x800A01B8));
   EXPECT_EQ(ResultOfThrowing(42), static_cast<HRESULT>(0x800A01B8));
 }
 
-TEST(Failure, NamesTheComponentWhereTheErrorHasNoSource) {
+TEST(Failure, ErrorWithoutASourceNamesTheComponent) {
   ResultOfThrowing(AutomationError(automation::RuntimeError::ObjectNotSet));
   EXPECT_EQ(TakeErrorInformation().source, L"Vilnor");
 }

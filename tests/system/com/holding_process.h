@@ -1,4 +1,4 @@
-// Another program on the same desktop with a session of its own.
+// Another program on the same desktop with its own session.
 #pragma once
 
 #include <string_view>
@@ -8,10 +8,10 @@
 
 namespace system_tests {
 
-// This program once more, which holds a session until it is told to release it.
+// Another instance of this program, which holds a session until told to release it.
 class HoldingProcess {
  public:
-  // Returns when the session is there.
+  // Returns when the session exists.
   HoldingProcess();
   HoldingProcess(const HoldingProcess&) = delete;
   HoldingProcess& operator=(const HoldingProcess&) = delete;
@@ -19,7 +19,7 @@ class HoldingProcess {
 
   // Its notification window; null when it has none.
   HWND Window() const;
-  // Has it release the session; its exit code, STILL_ACTIVE when it did not end.
+  // Makes it release the session. Its exit code, STILL_ACTIVE when it did not end.
   DWORD Release();
 
  private:
@@ -28,7 +28,7 @@ class HoldingProcess {
   PROCESS_INFORMATION process_{};
 };
 
-// Whether this process is the other program, which has then done its work.
+// Whether this process is that other program, which has then done its work.
 bool RanAsHoldingProcess(const std::vector<std::string_view>& arguments);
 
 }  // namespace system_tests

@@ -43,7 +43,7 @@ HostRegistration::HostRegistration()
 HostRegistration::~HostRegistration() {
   RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, kHostKey, L"Path");
   RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, kLinkKey, L"Path");
-  // The stand-in may be about to end still.
+  // The stand-in may still be about to end.
   PumpUntil([&] {
     std::error_code error;
     fs::remove_all(folder_, error);
@@ -69,7 +69,7 @@ bool RanAsLinkProgram() {
   if (program.filename() != L"Link.exe") {
     return false;
   }
-  // Under another name until it is whole, for the reader's sake. The tests' paths are ASCII.
+  // Under another name until complete, for the reader. The tests' paths are ASCII.
   const std::wstring commandLine = GetCommandLineW();
   const fs::path note = program.parent_path() / kNote;
   const fs::path unfinished = program.parent_path() / L"unfinished";

@@ -1,4 +1,4 @@
-// A host and a link program on this machine, as the component finds them in the registry.
+// A host and a link program on this machine, registered as the component expects.
 #pragma once
 
 #include <filesystem>
@@ -6,9 +6,9 @@
 
 namespace system_tests {
 
-// While it lives: a folder of its own with an exchange directory, the host registered there, and as
-// Link.exe a stand-in that notes the command line it was started with and ends. The registry's
-// values and the folder go with the object.
+// While it lives: a folder with an exchange directory, the host's registration, and as Link.exe a
+// stand-in that records its command line and ends. The registry values and the folder are removed
+// with the object.
 class HostRegistration {
  public:
   HostRegistration();
@@ -18,14 +18,14 @@ class HostRegistration {
 
   std::filesystem::path ExchangeFolder() const { return folder_ / L"Vilnor"; }
   std::filesystem::path LinkProgram() const { return folder_ / L"Link.exe"; }
-  // Waits for the next start of Link.exe; its command line, "" when none came.
+  // Waits for the next start of Link.exe; its command line, "" when it was not started.
   std::wstring TakeCommandLine() const;
 
  private:
   std::filesystem::path folder_;
 };
 
-// Whether this process is the stand-in, which has then done its work.
+// Whether this process is that stand-in, which has then done its work.
 bool RanAsLinkProgram();
 
 }  // namespace system_tests

@@ -1,5 +1,5 @@
-// How arguments by reference come back to a late-bound caller, with an object in the component's
-// place that shows what it was given.
+// How arguments by reference return to a late-bound caller, tested with an object that shows what
+// it was given in place of the component.
 #include "com/late_binding.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ using com::Variant;
 constexpr DISPID kOKToSend = 0x60030010;
 constexpr DISPID kOpenWithNewCase = 0x60030004;
 
-// A session whose check refuses each application with a text, unless it is number 0.
+// A session whose send check refuses every application with a text, except number 0.
 class RefusingSession : public vilnor_dll::BVilnorObject {
  public:
   HRESULT STDMETHODCALLTYPE OKToSend(long* fhpId, short* errCode, BSTR* errMsg,
@@ -75,7 +75,7 @@ class LateBinding : public testing::Test {
   Variant id_{Value(std::int32_t{5})};
 };
 
-TEST_F(LateBinding, StoresResultsIntoAScriptsVariables) {
+TEST_F(LateBinding, ResultsAreStoredInAScriptsVariables) {
   Variant code{Value(automation::Empty{})};
   Variant message{Value(u"before")};
   ASSERT_EQ(Invoke(kOKToSend, {id_.get(), Reference(VT_VARIANT, code.Receive()),
@@ -87,7 +87,7 @@ TEST_F(LateBinding, StoresResultsIntoAScriptsVariables) {
   EXPECT_EQ(com::ToValue(result_.get()), Value(false));
 }
 
-TEST_F(LateBinding, LeavesVariablesAloneThatTheCallDidNotChange) {
+TEST_F(LateBinding, VariablesTheCallDidNotChangeAreKept) {
   Variant id{Value(u"0")};
   Variant code{Value(u"7")};
   Variant message{Value(automation::Empty{})};
@@ -102,7 +102,7 @@ TEST_F(LateBinding, LeavesVariablesAloneThatTheCallDidNotChange) {
   EXPECT_EQ(com::ToValue(result_.get()), Value(true));
 }
 
-TEST_F(LateBinding, StoresResultsIntoTypedVariables) {
+TEST_F(LateBinding, ResultsAreStoredInTypedVariables) {
   short code = 7;
   TextArgument message(u"before");
   ASSERT_EQ(Invoke(kOKToSend,
@@ -112,7 +112,7 @@ TEST_F(LateBinding, StoresResultsIntoTypedVariables) {
   EXPECT_EQ(message.Text(), u"För många rader");
 }
 
-TEST_F(LateBinding, StoresAResultIntoAVariableOfAnotherTypeInThatType) {
+TEST_F(LateBinding, ResultIsConvertedToTheVariablesType) {
   long code = 7;
   TextArgument message(u"");
   ASSERT_EQ(Invoke(kOKToSend,
@@ -121,7 +121,7 @@ TEST_F(LateBinding, StoresAResultIntoAVariableOfAnotherTypeInThatType) {
   EXPECT_EQ(code, 12);
 }
 
-TEST_F(LateBinding, RefusesAVariableThatCannotTakeTheResult) {
+TEST_F(LateBinding, VariableThatCannotHoldTheResultIsRefused) {
   double code = 7;
   TextArgument message(u"");
   EXPECT_EQ(Invoke(kOKToSend,
@@ -130,7 +130,7 @@ TEST_F(LateBinding, RefusesAVariableThatCannotTakeTheResult) {
   EXPECT_TRUE(session_->given.empty());
 }
 
-TEST_F(LateBinding, RefusesNullAndNumbersThatDoNotFit) {
+TEST_F(LateBinding, NullAndNumbersOutOfRangeAreRefused) {
   const Variant one{Value(std::int32_t{1})};
   const Variant null{Value(automation::Null{})};
   const Variant large{Value(5e9)};
@@ -139,7 +139,7 @@ TEST_F(LateBinding, RefusesNullAndNumbersThatDoNotFit) {
   EXPECT_TRUE(session_->given.empty());
 }
 
-TEST_F(LateBinding, TakesNamedArgumentsInAnyOrder) {
+TEST_F(LateBinding, NamedArgumentsAreAcceptedInAnyOrder) {
   // The positions of RID, PID and BID.
   std::array<DISPID, 3> names = {2, 0, 1};
   const Variant rid{Value(std::int16_t{3})};

@@ -1,4 +1,4 @@
-// Registers the component for the run, and the stand-in for ADO where one lies beside the program.
+// Registers the component for the test run, and the stand-in for ADO if it lies beside the program.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <memory>
@@ -36,7 +36,7 @@ class RegisteredComponent : public testing::Environment {
   bool wanted_;
 };
 
-// A window or class that a test leaves would be the next one's.
+// A window or class left by one test would disturb the next.
 class CleanDesktop : public testing::EmptyTestEventListener {
  public:
   void OnTestEnd(const testing::TestInfo& /*test*/) override {
@@ -52,8 +52,8 @@ bool Has(const Arguments& arguments, std::string_view option) {
 
 }  // namespace
 
-// --beside-neighbour: everything beside a shared unwinder that was loaded first.
-// --registration-free: the component is not registered; a manifest beside the program has to do.
+// --beside-neighbour: all tests with a shared unwinder loaded first. --registration-free: the
+// component is not registered, a manifest beside the program replaces that.
 int main(int argc, char** argv) {
   if (system_tests::RanAsLinkProgram() ||
       system_tests::RanAsHoldingProcess({argv + 1, argv + argc})) {

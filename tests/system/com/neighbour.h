@@ -1,5 +1,4 @@
-// Another program part of the host that was built by the same compiler and brings its shared
-// unwinder along.
+// Another part of the host's program, built by the same compiler, that brings its shared unwinder.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Errors beside a shared unwinder of another program part. Where the DLLs' unwind tables are in the
-// wrong hands, the first exception ends the whole test program.
+// Errors beside another DLL's shared unwinder. If it has the unwind tables of our DLLs, the first
+// exception ends the whole test program.
 #include "system/com/neighbour.h"
 
 #include <functional>
@@ -12,7 +12,7 @@
 namespace system_tests {
 namespace {
 
-// An error that a host gets, one that the user sees, and one on the way through two DLLs.
+// An error returned to the host, one shown to the user, and one that passes through two DLLs.
 void MakeVilnorFail(const std::wstring& path) {
   const Module dll(path);
   ComPtr<IClassFactory> factory;
@@ -64,7 +64,7 @@ class Neighbour : public testing::TestWithParam<Library> {
     ASSERT_NE(neighbour_, nullptr);
     ASSERT_NE(GetModuleHandleW(kNeighbour), nullptr);
   }
-  // Until it is gone: it holds a reference to itself.
+  // Repeated until it is unloaded: it holds a reference to itself.
   void Unload() {
     constexpr int kOwnAndTheTests = 2;
     for (int i = 0; i < kOwnAndTheTests && !stays_; ++i) {
@@ -75,21 +75,21 @@ class Neighbour : public testing::TestWithParam<Library> {
   void Fail() const { GetParam().makeFail(file_.path()); }
 
   const CopiedDll file_{GetParam().original()};
-  // Here for the whole run, when the program was told so.
+  // Loaded for the whole run, when the program was started that way.
   const bool stays_ = GetModuleHandleW(kNeighbour) != nullptr;
 
  private:
   HMODULE neighbour_ = nullptr;
 };
 
-TEST_P(Neighbour, LoadedBeforeAndUnloadedAgainEndsNoError) {
+TEST_P(Neighbour, DllLoadedEarlierAndUnloadedAgainCausesNoError) {
   Load();
   Fail();
   Unload();
   Fail();
 }
 
-TEST_P(Neighbour, LoadedAfterwardsAndUnloadedAgainEndsNoError) {
+TEST_P(Neighbour, DllLoadedLaterAndUnloadedAgainCausesNoError) {
   Fail();
   Load();
   Fail();
@@ -97,7 +97,7 @@ TEST_P(Neighbour, LoadedAfterwardsAndUnloadedAgainEndsNoError) {
   Fail();
 }
 
-TEST_P(Neighbour, LoadedWhenTheDllIsFreedEndsNoErrorOfTheNextLoad) {
+TEST_P(Neighbour, DllLoadedWhenTheComponentIsFreedCausesNoErrorAtTheNextLoad) {
   for (int i = 0; i < 2; ++i) {
     Load();
     {

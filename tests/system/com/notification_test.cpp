@@ -1,4 +1,4 @@
-// Notifications to the real window while the component's user is asked.
+// Notifications to the real window while a question is open.
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -35,7 +35,7 @@ class Notifications : public testing::Test {
   HWND window_ = FindWindowA("KestraToVilnor", nullptr);
 };
 
-TEST_F(Notifications, ThatArriveAtTheQuestionAreReadWholeAndTheAnswerStillHolds) {
+TEST_F(Notifications, NotificationAtTheQuestionIsReadAndTheAnswerStillCounts) {
   Put(L"OutExistCase901.xml", "<a><Cancelled>3</Cancelled></a>");
   Put(L"OutNewCase4712.xml",
       "<a><Status>5</Status><Id>L-9</Id><UserDefData>4712&amp;12&amp;3</UserDefData></a>");
@@ -57,8 +57,8 @@ TEST_F(Notifications, ThatArriveAtTheQuestionAreReadWholeAndTheAnswerStillHolds)
               testing::ElementsAre(u"L-9"));
 }
 
-// The answerer's OK ends the error's box; it is no answer to the question.
-TEST_F(Notifications, WhoseQuestionEndsWithTheHostChangeNothing) {
+// The answerer's OK closes the error box; it does not answer the question.
+TEST_F(Notifications, QuestionEndedWithTheHostChangesNothing) {
   Put(L"OutExistCase901.xml", "<a><Cancelled>3</Cancelled></a>");
   const DWORD thread = GetCurrentThreadId();
   std::vector<std::wstring> texts;
@@ -73,7 +73,7 @@ TEST_F(Notifications, WhoseQuestionEndsWithTheHostChangeNothing) {
     SendMessageA(window_, kExistCaseReady, 901, 0);
     texts = boxes.Texts();
   }
-  // The host's own loop ends, too. No word of it is left for the next test's boxes.
+  // The host's own loop ends too, with no message left for the next test's boxes.
   int words = 0;
   MSG message{};
   while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) {

@@ -1,5 +1,5 @@
-// Every operation on the database hands its arguments on in their order, and its result back: each
-// argument has a value of its own, so that two in each other's places would be seen.
+// Every database operation passes its arguments on in order and returns its result. Each argument
+// has a different value, so that swapped arguments are noticed.
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
@@ -40,7 +40,7 @@ class Operations : public testing::Test {
   }
   void TearDown() override { EXPECT_THAT(boxes_.Texts(), IsEmpty()); }
 
-  // What an operation gives back; fails the test when it does not return S_OK.
+  // The result of an operation; fails the test when it does not return S_OK.
   template <class Call>
   static bool Truth(Call call) {
     VARIANT_BOOL result = VARIANT_FALSE;
@@ -80,7 +80,7 @@ class DBVilnorOperations : public Operations {
   ComPtr<_DBVilnor> object_;
 };
 
-TEST_F(DBVilnorOperations, LookLinksUp) {
+TEST_F(DBVilnorOperations, DBVilnorLooksUpLinks) {
   EXPECT_TRUE(Truth([&](auto* out) { return object_->CaseExists(Number(71), Number(1), out); }));
   EXPECT_TRUE(Truth([&](auto* out) {
     return object_->CaseExistsPID(Number(4712), Number(9), Text(u"2072"), out);
@@ -90,11 +90,11 @@ TEST_F(DBVilnorOperations, LookLinksUp) {
   long vilnorId = 0;
   EXPECT_EQ(object_->GetVilnorIdByFHPId(Number(71), &vilnorId), S_OK);
   EXPECT_EQ(vilnorId, 101);
-  // Last: without a row the shared recordset stays open.
+  // Last, because without a row the shared recordset stays open.
   EXPECT_FALSE(Truth([&](auto* out) { return object_->CaseExists(Number(71), Number(9), out); }));
 }
 
-TEST_F(DBVilnorOperations, HandOutRecordsets) {
+TEST_F(DBVilnorOperations, DBVilnorReturnsRecordsets) {
   EXPECT_EQ(FieldOf([&](auto* out) { return object_->GetFHPById(Number(78), out); }, u"CaseNo"),
             Value(u"2007-078"));
   EXPECT_EQ(FieldOf([&](auto* out) { return object_->GetBIDById(Number(13), out); }, u"Navn"),
@@ -114,8 +114,8 @@ TEST_F(DBVilnorOperations, HandOutRecordsets) {
             Value(304));
 }
 
-// Batch optimistic or optimistic, held at the client: a recordset keeps the way it was opened.
-TEST_F(DBVilnorOperations, OpenTheirRecordsetsInTheWayOfEach) {
+// Batch optimistic or optimistic, client-side: a recordset keeps the way it was opened.
+TEST_F(DBVilnorOperations, EachOperationOpensItsRecordsetWithItsOwnCursorAndLock) {
   ComPtr<IDispatch> patient;
   EXPECT_EQ(object_->GetPatientByPID(Number(4711), patient.Receive()), S_OK);
   ASSERT_TRUE(patient);
@@ -128,7 +128,7 @@ TEST_F(DBVilnorOperations, OpenTheirRecordsetsInTheWayOfEach) {
   EXPECT_EQ(Get(*withNumber.get(), L"CursorLocation"), Value(3));
 }
 
-TEST_F(DBVilnorOperations, LookValuesUp) {
+TEST_F(DBVilnorOperations, DBVilnorLooksUpValues) {
   EXPECT_EQ(TextOf([&](auto* out) { return object_->GetCityByPostnr(Number(35230), out); }),
             u"Växjö");
   EXPECT_TRUE(Truth([&](auto* out) { return object_->PreRequestCostExists(Number(78), out); }));
@@ -137,7 +137,7 @@ TEST_F(DBVilnorOperations, LookValuesUp) {
             u"kostnadsgranskare");
 }
 
-TEST_F(DBVilnorOperations, AddACase) {
+TEST_F(DBVilnorOperations, DBVilnorAddsACase) {
   EXPECT_EQ(object_->AddNewCase(Number(4711), Number(12), Number(3), Text(u"VL-9"), Number(77),
                                 Number(1), Number(5), Text(u"anna"), Text(u"2026-077")),
             S_OK);
@@ -149,7 +149,7 @@ TEST_F(DBVilnorOperations, AddACase) {
                           u"Link ref.nr VL-9|104"));
 }
 
-TEST_F(DBVilnorOperations, UpdateCases) {
+TEST_F(DBVilnorOperations, DBVilnorUpdatesCases) {
   database_.Execute(u"UPDATE Journal SET Tekst = 'ref.nr !2071' WHERE ID = 501");
   EXPECT_EQ(object_->UpdateCaseById(Number(102), Text(u"3072"), Number(7)), S_OK);
   EXPECT_EQ(object_->UpdateCase(Text(u"3071"), Number(71), Number(4), Number(1)), S_OK);
@@ -159,14 +159,14 @@ TEST_F(DBVilnorOperations, UpdateCases) {
               ElementsAre(u"ref.nr 3071", u"Ärende upprättat i Vilnor Link ref.nr 3072"));
 }
 
-TEST_F(DBVilnorOperations, DeleteCases) {
+TEST_F(DBVilnorOperations, DBVilnorDeletesCases) {
   EXPECT_EQ(object_->DeleteFHP(Number(71)), S_OK);
   EXPECT_EQ(object_->DeleteCase(Text(u"2073")), S_OK);
   EXPECT_THAT(database_.Rows(u"VilnorId", u"Vilnor"), ElementsAre(u"102"));
   EXPECT_THAT(database_.Rows(u"ID", u"Journal ORDER BY ID"), ElementsAre(u"502", u"504"));
 }
 
-TEST_F(DBVilnorOperations, KeepUsers) {
+TEST_F(DBVilnorOperations, DBVilnorAddsFindsUpdatesAndDeletesUsers) {
   EXPECT_EQ(object_->AddNewVilnorUser(Number(4711), Text(u"1177")), S_OK);
   EXPECT_THAT(UserNames(u"UserName = '1177'"), ElementsAre(u"4711|1177"));
   EXPECT_EQ(object_->UpdateVilnorUser(Number(4711), Text(u"'åsa'")), S_OK);
@@ -179,7 +179,7 @@ TEST_F(DBVilnorOperations, KeepUsers) {
 
 class BVilnorOperations : public Operations {};
 
-TEST_F(BVilnorOperations, KeepUsers) {
+TEST_F(BVilnorOperations, BVilnorAddsFindsUpdatesAndDeletesUsers) {
   EXPECT_EQ(session_->AddNewVilnorUser(Number(4711), Text(u"1177")), S_OK);
   EXPECT_THAT(UserNames(u"UserName = '1177'"), ElementsAre(u"4711|1177"));
   EXPECT_EQ(session_->UpdateVilnorUser(Number(4711), Text(u"'åsa'")), S_OK);
@@ -190,8 +190,8 @@ TEST_F(BVilnorOperations, KeepUsers) {
   EXPECT_THAT(UserNames(u"PID = 4711"), IsEmpty());
 }
 
-// Each call gives the text that the one before it left back to the system.
-TEST_F(BVilnorOperations, KeepNoMessageOfTheSendCheck) {
+// Each call frees the text left by the call before.
+TEST_F(BVilnorOperations, SendCheckFreesItsEarlierMessage) {
   constexpr int kCalls = 100;
   database_.Execute(
       u"UPDATE SEPrerequest SET PlanTreatmUJaw = '1 2 3 4 5' WHERE SEPrerequestID = 78");
@@ -203,7 +203,7 @@ TEST_F(BVilnorOperations, KeepNoMessageOfTheSendCheck) {
         [&](auto* out) { return session_->OKToSend(fhpId, &code, message.Reference(), out); }));
     EXPECT_EQ(code, 100);
   };
-  // What the first calls allocate for good.
+  // What the first calls allocate permanently.
   for (int i = 0; i < 10; ++i) {
     check();
   }

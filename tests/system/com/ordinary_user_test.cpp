@@ -1,5 +1,5 @@
-// The registry places that the component reads, on keys whose access lists give this user less than
-// the component asks for: an ordinary user meets them where no installer has given the rights.
+// The registry keys that the component reads, with access lists that grant less than it requests,
+// as for an ordinary user where no installer has granted the rights.
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -22,7 +22,7 @@ using testing::IsEmpty;
 
 const std::wstring kAppPaths = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths";
 const std::wstring kLinkKey = kAppPaths + L"\\Link.exe";
-// In the order in which the component looks at them.
+// In the order in which the component reads them.
 const std::array<std::wstring, 3> kHostKeys = {L"SOFTWARE\\Kestra\\Kestra.Main.exe",
                                                kAppPaths + L"\\Kestra.Main.exe",
                                                kAppPaths + L"\\Kestra32.exe"};
@@ -64,12 +64,12 @@ void RemoveKey(const std::wstring& key) {
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
 }
 
-// Every key is there and may be written; a host and Link.exe are registered, no setting is made.
+// Every key exists and is writable; a host and Link.exe are registered, the setting is empty.
 class OrdinaryUser : public testing::Test {
  protected:
   OrdinaryUser() {
     Init(*session_.get(), database_.ConnectionString());
-    // What is written without an exchange directory goes to the root of this drive.
+    // Without an exchange directory, files are written to the root of this drive.
     fs::current_path(host_.ExchangeFolder().parent_path());
     for (const auto& key : kHostKeys) {
       if (!IsThere(HKEY_LOCAL_MACHINE, key)) {
@@ -92,7 +92,7 @@ class OrdinaryUser : public testing::Test {
   void Restrict(const std::wstring& key, const wchar_t* accessList) {
     Restrict(HKEY_LOCAL_MACHINE, key, accessList);
   }
-  // The first place that names the host's path is `place`; the ones behind it do so, too.
+  // The host's path is in the place `place` and in all later ones.
   void RegisterHostFrom(std::size_t place) const {
     for (std::size_t i = 0; i < kHostKeys.size(); ++i) {
       SetPath(kHostKeys[i], i < place ? L"" : HostPath());
@@ -133,11 +133,11 @@ class OrdinaryUser : public testing::Test {
   std::vector<std::unique_ptr<KeyRights>> rights_;
 };
 
-// Too few for a key that is there. Reading and writing lack the creation of links, which the
-// component asks for, too.
+// Too few for an existing key. Reading and writing do not include creating links, which the
+// component also requests.
 constexpr std::array kTooFew = {kReading, kReadingAndWriting, kNothing};
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyIsGivenTheSetting) {
+TEST_F(OrdinaryUser, UnreadableLinkProgramKeyFallsBackToTheSetting) {
   SetPath(kLinkKey, kNowhere);
   SetSetting(host_.LinkProgram().wstring());
   for (const auto* rights : kTooFew) {
@@ -148,7 +148,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyIsGivenTheSetting) {
   }
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyAndWithoutASettingIsToldThatItIsMissing) {
+TEST_F(OrdinaryUser, UnreadableLinkProgramKeyWithoutASettingIsReportedAsMissing) {
   Restrict(kLinkKey, kReading);
   fs::remove(host_.ExchangeFolder());
   OpenExistCase();
@@ -156,7 +156,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheLinkProgramsKeyAndWithoutASettingIsTol
   EXPECT_THAT(Exchanged(), IsEmpty()) << "the folder is made, the request is not";
 }
 
-TEST_F(OrdinaryUser, WithTheSixRightsOnTheLinkProgramsKeyIsGivenItsPath) {
+TEST_F(OrdinaryUser, SixRightsOnTheLinkProgramKeyAreEnough) {
   Restrict(kLinkKey, kSixRights);
   SetSetting(kNowhere);
   session_->OpenVilnor();
@@ -164,8 +164,9 @@ TEST_F(OrdinaryUser, WithTheSixRightsOnTheLinkProgramsKeyIsGivenItsPath) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-// Each place, each kind of too few rights and each operation once: a box takes Wine two seconds.
-TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyIsToldAndTheRequestGoesToTheDrivesRoot) {
+// Each place, each insufficient set of rights and each operation only once: Wine needs two seconds
+// for a box.
+TEST_F(OrdinaryUser, UnreadableHostKeyIsReportedAndTheRequestGoesToTheDrivesRoot) {
   long number = 4711;
   long bid = 12;
   long rid = 3;
@@ -200,7 +201,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyIsToldAndTheRequestGoesToTheDriv
   }
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnTheHostsKeysCanOpenVilnorAlone) {
+TEST_F(OrdinaryUser, UnreadableHostKeysStillAllowOpenVilnor) {
   for (const auto& key : kHostKeys) {
     Restrict(key, kNothing);
   }
@@ -209,7 +210,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnTheHostsKeysCanOpenVilnorAlone) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyLeavesAResultUnread) {
+TEST_F(OrdinaryUser, UnreadableHostKeyLeavesAResultUnread) {
   const fs::path result = host_.ExchangeFolder() / L"OutNewCase4711.xml";
   std::ofstream(result) << "<a><Cancelled>1</Cancelled></a>";
   Restrict(kHostKeys[0], kReading);
@@ -218,7 +219,7 @@ TEST_F(OrdinaryUser, WithTooFewRightsOnAHostsKeyLeavesAResultUnread) {
   EXPECT_TRUE(fs::exists(result));
 }
 
-TEST_F(OrdinaryUser, NeedsTheSixRightsOnTheKeyThatNamesThePathAndNoneOnTheOnesBehind) {
+TEST_F(OrdinaryUser, SixRightsOnTheHostKeyWithThePathAreEnough) {
   Restrict(kHostKeys[0], kSixRights);
   Restrict(kHostKeys[1], kNothing);
   Restrict(kHostKeys[2], kNothing);
@@ -227,8 +228,8 @@ TEST_F(OrdinaryUser, NeedsTheSixRightsOnTheKeyThatNamesThePathAndNoneOnTheOnesBe
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-// The keys above one that is missing are opened for writing, too.
-TEST_F(OrdinaryUser, IsToldThatTheHostsMissingKeysMayNotBeMade) {
+// The keys above a missing one are also opened for writing.
+TEST_F(OrdinaryUser, MissingHostKeysThatCannotBeCreatedAreReported) {
   RemoveKey(L"SOFTWARE\\Kestra");
   Restrict(L"SOFTWARE", kReading);
   OpenExistCase();
@@ -242,9 +243,9 @@ bool InWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// Wine's server looks at the access list of a key that is there, and not at the parent's when it
-// makes one right below: there the empty key comes into being. Windows refuses.
-TEST_F(OrdinaryUser, IsGivenAMissingKeyRightBelowAReadOnlyParentByWineAlone) {
+// Wine's server checks the access list of an existing key, but not the parent's list when it
+// creates a key directly below, so the empty key is created. Windows refuses.
+TEST_F(OrdinaryUser, OnlyWineCreatesAMissingKeyBelowAReadOnlyParent) {
   for (const auto& key : {kLinkKey, kHostKeys[0], kHostKeys[1], kHostKeys[2]}) {
     RemoveKey(key);
     const KeyRights parent(HKEY_LOCAL_MACHINE, key.substr(0, key.rfind(L'\\')), kReading);
@@ -261,7 +262,7 @@ class OfTheSetting : public OrdinaryUser {
   void SetUp() override { SetPath(kLinkKey, L""); }
 };
 
-TEST_F(OfTheSetting, TheStalePathCannotBeForgottenAndIsReturnedAllTheSame) {
+TEST_F(OfTheSetting, StalePathInAReadOnlySettingIsReportedAndStillReturned) {
   SetSetting(HostPath() + L"Gone.exe");
   Restrict(HKEY_CURRENT_USER, kSettingKey, kReading);
   session_->OpenVilnor();
@@ -271,7 +272,7 @@ TEST_F(OfTheSetting, TheStalePathCannotBeForgottenAndIsReturnedAllTheSame) {
   EXPECT_EQ(Setting(), HostPath() + L"Gone.exe");
 }
 
-TEST_F(OfTheSetting, TheProgramIsStartedWhereItMayBeReadOnly) {
+TEST_F(OfTheSetting, ReadOnlySettingStartsTheLinkProgram) {
   SetSetting(host_.LinkProgram().wstring());
   Restrict(HKEY_CURRENT_USER, kSettingKey, kReading);
   session_->OpenVilnor();
@@ -279,7 +280,7 @@ TEST_F(OfTheSetting, TheProgramIsStartedWhereItMayBeReadOnly) {
   EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-TEST_F(OfTheSetting, NothingIsKnownWhereItMayNotBeRead) {
+TEST_F(OfTheSetting, UnreadableSettingIsReportedAsMissing) {
   SetSetting(host_.LinkProgram().wstring());
   {
     const KeyRights none(HKEY_CURRENT_USER, kSettingKey, kNothing);
@@ -289,7 +290,7 @@ TEST_F(OfTheSetting, NothingIsKnownWhereItMayNotBeRead) {
   EXPECT_EQ(Setting(), host_.LinkProgram().wstring());
 }
 
-TEST_F(OfTheSetting, NothingIsMadeWhereItIsMissing) {
+TEST_F(OfTheSetting, MissingSettingIsReportedAndNotCreated) {
   SetSetting(L"");
   RegDeleteKeyW(HKEY_CURRENT_USER, kSettingKey.c_str());
   Restrict(HKEY_CURRENT_USER, kSettings, kReading);

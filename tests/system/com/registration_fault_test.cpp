@@ -1,4 +1,4 @@
-// Registrations that fail, and files that are not this one.
+// Registrations that fail, and registrations of other files.
 #include <gmock/gmock.h>
 #include <map>
 #include <numeric>
@@ -66,7 +66,7 @@ HRESULT UnregisterFile(const std::wstring& path, com::MachineClasses& classes) {
   return com::Unregister(vilnor_dll::Registration(path), path, classes);
 }
 
-// Begins with nothing registered; the component is registered again when it has ended.
+// Starts with nothing registered; the component is registered again at the end.
 class RegistrationFaults : public testing::Test {
  protected:
   RegistrationFaults() {
@@ -80,7 +80,7 @@ class RegistrationFaults : public testing::Test {
     EXPECT_EQ(component_.RegisterServer(), S_OK);
   }
 
-  // With each of its writes refused in turn, and with none in the end.
+  // Refuses each of its writes in turn, and finally none.
   void ExpectEachFaultToLeave(const Tree& before) {
     for (int refused = 0; refused < Writes(); ++refused) {
       RefusingClasses classes;
@@ -97,13 +97,13 @@ class RegistrationFaults : public testing::Test {
   com::MachineClasses classes_;
 };
 
-TEST_F(RegistrationFaults, AtAnyWriteLeaveNothingWhereNothingStood) {
+TEST_F(RegistrationFaults, FailedWriteOfAFirstRegistrationLeavesNothing) {
   ExpectEachFaultToLeave({});
 }
 
-TEST_F(RegistrationFaults, AtAnyWriteLeaveTheOlderRegistration) {
+TEST_F(RegistrationFaults, FailedWriteKeepsTheOlderRegistration) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
-  // What only an older version had stays, too.
+  // Entries that only an older version had stay too.
   ASSERT_EQ(classes_.Write({kServer + L"\\Older", L"Value", L"kept"}), ERROR_SUCCESS);
   const auto before = Entered();
   ASSERT_FALSE(before.empty());
@@ -111,7 +111,7 @@ TEST_F(RegistrationFaults, AtAnyWriteLeaveTheOlderRegistration) {
   EXPECT_EQ(ClassesText(kServer + L"\\Older", L"Value"), L"kept");
 }
 
-TEST_F(RegistrationFaults, PutValuesOfAnyTypeBack) {
+TEST_F(RegistrationFaults, FailedWriteRestoresValuesOfAnyType) {
   const DWORD number = 7;
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, (kClasses + kServer).c_str(), L"ThreadingModel", REG_DWORD,
                   &number, sizeof number);
@@ -126,7 +126,7 @@ TEST_F(RegistrationFaults, PutValuesOfAnyTypeBack) {
   EXPECT_EQ(read, number);
 }
 
-TEST_F(RegistrationFaults, AtAnyRemovalAreToldAndCanBeTriedAgain) {
+TEST_F(RegistrationFaults, FailedRemovalIsReportedAndCanBeRepeated) {
   constexpr int kRemovals = 9;
   for (int refused = 0; refused < kRemovals; ++refused) {
     ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
@@ -134,12 +134,12 @@ TEST_F(RegistrationFaults, AtAnyRemovalAreToldAndCanBeTriedAgain) {
     classes.refusedRemoval = refused;
     EXPECT_EQ(UnregisterFile(kNewFile, classes), E_ACCESSDENIED) << "removal " << refused;
     EXPECT_EQ(UnregisterFile(kNewFile, classes_), S_OK);
-    // Only the library's own key, which names no file, may be left.
+    // Only the library's own key, which names no file, may remain.
     EXPECT_LE(Entered().size(), 1U) << "removal " << refused;
   }
 }
 
-TEST_F(RegistrationFaults, AreNoneWhereAnotherFileIsRegistered) {
+TEST_F(RegistrationFaults, UnregisteringKeepsTheRegistrationOfAnotherFile) {
   const CopiedDll newer(DllPath());
   const Module newerComponent(newer.path());
   ASSERT_EQ(newerComponent.RegisterServer(), S_OK);
@@ -151,7 +151,7 @@ TEST_F(RegistrationFaults, AreNoneWhereAnotherFileIsRegistered) {
   EXPECT_THAT(Entered(), testing::IsEmpty());
 }
 
-TEST_F(RegistrationFaults, OfOneClassLeaveTheOtherOnesNewerFile) {
+TEST_F(RegistrationFaults, UnregisteringOneClassKeepsTheOthersNewerFile) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
   ASSERT_EQ(classes_.Write({kServer, L"", kNewFile}), ERROR_SUCCESS);
   EXPECT_EQ(UnregisterFile(kOldFile, classes_), S_OK);
@@ -160,7 +160,7 @@ TEST_F(RegistrationFaults, OfOneClassLeaveTheOtherOnesNewerFile) {
   EXPECT_EQ(ClassesText(L"Vilnor.DBVilnor"), L"");
 }
 
-TEST_F(RegistrationFaults, LeaveWhatNamesAnotherClassOrVersion) {
+TEST_F(RegistrationFaults, UnregisteringKeepsEntriesOfAnotherClassOrVersion) {
   const std::wstring programClass = L"Vilnor.BVilnor\\CLSID";
   const std::wstring version = L"Interface\\{193FE857-3640-4B44-A692-1B27CB63888C}\\TypeLib";
   ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
@@ -172,13 +172,13 @@ TEST_F(RegistrationFaults, LeaveWhatNamesAnotherClassOrVersion) {
   EXPECT_EQ(ClassesText(kServer), L"");
 }
 
-TEST_F(RegistrationFaults, KnowTheirFileInAnySpelling) {
+TEST_F(RegistrationFaults, RegisteredFileIsRecognisedInAnySpelling) {
   ASSERT_EQ(RegisterFile(kNewFile, classes_), S_OK);
   EXPECT_EQ(UnregisterFile(L"c:\\NEW\\vilnor.DLL", classes_), S_OK);
   EXPECT_THAT(Entered(), testing::IsEmpty());
 }
 
-TEST_F(RegistrationFaults, OfAUserWithoutTheRightSayAccessDenied) {
+TEST_F(RegistrationFaults, RegisteringWithoutTheRightGivesAccessDenied) {
   ASSERT_EQ(RegisterFile(kOldFile, classes_), S_OK);
   const auto before = Entered();
   {

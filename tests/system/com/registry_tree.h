@@ -1,4 +1,4 @@
-// Registry keys as a test sees them.
+// Registry keys for the tests to compare.
 #pragma once
 
 #include <map>

@@ -12,7 +12,7 @@ bool NotificationClassExists() {
          GetClassInfoA(GetModuleHandleW(nullptr), "KestraToVilnor", &windowClass) != FALSE;
 }
 
-TEST(Repetition, OfAThousandSessionsLeavesNoWindowNoClassAndShowsNoBox) {
+TEST(Repetition, ThousandSessionsLeaveNoWindowNoClassAndShowNoBox) {
   const BoxAnswerer boxes;
   for (int i = 0; i < 1000; ++i) {
     const auto session = NewBVilnor();

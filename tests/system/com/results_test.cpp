@@ -1,5 +1,5 @@
-// Where a caller's variable for a result holds anything, it is empty after a call that failed: a
-// caller that releases or frees what it finds there would else crash.
+// A caller's result variable is empty after a failed call, whatever it held before. Otherwise a
+// caller that releases or frees it would crash.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -18,7 +18,7 @@ namespace {
 
 constexpr char kAny = '\x5A';
 
-// The room for the result of a method.
+// The storage for a method's result.
 Room& ResultOf(const FUNCDESC& method, Rooms& rooms) {
   return rooms[static_cast<std::size_t>(method.cParams) - 1];
 }
@@ -28,7 +28,7 @@ std::size_t SizeOfResult(const FUNCDESC& method) {
   return pointer.lptdesc->vt == VT_BOOL ? sizeof(VARIANT_BOOL) : sizeof(void*);
 }
 
-// Nothing, 0, false: all of it zero. An empty text may be one that is there.
+// Null, 0 or false: all zero. An empty text may also be an allocated one.
 bool IsEmptyResult(const FUNCDESC& method, const Room& room) {
   const bool zero = std::all_of(room.bytes.begin(), room.bytes.begin() + SizeOfResult(method),
                                 [](char byte) { return byte == 0; });
@@ -39,7 +39,7 @@ bool IsEmptyResult(const FUNCDESC& method, const Room& room) {
   return zero || (isText && changed && SysStringLen(text) == 0);
 }
 
-// While it lives, no box of this thread can be shown: each ends at once without an answer.
+// While it lives, no box of this thread can be shown: each one ends at once without an answer.
 class RefusedBoxes {
  public:
   RefusedBoxes() { count = 0; }
@@ -78,7 +78,8 @@ class Results : public testing::Test {
               S_OK);
   }
 
-  // Every operation with a result, which finds its room full of anything; how many there are.
+  // Calls every operation with a result, its storage filled with garbage. Returns how many there
+  // are.
   static int ExpectEmptyAfter(IDispatch& object, HRESULT expected, const Call& call) {
     int count = 0;
     ForEachMethod(object, [&](const FUNCDESC& method) {
@@ -92,7 +93,7 @@ class Results : public testing::Test {
     });
     return count;
   }
-  // With each of both objects.
+  // With each of the two objects.
   void ExpectAllEmptyAfter(
       HRESULT expected, const std::function<HRESULT(IDispatch&, const FUNCDESC&, Rooms&)>& call) {
     EXPECT_EQ(ExpectEmptyAfter(*session_.get(), expected,
@@ -112,13 +113,13 @@ class Results : public testing::Test {
   ComPtr<_DBVilnor> object_;
 };
 
-TEST_F(Results, AreEmptyWhereAnArgumentIsRefused) {
+TEST_F(Results, ResultIsEmptyWhenAnArgumentIsRefused) {
   ExpectAllEmptyAfter(E_POINTER, [](IDispatch& object, const FUNCDESC& method, Rooms& rooms) {
     return CallSlot(object, method, rooms, Given::NullPointers);
   });
 }
 
-TEST_F(Results, AreEmptyOnAnotherThread) {
+TEST_F(Results, ResultIsEmptyOnAnotherThread) {
   ExpectAllEmptyAfter(RPC_E_WRONG_THREAD,
                       [](IDispatch& object, const FUNCDESC& method, Rooms& rooms) {
                         HRESULT result = S_OK;
@@ -129,7 +130,7 @@ TEST_F(Results, AreEmptyOnAnotherThread) {
                       });
 }
 
-TEST_F(Results, AreEmptyWhereTheOperationFails) {
+TEST_F(Results, ResultIsEmptyWhenTheOperationFails) {
   for (const auto* table : {u"Vilnor", u"SEPrerequest", u"SEPreRequestEstimateRows", u"Pasient",
                             u"Worker", u"company", u"Postadresseregister", u"VilnorPasient"}) {
     database_.Execute(u"DROP TABLE " + std::u16string(table));

@@ -1,4 +1,4 @@
-// What a script reads of an object, by names.
+// What a script reads of an object, by name.
 #pragma once
 
 #include "automation/value.h"

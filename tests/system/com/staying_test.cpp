@@ -1,4 +1,4 @@
-// The DLL stays in memory from its first object on, and takes nothing more with time.
+// The DLL stays loaded from its first object on, and its use of resources does not grow.
 #include <gmock/gmock.h>
 #include <vector>
 
@@ -31,19 +31,19 @@ void DispatchMessages() {
 
 class Staying : public testing::Test {
  protected:
-  // Loads the DLL, makes an object, releases it and frees the DLL.
+  // Loads the DLL, creates an object, releases it and frees the DLL.
   void Round() const {
     const Module dll(file_.path());
     ASSERT_TRUE(NewSession(dll));
     DispatchMessages();
   }
 
-  // No result file lies there, so a notification has no other effect than its window.
+  // There is no result file, so a notification only reaches the window.
   const HostRegistration host_;
   const CopiedDll file_{DllPath()};
 };
 
-TEST_F(Staying, AnswersABroadcastAfterTheSystemHasFreedTheDll) {
+TEST_F(Staying, BroadcastIsAnsweredAfterTheDllWasFreed) {
   {
     const Module dll(file_.path());
     const auto session = NewSession(dll);
@@ -58,7 +58,7 @@ TEST_F(Staying, AnswersABroadcastAfterTheSystemHasFreedTheDll) {
   EXPECT_TRUE(file_.IsLoaded());
 }
 
-TEST_F(Staying, BeginsWithTheFirstObject) {
+TEST_F(Staying, DllStaysLoadedFromItsFirstObjectOn) {
   {
     const Module dll(file_.path());
     ComPtr<IClassFactory> factory;
@@ -70,7 +70,7 @@ TEST_F(Staying, BeginsWithTheFirstObject) {
   EXPECT_TRUE(file_.IsLoaded());
 }
 
-TEST_F(Staying, ThirteenHundredRoundsTakeNoTlsIndexNoHandleAndNoMemory) {
+TEST_F(Staying, ThirteenHundredLoadsLeakNoTlsIndexHandleOrMemory) {
   for (int i = 0; i < 3; ++i) {
     Round();
   }
@@ -83,12 +83,13 @@ TEST_F(Staying, ThirteenHundredRoundsTakeNoTlsIndexNoHandleAndNoMemory) {
   }
   EXPECT_EQ(FreeTlsIndexes(), indexes);
   EXPECT_LE(Handles(), handles);
-  // The system's own lists may grow once; a block in each round would be eight bytes at least.
+  // The system's own lists may grow once. A block leaked in each round would be at least eight
+  // bytes.
   constexpr std::size_t kSmallestBlock = 8;
   EXPECT_LT(HeapBytes(), bytes + kRounds * kSmallestBlock / 2);
 }
 
-TEST_F(Staying, ADllThatMadeNoObjectLeavesAndGivesItsTlsIndexesBack) {
+TEST_F(Staying, DllWithoutObjectsUnloadsAndFreesItsTlsIndexes) {
   const auto round = [&] {
     const Module dll(file_.path());
     EXPECT_EQ(dll.RegisterServer(), S_OK);

@@ -8,7 +8,7 @@
 
 namespace system_tests {
 
-// Runs its work at once on a thread of its own; the object's end waits for the work's.
+// Runs its work at once on its own thread; the destructor waits for it to end.
 class Thread {
  public:
   explicit Thread(std::function<void()> work)

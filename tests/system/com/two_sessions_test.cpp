@@ -1,4 +1,4 @@
-// Two sessions on one desktop, released in any order, and windows that somebody closes.
+// Two sessions on one desktop, released in any order, and windows closed by others.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -30,7 +30,7 @@ struct Session {
   void Release() {
     EXPECT_TRUE(home.Do([&] { object = {}; }));
   }
-  // As the system or another program does, from outside.
+  // From outside, as the system or another program does.
   void Close() const {
     if (IsWindow(window) != FALSE) {
       SendMessageA(window, WM_CLOSE, 0, 0);
@@ -52,15 +52,15 @@ class TwoSessions : public testing::Test {
     return result;
   }
 
-  // Whether a notification at the window has its result read.
+  // Whether a notification to the window makes it read its result.
   bool Arrives(HWND window) const {
     const auto result = PutResult();
     SendMessageA(window, kNewCaseReady, 4712, 0);
     return !std::filesystem::exists(result);
   }
 
-  // The two releases and the two windows' ends in one order. After each step, every window that is
-  // left still takes notifications.
+  // The two releases and the ends of the two windows in one order. After each step, every remaining
+  // window still handles notifications.
   void Play(const std::array<int, 4>& order, Apartment& home, Apartment& otherHome) const {
     Session first(home);
     Session second(otherHome);
@@ -82,7 +82,7 @@ class TwoSessions : public testing::Test {
   BoxAnswerer boxes_;
 };
 
-TEST_F(TwoSessions, OfOneThreadEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfOneThreadEndInAnyOrder) {
   std::array<int, 4> order = {0, 1, 2, 3};
   do {
     Apartment home;
@@ -90,7 +90,7 @@ TEST_F(TwoSessions, OfOneThreadEndInAnyOrder) {
   } while (std::ranges::next_permutation(order).found);
 }
 
-TEST_F(TwoSessions, OfTwoThreadsEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfTwoThreadsEndInAnyOrder) {
   std::array<int, 4> order = {0, 1, 2, 3};
   do {
     Apartment home;
@@ -99,8 +99,9 @@ TEST_F(TwoSessions, OfTwoThreadsEndInAnyOrder) {
   } while (std::ranges::next_permutation(order).found);
 }
 
-// The first release takes the window that was made last, whoever's it is; the other one stays.
-TEST_F(TwoSessions, OfOneThreadLeaveTheFirstWindow) {
+// The first release destroys the window created last, whichever session it belongs to; the other
+// one stays.
+TEST_F(TwoSessions, FirstWindowOutlivesBothSessionsOfAThread) {
   for (const bool firstGoesFirst : {true, false}) {
     Apartment home;
     Session first(home);
@@ -114,7 +115,7 @@ TEST_F(TwoSessions, OfOneThreadLeaveTheFirstWindow) {
   }
 }
 
-TEST_F(TwoSessions, OfTwoProcessesEndInAnyOrder) {
+TEST_F(TwoSessions, SessionsOfTwoProcessesEndInAnyOrder) {
   for (const bool ownGoesFirst : {true, false}) {
     for (const bool closed : {true, false}) {
       Apartment home;
@@ -139,7 +140,7 @@ TEST_F(TwoSessions, OfTwoProcessesEndInAnyOrder) {
   }
 }
 
-TEST_F(TwoSessions, AfterAClosedWindowTheHostReadsTheResultItself) {
+TEST_F(TwoSessions, HostReadsTheResultItselfAfterAClosedWindow) {
   Apartment home;
   Session session(home);
   session.Close();
@@ -154,13 +155,13 @@ TEST_F(TwoSessions, AfterAClosedWindowTheHostReadsTheResultItself) {
 }
 
 // The next session has a window again.
-TEST_F(TwoSessions, AfterAClosedWindowANewSessionIsNotified) {
+TEST_F(TwoSessions, NewSessionIsNotifiedAfterAClosedWindow) {
   Apartment home;
   Session session(home);
   session.Close();
   Session next(home);
   session.Release();
-  // The older session's end took the window made last, as it always does.
+  // The older session's release has destroyed the window created last, as always.
   EXPECT_EQ(IsWindow(next.window), FALSE);
   Session third(home);
   EXPECT_TRUE(Arrives(third.window));

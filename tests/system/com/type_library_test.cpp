@@ -1,4 +1,4 @@
-// What hosts were built against: names, slots, ids and types of the type library inside the DLL.
+// What hosts were built against: names, slots, ids and types of the type library in the DLL.
 #include <gmock/gmock.h>
 
 #include "describe/type_signatures.h"
@@ -30,7 +30,7 @@ class TypeLibrary : public testing::Test {
   ComPtr<ITypeLib> library_;
 };
 
-TEST_F(TypeLibrary, IsVilnor15InEnglish) {
+TEST_F(TypeLibrary, LibraryIsVilnor15InEnglish) {
   TLIBATTR* attributes = nullptr;
   ASSERT_HRESULT_SUCCEEDED(library_->GetLibAttr(&attributes));
   EXPECT_TRUE(attributes->guid == LIBID_Vilnor);
@@ -43,7 +43,7 @@ TEST_F(TypeLibrary, IsVilnor15InEnglish) {
   EXPECT_EQ(name.Text(), u"Vilnor");
 }
 
-TEST_F(TypeLibrary, HoldsTheOperationsOfBVilnorInTheirSlots) {
+TEST_F(TypeLibrary, OperationsOfBVilnorHaveTheirSlots) {
   EXPECT_THAT(
       Signatures(*Vtable(IID__BVilnor).get()),
       ElementsAre(
@@ -70,7 +70,7 @@ TEST_F(TypeLibrary, HoldsTheOperationsOfBVilnorInTheirSlots) {
           "outret BOOL* result)"));
 }
 
-TEST_F(TypeLibrary, HoldsTheOperationsOfDBVilnorInTheirSlots) {
+TEST_F(TypeLibrary, OperationsOfDBVilnorHaveTheirSlots) {
   EXPECT_THAT(
       Signatures(*Vtable(IID__DBVilnor).get()),
       ElementsAre(
@@ -104,12 +104,12 @@ TEST_F(TypeLibrary, HoldsTheOperationsOfDBVilnorInTheirSlots) {
           "30 60030017 GetVilnorUserByCode1(inout I4* Code1, outret BSTR* result)"));
 }
 
-TEST_F(TypeLibrary, HoldsTheEventsUnderTheirIds) {
+TEST_F(TypeLibrary, EventsHaveTheirDispIds) {
   EXPECT_THAT(Signatures(*Info(DIID___BVilnor).get()),
               ElementsAre("0 1 CloseVilnor()", "0 2 UpdateJournal()"));
 }
 
-TEST_F(TypeLibrary, NamesTheDefaultInterfacesOfBothClasses) {
+TEST_F(TypeLibrary, BothClassesHaveTheirDefaultInterfaces) {
   const std::string defaultFlag = std::to_string(IMPLTYPEFLAG_FDEFAULT);
   const std::string defaultSource = std::to_string(IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
   EXPECT_THAT(InterfacesOf(*Info(CLSID_BVilnor).get()),
@@ -117,7 +117,7 @@ TEST_F(TypeLibrary, NamesTheDefaultInterfacesOfBothClasses) {
   EXPECT_THAT(InterfacesOf(*Info(CLSID_DBVilnor).get()), ElementsAre(defaultFlag + " _DBVilnor"));
 }
 
-TEST_F(TypeLibrary, GivesAnOmittedCaseNumberAsAnEmptyText) {
+TEST_F(TypeLibrary, OmittedCaseNumberDefaultsToEmptyText) {
   constexpr UINT kAddNewCase = 14;
   constexpr std::size_t kKestraCaseId = 8;
   const ComPtr<ITypeInfo> info = Vtable(IID__DBVilnor);

@@ -1,4 +1,4 @@
-// When the DLL may be unloaded. Each test loads a copy of it, with counts of its own.
+// When the DLL may be unloaded. Each test loads its own copy of it.
 #include <gmock/gmock.h>
 
 #include "system/com/component.h"
@@ -32,7 +32,7 @@ class Unloading : public testing::Test {
   Module copy_{file_.path()};
 };
 
-TEST_F(Unloading, WaitsForTheLastObject) {
+TEST_F(Unloading, DllStaysUntilItsLastObjectIsReleased) {
   auto first = Session();
   auto second = Session();
   ASSERT_TRUE(first);
@@ -41,12 +41,12 @@ TEST_F(Unloading, WaitsForTheLastObject) {
   second = {};
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
   first = {};
-  // One window is still there, whose handle the second object's window had replaced.
+  // One window still exists, whose handle was replaced by that of the second object.
   EndNotificationWindows();
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Unloading, WaitsForAWindowThatOutlivedItsObject) {
+TEST_F(Unloading, DllStaysWhileAWindowOutlivesItsObject) {
   { const auto sessions = std::array{Session(), Session()}; }
   EXPECT_EQ(NotificationWindows(), 1);
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
@@ -54,7 +54,7 @@ TEST_F(Unloading, WaitsForAWindowThatOutlivedItsObject) {
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Unloading, WaitsForAClassFactory) {
+TEST_F(Unloading, DllStaysWhileAClassFactoryLives) {
   auto factory = Factory();
   ASSERT_TRUE(factory);
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
@@ -62,7 +62,7 @@ TEST_F(Unloading, WaitsForAClassFactory) {
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Unloading, WaitsForEveryLock) {
+TEST_F(Unloading, DllStaysUntilEveryLockIsReleased) {
   Factory()->LockServer(TRUE);
   Factory()->LockServer(TRUE);
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
@@ -72,7 +72,7 @@ TEST_F(Unloading, WaitsForEveryLock) {
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Unloading, WaitsForAConnectionPointOrItsEnumerator) {
+TEST_F(Unloading, DllStaysWhileAConnectionPointOrEnumeratorLives) {
   auto point = EventsOf(*Session().get());
   ASSERT_TRUE(point);
   EXPECT_EQ(copy_.CanUnloadNow(), S_FALSE);
@@ -84,9 +84,9 @@ TEST_F(Unloading, WaitsForAConnectionPointOrItsEnumerator) {
   EXPECT_EQ(copy_.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Unloading, IsOverForGoodOnceANotificationArrived) {
+TEST_F(Unloading, DllStaysForeverOnceANotificationHasArrived) {
   constexpr UINT kNewCaseReady = 10002;
-  // No result file lies there, so the notification has no other effect.
+  // There is no result file, so the notification has no other effect.
   const HostRegistration host;
   auto session = Session();
   ASSERT_TRUE(session);

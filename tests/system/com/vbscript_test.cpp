@@ -1,4 +1,4 @@
-// Scripts that drive the component late bound, run by the system's script host.
+// Scripts that call the component late bound, run by the system's script host.
 #include <array>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -85,14 +85,14 @@ class VbScript : public testing::Test {
   BoxAnswerer boxes_{Boxes::OfEveryProcess};
 };
 
-TEST_F(VbScript, CallsBothClassesLateBound) {
+TEST_F(VbScript, ScriptCallsBothClassesLateBound) {
   const auto run = RunScript(L"late_binding.vbs", {Connection(), host_.ExchangeFolder().wstring()});
   EXPECT_EQ(run.exitCode, 0U);
   EXPECT_EQ(run.output, "17 passed, 0 failed\r\n");
   EXPECT_THAT(boxes_.Texts(), testing::IsEmpty());
 }
 
-TEST_F(VbScript, GetsTheSameRequestFromOpenWithNewCaseAsAnEarlyBoundHost) {
+TEST_F(VbScript, ScriptAndEarlyBoundHostWriteTheSameNewCaseRequest) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   Init(*session.get(), database_.ConnectionString());

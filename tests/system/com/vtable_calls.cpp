@@ -5,7 +5,7 @@
 namespace system_tests {
 namespace {
 
-// The interface as its vtable has it.
+// The interface as laid out in its vtable.
 com::ComPtr<ITypeInfo> VtableOf(IDispatch& object) {
   com::ComPtr<ITypeInfo> dispatched;
   com::ComPtr<ITypeInfo> vtable;

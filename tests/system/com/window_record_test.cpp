@@ -1,5 +1,5 @@
-// The notification window and its class as the system has them: what a window has that was made
-// with nothing but a procedure, a title and a size.
+// The notification window and its class as the system stores them: like a window created with only
+// a procedure, a title and a size.
 #include <algorithm>
 #include <array>
 #include <gmock/gmock.h>
@@ -62,7 +62,7 @@ struct ClassRecord {
   std::string menuName;
 };
 
-// With every other field of the system's records zero.
+// With all other fields of the system's records zero.
 class BareWindow {
  public:
   BareWindow() {
@@ -87,7 +87,7 @@ class BareWindow {
   HWND window_ = nullptr;
 };
 
-TEST(NotificationWindowRecord, IsThatOfABareWindow) {
+TEST(NotificationWindowRecord, NotificationWindowRecordMatchesABareWindow) {
   const auto session = NewBVilnor();
   ASSERT_TRUE(session);
   HWND const window = NotificationWindowHandles().front();

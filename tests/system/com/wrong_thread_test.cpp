@@ -1,4 +1,4 @@
-// A host that hands a raw pointer to another thread, without marshalling.
+// A host that passes a raw pointer to another thread without marshalling.
 #include <gmock/gmock.h>
 
 #include "system/com/component.h"
@@ -26,7 +26,7 @@ class WrongThread : public testing::Test {
     Init(*session_.get(), database_.ConnectionString());
   }
 
-  // Every method of the object's dual interface; how many there are.
+  // Calls every method of the object's dual interface. Returns how many there are.
   static int ExpectAllToRefuse(IDispatch& object) {
     return ForEachMethod(object, [&](const FUNCDESC& method) {
       Rooms rooms;
@@ -40,11 +40,11 @@ class WrongThread : public testing::Test {
   ComPtr<_BVilnor> session_ = NewBVilnor();
 };
 
-TEST_F(WrongThread, IsRefusedByEveryMethodOfASession) {
+TEST_F(WrongThread, SessionMethodsRefuseAnotherThread) {
   EXPECT_EQ(ExpectAllToRefuse(*session_.get()), 17);
 }
 
-TEST_F(WrongThread, IsRefusedByEveryMethodOfADatabaseObject) {
+TEST_F(WrongThread, DatabaseObjectMethodsRefuseAnotherThread) {
   ComPtr<_DBVilnor> object;
   ASSERT_EQ(CoCreateInstance(CLSID_DBVilnor, nullptr, CLSCTX_INPROC_SERVER, IID__DBVilnor,
                              object.ReceiveVoid()),
@@ -57,7 +57,7 @@ TEST_F(WrongThread, IsRefusedByEveryMethodOfADatabaseObject) {
   EXPECT_EQ(user.Text(), u"bjorn.ek");
 }
 
-TEST_F(WrongThread, IsRefusedLateBound) {
+TEST_F(WrongThread, LateBoundCallsRefuseAnotherThread) {
   UINT count = 0;
   EXPECT_EQ(OnAnotherThread([&] { return session_->GetTypeInfoCount(&count); }),
             RPC_E_WRONG_THREAD);
@@ -80,7 +80,7 @@ TEST_F(WrongThread, IsRefusedLateBound) {
             RPC_E_WRONG_THREAD);
 }
 
-TEST_F(WrongThread, IsRefusedByTheConnectionPoints) {
+TEST_F(WrongThread, ConnectionPointsRefuseAnotherThread) {
   ComPtr<IConnectionPointContainer> container;
   ASSERT_EQ(session_->QueryInterface(IID_IConnectionPointContainer, container.ReceiveVoid()), S_OK);
   const auto point = EventsOf(*session_.get());
@@ -105,7 +105,7 @@ TEST_F(WrongThread, IsRefusedByTheConnectionPoints) {
   EXPECT_EQ(point->Unadvise(cookie), S_OK);
 }
 
-TEST_F(WrongThread, MayCountReferencesAndAskForInterfaces) {
+TEST_F(WrongThread, AnotherThreadMayCountReferencesAndQueryInterfaces) {
   ComPtr<IDispatch> found;
   EXPECT_EQ(
       OnAnotherThread([&] { return session_->QueryInterface(IID_IDispatch, found.ReceiveVoid()); }),
@@ -115,8 +115,8 @@ TEST_F(WrongThread, MayCountReferencesAndAskForInterfaces) {
   EXPECT_GE(OnAnotherThread([&] { return session_->Release(); }), 1U);
 }
 
-// It is not that thread's window, settings or connection to end.
-TEST_F(WrongThread, ThatReleasesTheLastReferenceLeavesTheObjectAndItsWindow) {
+// The window, settings and connection do not belong to that thread.
+TEST_F(WrongThread, LastReleaseOnAnotherThreadLeavesTheObjectAndItsWindow) {
   ASSERT_EQ(NotificationWindows(), 1);
   auto* const session = session_.Detach();
   EXPECT_EQ(OnAnotherThread([&] { return session->Release(); }), 0U);

@@ -1,4 +1,4 @@
-// TripHands.exe: what the whole trips need done in Windows itself, beside the host.
+// TripHands.exe: what the full round trips need done in Windows besides the host.
 //   TripHands press TITLE CONTROL [CONTROL=TEXT]...
 //       waits for the window with that title, types the texts and presses the button
 //   TripHands hold none|read FILE READY RELEASE

@@ -10,7 +10,7 @@ namespace {
 
 using automation::AutomationError;
 
-// The error that Check() makes of a result.
+// The error that Check() raises for a result.
 AutomationError ErrorOf(HRESULT result) {
   try {
     ::com::Check(result);
@@ -34,19 +34,19 @@ HRESULT Fail(HRESULT result) {
   return result;
 }
 
-TEST(ComError, LetsSuccessesPass) {
+TEST(ComError, SuccessRaisesNothing) {
   EXPECT_EQ(ErrorOf(S_OK).description(), u"no error");
   EXPECT_EQ(ErrorOf(S_FALSE).description(), u"no error");
 }
 
-TEST(ComError, CarriesTheObjectsSourceAndText) {
+TEST(ComError, ErrorCarriesTheObjectsSourceAndText) {
   const auto error = ErrorOf(Fail(static_cast<HRESULT>(0x800A0E79)));
   EXPECT_EQ(error.number(), 3705);
   EXPECT_EQ(error.source(), u"ADODB.Recordset");
   EXPECT_EQ(error.description(), u"Åtgärden är inte tillåten.");
 }
 
-TEST(ComError, DoesNotTakeAnOlderErrorsTextForACallsOwn) {
+TEST(ComError, TextOfAnOlderErrorIsNotUsed) {
   Fail(E_FAIL);
   try {
     ::com::CheckCall([] { return E_ABORT; });
@@ -58,7 +58,7 @@ TEST(ComError, DoesNotTakeAnOlderErrorsTextForACallsOwn) {
   }
 }
 
-TEST(ComError, SaysWhatTheSystemKnowsWhenTheObjectSaysNothing) {
+TEST(ComError, ErrorWithoutInformationHasTheSystemsText) {
   EXPECT_EQ(ErrorOf(E_OUTOFMEMORY).description(), u"Out of memory");
   const auto error = ErrorOf(static_cast<HRESULT>(0x80070002));
   EXPECT_EQ(error.number(), static_cast<std::int32_t>(0x80070002));

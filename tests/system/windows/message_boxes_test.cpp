@@ -11,7 +11,7 @@ using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
 
-TEST(MessageBoxes, ShowTheirTextUnderTheirTitle) {
+TEST(MessageBoxes, BoxShowsItsTextUnderItsTitle) {
   const BoxAnswerer user;
   ::windows::MessageBoxes boxes;
   EXPECT_EQ(boxes.Show({.text = u"Ärendet är borttaget\r\n\r\nTa bort kopplingen? Ж",
@@ -24,14 +24,14 @@ TEST(MessageBoxes, ShowTheirTextUnderTheirTitle) {
   EXPECT_EQ(user.Shown()[0].text, L"Ärendet är borttaget\r\n\r\nTa bort kopplingen? Ж");
 }
 
-TEST(MessageBoxes, CarryTheComponentsNameWhenTheyHaveNoTitle) {
+TEST(MessageBoxes, BoxWithoutATitleHasTheComponentsName) {
   const BoxAnswerer user;
   ::windows::MessageBoxes().Show({.text = u"XMLDOM Error", .title = {}});
   ASSERT_EQ(user.Shown().size(), 1U);
   EXPECT_EQ(user.Shown()[0].title, L"Vilnor");
 }
 
-TEST(MessageBoxes, CarryTheSystemsIcons) {
+TEST(MessageBoxes, BoxHasTheSystemsIcon) {
   struct Case {
     Icon icon;
     LPCWSTR systemIcon;
@@ -47,7 +47,7 @@ TEST(MessageBoxes, CarryTheSystemsIcons) {
   }
 }
 
-TEST(MessageBoxes, TellYesFromNo) {
+TEST(MessageBoxes, YesAndNoAreDistinguished) {
   const platform::MessageBox question = {
       .text = u"?", .title = u"?", .icon = Icon::Question, .buttons = Buttons::YesNo};
   {
@@ -60,7 +60,7 @@ TEST(MessageBoxes, TellYesFromNo) {
   }
 }
 
-// A window of the test's thread.
+// A window on the test's thread.
 class Window {
  public:
   explicit Window(DWORD style = WS_VISIBLE)
@@ -81,7 +81,7 @@ class OtherInFront {
  public:
   OtherInFront() {
     WaitForSingleObject(ready_, INFINITE);
-    // A thread learns by its messages that it is no longer active.
+    // A thread learns from its messages that it is no longer active.
     const ULONGLONG end = GetTickCount64() + 5000;
     while (GetActiveWindow() != nullptr && GetTickCount64() < end) {
       MSG message{};
@@ -113,7 +113,7 @@ class OtherInFront {
 
 const platform::MessageBox kBox = {.text = u"text", .title = u"title"};
 
-TEST(MessageBoxes, BelongToTheActiveWindowAndHoldUpTheOthers) {
+TEST(MessageBoxes, BoxIsOwnedByTheActiveWindowAndDisablesTheOthers) {
   const Window first;
   const Window hidden(0);
   const Window second;
@@ -133,7 +133,7 @@ TEST(MessageBoxes, BelongToTheActiveWindowAndHoldUpTheOthers) {
   EXPECT_TRUE(second.IsEnabled());
 }
 
-TEST(MessageBoxes, ComeToTheFrontWithTheHostsWindowWhileAnotherProgramIsThere) {
+TEST(MessageBoxes, BoxComesToTheFrontWithTheHostsWindowOverAnotherProgram) {
   const Window host;
   const OtherInFront other;
   bool inFront = false;
@@ -151,7 +151,7 @@ TEST(MessageBoxes, ComeToTheFrontWithTheHostsWindowWhileAnotherProgramIsThere) {
   EXPECT_TRUE(host.IsEnabled());
 }
 
-TEST(MessageBoxes, AskTheSystemForTheFront) {
+TEST(MessageBoxes, BoxAsksTheSystemForTheForeground) {
   EXPECT_EQ(::windows::BoxStyle({.text = u"", .title = u"", .icon = Icon::Exclamation}),
             std::uint32_t{MB_ICONWARNING | MB_OK | MB_TASKMODAL | MB_SETFOREGROUND});
   EXPECT_EQ(::windows::BoxStyle(
@@ -159,14 +159,14 @@ TEST(MessageBoxes, AskTheSystemForTheFront) {
             std::uint32_t{MB_ICONQUESTION | MB_YESNO | MB_TASKMODAL | MB_SETFOREGROUND});
 }
 
-TEST(MessageBoxes, OfAHostWithoutAWindowHaveNoOwner) {
+TEST(MessageBoxes, BoxOfAHostWithoutAWindowHasNoOwner) {
   const BoxAnswerer user;
   ::windows::MessageBoxes().Show(kBox);
   ASSERT_EQ(user.Shown().size(), 1U);
   EXPECT_EQ(user.Shown()[0].owner, nullptr);
 }
 
-TEST(MessageBoxes, LeaveAWindowDisabledThatTheHostHasDisabled) {
+TEST(MessageBoxes, WindowDisabledByTheHostStaysDisabled) {
   const Window host;
   const Window disabled;
   EnableWindow(disabled.get(), FALSE);
@@ -176,7 +176,7 @@ TEST(MessageBoxes, LeaveAWindowDisabledThatTheHostHasDisabled) {
   EXPECT_FALSE(disabled.IsEnabled());
 }
 
-TEST(MessageBoxes, OfAQuestionOfferYesFirst) {
+TEST(MessageBoxes, YesIsTheDefaultButtonOfAQuestion) {
   const BoxAnswerer user(Boxes::OfThisProcess, IDNO);
   ::windows::MessageBoxes().Show(
       {.text = u"?", .title = u"?", .icon = Icon::Question, .buttons = Buttons::YesNo});
@@ -185,14 +185,14 @@ TEST(MessageBoxes, OfAQuestionOfferYesFirst) {
 }
 
 // The host ends its message loop while the question is open.
-TEST(MessageBoxes, ThatEndWithTheHostAreNotAnswered) {
+TEST(MessageBoxes, BoxEndedWithTheHostIsNotAnswered) {
   const DWORD thread = GetCurrentThreadId();
   const BoxAnswerer user(Boxes::OfThisProcess, 0,
                          [&] { PostThreadMessageW(thread, WM_QUIT, 0, 0); });
   EXPECT_EQ(::windows::MessageBoxes().Show(
                 {.text = u"?", .title = u"?", .icon = Icon::Question, .buttons = Buttons::YesNo}),
             Answer::None);
-  // The host's own loop ends, too. No word of it is left for the next test's boxes.
+  // The host's own loop ends too, with no message left for the next test's boxes.
   int words = 0;
   MSG message{};
   while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) {

@@ -11,7 +11,7 @@ constexpr std::wstring_view kNoteTo = L" note-to=";
 constexpr std::wstring_view kWaitFor = L" wait-for=";
 constexpr DWORD kGoodTime = 20'000;
 
-// What the starter asked for, "show default" when it did not ask.
+// The window that the starter requested, "show default" when it requested none.
 std::string WindowAskedFor() {
   STARTUPINFOW startup{};
   GetStartupInfoW(&startup);
@@ -51,7 +51,7 @@ bool RanAsNotingProgram() {
     return true;
   }
   const std::filesystem::path file = commandLine.substr(found + kNoteTo.size());
-  // Under another name until it is whole, for the reader's sake. The tests' paths are ASCII.
+  // Under another name until complete, for the reader. The tests' paths are ASCII.
   const std::filesystem::path unfinished = file.wstring() + L".unfinished";
   std::ofstream(unfinished, std::ios::binary)
       << std::string(commandLine.begin(), commandLine.end()) << '\n'

@@ -1,5 +1,5 @@
-// This test program in the part of a program that is started: it notes its command line and, on a
-// line of its own, the window that its starter asked for ("show 1"), and ends.
+// This test program acting as the program that is started: it records its command line and, on a
+// second line, the window that its starter requested ("show 1"), and ends.
 #pragma once
 
 #include <filesystem>
@@ -7,13 +7,13 @@
 
 namespace system_tests {
 
-// The argument that makes it do so in `file`; the last of its arguments.
+// The argument that makes it write this to `file`; always the last one.
 std::wstring NoteTo(const std::filesystem::path& file);
-// The argument in front that makes it wait before for the named event; without the event in good
-// time it notes nothing.
+// An earlier argument makes it wait for the named event first. Without the event in time it records
+// nothing.
 std::wstring WaitFor(const std::wstring& event);
 
-// Whether this process was started with that argument, and has done so.
+// Whether this process was started with that argument and has done so.
 bool RanAsNotingProgram();
 
 }  // namespace system_tests

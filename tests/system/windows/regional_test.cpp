@@ -1,4 +1,4 @@
-// The user's regional settings, and that the component's conversions agree with the system's own.
+// The user's regional settings. The component's conversions agree with the system's own.
 #include <gmock/gmock.h>
 
 #include "automation/conversion.h"
@@ -22,17 +22,17 @@ class Regional : public testing::Test {
   automation::Regional regional_ = ::windows::UserLocale().Regional();
 };
 
-TEST_F(Regional, TellsTheShortDateTheSameInBothWays) {
+TEST_F(Regional, ShortDateIsTheSameFromInfoAndSettings) {
   EXPECT_EQ(::windows::UserLocale().Info(kShortDateItem), regional_.shortDate);
   EXPECT_NE(regional_.shortDate, u"");
 }
 
-TEST_F(Regional, HasNoAnswerToAnUnknownItem) {
+TEST_F(Regional, UnknownRegionalItemHasNoAnswer) {
   EXPECT_EQ(::windows::UserLocale().Info(0x0FFF), u"");
 }
 
-TEST_F(Regional, PrintsNumbersAsTheSystemDoes) {
-  // Up to fifteen digits and not in powers of ten, where Wine differs from Windows.
+TEST_F(Regional, NumbersAreWrittenAsTheSystemDoes) {
+  // Up to fifteen digits and no powers of ten, where Wine differs from Windows.
   for (const double number : {0.0, 1.0, -1.0, 1.5, -2.25, 0.1, 1234567.891, 1e10, 123456789012345.0,
                               0.00012345, 1.0 / 3}) {
     ::com::Bstr text;
@@ -41,7 +41,7 @@ TEST_F(Regional, PrintsNumbersAsTheSystemDoes) {
   }
 }
 
-TEST_F(Regional, PrintsDatesAsTheSystemDoes) {
+TEST_F(Regional, DatesAreWrittenAsTheSystemDoes) {
   for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 11, 16, 14, 5, 0}),
                           MakeDate({2026, 1, 2, 0, 0, 59}), MakeDate({1945, 1, 1, 12, 0, 0}),
                           MakeDate({1899, 12, 30, 8, 30, 0}), MakeDate({1850, 6, 7, 23, 59, 59})}) {
@@ -51,7 +51,7 @@ TEST_F(Regional, PrintsDatesAsTheSystemDoes) {
   }
 }
 
-TEST_F(Regional, ReadsItsOwnDatesAsTheSystemDoes) {
+TEST_F(Regional, WrittenDatesAreReadAsTheSystemDoes) {
   for (const Date date : {MakeDate({2026, 11, 16, 0, 0, 0}), MakeDate({2026, 3, 4, 14, 5, 0})}) {
     std::wstring text = ::com::Wide(automation::DateText(date, regional_));
     DATE read = 0;
@@ -60,8 +60,8 @@ TEST_F(Regional, ReadsItsOwnDatesAsTheSystemDoes) {
   }
 }
 
-// Also what DateFromParts makes of its parts in pictures with a month's name or a weekday.
-TEST_F(Regional, ChangesMonthAndDayAsTheSystemDoes) {
+// Includes the texts that DateFromParts builds in formats with a month's name or a weekday.
+TEST_F(Regional, MonthAndDayAreSwappedAsTheSystemDoes) {
   for (std::wstring text :
        {L"13/05/2002", L"05/13/2002", L"2002-13-05", L"2002-05-13", L"2/30/2002", L"30/2/2002",
         L"13/13/2002", L"2002-02-30", L"0/12/2026", L"2-11-2007", L"5-22-2007", L"5 22 2007",
@@ -74,7 +74,7 @@ TEST_F(Regional, ChangesMonthAndDayAsTheSystemDoes) {
   }
 }
 
-TEST_F(Regional, ReadsNumbersAsTheSystemDoes) {
+TEST_F(Regional, NumbersAreReadAsTheSystemDoes) {
   const std::wstring separator = ::com::Wide({&regional_.decimalSeparator, 1});
   const std::vector<std::wstring> texts = {L"12", L"-3" + separator + L"25", L" 7 ", L"1e3",
                                            L"2" + separator + L"5E-2"};
@@ -85,7 +85,7 @@ TEST_F(Regional, ReadsNumbersAsTheSystemDoes) {
   }
 }
 
-TEST(SystemClock, TellsTheLocalTime) {
+TEST(SystemClock, SystemClockGivesLocalTime) {
   const auto system = [] {
     SYSTEMTIME now{};
     double days = 0;

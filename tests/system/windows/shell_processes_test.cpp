@@ -25,7 +25,7 @@ class ShellProcesses : public testing::Test {
     fs::copy_file(self.data(), program_, fs::copy_options::overwrite_existing);
   }
   ~ShellProcesses() override {
-    // The program may be about to end still.
+    // The program may still be about to end.
     Wait([&] {
       std::error_code error;
       fs::remove_all(folder_, error);
@@ -42,7 +42,7 @@ class ShellProcesses : public testing::Test {
     return condition();
   }
 
-  // The lines that the program noted, as soon as they can be read; "" when they never can.
+  // The lines that the program recorded, once they can be read; "" when they never can.
   struct Note {
     std::wstring commandLine;
     std::wstring window;
@@ -68,19 +68,19 @@ class ShellProcesses : public testing::Test {
   ::windows::ShellProcesses processes_;
 };
 
-TEST_F(ShellProcesses, HandOverTheCommandLineAsItIs) {
+TEST_F(ShellProcesses, CommandLineIsPassedUnchanged) {
   const std::wstring commandLine =
       program_.wstring() + L" path=\"C:\\X\\InNewCase1.xml\" version=2" + NoteTo(note_);
   EXPECT_EQ(ErrorOf(commandLine), 0);
   EXPECT_EQ(Noted().commandLine, commandLine);
 }
 
-TEST_F(ShellProcesses, AskForANormalWindow) {
+TEST_F(ShellProcesses, ProgramIsStartedWithANormalWindow) {
   EXPECT_EQ(ErrorOf(program_.wstring() + NoteTo(note_)), 0);
   EXPECT_EQ(Noted().window, L"show 1");
 }
 
-TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
+TEST_F(ShellProcesses, StartDoesNotWaitForTheProgramsEnd) {
   const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
   const std::wstring commandLine = program_.wstring() + WaitFor(name) + NoteTo(note_);
@@ -91,8 +91,8 @@ TEST_F(ShellProcesses, DoNotWaitForTheProgramsEnd) {
   CloseHandle(event);
 }
 
-// The host's files and connections would stay open as long as the program runs.
-TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
+// Otherwise the host's files and connections would stay open as long as the program runs.
+TEST_F(ShellProcesses, ProgramInheritsNoHandleOfTheHost) {
   const std::wstring name = L"Vilnor test " + std::to_wstring(GetCurrentProcessId());
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
   SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
@@ -101,7 +101,7 @@ TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
   ASSERT_NE(CreatePipe(&reading, &writing, &inheritable, 0), FALSE);
   EXPECT_EQ(ErrorOf(program_.wstring() + WaitFor(name) + NoteTo(note_)), 0);
   CloseHandle(writing);
-  // The program is running, and holds no other end of the pipe.
+  // The program is running and has no other end of the pipe.
   EXPECT_EQ(PeekNamedPipe(reading, nullptr, 0, nullptr, nullptr, nullptr), FALSE);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
   SetEvent(event);
@@ -110,7 +110,7 @@ TEST_F(ShellProcesses, HandOnNoHandleOfTheHost) {
   CloseHandle(event);
 }
 
-TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
+TEST_F(ShellProcesses, UnquotedProgramPathWithBlanksIsFound) {
   const fs::path inBlanks = folder_ / L"Program folder" / L"Link program.exe";
   fs::create_directory(inBlanks.parent_path());
   fs::copy_file(program_, inBlanks);
@@ -118,13 +118,13 @@ TEST_F(ShellProcesses, FindAProgramWhosePathHasBlanksAndNoQuotes) {
   EXPECT_THAT(Noted().commandLine, testing::HasSubstr(inBlanks.wstring()));
 }
 
-TEST_F(ShellProcesses, MissAProgramThatIsNotThere) {
+TEST_F(ShellProcesses, MissingProgramIsReportedAsMissing) {
   constexpr std::int32_t kFileNotFound = 53;
   EXPECT_EQ(ErrorOf((folder_ / L"Missing.exe").wstring()), kFileNotFound);
   EXPECT_EQ(ErrorOf((folder_ / L"No folder" / L"Missing.exe").wstring()), kFileNotFound);
 }
 
-TEST_F(ShellProcesses, RefuseWhatIsNoProgram) {
+TEST_F(ShellProcesses, FileThatIsNotAProgramIsRefused) {
   constexpr std::int32_t kInvalidProcedureCall = 5;
   const fs::path text = folder_ / L"Text.exe";
   std::ofstream(text) << "no program";

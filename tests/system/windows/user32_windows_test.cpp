@@ -43,14 +43,14 @@ class User32Windows : public testing::Test {
   platform::WindowHandle window_ = 0;
 };
 
-TEST_F(User32Windows, RegisterAClassOnce) {
+TEST_F(User32Windows, WindowClassIsRegisteredOnce) {
   EXPECT_NE(Register(), 0);
   EXPECT_EQ(Register(), 0);
   EXPECT_TRUE(windows_.UnregisterClass(kClass, 0));
   EXPECT_FALSE(windows_.UnregisterClass(kClass, 0));
 }
 
-TEST_F(User32Windows, MakeAHiddenWindowAsDescribed) {
+TEST_F(User32Windows, HiddenWindowIsCreatedAsDescribed) {
   Register();
   window_ = Create();
   ASSERT_NE(window_, 0);
@@ -65,18 +65,18 @@ TEST_F(User32Windows, MakeAHiddenWindowAsDescribed) {
   EXPECT_EQ(place.bottom - place.top, 480);
 }
 
-TEST_F(User32Windows, HandMessagesToTheClassesProcedure) {
+TEST_F(User32Windows, MessagesReachTheWindowProcedureOfTheClass) {
   Register();
   window_ = Create();
   EXPECT_EQ(SendMessageA(handle(), 10002, static_cast<WPARAM>(-4711), 5), 42);
   EXPECT_THAT(received, testing::ElementsAre(Message{window_, 10002, -4711, 5}));
 }
 
-TEST_F(User32Windows, GiveNoHandleWithoutAClass) {
+TEST_F(User32Windows, WindowWithoutAClassGetsNoHandle) {
   EXPECT_EQ(Create(), 0);
 }
 
-TEST_F(User32Windows, KeepAClassThatHasWindows) {
+TEST_F(User32Windows, ClassWithWindowsIsKept) {
   Register();
   window_ = Create();
   EXPECT_FALSE(windows_.UnregisterClass(kClass, 0));
@@ -85,7 +85,7 @@ TEST_F(User32Windows, KeepAClassThatHasWindows) {
   EXPECT_TRUE(windows_.UnregisterClass(kClass, 0));
 }
 
-TEST_F(User32Windows, AreCountedWhileTheyLive) {
+TEST_F(User32Windows, LivingWindowsAreCounted) {
   EXPECT_FALSE(::windows::WindowsExist());
   Register();
   window_ = Create();

@@ -23,11 +23,11 @@ class UserSettings : public testing::Test {
   ::windows::RegistryUserSettings settings_;
 };
 
-TEST_F(UserSettings, ReadAsEmptyWhileNobodyHasSavedThem) {
+TEST_F(UserSettings, UnsavedSettingReadsAsEmpty) {
   EXPECT_EQ(Get(), u"");
 }
 
-TEST_F(UserSettings, GiveBackWhatWasSavedLast) {
+TEST_F(UserSettings, LastSavedSettingIsRead) {
   Save(u"C:\\Länk\\Link.exe");
   EXPECT_EQ(Get(), u"C:\\Länk\\Link.exe");
   Save(u"");
@@ -37,7 +37,7 @@ TEST_F(UserSettings, GiveBackWhatWasSavedLast) {
   EXPECT_EQ(Get(), longText);
 }
 
-TEST_F(UserSettings, LieWhereTheHostKeepsItsOwn) {
+TEST_F(UserSettings, SettingIsStoredWhereTheHostKeepsItsOwn) {
   Save(u"C:\\Link\\Link.exe");
   std::array<wchar_t, 100> text{};
   DWORD bytes = sizeof text;
@@ -49,18 +49,18 @@ TEST_F(UserSettings, LieWhereTheHostKeepsItsOwn) {
   EXPECT_EQ(std::wstring(text.data()), L"C:\\Link\\Link.exe");
 }
 
-TEST_F(UserSettings, ReadAsEmptyWhenTheyAreNoText) {
+TEST_F(UserSettings, SettingThatIsNotTextReadsAsEmpty) {
   const DWORD number = 1;
   RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"Vilnor", REG_DWORD, &number, sizeof number);
   EXPECT_EQ(Get(), u"");
 }
 
-TEST_F(UserSettings, EndWhereTheirDataEndsWithoutATerminatingZero) {
+TEST_F(UserSettings, UnterminatedSettingEndsWithItsData) {
   RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"Vilnor", REG_SZ, L"C:\\Link", 7 * sizeof(wchar_t));
   EXPECT_EQ(Get(), u"C:\\Link");
 }
 
-TEST_F(UserSettings, RaiseAnErrorWhenTheyCannotBeSaved) {
+TEST_F(UserSettings, UnsavableSettingRaisesAnError) {
   constexpr std::int32_t kInvalidProcedureCall = 5;
   const std::u16string tooLong(300, u'x');
   EXPECT_EQ(fakes::ErrorNumberOf([&] { settings_.Save(u"VILNORTEST", tooLong, u"Vilnor", u"x"); }),

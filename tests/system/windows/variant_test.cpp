@@ -14,7 +14,7 @@ using ::com::Variant;
 
 class RoundTrip : public testing::TestWithParam<Value> {};
 
-TEST_P(RoundTrip, KeepsTypeAndContent) {
+TEST_P(RoundTrip, VariantRoundTripKeepsTypeAndContent) {
   EXPECT_EQ(ToValue(Variant(GetParam()).get()), GetParam());
 }
 
@@ -27,7 +27,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Value(automation::Date{46342.586805555555}), Value(u""),
                     Value(std::u16string(u"Å\0ж", 3))));
 
-TEST(Variant, ReadsIntegersOfEveryWidth) {
+TEST(Variant, IntegersOfEveryWidthAreRead) {
   VARIANT raw{};
   V_VT(&raw) = VT_UI1;
   V_UI1(&raw) = 200;
@@ -49,14 +49,14 @@ TEST(Variant, ReadsIntegersOfEveryWidth) {
   EXPECT_EQ(ToValue(raw), Value(0.5));
 }
 
-TEST(Variant, ReadsASingleByItsSevenDigits) {
+TEST(Variant, SingleIsReadByItsSevenDigits) {
   VARIANT raw{};
   V_VT(&raw) = VT_R4;
   V_R4(&raw) = 1.1F;
   EXPECT_EQ(ToValue(raw), Value(1.1));
 }
 
-TEST(Variant, FollowsReferences) {
+TEST(Variant, ReferencesAreFollowed) {
   long number = 4711;
   VARIANT raw{};
   V_VT(&raw) = VT_BYREF | VT_I4;
@@ -69,13 +69,13 @@ TEST(Variant, FollowsReferences) {
   EXPECT_EQ(ToValue(outer), Value(u"Öberg"));
 }
 
-TEST(Variant, ReadsANullTextAsEmpty) {
+TEST(Variant, NullBstrReadsAsEmptyText) {
   VARIANT raw{};
   V_VT(&raw) = VT_BSTR;
   EXPECT_EQ(ToValue(raw), Value(u""));
 }
 
-TEST(Variant, RefusesWhatTheComponentHasNoTypeFor) {
+TEST(Variant, UnsupportedVariantTypesAreRefused) {
   constexpr std::int32_t kTypeMismatch = 13;
   for (const VARTYPE type : {VT_ERROR, VT_DISPATCH, VT_UNKNOWN}) {
     VARIANT raw{};

@@ -68,7 +68,7 @@ TEST(RuntimeErrors, RuntimeErrorHasNumberAndTextAndNoSource) {
   }
 }
 
-TEST(Errors, AreLoggedByNumberAndDescription) {
+TEST(Errors, ErrorIsLoggedByNumberAndDescription) {
   EXPECT_STREQ(AutomationError(53, u"Files", u"Åsas fil").what(), "53 Åsas fil");
 }
 
@@ -87,7 +87,7 @@ TEST(ErrorNumbers, ComErrorNumbersFollowTheRuntime) {
   }
 }
 
-TEST(ErrorNumbers, ControlErrorNumbersAreTheirLowWordAndOthersStand) {
+TEST(ErrorNumbers, ControlErrorNumberIsItsLowWordAndOthersAreUnchanged) {
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800A0E78)), 3704);
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800AFFFF)), 65535);
   EXPECT_EQ(ErrorNumberFromHresult(static_cast<std::int32_t>(0x800B0001)), -2146762751);

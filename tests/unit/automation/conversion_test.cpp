@@ -48,7 +48,7 @@ TEST(Null, NullRaisesInvalidUseOfNullInEveryConversion) {
   EXPECT_EQ(ErrorNumberOf([] { ToDate(Null(), kUs); }), 94);
 }
 
-TEST(EmptyValue, ReadsAsZeroFalseAndNoText) {
+TEST(EmptyValue, EmptyValueReadsAsZeroFalseAndEmptyText) {
   EXPECT_EQ(ToInt32(Value(), kUs), 0);
   EXPECT_FALSE(ToBool(Value(), kUs));
   EXPECT_EQ(ToText(Value(), kUs), u"");
@@ -67,14 +67,14 @@ TEST(NumberTexts, NumberTextsAreReadInTheUsersLocale) {
   EXPECT_EQ(ToDouble(u"1e-999", kUs), 0);
 }
 
-TEST(NumberTexts, TextThatIsNoNumberRaisesTypeMismatch) {
+TEST(NumberTexts, NonNumericTextRaisesTypeMismatch) {
   for (const auto* text : {u"", u" ", u"x", u"12x", u"--1", u"1e", u"1.2.3", u".", u"1 2 -"}) {
     EXPECT_EQ(ErrorNumberOf([&] { ToInt32(text, kUs); }), 13) << ToUtf8(text);
   }
   EXPECT_EQ(ErrorNumberOf([] { ToDouble(u"12.5", kSwedish); }), 13);
 }
 
-TEST(Booleans, AreReadFromNumbersAndTheirOwnTexts) {
+TEST(Booleans, BooleanIsReadFromNumbersAndItsOwnTexts) {
   EXPECT_TRUE(ToBool(-1.0, kUs));
   EXPECT_TRUE(ToBool(std::int32_t{2}, kUs));
   EXPECT_FALSE(ToBool(0.0, kUs));
@@ -271,7 +271,7 @@ TEST(Decimals, DecimalReadsAsTheNearestDouble) {
   EXPECT_EQ(DecimalOf(0), (Decimal{.lo = 0, .hi = 0, .scale = 0, .negative = false}));
 }
 
-// Whether no other double is nearer to numerator / denominator, both below 2^17 and 2^10.
+// Whether no other double is nearer to numerator / denominator; they are below 2^17 and 2^10.
 bool IsNearest(double number, std::uint64_t numerator, std::uint64_t denominator) {
   int exponent = 0;
   const double fraction = std::frexp(number, &exponent);
@@ -290,14 +290,14 @@ TEST(NumberTexts, NumberTextReadsAsTheNearestDouble) {
 
 TEST(CurrencyAmounts, CurrencyAmountReadsAsTheNearestDouble) {
   for (std::int32_t tenThousandths = 1; tenThousandths < 100000; ++tenThousandths) {
-    // Sixteen times the amount, so that the denominator is small.
+    // Sixteen times the amount, which keeps the denominator small.
     const double number = ToDouble(Currency{tenThousandths}, kUs) * 16;
     ASSERT_TRUE(IsNearest(number, static_cast<std::uint64_t>(tenThousandths), 625))
         << tenThousandths;
   }
 }
 
-TEST(WholeNumbers, WholeNumberOfADecimalIsThatOfItsDouble) {
+TEST(WholeNumbers, DecimalRoundsToTheWholeNumberOfItsDouble) {
   EXPECT_EQ(ToInt32(*ParseDecimal(u"3.49999999999999999999"), kUs), 4);
   EXPECT_EQ(ToInt32(*ParseDecimal(u"2.50000000000000000001"), kUs), 2);
 }
@@ -314,7 +314,7 @@ TEST(EveryKindOfValue, EveryKindOfValueReadsAsANumber) {
   EXPECT_EQ(ErrorNumberOf([] { ToInt16(-32769.0, kUs); }), 6);
 }
 
-TEST(EveryKindOfValue, EveryKindOfValueReadsAsADateUnlessItsNumberIsNone) {
+TEST(EveryKindOfValue, NumbersDatesAndDateTextsReadAsDates) {
   EXPECT_EQ(ToDate(2.25, kUs), Date{2.25});
   EXPECT_EQ(ToDate(Date{46342}, kUs), Date{46342});
   EXPECT_EQ(ToDate(u"1/1/1900", kUs), Date{2});

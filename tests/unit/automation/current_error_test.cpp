@@ -17,18 +17,18 @@ AutomationError Caught(const Thrown& thrown) {
   }
 }
 
-TEST(CurrentError, IsAnAutomationErrorItself) {
+TEST(CurrentError, AutomationErrorIsTakenUnchanged) {
   const AutomationError error = Caught(AutomationError(3704, u"ADODB.Recordset", u"Closed."));
   EXPECT_EQ(error.number(), 3704);
   EXPECT_EQ(error.source(), u"ADODB.Recordset");
   EXPECT_EQ(error.description(), u"Closed.");
 }
 
-TEST(CurrentError, IsOutOfMemoryForAFailedAllocation) {
+TEST(CurrentError, FailedAllocationIsOutOfMemory) {
   EXPECT_TRUE(Caught(std::bad_alloc()).Is(RuntimeError::OutOfMemory));
 }
 
-TEST(CurrentError, IsAutomationErrorForAnythingElse) {
+TEST(CurrentError, ForeignExceptionIsAutomationError) {
   EXPECT_TRUE(Caught(std::runtime_error("x")).Is(RuntimeError::AutomationFailure));
   EXPECT_TRUE(Caught(1).Is(RuntimeError::AutomationFailure));
 }

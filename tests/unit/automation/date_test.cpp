@@ -68,13 +68,13 @@ TEST(DateReading, DateIsReadInTheLocalesOrder) {
   EXPECT_EQ(ParseDate(u"1/2/30", kUs), Day(1930, 1, 2));
 }
 
-TEST(DateReading, ChangesMonthAndDayWhereTheMonthCannotBeOne) {
+TEST(DateReading, MonthAndDayAreSwappedWhenTheMonthIsImpossible) {
   EXPECT_EQ(ParseDate(u"16/11/2026", kUs), Day(2026, 11, 16));
   EXPECT_EQ(ParseDate(u"11.16.2026", kGerman), Day(2026, 11, 16));
   EXPECT_EQ(ParseDate(u"2026-16-11", kSwedish), Day(2026, 11, 16));
 }
 
-TEST(DateReading, TakesATimeBehindTheDateOrAlone) {
+TEST(DateReading, TimeIsReadAfterADateOrWithoutOne) {
   EXPECT_EQ(ParseDate(u"2026-11-16 14:05:09", kSwedish), Time(2026, 11, 16, 14, 5, 9));
   EXPECT_EQ(ParseDate(u"11/16/2026 2:05 PM", kUs), Time(2026, 11, 16, 14, 5));
   EXPECT_EQ(ParseDate(u"11/16/2026 12:05:00 am", kUs), Time(2026, 11, 16, 0, 5));
@@ -98,7 +98,7 @@ TEST(DateTexts, DateTextWithABlankOrFinalSeparatorIsRead) {
   EXPECT_FALSE(ParseDate(u"1  7 2002", czech));
 }
 
-TEST(DateReading, TextThatIsNoDateIsRefused) {
+TEST(DateReading, TextThatIsNotADateIsRefused) {
   for (const auto* text : {u"",
                            u" ",
                            u"x",
@@ -126,14 +126,14 @@ TEST(DateReading, TextThatIsNoDateIsRefused) {
   EXPECT_EQ(ErrorNumberOf([] { ToDate(u"i morgon", kSwedish); }), 13);
 }
 
-TEST(DateFormats, ReplaceTheirLettersInEitherCase) {
+TEST(DateFormats, DateFormatLettersOfEitherCaseAreReplaced) {
   EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"mm-dd-yyyy"), u"01-05-2026");
   EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"YYYYMMDD"), u"20260105");
   EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"d.M.yy"), u"5.1.26");
   EXPECT_EQ(FormatTime(Time(2026, 1, 5, 4, 5, 6)), u"04:05:06");
 }
 
-TEST(DateArithmetic, AddsYearsAndCountsDays) {
+TEST(DateArithmetic, YearsAreAddedAndDaysCounted) {
   EXPECT_EQ(AddYears(Day(1942, 1, 1), 65), Day(2007, 1, 1));
   EXPECT_EQ(AddYears(Day(2000, 2, 29), 1), Day(2001, 2, 28));
   EXPECT_EQ(AddYears(Time(2000, 2, 28, 10, 0), 4), Time(2004, 2, 28, 10, 0));
@@ -200,7 +200,7 @@ TEST(DateTexts, TwelveHourClockTextTurnsAtNoon) {
   EXPECT_EQ(ParseDate(u"12:00", named), Date{0.5});
 }
 
-TEST(DateReading, TakesHoursOfTheHalfDayFromOneToTwelve) {
+TEST(DateReading, TwelveHourClockHoursAreFromOneToTwelve) {
   EXPECT_EQ(ParseDate(u"1/5/2026 12:00 PM", kUs), Time(2026, 1, 5, 12, 0));
   EXPECT_EQ(ParseDate(u"1/5/2026 11:59:59 PM", kUs), Time(2026, 1, 5, 23, 59, 59));
   EXPECT_EQ(ParseDate(u"1/5/2026 1:00  AM", kUs), Time(2026, 1, 5, 1, 0));
@@ -211,7 +211,7 @@ TEST(DateReading, TakesHoursOfTheHalfDayFromOneToTwelve) {
   EXPECT_FALSE(ParseDate(u"1/5/2026 1:00PM", kUs));
 }
 
-TEST(DateReading, TakesTimesUpToOneSecondToMidnightInNumbersOfTwoDigits) {
+TEST(DateReading, TimePartsHaveUpToTwoDigitsAndEndBeforeMidnight) {
   EXPECT_EQ(ParseDate(u"2026-01-05 23:59:59", kSwedish), Time(2026, 1, 5, 23, 59, 59));
   EXPECT_EQ(ParseDate(u"2026-01-05  1:2:3", kSwedish), Time(2026, 1, 5, 1, 2, 3));
   for (const auto* text :
@@ -222,7 +222,7 @@ TEST(DateReading, TakesTimesUpToOneSecondToMidnightInNumbersOfTwoDigits) {
   }
 }
 
-TEST(DateReading, TakesYearsOfOneTwoOrFourDigits) {
+TEST(DateReading, YearHasOneTwoOrFourDigits) {
   EXPECT_EQ(ParseDate(u"1/2/5", kUs), Day(2005, 1, 2));
   EXPECT_EQ(ParseDate(u"1/2/0", kUs), Day(2000, 1, 2));
   EXPECT_EQ(ParseDate(u"1/2/99", kUs), Day(1999, 1, 2));
@@ -234,7 +234,7 @@ TEST(DateReading, TakesYearsOfOneTwoOrFourDigits) {
   EXPECT_FALSE(ParseDate(u"2026-001-02", kSwedish));
 }
 
-TEST(DateReading, TakesTheYearFirstWhereThePictureHasItSoUnlessItIsLast) {
+TEST(DateReading, YearIsReadFirstInAYearFirstPictureUnlessItStandsLast) {
   EXPECT_EQ(ParseDate(u"01-02-2003", kSwedish), Day(2003, 1, 2));
   EXPECT_EQ(ParseDate(u"01-02-03", kSwedish), Day(2001, 2, 3));
   EXPECT_EQ(ParseDate(u"01.02.03", kGerman), Day(2003, 2, 1));
@@ -244,7 +244,7 @@ TEST(DateReading, TakesTheYearFirstWhereThePictureHasItSoUnlessItIsLast) {
   EXPECT_EQ(ParseDate(u"01.02.2003", dayFirst), Day(2003, 2, 1));
 }
 
-TEST(DateReading, ChangesMonthAndDayAtThirteenAlone) {
+TEST(DateReading, MonthAndDayAreSwappedFromThirteenOnOnly) {
   EXPECT_EQ(ParseDate(u"13/12/2026", kUs), Day(2026, 12, 13));
   EXPECT_EQ(ParseDate(u"2026-13-12", kSwedish), Day(2026, 12, 13));
   EXPECT_FALSE(ParseDate(u"2/30/2026", kUs));
@@ -254,7 +254,7 @@ TEST(DateReading, ChangesMonthAndDayAtThirteenAlone) {
   EXPECT_FALSE(ParseDate(u"2026-12-00", kSwedish));
 }
 
-TEST(DateReading, TakesTwoSeparatorsWhereThePictureHasThem) {
+TEST(DateReading, DoubledSeparatorsOfThePictureAreRead) {
   const Regional uzbek{.shortDate = u"dd/MM yyyy", .twelveHourClock = false};
   for (const Date date : {Day(2002, 7, 1), Day(1942, 12, 31), Time(2026, 11, 16, 14, 5)}) {
     EXPECT_EQ(ParseDate(DateText(date, uzbek), uzbek), date);
@@ -266,14 +266,14 @@ TEST(DateReading, TakesTwoSeparatorsWhereThePictureHasThem) {
   EXPECT_FALSE(ParseDate(u"1/7 2002", kUs));
 }
 
-TEST(DateReading, TakesNoNamesOfMonthsOrWeekdays) {
+TEST(DateReading, MonthAndWeekdayNamesAreNotRead) {
   for (const auto* text : {u"1 jul 2002", u"1-Jul-2002", u"Mon 1/7/2002", u"1/7/2002 Mon"}) {
     EXPECT_FALSE(ParseDate(text, kUs)) << ToUtf8(text);
   }
 }
 
-// No other order of a year of two digits is tried, as the runtime tries them.
-TEST(DateReading, GuessesNoOrderForAYearOfTwoDigits) {
+// Unlike in the runtime, no other order is tried for a two-digit year.
+TEST(DateReading, ImpossibleDateIsNotReadInAnotherOrder) {
   for (const auto* text : {u"2/30/02", u"13/13/02", u"2/30/2002", u"30/2/2002"}) {
     EXPECT_FALSE(ParseDate(text, kUs)) << ToUtf8(text);
   }
@@ -284,7 +284,7 @@ TEST(DateTexts, DateTextHasNumbersInPlaceOfNames) {
   EXPECT_EQ(DateText(Day(2026, 1, 5), words), u"05 5 01 2026");
 }
 
-TEST(DateReading, TakesEachSeparatorOfDates) {
+TEST(DateReading, EveryDateSeparatorIsRead) {
   for (const auto* text : {u"2002-7-1", u"2002/7/1", u"2002.7.1", u"2002 7 1"}) {
     EXPECT_EQ(ParseDate(text, kSwedish), Day(2002, 7, 1)) << ToUtf8(text);
   }
@@ -293,7 +293,7 @@ TEST(DateReading, TakesEachSeparatorOfDates) {
   EXPECT_FALSE(ParseDate(u"2002-7-", kSwedish));
 }
 
-TEST(DateFormats, PadDaysAndMonthsToTwoDigitsAtMost) {
+TEST(DateFormats, DaysAndMonthsArePaddedToTwoDigitsAtMost) {
   EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"DDD.MMM.YYY"), u"05.01.2026");
   EXPECT_EQ(FormatDate(Day(2026, 1, 5), u"D/M/Y"), u"5/1/26");
   EXPECT_EQ(FormatDate(Day(2007, 1, 5), u"y"), u"07");
@@ -301,7 +301,7 @@ TEST(DateFormats, PadDaysAndMonthsToTwoDigitsAtMost) {
   EXPECT_EQ(FormatDate(Day(226, 11, 15), u"yyyy-m-d"), u"0226-11-15");
 }
 
-TEST(DateArithmetic, KeepsTheLeapDayInLeapYearsAlone) {
+TEST(DateArithmetic, LeapDayIsKeptInLeapYearsOnly) {
   EXPECT_EQ(AddYears(Day(2000, 2, 29), 4), Day(2004, 2, 29));
   EXPECT_EQ(AddYears(Day(2000, 2, 29), -100), Day(1900, 2, 28));
   EXPECT_EQ(AddYears(Day(2000, 3, 29), 1), Day(2001, 3, 29));

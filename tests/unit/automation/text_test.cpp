@@ -11,7 +11,7 @@ namespace {
 
 using fakes::ErrorNumberOf;
 
-TEST(Utf8, Utf8CarriesEveryCharacterBothWays) {
+TEST(Utf8, EveryCharacterIsConvertedToUtf8AndBack) {
   const std::u16string text = u"Åsa é \u00A0 € 中 \U0001F600 \uFFFD";
   EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
   EXPECT_EQ(ToUtf8(u"Ö"), "\xC3\x96");
@@ -63,7 +63,7 @@ TEST(Splitting, SplitCountsEmptyPieces) {
   EXPECT_TRUE(Split(u"", u' ').empty());
 }
 
-TEST(Letters, LettersAreComparedAndReplacedWithoutRegardToCase) {
+TEST(Letters, LettersAreComparedAndReplacedIgnoringCase) {
   EXPECT_TRUE(EqualsNoCase(u"Åsa", u"åSA"));
   EXPECT_FALSE(EqualsNoCase(u"Åsa", u"Asa"));
   EXPECT_EQ(UCase(u"åäöé÷ÿß"), u"ÅÄÖÉ÷ÿß");

@@ -1,4 +1,4 @@
-// The thread's shared connection and who keeps it open.
+// The thread's shared connection and which object keeps it open.
 
 #include "fakes/another_thread.h"
 #include "fixture.h"
@@ -18,7 +18,7 @@ class SharedConnection : public DbTest {
   }
 };
 
-TEST_F(SharedConnection, NewDBVilnorOpensTheConnectionWithTheSessionsTextAsItIs) {
+TEST_F(SharedConnection, NewDBVilnorOpensTheConnectionWithTheSessionsExactString) {
   session.gConnectionParameter = u"Provider=Åbo; Data Source=\"x;y\"";
   const DBVilnor operations;
   EXPECT_EQ(database.Log(),
@@ -124,8 +124,8 @@ TEST_F(SharedConnection, NewDBVilnorFollowsChangedSessionSettings) {
   EXPECT_EQ(database.Log().at(0), u"Connection.ConnectionString = Driver=Other");
 }
 
-// Another thread has a state of its own: it is told nothing of this one's session, opens a
-// connection of its own, and releases only that.
+// Another thread has its own state: it does not know this one's session, opens its own connection,
+// and releases only that.
 TEST_F(SharedConnection, EachThreadHasItsOwnConnection) {
   DBVilnor operations;
   std::u16string userThere;
@@ -207,7 +207,7 @@ TEST_F(ComponentsOwnObject, GDBIsKeptUnlessAnotherOperationReplacedIt) {
   EXPECT_EQ(db::GDB()->GetVilnorUserByPID(1), u"åsa");
 }
 
-// A notification that comes while the box of an operation is open renews gDB.
+// A notification that arrives while an operation's box is open replaces gDB.
 class RenewingDialogs : public fakes::Dialogs {
  public:
   platform::Answer Show(const platform::MessageBox& box) override {

@@ -60,7 +60,7 @@ TEST_F(Links, DeleteReportsALeftOpenRecordsetAndIssuesTheRollback) {
   EXPECT_EQ(database.Log().back(), u"RollbackTrans");
 }
 
-TEST_F(Links, ExistByPatientTakesTheCaseIdAsItIs) {
+TEST_F(Links, ExistByPatientUsesTheExactCaseId) {
   operations.CaseExistsPID(1, 9, u" VL'1 ");
   EXPECT_TRUE(database.Log().back().ends_with(u"and CaseId = ' VL'1 '"));
 }

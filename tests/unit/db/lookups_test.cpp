@@ -1,4 +1,4 @@
-// What the lookups give for the rows that the database has, or has not.
+// The results of lookups with and without rows.
 #include "fixture.h"
 
 namespace unit {

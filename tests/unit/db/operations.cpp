@@ -28,7 +28,7 @@ std::u16string Wide(const std::string& name) {
   return automation::FromUtf8(name);
 }
 
-// A lookup by one statement whose row is handed out as a recordset.
+// A lookup by one statement whose row is returned as a recordset.
 template <class Run>
 Operation RecordsetLookup(const std::string& name, const std::u16string& mode,
                           const std::u16string& statement, Run run) {
@@ -44,7 +44,7 @@ Operation RecordsetLookup(const std::string& name, const std::u16string& mode,
       .boxesWithoutARow = {}};
 }
 
-// A lookup by one statement of which one value is taken.
+// A lookup by one statement that returns a single value.
 template <class Run>
 Operation ValueLookup(const std::string& name, const std::u16string& mode,
                       const std::u16string& statement, const fakes::Rows& rows, Run run,
@@ -222,7 +222,7 @@ std::vector<Operation> Updates() {
   return updates;
 }
 
-// A key that cannot be read is reported by GetScalarValue and leaves a gap in the next statement.
+// GetScalarValue reports an unreadable key, which leaves a gap in the next statement.
 std::vector<ExpectedCall> NewCaseCalls(const std::u16string& linkInsert,
                                        const std::u16string& journalInsert) {
   const std::u16string procedure = u"AddNewCase";
@@ -273,7 +273,7 @@ std::vector<Operation> Users() {
   const std::u16string byCode = u"SELECT ID from Pasient where Code1 = -32000";
   const fakes::Rows name = {{u"UserName"}, {{u"åsa"}}};
   const Answers mapped = {{byPid, name}};
-  // After a failed look at the current name the update goes on as if there were none.
+  // After a failed lookup of the current name, the update goes on as if there were none.
   const ExpectedCall look{kKeyset + byPid, {BoxIn(u"GetVilnorUserByPID")}};
   const ExpectedCall close{u"Recordset.Close", {BoxIn(u"GetVilnorUserByPID")}};
   return {

@@ -1,5 +1,5 @@
-// Every operation of DBVilnor as a table: what the database receives when all goes well, and the
-// boxes that a failure of each of these calls brings.
+// Every operation of DBVilnor as a table: the database calls when all goes well, and the boxes
+// shown when each of these calls fails.
 #pragma once
 
 #include <functional>
@@ -21,17 +21,17 @@ struct ExpectedCall {
 
 struct Operation {
   std::string operation;
-  // Tells the operation's rows of the table apart: "OfApplication".
+  // Distinguishes the operation's rows in the table: "OfApplication".
   std::string variant;
-  // What the database holds for it.
+  // The database's answers for it.
   std::map<std::u16string, fakes::Rows> answers;
   std::vector<automation::Value> identities;
-  // The result; a recordset as whether there is one, nothing as Empty.
+  // The result; for a recordset whether there is one, Empty for no result.
   std::function<automation::Value(db::DBVilnor&)> run;
   automation::Value result;
   automation::Value emptyResult;
   std::vector<ExpectedCall> calls;
-  // What an operation that begins with a query shows when no row answers it.
+  // The boxes of an operation whose first query finds no row.
   std::vector<std::u16string> boxesWithoutARow;
 
   std::string Name() const { return operation + variant; }
@@ -39,7 +39,7 @@ struct Operation {
 
 const std::vector<Operation>& Operations();
 
-// Puts the operation's answers into the database.
+// Scripts the operation's answers in the database.
 void Script(fakes::Database& database, const Operation& operation);
 
 // How GoogleTest names the case in its output.

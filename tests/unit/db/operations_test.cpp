@@ -1,4 +1,4 @@
-// What the database receives from every operation, and what each failure leaves.
+// The database calls of every operation, and the effects of each failure.
 #include "operations.h"
 
 #include <fstream>
@@ -13,7 +13,7 @@ bool IsRead(const std::u16string& entry) {
   return entry == u"Recordset.EOF" || entry.starts_with(u"Recordset.Field");
 }
 
-// What holds while a box is shown: it may wait over lunch, so no transaction is open any more.
+// Checked while a box is shown: it may stay open over lunch, so no transaction may be open.
 class WatchingDialogs : public fakes::Dialogs {
  public:
   explicit WatchingDialogs(const fakes::Database& database) : database_(database) {}
@@ -38,8 +38,8 @@ class EveryOperation : public DbTest, public testing::WithParamInterface<Operati
     return entries;
   }
 
-  // The boxes that the failure of the log's last entry brings: a look at a recordset belongs to the
-  // call in front of it.
+  // The boxes shown when the last call in the log fails. A read of a recordset belongs to the call
+  // before it.
   const std::vector<std::u16string>& ExpectedBoxes(
       const std::vector<std::u16string>& logUpToFailure) const {
     const auto calls = std::count_if(logUpToFailure.begin(), logUpToFailure.end(),
@@ -53,7 +53,7 @@ class EveryOperation : public DbTest, public testing::WithParamInterface<Operati
   }
 };
 
-TEST_P(EveryOperation, SendsItsStatementsByteForByteAndGivesItsResult) {
+TEST_P(EveryOperation, OperationSendsItsExactStatementsAndReturnsItsResult) {
   db::DBVilnor operations;
   Script(database, GetParam());
   database.ClearLog();
@@ -63,7 +63,7 @@ TEST_P(EveryOperation, SendsItsStatementsByteForByteAndGivesItsResult) {
   EXPECT_FALSE(database.InTransaction());
 }
 
-TEST_P(EveryOperation, ShowsTheCriticalIconTheTitleAndOneButton) {
+TEST_P(EveryOperation, ErrorBoxOfEachOperationHasTheCriticalIconTitleAndOneButton) {
   db::DBVilnor operations;
   database.FailCall(1, kScriptedFailure);
   GetParam().run(operations);
@@ -87,7 +87,7 @@ TEST_P(EveryOperation, ClosedConnectionShowsEachOperationsBoxAndReturnsEmpty) {
   }
 }
 
-// Each call in turn is refused, looks at a recordset included.
+// Each call fails in turn, including reads of a recordset.
 TEST_P(EveryOperation, AnyFailedCallRollsBackBeforeItsBoxesAndReturnsEmpty) {
   WatchingDialogs watching(database);
   platform::Platform watched = fakes::With(ports, watching);
@@ -117,7 +117,7 @@ TEST_P(EveryOperation, AnyFailedCallRollsBackBeforeItsBoxesAndReturnsEmpty) {
   }
 }
 
-TEST_P(EveryOperation, WorksAgainOnAFreshObjectAfterAnyFailedCall) {
+TEST_P(EveryOperation, OperationWorksOnANewObjectAfterAnyFailedCall) {
   for (std::size_t failing = 0; failing < GetParam().calls.size(); ++failing) {
     SCOPED_TRACE(automation::ToUtf8(GetParam().calls[failing].entry));
     {
@@ -140,7 +140,7 @@ std::string NameOf(const testing::TestParamInfo<Operation>& tested) {
 
 INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryOperation, testing::ValuesIn(Operations()), NameOf);
 
-// The operations that begin with a query.
+// The operations that start with a query.
 class EveryQuery : public EveryOperation {};
 
 std::vector<Operation> Queries() {
@@ -152,7 +152,7 @@ std::vector<Operation> Queries() {
   return queries;
 }
 
-// The box of a query that finds the shared recordset open, by that of one that is refused.
+// Maps the box of a failing query to that of a query that finds the shared recordset open.
 std::u16string AlreadyOpenBox(const ExpectedCall& query) {
   const std::u16string& refused = query.boxesWhenItFails.at(0);
   return kAlreadyOpen + refused.substr(refused.rfind(u" in ") + 4);
@@ -181,8 +181,8 @@ TEST_P(EveryQuery, QueryWithoutARowIsEmptyAndLeavesTheRecordsetOpen) {
 
 INSTANTIATE_TEST_SUITE_P(DBVilnor, EveryQuery, testing::ValuesIn(Queries()), NameOf);
 
-// All 24 but InitConnection, which has no trap and is tested with the connection; how many rows of
-// the table each has.
+// All 24 except InitConnection, which has no trap and is tested with the connection, and the number
+// of table rows of each.
 TEST(OperationTable, OperationTableHoldsEveryOperationOfTheInterface) {
   std::map<std::string, int> rows;
   for (const auto& operation : Operations()) {
@@ -214,7 +214,7 @@ TEST(OperationTable, OperationTableHoldsEveryOperationOfTheInterface) {
   EXPECT_EQ(rows, expected);
 }
 
-// A row a call: operation, call, statement.
+// One row per call: operation, call, statement.
 std::string TableInMarkdown() {
   std::string table = "| operation | call | statement |\n|---|---|---|\n";
   for (const auto& operation : Operations()) {
@@ -228,7 +228,7 @@ std::string TableInMarkdown() {
   return table;
 }
 
-TEST(OperationTable, OperationTableStandsInTheDocumentAsItIs) {
+TEST(OperationTable, OperationTableMatchesTheDocument) {
   std::ifstream file(VILNOR_SOURCE_DIR "/docs/edge-cases/database.md", std::ios::binary);
   const std::string document{std::istreambuf_iterator<char>(file), {}};
   EXPECT_TRUE(document.ends_with("\n" + TableInMarkdown()))

@@ -41,7 +41,7 @@ TEST_F(ScalarValue, FailedScalarValueShowsACriticalBoxAndIsEmpty) {
   EXPECT_EQ(dialogs.shown, std::vector<platform::MessageBox>{box});
 }
 
-TEST_F(ScalarValue, ScalarValueLeavesTheThreadsStatementTextAlone) {
+TEST_F(ScalarValue, ScalarValueKeepsTheThreadsStatementText) {
   db::CurrentConnectionState().gSql = u"Delete from x";
   GetScalarValue(u"Select @@Identity");
   EXPECT_EQ(db::CurrentConnectionState().gSql, u"Delete from x");

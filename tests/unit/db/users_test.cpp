@@ -24,7 +24,7 @@ TEST_F(Users, UserNamesStandWithoutQuotesInTheStatements) {
                 u"Execute -1: Update VilnorPasient SET PID = 1, UserName = o'neil Where PID= 1"}));
 }
 
-TEST_F(Users, UserUpdatedFromNoNameToNoNameIsLeftAlone) {
+TEST_F(Users, UserUpdatedFromNoNameToNoNameIsUnchanged) {
   operations.UpdateVilnorUser(1, u"");
   EXPECT_TRUE(database.LogOf(u"Execute").empty());
   EXPECT_TRUE(Boxes().empty());

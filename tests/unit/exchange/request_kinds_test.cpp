@@ -13,7 +13,7 @@ struct Kind {
   std::optional<db::CaseType> caseType;
 };
 
-TEST(RequestKinds, EachMessageLeadsToItsKindsFileWordsAndCaseType) {
+TEST(RequestKinds, EachMessageGivesItsKindsFileWordsAndCaseType) {
   for (const Kind& each :
        {Kind{10001, RequestKind::NewFHP, u"\\InNewFHP", u"\\OutNewFHP",
              db::CaseType::PriorApproval},
@@ -29,7 +29,7 @@ TEST(RequestKinds, EachMessageLeadsToItsKindsFileWordsAndCaseType) {
   }
 }
 
-TEST(RequestKinds, OtherMessagesAreOfNoKind) {
+TEST(RequestKinds, OtherMessagesHaveNoKind) {
   for (const std::int32_t message : {0, 1, 10000, 10003, 10008, 10010, -10001}) {
     EXPECT_EQ(KindOf(message), std::nullopt) << message;
   }

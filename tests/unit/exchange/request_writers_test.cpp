@@ -17,7 +17,7 @@ class RequestWriters : public fakes::ComponentFixture {
   std::string Text(const std::u16string& path) const { return automation::ToUtf8(path); }
 };
 
-TEST_F(RequestWriters, NewCaseHoldsItsElementsInOrder) {
+TEST_F(RequestWriters, NewCaseRequestHasItsElementsInOrder) {
   const auto path =
       WriteNewCase({4711, 12, 3, u"194501011234", u"Anna", u"Berg"}, exchangeDirectory);
   EXPECT_EQ(path.Value(), ExchangePath(u"InNewCase4711.xml"));
@@ -44,7 +44,7 @@ TEST_F(RequestWriters, EmptyTextsMakeEmptyElements) {
             std::string::npos);
 }
 
-TEST_F(RequestWriters, SwedishLettersAreSingleBytesAndOthersReferences) {
+TEST_F(RequestWriters, SwedishLettersAreSingleBytesAndOtherLettersReferences) {
   EXPECT_FALSE(
       WriteNewCase({1, 2, 3, u"x", u"Åsa-Märta é", u"Öberg € \U0001F600"}, exchangeDirectory)
           .Failed());
@@ -76,7 +76,7 @@ TEST_F(RequestWriters, ControlCharactersAndHalfSurrogatePairsDoNotStopARequest) 
             std::string::npos);
 }
 
-TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
+TEST_F(RequestWriters, MissingFolderIsReportedAndNothingIsWritten) {
   EXPECT_TRUE(WriteNewCase({1, 2, 3, u"x", u"a", u"b"}, hostPath + u"Nowhere").Failed());
   EXPECT_TRUE(WriteSearchPatient(u"x", hostPath + u"Nowhere").Failed());
   EXPECT_EQ(dialogs.shown,
@@ -88,7 +88,7 @@ TEST_F(RequestWriters, AMissingFolderIsReportedAndNothingIsWritten) {
                                                 .icon = Icon::Exclamation}}));
 }
 
-TEST_F(RequestWriters, AnOlderFileOfTheSameNameIsReplaced) {
+TEST_F(RequestWriters, OlderFileOfTheSameNameIsReplaced) {
   Put(u"InNewCase1.xml", std::string(100000, 'x'));
   EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   EXPECT_TRUE(Contents(u"InNewCase1.xml").starts_with(kDeclaration));
@@ -147,7 +147,7 @@ TEST_F(RequestWriters, ExistCaseWithoutAFolderIsReported) {
                                                 .icon = Icon::Exclamation}}));
 }
 
-TEST_F(RequestWriters, ThePendingResultIsTheOneOfTheLastRequestThatGotAsFarAsItsPath) {
+TEST_F(RequestWriters, PendingResultIsThatOfTheLastRequestWithAPath) {
   EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   database.installed = false;
   EXPECT_TRUE(WriteExistCase(5, exchangeDirectory).Failed());
@@ -157,7 +157,7 @@ TEST_F(RequestWriters, ThePendingResultIsTheOneOfTheLastRequestThatGotAsFarAsIts
   EXPECT_EQ(PendingResultPath(), hostPath + u"Nowhere\\OutExistCase5.xml") << "its save failed";
 }
 
-TEST_F(RequestWriters, SearchAnnouncesNoAnswerAndLeavesThePendingResult) {
+TEST_F(RequestWriters, SearchExpectsNoAnswerAndKeepsThePendingResult) {
   EXPECT_FALSE(WriteNewCase({1, 2, 3, u"s", u"a", u"b"}, exchangeDirectory).Failed());
   EXPECT_EQ(WriteSearchPatient(u"19450101-1234", exchangeDirectory).Value(),
             ExchangePath(u"Search19450101-1234.xml"));

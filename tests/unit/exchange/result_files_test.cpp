@@ -1,5 +1,5 @@
-// What becomes of a result file: deleted when it has been dealt with, set aside when another
-// reading could enter it.
+// What happens to a result file: deleted when it has been processed, set aside when a later reading
+// could enter it.
 #include "exchange/result_files.h"
 
 #include "unit/exchange/result_fixture.h"
@@ -12,13 +12,13 @@ using Names = std::vector<std::string>;
 
 constexpr const char* kAside = "OutNewCase4711 2026-11-16 14.05.00.xml";
 
-// The name that a reader's file gets.
+// The name of a file that a reader set aside.
 std::string AsideOf(const Reader& reader) {
   std::string name = ToUtf8(reader.file);
   return name.insert(name.size() - 4, " 2026-11-16 14.05.00");
 }
 
-// The name of one that could not be deleted.
+// The name of a file that could not be deleted.
 std::string DoneOf(const Reader& reader) {
   return "Done" + AsideOf(reader).substr(3);
 }
@@ -49,7 +49,7 @@ TEST_F(ResultFiles, MissingResultIsNotSetAside) {
   EXPECT_EQ(Files(), Names());
 }
 
-// The folder, whose files can be kept from deletion or renaming.
+// The folder, in which deleting or renaming files can be made to fail.
 class HeldFiles : public native::LocalFiles {
  public:
   void DeleteFile(const std::u16string& path) override {
@@ -123,9 +123,9 @@ TEST_F(HeldResultFiles, UndeletableAndUnrenamableResultStaysAndIsReported) {
   }
 }
 
-// The system tells of a new name that is too long as if the file were missing; a folder in which
-// every name is taken is not in order.
-TEST_F(HeldResultFiles, UnenteredAndUnrenamableResultStaysWithASecondBox) {
+// The system reports too long a new name as a missing file. A folder in which every name is in use
+// is not normal.
+TEST_F(HeldResultFiles, FailedAndUnrenamableResultStaysWithASecondBox) {
   struct Refusal {
     RuntimeError error;
     const char16_t* box;
@@ -150,7 +150,7 @@ TEST_F(HeldResultFiles, UnenteredAndUnrenamableResultStaysWithASecondBox) {
   }
 }
 
-// The statuses that a reader acts on, with the beginnings of the statements that each sends.
+// The statuses that a reader acts on, each with the beginnings of its statements.
 struct Acting {
   const char* status;
   std::vector<const char16_t*> statements;
@@ -235,7 +235,7 @@ TEST_F(FailedResults, ResultThatNoReadingCouldEnterIsReportedAndDeleted) {
   }
 }
 
-// The numbers of a final error say nothing where a provider gives them.
+// An error number that is final elsewhere means nothing when a provider raises it.
 TEST_F(FailedResults, FailedResultIsSetAsideWhateverTheErrorNumber) {
   for (const auto& reader : kReaders) {
     for (const auto& acting : ActingOf(reader)) {
@@ -399,8 +399,8 @@ TEST_F(FailedLookup, FailedLinkLookupLeavesAResultWithoutMeaning) {
   EXPECT_EQ(Files(), Names{"OutExistCase4711.xml"});
 }
 
-// Vilnor Link may answer a further request while a box, or the host's handler, holds up the first.
-TEST_F(ResultFiles, NewerResultOfTheSameNameIsLeftAlone) {
+// Vilnor Link may answer another request while a box or the host's handler delays the first.
+TEST_F(ResultFiles, NewerResultOfTheSameNameIsKept) {
   for (const bool fails : {false, true}) {
     for (const auto& reader : kReaders) {
       SCOPED_TRACE(reader.name);

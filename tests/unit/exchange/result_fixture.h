@@ -32,7 +32,7 @@ class ResultReaders : public fakes::ComponentFixture, protected Events {
     atUpdateJournal();
   }
 
-  // What the database was asked to change, in order; transactions and readings left out.
+  // The changes sent to the database, in order, without transactions and queries.
   Statements Changes() const {
     Statements changes;
     for (const auto& entry : database.LogOf(u"Execute -1: ")) {
@@ -52,7 +52,7 @@ class ResultReaders : public fakes::ComponentFixture, protected Events {
     std::sort(names.begin(), names.end());
     return names;
   }
-  // A journal text that an update can rewrite.
+  // A journal text that an update can change.
   void AnswerJournal(const std::u16string& linkQuery) {
     database.Answer(linkQuery, {{u"Journal_ID"}, {{std::int32_t{900}}}});
     database.Answer(u"SELECT Tekst from Journal Where ID = 900",
@@ -80,7 +80,7 @@ inline std::string ResultText(const std::optional<std::string>& cancelled,
          "</UserDefData></Result></Envelope>";
 }
 
-// The three readers and what differs between them.
+// The three readers and their differences.
 struct Reader {
   const char* name;
   RequestKind kind;
@@ -105,7 +105,7 @@ inline constexpr auto kReaders = std::to_array<Reader>(
       u"SELECT Journal_ID from Vilnor Where VilnorID= 4711",
       u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-9'"}});
 
-// The statements of a deletion, with the keys 0 where no link is found.
+// The statements of a deletion, with keys 0 when no link is found.
 inline Statements Deletion(bool linkFound) {
   return linkFound ? Statements{u"Delete from Journal where id = 900",
                                 u"Delete from Vilnor where Vilnorid = 77"}

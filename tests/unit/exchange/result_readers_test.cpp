@@ -18,7 +18,7 @@ struct Cell {
   Answer answer;
 };
 
-// What a cell must leave behind, told by the rules and not by the code.
+// The expected effects of a cell, derived from the rules and not from the code.
 struct Expected {
   Statements changes = {};
   bool asks = false;
@@ -100,7 +100,7 @@ std::string Describe(const Cell& cell) {
          (cell.answer == Answer::Yes ? " Yes" : " No");
 }
 
-TEST_F(ResultReaders, EveryCombinationOfResultDoesWhatItSays) {
+TEST_F(ResultReaders, EveryCombinationOfResultFieldsHasItsEffect) {
   int cells = 0;
   for (const Cell& cell : EveryCell()) {
     SCOPED_TRACE(Describe(cell));
@@ -131,7 +131,7 @@ TEST_F(ResultReaders, EveryCombinationOfResultDoesWhatItSays) {
   EXPECT_EQ(cells, static_cast<int>(kReaders.size()) * 8 * 7 * 2 * 2);
 }
 
-TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
+TEST_F(ResultReaders, DeletedCaseAsksTheHostsExactQuestion) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   Put(u"OutExistCase4711.xml", ResultText("3", std::nullopt, ""));
   Read(RequestKind::ExistCase);
@@ -144,7 +144,7 @@ TEST_F(ResultReaders, ADeletedCaseAsksInTheHostsWords) {
                  .buttons = platform::Buttons::YesNo}}));
 }
 
-TEST_F(ResultReaders, ADeletedCaseIsTheOneOfTheLinkRecordNotOfTheFile) {
+TEST_F(ResultReaders, DeletedCaseIsTakenFromTheLinkRecordNotTheFile) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   dialogs.answers = {Answer::Yes};
@@ -171,7 +171,7 @@ TEST_F(ResultReaders, UnreadableFileIsKeptSilently) {
   }
 }
 
-// Loads whatever `errors` says, in turn.
+// Each load gives the next of `errors`.
 class ScriptedDocuments : public platform::ResultDocuments {
  public:
   class Document : public platform::ResultDocument {
@@ -194,7 +194,7 @@ class ScriptedDocuments : public platform::ResultDocuments {
   std::deque<platform::ParseError> errors;
 };
 
-TEST_F(ResultReaders, FileThatGoesBadBeforeTheSecondLoadIsReported) {
+TEST_F(ResultReaders, FileDamagedBeforeTheSecondLoadIsReported) {
   ScriptedDocuments scripted;
   platform::Platform changed = fakes::With(ports, scripted);
   platform::Use(changed);
@@ -278,7 +278,7 @@ TEST_F(ResultReaders, ResultWithADocumentTypeIsKeptSilently) {
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
+TEST_F(ResultReaders, UnopenableDatabaseIsReportedAndTheResultStays) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     database = fakes::Database();
     database.FailCall(2, kServerGone);
@@ -293,7 +293,7 @@ TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedIsReportedAndTheResultStays) {
   }
 }
 
-TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
+TEST_F(ResultReaders, ExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   database.installed = false;
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   Read(RequestKind::ExistCase);
@@ -302,8 +302,7 @@ TEST_F(ResultReaders, AnExistingCasesDatabaseIsOpenedInTheXmlRegion) {
   EXPECT_TRUE(Exists(u"OutExistCase4711.xml"));
 }
 
-// The real parser, with its living documents counted, and something that happens before the n-th
-// is made.
+// The real parser. Counts its living documents, and runs an action before the n-th is created.
 class WatchedDocuments : public platform::ResultDocuments {
  public:
   class Document : public platform::ResultDocument {
@@ -339,7 +338,7 @@ class WatchedDocuments : public platform::ResultDocuments {
   native::XmlDocuments real_;
 };
 
-// The folder, with something that happens before a file is deleted.
+// The folder, with an action before a file is deleted.
 class WatchedFiles : public native::LocalFiles {
  public:
   void DeleteFile(const std::u16string& path) override {
@@ -402,7 +401,7 @@ TEST_F(WatchedResultReaders, ResultStillBeingWrittenAtItsMessageIsReadAndDeleted
   }
 }
 
-TEST_F(WatchedResultReaders, ResultIsEnteredThenToldThenReleasedThenDeleted) {
+TEST_F(WatchedResultReaders, ResultIsEnteredThenAnnouncedThenReleasedThenDeleted) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
     database = fakes::Database();
@@ -424,7 +423,7 @@ TEST_F(WatchedResultReaders, ResultIsEnteredThenToldThenReleasedThenDeleted) {
   }
 }
 
-// Each reading can fail, and what comes behind it is then left out.
+// Each read can fail; everything after it is then skipped.
 TEST_F(WatchedResultReaders, ResultElementsAreReadInTheirOrder) {
   for (const auto& reader : kReaders) {
     SCOPED_TRACE(reader.name);
@@ -438,7 +437,7 @@ TEST_F(WatchedResultReaders, ResultElementsAreReadInTheirOrder) {
   }
 }
 
-TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
+TEST_F(WatchedResultReaders, FileRemovedBetweenTheLoadsIsReported) {
   for (const auto& reader : {kReaders[0], kReaders[1]}) {
     dialogs.shown.clear();
     watchedDocuments.made = 0;
@@ -459,7 +458,7 @@ TEST_F(WatchedResultReaders, AFileThatGoesBetweenTheLoadsIsReported) {
   }
 }
 
-TEST_F(WatchedResultReaders, AFileThatGoesBeforeItsDeletionIsReportedAfterItsRowsAreWritten) {
+TEST_F(WatchedResultReaders, FileRemovedBeforeItsDeletionIsReportedAfterItsRowsAreWritten) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   watchedFiles.beforeDeletion = [&] {
     std::filesystem::remove(folder / "Vilnor" / "OutNewCase4711.xml");
@@ -486,7 +485,7 @@ TEST_F(ResultReaders, EveryStatusHasItsUserDefDataSplit) {
   }
 }
 
-TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
+TEST_F(ResultReaders, MeaninglessStatusOpensNoDatabase) {
   for (const auto& reader : kReaders) {
     Put(reader.file, ResultText("99", "3", reader.userDefData));
     database.ClearLog();
@@ -497,8 +496,8 @@ TEST_F(ResultReaders, AStatusWithoutMeaningOpensNoDatabase) {
   }
 }
 
-// Any program of the desktop can post a message.
-TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
+// Any program on the desktop can post a message.
+TEST_F(ResultReaders, MessageWithoutAFileChangesNothing) {
   for (const auto& reader : kReaders) {
     database.ClearLog();
     Read(reader.kind);
@@ -511,7 +510,7 @@ TEST_F(ResultReaders, AMessageWithoutAFileChangesNothing) {
   }
 }
 
-TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) {
+TEST_F(ResultReaders, WithdrawnExistingCaseWithoutAnIdIsTakenFromTheLinkRecord) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", "<a><Status>7</Status></a>");
@@ -521,7 +520,7 @@ TEST_F(ResultReaders, AWithdrawnExistingCaseWithoutAnIdIsTheOneOfTheLinkRecord) 
   EXPECT_FALSE(Exists(u"OutExistCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AStatusThatTheOutcomeDoesNotNeedIsNotLookedAt) {
+TEST_F(ResultReaders, StatusNotNeededForTheOutcomeIsNotRead) {
   AnswerLink(u"SELECT * FROM Vilnor WHERE VilnorId = 4711");
   AnswerLink(u"SELECT VilnorID, Journal_ID from Vilnor where CaseId = 'L-LINK'");
   Put(u"OutExistCase4711.xml", ResultText("0", "x", ""));
@@ -562,7 +561,7 @@ TEST_F(ResultReaders, ExistingCasesNumbersAreWholeAndInTheUsersFormat) {
   }
 }
 
-TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCancels) {
+TEST_F(ResultReaders, NewCaseIsCancelledByTheNumberOneOnly) {
   locale.UseSwedish();
   for (const char* cancelled : {"99999999999", "1,4", "0,9"}) {
     SCOPED_TRACE(cancelled);
@@ -580,7 +579,7 @@ TEST_F(ResultReaders, ANewCasesCancellationIsANumberOfAnySizeAndOnlyOneItselfCan
   EXPECT_FALSE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
+TEST_F(ResultReaders, ApplicationsTextIsSplitAtItsFirstFourSeparators) {
   const auto results = std::to_array<std::pair<const char*, const char16_t*>>(
       {{"x&amp;12&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
        {"55&amp;x&amp;3&amp;8&amp;A1", u"13 Type mismatch in XMLReadNewFHP"},
@@ -607,7 +606,7 @@ TEST_F(ResultReaders, AnApplicationsTextIsSplitAtItsFirstFourSeparators) {
   EXPECT_NE(Changes()[1].find(u"ärendenr: 55&12&3&8 överförd"), std::u16string::npos);
 }
 
-TEST_F(ResultReaders, ADatabaseThatCannotBeOpenedAgainIsReportedUnderReadExistCase) {
+TEST_F(ResultReaders, DatabaseThatCannotBeReopenedIsReportedUnderReadExistCase) {
   Put(u"OutExistCase4711.xml", ResultText("99", "7", ""));
   Read(RequestKind::ExistCase);
   const auto& log = database.Log();
@@ -636,7 +635,7 @@ TEST_F(ResultReaders, EndlessValueIsReportedWithTheXmlName) {
   EXPECT_TRUE(Exists(u"OutNewCase4711.xml"));
 }
 
-TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
+TEST_F(ResultReaders, FileOfFiftyMegabytesIsReadOrRefused) {
   constexpr std::size_t kSize = 50'000'000;
   const std::string line = "<b>" + std::string(10'000, 'x') + "</b>";
   std::string lines;
@@ -656,7 +655,7 @@ TEST_F(ResultReaders, AFileOfFiftyMegabytesIsReadOrRefused) {
   }
 }
 
-TEST_F(ResultReaders, AResultToWhichNoHostListensIsEnteredAllTheSame) {
+TEST_F(ResultReaders, ResultIsEnteredWithoutAnEventSink) {
   database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   Put(u"OutNewCase4711.xml", ResultText("0", "5", "99&amp;12&amp;3"));
   ReadResult(

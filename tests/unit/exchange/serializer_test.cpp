@@ -43,11 +43,11 @@ TEST(Serializing, AttributesAreEscaped) {
             kDeclaration + std::string("<E a=\"&quot;&lt;&amp;&gt;&#10;&#9;\"/>\n"));
 }
 
-// What becomes of "q", the unit and "z".
+// The bytes written for "q", the code unit and "z".
 struct Units {
   char32_t first;
   char32_t last;
-  // "=" is the unit's byte, "#" its number.
+  // "=" stands for the unit's byte, "#" for its number.
   std::string text;
   std::string attribute;
 };
@@ -111,7 +111,7 @@ TEST(Serializing, HalvesOfSurrogatePairsAreReplaced) {
   EXPECT_EQ(bytesOf({0xDBFF, 0xE000}), withText("&#65533;&#57344;"));
 }
 
-TEST(Serializing, ElementOfWhichNothingIsLeftIsEmpty) {
+TEST(Serializing, ElementWithNothingLeftIsWrittenAsEmpty) {
   const std::string empty = kDeclaration + std::string("<E/>\n");
   EXPECT_EQ(Serialize(Element(u"E", u"\u0001\u001F")), empty);
   EXPECT_EQ(Serialize(Element(u"E", std::u16string(u"\0x", 2))), empty);

@@ -1,4 +1,4 @@
-// Form "108692": which fields are written, with what, in which order.
+// Form "108692": which fields are written, with which values, in which order.
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
@@ -14,7 +14,7 @@ using testing::Pair;
 
 constexpr const char* kForm = "108692";
 
-// Every value that a flag or count can have for "no".
+// Every value of a flag or count that means "no".
 const std::vector<Value> kNoValues = {Null(), false, 0, 0.0, std::int16_t{0}, u"0", u"False"};
 
 struct Flag {
@@ -44,14 +44,14 @@ constexpr auto kCounts = std::to_array<Flag>({{"edtAntalRtg", u"NoOfXRay"},
 
 class ApplicationForm : public FhpFixture {};
 
-TEST_F(ApplicationForm, AnEmptyApplicationHasItsFixedFieldsOnly) {
+TEST_F(ApplicationForm, EmptyApplicationHasItsFixedFieldsOnly) {
   EXPECT_THAT(Keys(kForm), ElementsAre("edtArendeNr", "edtVardgivareNamn", "edtVardgivareAdress",
                                        "edtVardgivarePostNr", "edtVardgivarePostort",
                                        "edtVardgivareOrgNr", "edtPatientPersonNr", "edtPatientNamn",
                                        "edtOrtDatum", "edtTelefon", "edtNamnfortydligande"));
 }
 
-TEST_F(ApplicationForm, AFullApplicationHasEveryFieldInOrder) {
+TEST_F(ApplicationForm, FullApplicationHasEveryFieldInOrder) {
   for (const auto& flag : kCheckBoxes) {
     application[flag.column] = true;
   }
@@ -83,7 +83,7 @@ TEST_F(ApplicationForm, AFullApplicationHasEveryFieldInOrder) {
                   "edtTelefon", "edtNamnfortydligande", "edtUJbeh", "edtLJbeh"));
 }
 
-TEST_F(ApplicationForm, ACheckBoxIsWrittenAsTrueWhenItsColumnIs) {
+TEST_F(ApplicationForm, CheckBoxIsWrittenAsTrueWhenItsColumnIsTrue) {
   for (const auto& flag : kCheckBoxes) {
     for (const Value& yes : {Value(true), Value(-1), Value(1), Value(0.5), Value(u"True")}) {
       application[flag.column] = yes;
@@ -97,7 +97,7 @@ TEST_F(ApplicationForm, ACheckBoxIsWrittenAsTrueWhenItsColumnIs) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ApplicationForm, AFlagThatIsNoneIsToldAndLeftOut) {
+TEST_F(ApplicationForm, NonNumericFlagIsReportedAndLeftOut) {
   application[u"Inlay"] = u"ja";
   application[u"LAF"] = true;
   EXPECT_NE(Write(), u"");
@@ -106,7 +106,7 @@ TEST_F(ApplicationForm, AFlagThatIsNoneIsToldAndLeftOut) {
   EXPECT_NE(File().find("cbLAF"), std::string::npos);
 }
 
-TEST_F(ApplicationForm, ACountIsWrittenAsItsTextUnlessZero) {
+TEST_F(ApplicationForm, CountIsWrittenAsTextUnlessItIsZero) {
   for (const auto& count : kCounts) {
     application[count.column] = 12;
     EXPECT_THAT(ValueOf(count.key), Optional(std::string("12"))) << count.key;
@@ -119,14 +119,14 @@ TEST_F(ApplicationForm, ACountIsWrittenAsItsTextUnlessZero) {
   }
 }
 
-TEST_F(ApplicationForm, TheEstimateBoxIsWrittenAsItsOwnText) {
+TEST_F(ApplicationForm, EstimateBoxIsWrittenAsItsOwnText) {
   application[u"EstimateOfCost"] = true;
   EXPECT_THAT(ValueOf("cbKostnadsber"), Optional(std::string("True")));
   application[u"EstimateOfCost"] = 1;
   EXPECT_THAT(ValueOf("cbKostnadsber"), Optional(std::string("1")));
 }
 
-TEST_F(ApplicationForm, TheWayOfSendingIsTestedForNullAlone) {
+TEST_F(ApplicationForm, WayOfSendingIsTestedForNullOnly) {
   application[u"SentBy"] = u"";
   EXPECT_THAT(ValueOf("edtVia"), Optional(std::string()));
   application[u"SentBy"] = 0;
@@ -135,7 +135,7 @@ TEST_F(ApplicationForm, TheWayOfSendingIsTestedForNullAlone) {
   EXPECT_EQ(ValueOf("edtVia"), std::nullopt);
 }
 
-TEST_F(ApplicationForm, TheAddressIsTheFirstLineThatIsThere) {
+TEST_F(ApplicationForm, AddressIsTheFirstLinePresent) {
   EXPECT_THAT(ValueOf("edtVardgivareAdress"), Optional(std::string("Storgatan 1")));
   for (const auto* there : {u"", u" ", u"\t"}) {
     provider[u"adr1"] = there;
@@ -152,30 +152,30 @@ TEST_F(ApplicationForm, WithoutAnAddressAnEmptyValueIsStillWritten) {
             std::string::npos);
 }
 
-TEST_F(ApplicationForm, TheProviderNumberIsLeftOutWhenNull) {
+TEST_F(ApplicationForm, ProviderNumberIsLeftOutWhenNull) {
   EXPECT_EQ(ValueOf("edtVardgivareLeverantorNr"), std::nullopt);
   provider[u"levno"] = 77;
   EXPECT_THAT(ValueOf("edtVardgivareLeverantorNr"), Optional(std::string("77")));
 }
 
-TEST_F(ApplicationForm, ThePatientHasNumberAndFullName) {
+TEST_F(ApplicationForm, PatientHasNumberAndFullName) {
   EXPECT_THAT(ValueOf("edtPatientPersonNr"), Optional(std::string("19700315-1234")));
   EXPECT_THAT(ValueOf("edtPatientNamn"), Optional(std::string("Anna Berg")));
 }
 
-TEST_F(ApplicationForm, PlaceAndDayStandInTheUsersDateFormWithoutTime) {
+TEST_F(ApplicationForm, PlaceAndDayHaveTheUsersDateFormatWithoutTime) {
   EXPECT_THAT(ValueOf("edtOrtDatum"), Optional(std::string("Stockholm 2026-11-16")));
   locale.regional = {};
   EXPECT_THAT(ValueOf("edtOrtDatum"), Optional(std::string("Stockholm 11/16/2026")));
 }
 
-TEST_F(ApplicationForm, AMissingTelephoneIsAnEmptyField) {
+TEST_F(ApplicationForm, MissingTelephoneIsAnEmptyField) {
   EXPECT_THAT(ValueOf("edtTelefon"), Optional(std::string()));
   provider[u"tlfPrivat"] = u"08-123 45";
   EXPECT_THAT(ValueOf("edtTelefon"), Optional(std::string("08-123 45")));
 }
 
-TEST_F(ApplicationForm, TheCliniciansMissingNamesAddNothing) {
+TEST_F(ApplicationForm, CliniciansMissingNamesAddNothing) {
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string("Eva Ek")));
   clinician[u"Fornavn"] = Null();
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" Ek")));
@@ -204,7 +204,7 @@ TEST_F(ApplicationForm, TextsKeepTheirBlanks) {
   EXPECT_THAT(ValueOf("edtNamnfortydligande"), Optional(std::string(" Eva  Ek")));
 }
 
-TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethNone) {
+TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethAreLeftOut) {
   for (const auto* column : {u"PrevDentalCare", u"Caries", u"perio", u"Apikal", u"PlanTreatm",
                              u"Anamnes", u"PlanTreatmUJaw", u"PlanTreatmLJaw"}) {
     application[column] = u"";
@@ -215,7 +215,7 @@ TEST_F(ApplicationForm, EmptyClinicalTextsAreEmptyFieldsAndEmptyTeethNone) {
                           "edtUJbeh", "edtLJbeh"));
 }
 
-TEST_F(ApplicationForm, TheTimeEstimatesAreWrittenOnceAtTheirPlace) {
+TEST_F(ApplicationForm, TimeEstimatesAreWrittenOnceAtTheirPosition) {
   application[u"TimeEstimate81"] = 1.5;
   application[u"TimeEstimateDentalTechnic"] = 0;
   const auto keys = Keys(kForm);
@@ -226,7 +226,7 @@ TEST_F(ApplicationForm, TheTimeEstimatesAreWrittenOnceAtTheirPlace) {
   EXPECT_THAT(ValueOf("edtBerTidsatgangTT"), Optional(std::string("0")));
 }
 
-TEST_F(ApplicationForm, JawTextsAreSentAsTheyStand) {
+TEST_F(ApplicationForm, JawTextsAreSentUnchanged) {
   application[u"PlanTreatmUJaw"] = u" 921 922  923";
   application[u"PlanTreatmLJaw"] = u"1 2 3 4 5 ";
   EXPECT_THAT(ValueOf("edtUJbeh"), Optional(std::string(" 921 922  923")));
@@ -254,7 +254,7 @@ TEST_F(ApplicationForm, MarkupInAToothsTextFollowsTheTags) {
               ElementsAre(Pair("edt11beh", "a &amp; &lt;i&gt;b"), Pair("edtibeh", "b")));
 }
 
-TEST_F(ApplicationForm, AnUnclosedTagInsideATextIsAFieldOfItsOwn) {
+TEST_F(ApplicationForm, UnclosedTagInsideATextIsASeparateField) {
   application[u"PlanTreatm"] = u"<11>a <12>b</11><13>c</13>";
   const auto fields = FieldsOf(kForm);
   EXPECT_THAT(
@@ -262,7 +262,7 @@ TEST_F(ApplicationForm, AnUnclosedTagInsideATextIsAFieldOfItsOwn) {
       ElementsAre(Pair("edt11beh", "a &lt;12&gt;b"), Pair("edt12beh", "b"), Pair("edt13beh", "c")));
 }
 
-TEST_F(ApplicationForm, APlanCutOffIsSentToItsEnd) {
+TEST_F(ApplicationForm, TruncatedPlanIsSentToItsEnd) {
   application[u"PlanTreatm"] = u"<11>a</11><12>b c";
   EXPECT_THAT(ValueOf("edt12beh"), Optional(std::string("b c")));
   application[u"PlanTreatm"] = u"<11>a</11><12";
@@ -270,7 +270,7 @@ TEST_F(ApplicationForm, APlanCutOffIsSentToItsEnd) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ApplicationForm, APlanOfFortyThousandCharactersIsSentWhole) {
+TEST_F(ApplicationForm, PlanOfFortyThousandCharactersIsSentCompletely) {
   std::u16string plan;
   while (plan.size() < 40000) {
     plan += u"<11>Krona å</11>";

@@ -1,4 +1,4 @@
-// The request file as a whole: envelope, order of the calls, failures, what remains after them.
+// The request file as a whole: envelope, order of the calls, failures, and the state afterwards.
 #include "fhp/application.h"
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@ class WriteNewFHPTest : public FhpFixture {
   bool Holds(const std::string& part) const { return File().find(part) != std::string::npos; }
 };
 
-TEST_F(WriteNewFHPTest, TheMinimalApplicationIsThisFile) {
+TEST_F(WriteNewFHPTest, MinimalApplicationIsWrittenAsTheExpectedFile) {
   EXPECT_EQ(Write(), ExchangePath(u"InNewFHP8.xml"));
   const auto item = [](const std::string& key, const std::string& value) {
     return "<FormItem><FormItemKey>" + key + "</FormItemKey>" +
@@ -53,16 +53,16 @@ TEST_F(WriteNewFHPTest, TheMinimalApplicationIsThisFile) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(WriteNewFHPTest, FilesAreNamedByTheApplicationInTheDirectoryItself) {
+TEST_F(WriteNewFHPTest, FileIsNamedByTheApplicationInTheDirectoryItself) {
   Write();
   database.Answer(u"SELECT * FROM SEPrerequest WHERE SEPrerequestID = 1234",
                   {{u"BID", u"RID", u"PID", u"CaseNo"}, {{12, 3, 4711, u"A1"}}});
-  // Columns that are not there end in the box; the names of the files are settled before.
+  // Missing columns end in the box; the file names are already set by then.
   EXPECT_TRUE(WriteNewFHP(5, 6, 7, 1234, u"C:\\X").Failed());
   EXPECT_EQ(exchange::PendingResultPath(), u"C:\\X\\OutNewFHP1234.xml");
 }
 
-TEST_F(WriteNewFHPTest, TheAnswerIsExpectedUnderTheArgumentsKey) {
+TEST_F(WriteNewFHPTest, AnswerIsExpectedUnderTheArgumentsKey) {
   Write();
   EXPECT_EQ(exchange::PendingResultPath(), ExchangePath(u"OutNewFHP8.xml"));
   EXPECT_TRUE(Holds("<WParam>8</WParam>"));
@@ -93,7 +93,7 @@ TEST_F(WriteNewFHPTest, UserDefDataKeepsItsLastSeparatorWithoutACaseNo) {
   EXPECT_EQ(UserDefData({-5, 0, 2147483647, 8}, row), u"-5&0&2147483647&8&");
 }
 
-TEST_F(WriteNewFHPTest, TheTitleIsMadeOfBirthDateAndInitials) {
+TEST_F(WriteNewFHPTest, TitleHasBirthDateAndInitials) {
   patient[u"fDato"] = automation::MakeDate({.year = 1942, .month = 3, .day = 15});
   Write();
   EXPECT_TRUE(Holds("<Title>FHP420315AB</Title>"));
@@ -103,7 +103,7 @@ TEST_F(WriteNewFHPTest, TheTitleIsMadeOfBirthDateAndInitials) {
   EXPECT_TRUE(Holds("<Title>FHP420315\xC5</Title>"));
 }
 
-TEST_F(WriteNewFHPTest, AnInitialBeyondTheBasicPlaneIsWhole) {
+TEST_F(WriteNewFHPTest, InitialOutsideTheBasicPlaneIsKeptComplete) {
   patient[u"Fornavn"] = u"\U00010400nna";
   patient[u"Navn"] = u"\U0001D50Ferg";
   Write();
@@ -116,7 +116,7 @@ TEST_F(WriteNewFHPTest, AnInitialBeyondTheBasicPlaneIsWhole) {
   EXPECT_TRUE(Holds("<Title>FHP700315&#66560;&#65533;</Title>"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingNameAddsNothingToTheTitle) {
+TEST_F(WriteNewFHPTest, MissingNameAddsNothingToTheTitle) {
   database.Answer(u"q", {{u"fornavn", u"Navn"}, {{Null(), u"Berg"}, {u"Anna", Null()}}});
   auto connection = database.NewConnection();
   connection->Open(u"", u"", u"", -1);
@@ -128,7 +128,7 @@ TEST_F(WriteNewFHPTest, AMissingNameAddsNothingToTheTitle) {
   EXPECT_EQ(CaseTitle(records), u"FHP420315A");
 }
 
-TEST_F(WriteNewFHPTest, APatientOfAHundredYearsHasAPlusSign) {
+TEST_F(WriteNewFHPTest, TitleOfAHundredYearOldPatientHasAPlusSign) {
   patient[u"fDato"] = automation::MakeDate({.year = 1926, .month = 11, .day = 16});
   Write();
   EXPECT_TRUE(Holds("<PatientId>19261116+1234</PatientId>"));
@@ -144,14 +144,14 @@ TEST_F(WriteNewFHPTest, WithoutAUserNameThereIsNoParticipant) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(WriteNewFHPTest, AnUnknownParticipantCodeIsToldByTheLookupAndTheFileIsWritten) {
+TEST_F(WriteNewFHPTest, UnknownParticipantCodeIsReportedAndTheFileIsWritten) {
   database.Answer(u"SELECT ID from Pasient where Code1 = -32000", {});
   EXPECT_NE(Write(), u"");
   EXPECT_FALSE(Holds("<Participant>"));
   EXPECT_EQ(Boxes(), Texts{kStillOpen + u"GetVilnorUserByPID"});
 }
 
-TEST_F(WriteNewFHPTest, LooksUpInThisOrder) {
+TEST_F(WriteNewFHPTest, LookupsAreMadeInOrder) {
   UseOlderPatient();
   AddEstimateRow();
   Write();
@@ -169,7 +169,7 @@ TEST_F(WriteNewFHPTest, LooksUpInThisOrder) {
                                    "SELECT ID from… -32001", "SELECT UserNam… 132001"));
 }
 
-TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemains) {
+TEST_F(WriteNewFHPTest, DatabaseIsReleasedAfterTheFileIsWritten) {
   UseOlderPatient();
   AddEstimateRow();
   Write();
@@ -178,7 +178,7 @@ TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemains) {
   EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
 }
 
-TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemainsAfterAnErrorSoThatTheNextAttemptWorks) {
+TEST_F(WriteNewFHPTest, DatabaseIsReleasedAfterAnErrorAndTheNextAttemptWorks) {
   application[u"CaseNo"] = Null();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(database.AliveConnections(), 0);
@@ -188,7 +188,7 @@ TEST_F(WriteNewFHPTest, NothingOfTheDatabaseRemainsAfterAnErrorSoThatTheNextAtte
   EXPECT_EQ(Boxes(), Texts{kNull});
 }
 
-TEST_F(WriteNewFHPTest, TheBoxCarriesTitleAndIcon) {
+TEST_F(WriteNewFHPTest, ErrorBoxHasTitleAndIcon) {
   application[u"CaseNo"] = Null();
   Write();
   EXPECT_EQ(dialogs.shown, (std::vector<platform::MessageBox>{{.text = kNull,
@@ -197,29 +197,29 @@ TEST_F(WriteNewFHPTest, TheBoxCarriesTitleAndIcon) {
                                                                .buttons = platform::Buttons::Ok}}));
 }
 
-TEST_F(WriteNewFHPTest, AMissingApplicationIsReported) {
+TEST_F(WriteNewFHPTest, MissingApplicationIsReported) {
   application.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{kNotSet});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-// A lookup without a row leaves the shared recordset open, so the next one has its say, too.
-TEST_F(WriteNewFHPTest, AMissingClinicianIsReported) {
+// A lookup without a row leaves the shared recordset open, so the next lookup reports that too.
+TEST_F(WriteNewFHPTest, MissingClinicianIsReported) {
   clinician.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), (Texts{kStillOpen + u"GetRIDById", kNotSet}));
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingProviderIsReported) {
+TEST_F(WriteNewFHPTest, MissingProviderIsReported) {
   provider.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{kNotSet});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AnUnknownPostcodeIsReported) {
+TEST_F(WriteNewFHPTest, UnknownPostcodeIsReported) {
   city.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(),
@@ -227,20 +227,20 @@ TEST_F(WriteNewFHPTest, AnUnknownPostcodeIsReported) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, APostcodeThatIsNoNumberIsReported) {
+TEST_F(WriteNewFHPTest, NonNumericPostcodeIsReported) {
   provider[u"postnr"] = u"SE-11122";
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, ATownThatCannotBeLookedUpIsToldAndEmpty) {
+TEST_F(WriteNewFHPTest, FailedTownLookupIsReportedAndTheTownIsEmpty) {
   database.FailStatement(u"SELECT Poststedsnavn", {1001, u"Test", u"Scripted failure"});
   EXPECT_NE(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"1001 Scripted failure in GetCityByPostnr"});
   EXPECT_TRUE(Holds("<FormItemKey>edtVardgivarePostort</FormItemKey><FormItemValue/>"));
 }
 
-TEST_F(WriteNewFHPTest, RowsThatCannotBeCountedAreToldAndTheEstimateIsLeftOut) {
+TEST_F(WriteNewFHPTest, FailedRowCountIsReportedAndTheEstimateIsLeftOut) {
   UseOlderPatient();
   AddEstimateRow();
   database.FailStatement(u"SELECT COUNT(*)", {1001, u"Test", u"Scripted failure"});
@@ -250,7 +250,7 @@ TEST_F(WriteNewFHPTest, RowsThatCannotBeCountedAreToldAndTheEstimateIsLeftOut) {
   EXPECT_TRUE(Holds("<UserId>anmeld</UserId>"));
 }
 
-TEST_F(WriteNewFHPTest, APostcodeWithABlankIsANumberWhereBlanksGroup) {
+TEST_F(WriteNewFHPTest, PostcodeWithABlankIsANumberInLocalesThatGroupByBlanks) {
   provider[u"postnr"] = u"111 22";
   EXPECT_NE(Write(), u"");
   EXPECT_TRUE(Boxes().empty());
@@ -265,47 +265,47 @@ TEST_F(WriteNewFHPTest, APostcodeWithABlankIsANumberWhereBlanksGroup) {
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, AMissingPatientIsReported) {
+TEST_F(WriteNewFHPTest, MissingPatientIsReported) {
   patient.clear();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), (Texts{kStillOpen + u"PreRequestCostExists", kNotSet}));
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingColumnIsReported) {
+TEST_F(WriteNewFHPTest, MissingColumnIsReported) {
   application.erase(u"LAF");
   EXPECT_EQ(Write(), u"");
   ASSERT_EQ(Boxes().size(), 1U);
   EXPECT_TRUE(Boxes().front().starts_with(u"3265 Item cannot be found"));
 }
 
-TEST_F(WriteNewFHPTest, ADatabaseThatIsNotInstalledIsReported) {
+TEST_F(WriteNewFHPTest, UninstalledDatabaseInterfaceIsReported) {
   database.installed = false;
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"429 ActiveX component can't create object in WriteNewFHP"});
 }
 
-TEST_F(WriteNewFHPTest, AControlCharacterIsLeftOut) {
+TEST_F(WriteNewFHPTest, ControlCharacterIsLeftOut) {
   application[u"Anamnes"] = u"sid\u000Cbrytning";
   EXPECT_NE(Write(), u"");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_TRUE(Holds("<FormItemValue>sidbrytning</FormItemValue>"));
 }
 
-TEST_F(WriteNewFHPTest, AnOlderFileIsReplaced) {
+TEST_F(WriteNewFHPTest, OlderFileIsReplaced) {
   Put(u"InNewFHP8.xml", std::string(100000, 'x'));
   Write();
   EXPECT_TRUE(File().starts_with("<?xml"));
   EXPECT_TRUE(File().ends_with("</Envelope>\n"));
 }
 
-TEST_F(WriteNewFHPTest, AMissingDirectoryIsReported) {
+TEST_F(WriteNewFHPTest, MissingDirectoryIsReported) {
   Write();
   EXPECT_TRUE(WriteNewFHP(5, 6, 7, 8, hostPath + u"Nowhere").Failed());
   EXPECT_EQ(Boxes(), Texts{u"76 Path not found in WriteNewFHP"});
 }
 
-// A directory that takes no file.
+// A directory that cannot be written.
 class WriteProtected : public fakes::RealFiles {
  public:
   void ReplaceContents(const std::u16string& /*path*/, std::string_view /*bytes*/) override {
@@ -313,7 +313,7 @@ class WriteProtected : public fakes::RealFiles {
   }
 };
 
-TEST_F(WriteNewFHPTest, AnUnwritableDirectoryLeavesTheEarlierFileUntouched) {
+TEST_F(WriteNewFHPTest, UnwritableDirectoryLeavesTheEarlierFileUntouched) {
   Put(u"InNewFHP8.xml", "earlier");
   WriteProtected protectedFiles;
   platform::Platform withProtected = fakes::With(ports, protectedFiles);
@@ -325,7 +325,7 @@ TEST_F(WriteNewFHPTest, AnUnwritableDirectoryLeavesTheEarlierFileUntouched) {
   EXPECT_EQ(exchange::PendingResultPath(), ExchangePath(u"OutNewFHP8.xml"));
 }
 
-TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrAWholeOne) {
+TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrACompleteOne) {
   UseOlderPatient();
   AddEstimateRow();
   database.LogReads(true);
@@ -338,8 +338,8 @@ TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrAWholeOne) {
     database.FailCall(call, {1001, u"Test", u"Scripted failure"});
     const auto path = Write();
     database.ClearFailures();
-    // With a file in spite of it (the lookups of the town, of the rows' number and of the
-    // participant go on without an answer) or without: the failure is told.
+    // Whether or not a file was written (the lookups of the town, the row count and the participant
+    // go on without an answer), the failure is reported.
     EXPECT_FALSE(dialogs.shown.empty()) << call;
     EXPECT_EQ(path.empty(), !Exists(u"InNewFHP8.xml")) << call;
     EXPECT_TRUE(path.empty() || File().ends_with("</Envelope>\n")) << call;

@@ -1,4 +1,4 @@
-// Form "108696": which rows are taken, how they are numbered, counted and summed.
+// Form "108696": which rows are included, how they are numbered, counted and summed.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <limits>
@@ -22,7 +22,7 @@ class CostEstimate : public FhpFixture {
  protected:
   CostEstimate() { UseOlderPatient(); }
 
-  // The form behind its fixed fields.
+  // The form after its fixed fields.
   Fields RowFields() {
     Fields fields = FieldsOf(kForm).value_or(Fields());
     const auto first = std::find_if(fields.begin(), fields.end(), [](const auto& field) {
@@ -30,7 +30,7 @@ class CostEstimate : public FhpFixture {
     });
     return {first, fields.end()};
   }
-  // Only the numbers that the sums come from.
+  // Only the numbers that the sums are built from.
   std::string ValueOfRow(const std::string& key) {
     for (const auto& [name, value] : RowFields()) {
       if (name == key) {
@@ -39,7 +39,7 @@ class CostEstimate : public FhpFixture {
     }
     return "not written";
   }
-  // A row that is not taken stands beside one that is, so that the form is written.
+  // A skipped row beside an included one, so that the form is written.
   void ExpectNotTaken(const Row& changes) {
     estimateRows.clear();
     AddEstimateRow();
@@ -50,7 +50,7 @@ class CostEstimate : public FhpFixture {
   }
 };
 
-TEST_F(CostEstimate, StartsWithThePartiesAndTheNotes) {
+TEST_F(CostEstimate, EstimateStartsWithThePartiesAndTheNotes) {
   AddEstimateRow();
   application[u"Notes"] = u"Se bilaga";
   provider[u"levno"] = u"L1";
@@ -66,14 +66,14 @@ TEST_F(CostEstimate, StartsWithThePartiesAndTheNotes) {
                   Pair("memUpplysningar", "Se bilaga")));
 }
 
-TEST_F(CostEstimate, LeavesNotesAndProviderNumberOutWhenNull) {
+TEST_F(CostEstimate, NullNotesAndProviderNumberAreLeftOut) {
   AddEstimateRow();
   const auto keys = Keys(kForm);
   EXPECT_EQ(std::count(keys.begin(), keys.end(), "memUpplysningar"), 0);
   EXPECT_EQ(std::count(keys.begin(), keys.end(), "edtVardgivareLeverantorNr"), 0);
 }
 
-TEST_F(CostEstimate, UsesTheSecondAddressLineOrAnEmptyOne) {
+TEST_F(CostEstimate, SecondAddressLineIsUsedOrAnEmptyOne) {
   AddEstimateRow();
   provider[u"adr1"] = Null();
   EXPECT_THAT((*FieldsOf(kForm))[2], Pair("edtVardgivareAdress", "Box 5"));
@@ -81,7 +81,7 @@ TEST_F(CostEstimate, UsesTheSecondAddressLineOrAnEmptyOne) {
   EXPECT_THAT((*FieldsOf(kForm))[2], Pair("edtVardgivareAdress", ""));
 }
 
-TEST_F(CostEstimate, StandsBehindTheApplicationFormInTheSameContribution) {
+TEST_F(CostEstimate, EstimateFollowsTheApplicationFormInTheSameContribution) {
   AddEstimateRow();
   Write();
   EXPECT_NE(File().find("</FormItem></FormDescr><FormDescr><FormDescrId>108696</FormDescrId>"),
@@ -89,7 +89,7 @@ TEST_F(CostEstimate, StandsBehindTheApplicationFormInTheSameContribution) {
   EXPECT_NE(File().find("</FormDescr></Contribution><Participant>"), std::string::npos);
 }
 
-TEST_F(CostEstimate, AnOrdinaryRowHasMeasureCountPriceAndSum) {
+TEST_F(CostEstimate, OrdinaryRowHasMeasureCountPriceAndSum) {
   AddEstimateRow({{u"NoOf", 3}, {u"Amount", 1234.5}});
   EXPECT_THAT(
       RowFields(),
@@ -98,7 +98,7 @@ TEST_F(CostEstimate, AnOrdinaryRowHasMeasureCountPriceAndSum) {
                   Pair("edtBerSummering", "3703,50"), Pair("edtBerTotalErsattning", "-3996,50")));
 }
 
-TEST_F(CostEstimate, TheFixedRatesHaveTheirRowsAndPricesAndShowTheirOwnAmount) {
+TEST_F(CostEstimate, FixedRatesHaveTheirRowsAndPricesAndShowTheirOwnAmount) {
   AddEstimateRow({{u"RateNo", 682}, {u"NoOf", 2}, {u"Amount", 3000}});
   AddEstimateRow({{u"RateNo", u"681"}, {u"NoOf", 3}, {u"Amount", 2900}});
   EXPECT_THAT(
@@ -118,7 +118,7 @@ TEST_F(CostEstimate, FixedRatesDoNotTakeARowNumber) {
   EXPECT_EQ(ValueOfRow("edtBer3Atgard"), "not written");
 }
 
-TEST_F(CostEstimate, TheTenthAndEleventhOrdinaryRowShareKeysWithTheFixedRates) {
+TEST_F(CostEstimate, TenthAndEleventhOrdinaryRowsShareKeysWithTheFixedRates) {
   AddEstimateRow({{u"RateNo", 681}});
   for (std::int32_t row = 1; row <= 12; ++row) {
     AddEstimateRow({{u"RateNo", 400 + row}});
@@ -143,7 +143,7 @@ TEST_F(CostEstimate, RowsTenAndElevenNeverCarryAMeasure) {
   EXPECT_EQ(ValueOfRow("edtBer12Atgard"), "412");
 }
 
-TEST_F(CostEstimate, TheRowCounterHasSixteenBits) {
+TEST_F(CostEstimate, RowCounterOverflowsBeyondSixteenBits) {
   for (std::int32_t row = 1; row <= 32766; ++row) {
     AddEstimateRow();
   }
@@ -160,13 +160,13 @@ TEST_F(CostEstimate, GroupedRowsMultiplyTheCount) {
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "6000,00");
 }
 
-TEST_F(CostEstimate, AMissingNumberOfEqualRowsIsNone) {
+TEST_F(CostEstimate, MissingNumberOfEqualRowsCountsAsZero) {
   AddEstimateRow({{u"SelectNoOf", Null()}, {u"NoOf", 3}});
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "0");
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "0,00");
 }
 
-TEST_F(CostEstimate, ACountOfNoneIsOneBeforeItIsMultiplied) {
+TEST_F(CostEstimate, ZeroCountIsOneBeforeItIsMultiplied) {
   for (const Value& none : {Value(0), Value(Null()), Value(0.4), Value(u"0")}) {
     estimateRows.clear();
     AddEstimateRow({{u"SelectNoOf", 2}, {u"NoOf", none}});
@@ -174,14 +174,14 @@ TEST_F(CostEstimate, ACountOfNoneIsOneBeforeItIsMultiplied) {
   }
 }
 
-TEST_F(CostEstimate, ACountIsReadAsAWholeNumberHalfToEven) {
+TEST_F(CostEstimate, CountIsRoundedToAWholeNumberHalfToEven) {
   AddEstimateRow({{u"NoOf", 2.5}});
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2");
   estimateRows.front()[u"NoOf"] = 3.5;
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "4");
 }
 
-TEST_F(CostEstimate, AMissingAmountIsNone) {
+TEST_F(CostEstimate, MissingAmountIsZero) {
   AddEstimateRow({{u"Amount", Null()}, {u"NoOf", 4}});
   EXPECT_EQ(ValueOfRow("edtBer1Pris"), "0,00");
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "0,00");
@@ -197,30 +197,30 @@ TEST_F(CostEstimate, AmountsOfEveryColumnTypeAreRead) {
   }
 }
 
-TEST_F(CostEstimate, OnlyRowsOfDebitAreTaken) {
+TEST_F(CostEstimate, OnlyDebitRowsAreIncluded) {
   for (const Value& debit : {Value(u""), Value(Null()), Value(u"A"), Value(u"ä"), Value(u"Ä "),
                              Value(u"ÄÄ"), Value(0)}) {
     ExpectNotTaken({{u"Debit", debit}, {u"Amount", 77.0}});
   }
 }
 
-TEST_F(CostEstimate, ARowWithoutARateIsNotTaken) {
+TEST_F(CostEstimate, RowWithoutARateIsSkipped) {
   for (const Value& rate : {Value(0), Value(Null()), Value(0.0), Value(u"0")}) {
     ExpectNotTaken({{u"RateNo", rate}});
   }
 }
 
-TEST_F(CostEstimate, ARowThatTheCompensationRuleRefusesIsNotTaken) {
+TEST_F(CostEstimate, RowRefusedByTheCompensationRuleIsSkipped) {
   // Under the older subsidy rules.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})}});
-  // Of a year in which the patient was 19, and under the older rules besides.
+  // Of a year in which the patient was 19, and under the older rules too.
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 1961, .month = 12, .day = 31})}});
   // Increased compensation that was applied for.
   application[u"IncreasedComp"] = true;
   ExpectNotTaken({{u"IncrComp", true}});
 }
 
-TEST_F(CostEstimate, ARowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, RowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow();
   AddEstimateRow({{u"RegDate", Null()}});
   EXPECT_EQ(Write(), u"");
@@ -228,14 +228,14 @@ TEST_F(CostEstimate, ARowWithoutARegistrationDateEndsInTheBoxAndLeavesNoFile) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(CostEstimate, ARegistrationDateThatIsNoneEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, InvalidRegistrationDateEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow({{u"RegDate", u"i morgon"}});
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(CostEstimate, NothingOfASkippedRowIsReadBeyondWhatSkipsIt) {
+TEST_F(CostEstimate, SkippedRowIsReadOnlyAsFarAsNeededToSkipIt) {
   const Row unreadable = {{u"RegDate", Null()},
                           {u"Amount", u"många"},
                           {u"IncrComp", u"ja"},
@@ -253,14 +253,14 @@ TEST_F(CostEstimate, NothingOfASkippedRowIsReadBeyondWhatSkipsIt) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(CostEstimate, TheCountOfARefusedRowIsNotRead) {
+TEST_F(CostEstimate, CountOfARefusedRowIsNotRead) {
   ExpectNotTaken({{u"RegDate", MakeDate({.year = 2002, .month = 3, .day = 31})},
                   {u"NoOf", u"tre"},
                   {u"SelectNoOf", 3000000000.0}});
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(CostEstimate, TheFixedRatesAreFoundByTheTextOfTheirNumber) {
+TEST_F(CostEstimate, FixedRatesAreRecognisedByTheTextOfTheirNumber) {
   AddEstimateRow({{u"RateNo", u"681,0"}});
   AddEstimateRow({{u"RateNo", u"0682"}});
   AddEstimateRow({{u"RateNo", u" 682"}});
@@ -309,7 +309,7 @@ TEST_F(CostEstimate, InTheQuarterBeforeTheReformTheRateDecides) {
   EXPECT_EQ(ValueOfRow("edtBer1Atgard"), "321");
 }
 
-TEST_F(CostEstimate, ARowOfAYearInWhichThePatientWasUnderTwentyIsNotTaken) {
+TEST_F(CostEstimate, RowOfAYearWithThePatientUnderTwentyIsSkipped) {
   patient[u"fDato"] = MakeDate({.year = 1990, .month = 7, .day = 1});
   application[u"RegDate"] = MakeDate({.year = 2060, .month = 1, .day = 2});
   AddEstimateRow(
@@ -319,7 +319,7 @@ TEST_F(CostEstimate, ARowOfAYearInWhichThePatientWasUnderTwentyIsNotTaken) {
   EXPECT_EQ(ValueOfRow("edtBer2Atgard"), "not written");
 }
 
-TEST_F(CostEstimate, ItsRowsAreClosedBeforeTheParticipantIsLookedUp) {
+TEST_F(CostEstimate, EstimateRowsAreClosedBeforeTheParticipantLookup) {
   AddEstimateRow();
   Write();
   const auto& log = database.Log();
@@ -337,12 +337,12 @@ TEST_F(CostEstimate, ItsRowsAreClosedBeforeTheParticipantIsLookedUp) {
   EXPECT_EQ(std::count(rows, participant, u"Recordset.Close"), 2);
 }
 
-TEST_F(CostEstimate, AMarkOfIncreasedCompensationCountsOnlyWhenAppliedFor) {
+TEST_F(CostEstimate, IncreasedCompensationMarkCountsOnlyWhenAppliedFor) {
   AddEstimateRow({{u"IncrComp", true}});
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "1000,00");
 }
 
-TEST_F(CostEstimate, WithoutAnyTakenRowTheSumsAreNoneAndMinusTheDeduction) {
+TEST_F(CostEstimate, SumsWithoutAnyRowAreZeroAndMinusTheDeduction) {
   AddEstimateRow({{u"Debit", u"A"}});
   EXPECT_THAT(RowFields(), ElementsAre(Pair("edtBerSummering", "0,00"),
                                        Pair("edtBerTotalErsattning", "-7700,00")));
@@ -358,7 +358,7 @@ TEST_F(CostEstimate, AmountsUseTheDecimalSeparatorOfTheLocaleAndNoGrouping) {
   EXPECT_EQ(ValueOfRow("edtBerTotalErsattning"), "-7700.00");
 }
 
-TEST_F(CostEstimate, ProductsUpToThirtyTwoBitsAreCounted) {
+TEST_F(CostEstimate, ProductsUpTo32BitsAreComputed) {
   AddEstimateRow({{u"NoOf", kLast32}});
   EXPECT_EQ(ValueOfRow("edtBer1Antal"), "2147483647");
   EXPECT_EQ(ValueOfRow("edtBer1Summa"), "2147483647000,00");
@@ -367,14 +367,14 @@ TEST_F(CostEstimate, ProductsUpToThirtyTwoBitsAreCounted) {
   EXPECT_EQ(ValueOfRow("edtBer10Summa"), "2147481900,00");
 }
 
-TEST_F(CostEstimate, AnInfiniteAmountEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, InfiniteAmountEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow({{u"Amount", std::numeric_limits<double>::infinity()}});
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"6 Overflow in WriteNewFHP"});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(CostEstimate, ASumBeyondTheRangeOfADoubleEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, SumBeyondADoubleEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow({{u"Amount", 1e308}});
   EXPECT_NE(Write(), u"");
   std::filesystem::remove(folder / "Vilnor" / "InNewFHP8.xml");
@@ -402,13 +402,13 @@ INSTANTIATE_TEST_SUITE_P(Rows, OverflowingRow,
                                          Row{{u"RateNo", 681}, {u"NoOf", kLast32 / 2900 + 1}},
                                          Row{{u"RateNo", 682}, {u"NoOf", kLast32 / 3200 + 1}}));
 
-TEST_F(CostEstimate, ATextWhereANumberBelongsIsReported) {
+TEST_F(CostEstimate, TextInANumericColumnIsReported) {
   AddEstimateRow({{u"NoOf", u"tre"}});
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"13 Type mismatch in WriteNewFHP"});
 }
 
-TEST_F(CostEstimate, ARateThatIsNoNumberEndsInTheBoxAndLeavesNoFile) {
+TEST_F(CostEstimate, NonNumericRateEndsInTheBoxAndLeavesNoFile) {
   AddEstimateRow();
   AddEstimateRow({{u"RateNo", u"61a"}});
   EXPECT_EQ(Write(), u"");
@@ -416,7 +416,7 @@ TEST_F(CostEstimate, ARateThatIsNoNumberEndsInTheBoxAndLeavesNoFile) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(CostEstimate, ARowThatTheRuleCannotReadIsToldOnceAndLeftOut) {
+TEST_F(CostEstimate, RowUnreadableToTheRuleIsReportedOnceAndLeftOut) {
   AddEstimateRow();
   AddEstimateRow({{u"Amount", u"många"}});
   EXPECT_NE(Write(), u"");

@@ -28,7 +28,7 @@ TEST_F(EstimateDecision, EstimateIgnoresTheTimeOfDay) {
       Includes({.year = 2007, .month = 1, .day = 1, .hour = 23, .minute = 59, .second = 59}, 1942));
 }
 
-TEST_F(EstimateDecision, EstimateGoesByTheYearOfBirthAlone) {
+TEST_F(EstimateDecision, EstimateDependsOnTheYearOfBirthOnly) {
   EXPECT_EQ(IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
                              MakeDate({.year = 1942, .month = 1, .day = 1})),
             IncludesEstimate(MakeDate({.year = 2007, .month = 1, .day = 2}),
@@ -48,8 +48,8 @@ TEST_F(EstimateDecision, EstimateIsTheSameInOtherLocalesFormats) {
   EXPECT_TRUE(Includes({.year = 2007, .month = 1, .day = 2}, 1942));
 }
 
-// A short date with a month's name, which the parts do not fit into.
-TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration) {
+// A short date with a month's name, which numeric parts do not match.
+TEST_F(EstimateDecision, EstimateGoesByTheRegistrationMonthUnderAFormatWithMonthNames) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"d MMMM yyyy"}) {
     util::CurrentSettings().gDateFormat = picture;
     for (const int birthYear : {1942, 2000}) {
@@ -65,7 +65,7 @@ TEST_F(EstimateDecision, UnderAPictureWithMonthNamesGoesByTheMonthOfRegistration
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoBox) {
+TEST_F(EstimateDecision, DateFormatWithWeekdaysOrWordsGivesNoEstimateAndNoBox) {
   for (const auto* picture : {u"ddd yyyy-MM-dd", u"dddd, d MMMM yyyy", u"d.M.yyyy '\u0433.'"}) {
     util::CurrentSettings().gDateFormat = picture;
     for (int month = 1; month <= 12; ++month) {
@@ -79,7 +79,7 @@ TEST_F(EstimateDecision, UnderAPictureWithWeekdaysOrWordsThereIsNoEstimateAndNoB
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(EstimateDecision, WithoutADateFormatThereIsNoEstimateAndNoBox) {
+TEST_F(EstimateDecision, EmptyDateFormatGivesNoEstimateAndNoBox) {
   util::CurrentSettings().gDateFormat = u"";
   UseOlderPatient();
   AddEstimateRow();
@@ -103,7 +103,7 @@ TEST_F(EstimateDecision, OlderPatientWithRowsSendsTheEstimate) {
             std::string::npos);
 }
 
-TEST_F(EstimateDecision, OnTheBoundaryNoEstimateIsReadOrSent) {
+TEST_F(EstimateDecision, EstimateIsNeitherReadNorSentOnTheBoundary) {
   UseOlderPatient();
   AddEstimateRow();
   application[u"RegDate"] = MakeDate({.year = 2007, .month = 1, .day = 1});
@@ -115,20 +115,20 @@ TEST_F(EstimateDecision, OnTheBoundaryNoEstimateIsReadOrSent) {
   }
 }
 
-TEST_F(EstimateDecision, WithoutRowsAgeDoesNotMatter) {
+TEST_F(EstimateDecision, AgeDoesNotMatterWithoutRows) {
   UseOlderPatient();
   Write();
   EXPECT_EQ(File().find("<FormDescrId>108696<"), std::string::npos);
   EXPECT_NE(File().find("<UserId>anmeld</UserId>"), std::string::npos);
 }
 
-TEST_F(EstimateDecision, WithoutRowsTheRegistrationDateIsNotNeeded) {
+TEST_F(EstimateDecision, RegistrationDateIsNotNeededWithoutRows) {
   application[u"RegDate"] = Null();
   EXPECT_NE(Write(), u"");
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(EstimateDecision, WithRowsAMissingRegistrationDateIsReported) {
+TEST_F(EstimateDecision, MissingRegistrationDateIsReportedWithRows) {
   AddEstimateRow();
   application[u"RegDate"] = Null();
   EXPECT_EQ(Write(), u"");

@@ -59,8 +59,8 @@ void RunScript(platform::Connection& connection, const std::string& script) {
   }
 }
 
-// A server that groups by hashing returns the estimate rows in an order of its own, one that sorts
-// returns them as SQLite does.
+// A server that groups by hashing returns the estimate rows in its own order; one that sorts
+// returns them like SQLite.
 constexpr const char* kGroupBySorting =
     "DO $$ BEGIN EXECUTE 'ALTER DATABASE ' || quote_ident(current_database()) || "
     "' SET enable_hashagg = off'; END $$;\n";

@@ -1,4 +1,4 @@
-// The host's database as the tests' real one: schema and sample applications in each product.
+// The host's database for tests on real products: schema and sample applications in each.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ struct HostProduct {
   std::u16string connectionString;
   // Its name for tests/schema/make_schema.py.
   std::string schemaName;
-  // Statements that make it return its rows in a known order, for connections opened later.
+  // Statements that make later connections return rows in a known order.
   std::string settings;
 };
 
@@ -19,10 +19,10 @@ struct HostProduct {
 // and MariaDB when VILNOR_TEST_POSTGRESQL and VILNOR_TEST_MARIADB hold connection strings.
 std::vector<HostProduct> HostProducts();
 
-// Makes the host's tables anew, with the rows of tests/schema and tests/applications.
+// Recreates the host's tables with the rows of tests/schema and tests/applications.
 void LoadHostDatabase(const HostProduct& product);
 
-// What a command writes to its standard output; a failed command fails the test.
+// A command's standard output; a failed command fails the test.
 std::string OutputOf(const std::string& command);
 
 }  // namespace fhp

@@ -1,5 +1,5 @@
-// Null in each column in turn, on a full application with its estimate: a column that the file
-// cannot do without ends in the box, any other takes its own fields away and nothing else.
+// Null in each column in turn, on a full application with its estimate. A column that the file
+// needs ends in the box; any other leaves out only its own fields.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <ostream>
@@ -17,7 +17,7 @@ enum class Source { Application, Clinician, Provider, Patient, EstimateRow };
 struct Column {
   Source source;
   std::u16string name;
-  // The fields that are not written without it.
+  // The fields that are left out without it.
   std::set<std::string> keys;
 };
 
@@ -90,14 +90,14 @@ TEST_P(NeededColumn, NullInANeededColumnEndsInTheBoxAndLeavesNoFile) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_P(NeededColumn, NullInANeededColumnLeavesAnEarlierFileAsItWas) {
+TEST_P(NeededColumn, NullInANeededColumnLeavesAnEarlierFileUnchanged) {
   Put(u"InNewFHP8.xml", "earlier");
   Nullify();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(File(), "earlier");
 }
 
-TEST_P(SkippedColumn, NullInASkippedColumnTakesOnlyItsOwnFieldsAway) {
+TEST_P(SkippedColumn, NullInASkippedColumnLeavesOutOnlyItsOwnFields) {
   auto expected = AllKeys();
   Nullify();
   std::erase_if(expected, [](const auto& key) { return GetParam().keys.contains(key); });
@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class NullLookup : public FhpFixture {};
 
-TEST_F(NullLookup, ATownWithoutANameIsToldByTheLookupsAndLeavesNoFile) {
+TEST_F(NullLookup, TownWithoutANameIsReportedByTheLookupsAndLeavesNoFile) {
   city[u"Poststedsnavn"] = Null();
   EXPECT_EQ(Write(), u"");
   ASSERT_FALSE(Boxes().empty());
@@ -176,7 +176,7 @@ TEST_F(NullLookup, ATownWithoutANameIsToldByTheLookupsAndLeavesNoFile) {
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(NullLookup, AParticipantWithoutANameIsToldByTheLookupAndLeftOut) {
+TEST_F(NullLookup, ParticipantWithoutANameIsReportedByTheLookupAndLeftOut) {
   database.Answer(u"SELECT UserName from VilnorPasient where PID = 132000",
                   {{u"UserName"}, {{Null()}}});
   EXPECT_NE(Write(), u"");
@@ -184,14 +184,14 @@ TEST_F(NullLookup, AParticipantWithoutANameIsToldByTheLookupAndLeftOut) {
   EXPECT_EQ(File().find("<Participant>"), std::string::npos);
 }
 
-TEST_F(NullLookup, AMissingBirthDateEndsInTheBoxWithoutEstimateRows) {
+TEST_F(NullLookup, MissingBirthDateWithoutEstimateRowsEndsInTheBox) {
   patient[u"fDato"] = Null();
   EXPECT_EQ(Write(), u"");
   EXPECT_EQ(Boxes(), Texts{u"94 Invalid use of Null in WriteNewFHP"});
   EXPECT_FALSE(Exists(u"InNewFHP8.xml"));
 }
 
-TEST_F(NullLookup, AMissingPersNrLeavesTheDateAndItsSeparator) {
+TEST_F(NullLookup, MissingPersNrLeavesTheDateAndItsSeparator) {
   patient[u"PersNr"] = Null();
   EXPECT_THAT(ValueOf("edtPatientPersonNr"), testing::Optional(std::string("19700315-")));
 }

@@ -45,7 +45,7 @@ std::vector<Sample> Samples() {
   return samples;
 }
 
-// The names that head the applications in the script.
+// The application names in the script's headings.
 std::vector<std::string> NamesInScript() {
   std::vector<std::string> names;
   std::ifstream script(kScript);
@@ -65,7 +65,7 @@ std::unique_ptr<platform::Connection> Connected(const HostProduct& product) {
   return connection;
 }
 
-// The component on a host's database with the samples in it.
+// The component on a host database with the samples.
 class OnHostDatabase : public fakes::ComponentFixture {
  protected:
   explicit OnHostDatabase(const HostProduct& product) {
@@ -78,7 +78,7 @@ class OnHostDatabase : public fakes::ComponentFixture {
       LoadHostDatabase(product);
     }
   }
-  // Before the database's end.
+  // Destroyed before the database.
   ~OnHostDatabase() override { platform::ForgetThreadState(); }
 
  private:
@@ -109,7 +109,7 @@ TEST_P(SampleApplications, SampleApplicationBecomesExactlyTheExpectedFile) {
   EXPECT_EQ(Contents(fileName), ExpectedFile());
 }
 
-TEST_P(SampleApplications, SampleApplicationFitsOrNotAsItsNameSays) {
+TEST_P(SampleApplications, SampleApplicationPassesTheSendCheckAsItsNameSays) {
   std::int16_t errCode = 7;
   std::u16string errMsg;
   const std::string name = sample.expected.stem().string();
@@ -146,7 +146,7 @@ class ApplicationsOnAProduct : public OnHostDatabase,
   }
 
   void Run(const std::u16string& statement) const { Connected(GetParam())->Execute(statement, -1); }
-  // An application of that patient, practitioner and company leads to the box, and to no file.
+  // An application of that patient, practitioner and company ends in the box and writes no file.
   void ExpectRefused(std::int32_t pid, std::int32_t bid, std::int32_t rid) {
     Run(u"DELETE FROM SEPrerequest WHERE SEPrerequestID = 1");
     Run(u"INSERT INTO SEPrerequest (SEPrerequestID, PID, BID, RID, CaseNo) VALUES (1, " +
@@ -172,7 +172,7 @@ TEST_P(ApplicationsOnAProduct, ApplicationOfUnknownPeopleOrPlacesEndsInTheBoxAnd
   ExpectNoFile(4242);
 }
 
-TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatCouldNotBe) {
+TEST_P(ApplicationsOnAProduct, ApplicationIsSentAfterOneThatFailed) {
   ExpectRefused(4242, 41, 31);
   dialogs.shown.clear();
   EXPECT_FALSE(WriteNewFHP(21000, 41, 31, 1001, exchangeDirectory).Failed());

@@ -44,7 +44,7 @@ class SendCheck : public FhpFixture {
     EXPECT_EQ(errMsg, kMessage);
     EXPECT_TRUE(Boxes().empty());
   }
-  // The box is shown and the host's variables are left alone.
+  // The box is shown and the host's variables are unchanged.
   void ExpectError(const std::u16string& box) {
     EXPECT_EQ(errCode, 7);
     EXPECT_EQ(errMsg, u"host's");
@@ -54,7 +54,7 @@ class SendCheck : public FhpFixture {
                                                   .icon = platform::Icon::Exclamation,
                                                   .buttons = platform::Buttons::Ok}}));
   }
-  // A plan that cannot be judged is not let through.
+  // A plan that cannot be checked is refused.
   void ExpectRefused(const std::u16string& teeth) {
     SCOPED_TRACE(automation::ToUtf8(teeth.substr(0, 40)));
     errCode = 7;
@@ -69,7 +69,7 @@ class SendCheck : public FhpFixture {
   std::u16string errMsg = u"host's";
 };
 
-TEST_F(SendCheck, AnApplicationWithoutAPlanFits) {
+TEST_F(SendCheck, ApplicationWithoutAPlanFits) {
   ExpectFits({});
   ExpectFits({.teeth = u"", .upperJaw = u"", .lowerJaw = u""});
   ExpectFits({.teeth = u"", .upperJaw = u" ", .lowerJaw = u" "});
@@ -88,11 +88,11 @@ TEST_F(SendCheck, EmptyPiecesOfAToothCount) {
   ExpectFits({.teeth = u"<11>921  922 </11>"});
 }
 
-TEST_F(SendCheck, WhatStandsBetweenTeethDoesNotCount) {
+TEST_F(SendCheck, TextBetweenTeethDoesNotCount) {
   ExpectFits({.teeth = u"a b c d e f <11>921</11> a b c d e f"});
 }
 
-TEST_F(SendCheck, EachJawTakesFourMeasures) {
+TEST_F(SendCheck, EachJawFitsFourMeasures) {
   ExpectFits({.upperJaw = u"1 2 3 4", .lowerJaw = u"1 2 3 4"});
   ExpectTooMany({.upperJaw = u"1 2 3 4 5", .lowerJaw = u"1"});
   ExpectTooMany({.upperJaw = u"1", .lowerJaw = u"1 2 3 4 5"});
@@ -106,28 +106,28 @@ TEST_F(SendCheck, OneLeadingBlankOfAJawDoesNotCountASecondDoes) {
   ExpectTooMany({.lowerJaw = u" 1 2 3 4 "});
 }
 
-TEST_F(SendCheck, AFailingUpperJawEndsTheCheckWithoutALowerJaw) {
+TEST_F(SendCheck, FailingUpperJawEndsTheCheckOfAPlanWithoutALowerJaw) {
   ExpectTooMany({.upperJaw = u"1 2 3 4 5"});
 }
 
-TEST_F(SendCheck, AMissingUpperJawLeavesTheLowerToBeChecked) {
+TEST_F(SendCheck, LowerJawIsCheckedWithoutAnUpperJaw) {
   ExpectTooMany({.lowerJaw = u"1 2 3 4 5"});
 }
 
-TEST_F(SendCheck, AFailingToothStopsBeforeTheJaws) {
+TEST_F(SendCheck, CheckStopsAtAFailingTooth) {
   database.LogReads(true);
   Check({.teeth = u"<11>1 2 3 4 5</11>", .upperJaw = u" 1", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
 }
 
-TEST_F(SendCheck, AFailingUpperJawStopsBeforeTheLower) {
+TEST_F(SendCheck, CheckStopsAtAFailingUpperJaw) {
   database.LogReads(true);
   Check({.upperJaw = u"1 2 3 4 5", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmLJaw").empty());
 }
 
-TEST_F(SendCheck, TheTrimmedJawsGoBackIntoTheRecordInHandAndNowhereElse) {
+TEST_F(SendCheck, TrimmedJawsAreStoredOnlyInTheOpenRecord) {
   database.LogReads(true);
   Check({.upperJaw = u" 1 2", .lowerJaw = u" 3"});
   EXPECT_EQ(database.LogOf(u"Recordset.SetField"),
@@ -138,7 +138,7 @@ TEST_F(SendCheck, TheTrimmedJawsGoBackIntoTheRecordInHandAndNowhereElse) {
   EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
 }
 
-TEST_F(SendCheck, ReleasesTheDatabaseBeforeItChecks) {
+TEST_F(SendCheck, DatabaseIsReleasedBeforeTheCheck) {
   database.LogReads(true);
   Check({.teeth = u"<11>1</11>"});
   EXPECT_EQ(database.AliveConnections(), 0);
@@ -146,14 +146,14 @@ TEST_F(SendCheck, ReleasesTheDatabaseBeforeItChecks) {
   EXPECT_EQ(db::CurrentConnectionState().gDB, nullptr);
 }
 
-TEST_F(SendCheck, AMissingApplicationIsReported) {
+TEST_F(SendCheck, MissingApplicationIsReported) {
   database.Answer(kStatement, {});
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   ExpectError(u"91 Object variable or With block variable not set in OKToSend");
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(SendCheck, AnApplicationThatCannotBeReadIsReportedByTheLookupToo) {
+TEST_F(SendCheck, UnreadableApplicationIsReportedByTheLookupToo) {
   database.FailStatement(kStatement, {1001, u"Test", u"Scripted failure"});
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   EXPECT_EQ(Boxes(), (Texts{u"1001 Scripted failure in GetFHPById",
@@ -163,35 +163,35 @@ TEST_F(SendCheck, AnApplicationThatCannotBeReadIsReportedByTheLookupToo) {
   EXPECT_EQ(database.AliveConnections(), 0);
 }
 
-TEST_F(SendCheck, ADatabaseThatIsNotInstalledIsReported) {
+TEST_F(SendCheck, UninstalledDatabaseInterfaceIsReported) {
   database.installed = false;
   EXPECT_FALSE(OKToSend(8, errCode, errMsg));
   ExpectError(u"429 ActiveX component can't create object in OKToSend");
 }
 
-TEST_F(SendCheck, APlanBeyondSixteenBitsIsReported) {
+TEST_F(SendCheck, PlanBeyondSixteenBitsIsReported) {
   EXPECT_FALSE(Check({.teeth = std::u16string(40000, u'x')}));
   ExpectError(u"6 Overflow in OKToSend");
 }
 
-TEST_F(SendCheck, ThePlanMayHave32767Characters) {
+TEST_F(SendCheck, PlanMayHave32767Characters) {
   ExpectFits({.teeth = u"<11>1</11>" + std::u16string(32757, u'x')});
   EXPECT_FALSE(Check({.teeth = u"<11>1</11>" + std::u16string(32758, u'x')}));
 }
 
-TEST_F(SendCheck, AFailingToothIsToldBeforeTheOverflow) {
+TEST_F(SendCheck, FailingToothIsReportedBeforeTheOverflow) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11>" + std::u16string(40000, u'x')});
 }
 
-TEST_F(SendCheck, AVeryLongTextOfAToothFitsByItsMeasures) {
-  // The closing tag lies beyond the positions; the measures do not move the position.
+TEST_F(SendCheck, TooManyMeasuresInAVeryLongToothTextAreReportedBeforeOverflow) {
+  // The closing tag lies beyond the last position; reading the measures does not move the position.
   EXPECT_FALSE(Check({.teeth = u"<11>" + std::u16string(40000, u'x') + u"</11>"}));
   ExpectError(u"6 Overflow in OKToSend");
   dialogs.shown.clear();
   ExpectTooMany({.teeth = u"<11>1 2 3 4 " + std::u16string(40000, u'x') + u"</11>"});
 }
 
-TEST_F(SendCheck, AToothWithoutAClosingTagIsRefused) {
+TEST_F(SendCheck, UnclosedToothIsRefused) {
   for (const auto* plan :
        {u"<11>1 2 3 4", u"<11>1 2 3 4 5", u"<11>1 2<12>3 4 5 6", u"<11>1</11><12>2", u"<11>",
         u"<11>1</11><>", u"<11>1 2 <12>3</11> 4 <13>5", u"<11>1 2 <12 3</11>"}) {
@@ -199,33 +199,33 @@ TEST_F(SendCheck, AToothWithoutAClosingTagIsRefused) {
   }
 }
 
-TEST_F(SendCheck, ATagWithoutItsEndIsRefused) {
+TEST_F(SendCheck, UnterminatedTagIsRefused) {
   for (const auto* plan :
        {u"<11", u"<11>1</11> < 2 3 4 5 6", u"<11>1</11><12", u"1 < 2", u"<11>1</11 < ", u"<<"}) {
     ExpectRefused(plan);
   }
 }
 
-TEST_F(SendCheck, ALessThanSignAtTheVeryEndIsNotLookedAt) {
+TEST_F(SendCheck, LessThanSignAtTheVeryEndIsIgnored) {
   ExpectFits({.teeth = u"<"});
   ExpectFits({.teeth = u"<11>1</11> <"});
 }
 
-TEST_F(SendCheck, ARefusedPlanLeavesTheJawsUnread) {
+TEST_F(SendCheck, RefusedPlanLeavesTheJawsUnread) {
   database.LogReads(true);
   Check({.teeth = u"<11>1", .upperJaw = u" 1", .lowerJaw = u" 1"});
   EXPECT_TRUE(database.LogOf(u"Recordset.Field PlanTreatmUJaw").empty());
   EXPECT_TRUE(database.LogOf(u"Recordset.SetField").empty());
 }
 
-TEST_F(SendCheck, AFailingToothIsToldBeforeOneThatIsRefused) {
+TEST_F(SendCheck, FailingToothIsReportedBeforeARefusedOne) {
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11><12>1"});
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <"});
   ExpectTooMany({.teeth = u"<11>1 2 3 4 5</11> <12"});
   ExpectTooMany({.teeth = u"<11>1 2 <12>3 4 5</11>"});
 }
 
-TEST_F(SendCheck, ATagBeyondSixteenBitsOverflowsBeforeItsTextIsMissed) {
+TEST_F(SendCheck, TagBeyondSixteenBitsOverflowsBeforeItsMissingTextIsReported) {
   EXPECT_FALSE(Check({.teeth = u"<" + std::u16string(40000, u'1') + u">1"}));
   ExpectError(u"6 Overflow in OKToSend");
   dialogs.shown.clear();
@@ -243,7 +243,7 @@ TEST_F(SendCheck, OnlyBlanksSeparateMeasures) {
   }
 }
 
-TEST_F(SendCheck, OnlyABlankInFrontOfAJawIsLeftOut) {
+TEST_F(SendCheck, OnlyALeadingBlankOfAJawIsRemoved) {
   for (const auto* other : {u"\t", u"\n", u"\u00A0"}) {
     ExpectFits({.upperJaw = std::u16string(other) + u"1 2 3 4"});
     ExpectTooMany({.upperJaw = std::u16string(other) + u" 1 2 3 4"});

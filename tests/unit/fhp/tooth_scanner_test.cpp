@@ -43,64 +43,64 @@ TEST(ToothScanner, AnyClosingTagEndsAText) {
   EXPECT_THAT(RunsOf(u"<11>a</"), ElementsAre(Pair("11", "a")));
 }
 
-TEST(ToothScanner, ATagThatClosesTwiceIsOneRun) {
+TEST(ToothScanner, DoublyClosedTagIsOneRun) {
   EXPECT_THAT(RunsOf(u"<11>a</11></11><12>b</12>"), ElementsAre(Pair("11", "a"), Pair("12", "b")));
 }
 
-TEST(ToothScanner, ATextWithoutAClosingTagYieldsItsRestAndEndsTheScan) {
+TEST(ToothScanner, UnclosedTextIsGivenToItsEndAndEndsTheScan) {
   EXPECT_THAT(RunsOf(u"<11>a</11><12>b <13>c"),
               ElementsAre(Pair("11", "a"), Pair("12", "b <13>c")));
   EXPECT_THAT(RunsOf(u"<11>"), ElementsAre(Pair("11", "")));
 }
 
-TEST(ToothScanner, ARunInsideATextIsFoundToo) {
+TEST(ToothScanner, RunInsideATextIsFoundToo) {
   EXPECT_THAT(RunsOf(u"<11>a<12>b</12>c</11>"), ElementsAre(Pair("11", "a<12>b"), Pair("12", "b")));
 }
 
-TEST(ToothScanner, ATagRightAtTheStartOfATextIsPartOfItOnly) {
+TEST(ToothScanner, TagAtTheStartOfATextIsOnlyPartOfTheText) {
   EXPECT_THAT(RunsOf(u"<11><12>b</12><13>c</13>"),
               ElementsAre(Pair("11", "<12>b"), Pair("13", "c")));
 }
 
-TEST(ToothScanner, ALessThanSignIsATagUpToTheNextGreaterThanSign) {
+TEST(ToothScanner, TagReachesFromALessThanSignToTheNextGreaterThanSign) {
   EXPECT_THAT(RunsOf(u"a < b <11>c</11>"), ElementsAre(Pair(" b <11", "c")));
   EXPECT_THAT(RunsOf(u"<>x</>"), ElementsAre(Pair("", "x")));
 }
 
-TEST(ToothScanner, ALessThanSignWithoutAGreaterThanSignIsNoTag) {
+TEST(ToothScanner, LessThanSignWithoutAGreaterThanSignIsNotATag) {
   EXPECT_THAT(RunsOf(u"<11>a</11> 2 < 3"), ElementsAre(Pair("11", "a")));
   EXPECT_THAT(RunsOf(u"<11"), IsEmpty());
 }
 
-TEST(ToothScanner, TheLastPositionIsScannedForTheDocument) {
+TEST(ToothScanner, DocumentScanIncludesTheLastPosition) {
   EXPECT_THAT(RunsOf(u"<"), IsEmpty());
   EXPECT_THAT(RunsOf(u"ab<"), IsEmpty());
-  // A scan that may not go beyond the last position shows that it goes there.
+  // A scan limited to the last position reports when it goes beyond.
   const std::u16string column(100, u'x');
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {true, 100, false}); }), 6);
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, {false, 100, false}); }), 0);
 }
 
-TEST(ToothScanner, ATagMayBeginAtTheLastPositionThatIsScanned) {
+TEST(ToothScanner, TagMayBeginAtTheLastScannedPosition) {
   ScanRules rules = kDocumentScan;
   rules.scansLastPosition = false;
   EXPECT_THAT(RunsOf(u"<11>a</11><>", rules), ElementsAre(Pair("11", "a"), Pair("", "")));
 }
 
-TEST(ToothScanner, TheSendCheckRefusesARunWithoutItsEnd) {
+TEST(ToothScanner, SendCheckRefusesAnUnclosedRun) {
   for (const auto* column : {u"<11>a", u"<11>", u"<11", u"a < b", u"<11>a</11><>"}) {
     EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, kSendCheckScan); }), 5);
     EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column); }), 0);
   }
 }
 
-TEST(ToothScanner, ARunBeforeTheOneThatIsRefusedIsGiven) {
+TEST(ToothScanner, RunBeforeARefusedOneIsGiven) {
   ToothScanner teeth(u"<11>a</11><12>b", kSendCheckScan);
   EXPECT_EQ(teeth.Next()->text, u"a");
   EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 5);
 }
 
-TEST(ToothScanner, AnUnclosedTagInsideATextIsARunUpToTheNextClosingTag) {
+TEST(ToothScanner, UnclosedTagInsideATextIsARunUpToTheNextClosingTag) {
   EXPECT_THAT(RunsOf(u"<11>a <12>b</11><13>c</13>"),
               ElementsAre(Pair("11", "a <12>b"), Pair("12", "b"), Pair("13", "c")));
   EXPECT_THAT(RunsOf(u"<11>a <12 b</11> c"),
@@ -122,7 +122,7 @@ TEST(ToothScanner, SixteenBitPositionsEndAt32767) {
   EXPECT_EQ(fakes::ErrorNumberOf([] { RunsOf(std::u16string(32768, u'x'), kSendCheckScan); }), 6);
 }
 
-TEST(ToothScanner, ATagThatLeavesSixteenBitsRaisesOverflowBeforeItsTextIsGiven) {
+TEST(ToothScanner, TagBeyondSixteenBitsRaisesOverflowBeforeItsTextIsGiven) {
   const std::u16string tooth(32764, u'1');
   const auto error = [&](const std::u16string& column) {
     return fakes::ErrorNumberOf([&] { ToothScanner(column, kSendCheckScan).Next(); });
@@ -132,14 +132,14 @@ TEST(ToothScanner, ATagThatLeavesSixteenBitsRaisesOverflowBeforeItsTextIsGiven) 
   EXPECT_EQ(error(u"<1" + tooth + u">a"), 6);
 }
 
-TEST(ToothScanner, ARunBeforeTheOverflowIsGiven) {
+TEST(ToothScanner, RunBeforeTheOverflowIsGiven) {
   const std::u16string column = u"<11>a</11>" + std::u16string(40000, u'x');
   ToothScanner teeth(column, kSendCheckScan);
   EXPECT_EQ(teeth.Next()->text, u"a");
   EXPECT_EQ(fakes::ErrorNumberOf([&] { teeth.Next(); }), 6);
 }
 
-TEST(ToothScanner, ATextWithoutEndEndsTheScanBeforeTheOverflow) {
+TEST(ToothScanner, UnclosedTextEndsTheScanBeforeTheOverflow) {
   const std::u16string column = u"<11>" + std::u16string(40000, u'x');
   ScanRules rules = kSendCheckScan;
   EXPECT_EQ(fakes::ErrorNumberOf([&] { RunsOf(column, rules); }), 5);

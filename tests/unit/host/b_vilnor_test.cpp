@@ -49,7 +49,7 @@ TEST_F(BVilnorTest, OpenWithNewCaseWritesTheRequestAndStartsTheProgramOnIt) {
   EXPECT_EQ(database.AliveRecordsets(), 0);
 }
 
-// Takes down how many recordsets and connections are still there when the program is started.
+// Records how many recordsets and connections exist when the program is started.
 class WatchedProcesses : public platform::Processes {
  public:
   explicit WatchedProcesses(const fakes::Database& database) : database_(database) {}
@@ -62,7 +62,7 @@ class WatchedProcesses : public platform::Processes {
   const fakes::Database& database_;
 };
 
-TEST_F(BVilnorTest, HoldsNothingOfTheDatabaseWhenTheProgramStarts) {
+TEST_F(BVilnorTest, DatabaseIsReleasedWhenTheProgramStarts) {
   WatchedProcesses watched(database);
   platform::Platform watchedPorts = fakes::With(ports, watched);
   platform::Use(watchedPorts);
@@ -113,14 +113,14 @@ TEST_F(BVilnorTest, OpenExistFHPReportsTheNameOfOpenExistCase) {
   EXPECT_TRUE(processes.started.empty());
 }
 
-TEST_F(BVilnorTest, OpenVilnorStartsTheProgramAloneAndNeedsNoHostRegistration) {
+TEST_F(BVilnorTest, OpenVilnorNeedsNoHostRegistrationAndPassesNoArguments) {
   registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
   vilnor.OpenVilnor();
   EXPECT_EQ(processes.started, Texts{u"C:\\Link\\Link.exe"});
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(BVilnorTest, WithoutTheLinkProgramOnlyTheDirectoryIsMadeAndTheUserTold) {
+TEST_F(BVilnorTest, MissingLinkProgramIsReportedAndOnlyTheDirectoryIsMade) {
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"");
   struct Operation {
     std::function<void()> open;
@@ -145,7 +145,7 @@ TEST_F(BVilnorTest, WithoutTheLinkProgramOnlyTheDirectoryIsMadeAndTheUserTold) {
   }
 }
 
-TEST_F(BVilnorTest, AMissingHostRegistrationIsToldBeforeTheMissingLinkProgram) {
+TEST_F(BVilnorTest, MissingHostRegistrationIsReportedBeforeTheMissingLinkProgram) {
   registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
   registry.SetText(kLocalMachine, kLinkKey, u"Path", u"");
   vilnor.OpenExistCase(7);
@@ -155,7 +155,7 @@ TEST_F(BVilnorTest, AMissingHostRegistrationIsToldBeforeTheMissingLinkProgram) {
   EXPECT_TRUE(dialogs.shown[1].text.starts_with(u"Kunde inte hitta"));
 }
 
-TEST_F(BVilnorTest, AResultWithoutAHostRegistrationIsNotLookedFor) {
+TEST_F(BVilnorTest, ResultIsNotSearchedWithoutAHostRegistration) {
   registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
   Put(u"OutNewCase4711.xml", "<a><Cancelled>1</Cancelled></a>");
   vilnor.ReadNewCase(4711);
@@ -165,7 +165,7 @@ TEST_F(BVilnorTest, AResultWithoutAHostRegistrationIsNotLookedFor) {
   EXPECT_EQ(events.count, 0);
 }
 
-TEST_F(BVilnorTest, AResultsDirectoryIsAskedForBeforeItsLink) {
+TEST_F(BVilnorTest, ResultDirectoryIsLookedUpBeforeItsLink) {
   registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
   database.FailStatement(u"SELECT * FROM Vilnor", kServerGone);
   vilnor.ReadExistCase(4711);
@@ -174,7 +174,7 @@ TEST_F(BVilnorTest, AResultsDirectoryIsAskedForBeforeItsLink) {
                    u"-2147467259 server closed the connection in GetCaseIdByVilnorId"}));
 }
 
-TEST_F(BVilnorTest, APatientWhoDoesNotExistIsReportedAndNothingIsWritten) {
+TEST_F(BVilnorTest, UnknownPatientIsReportedAndNothingIsWritten) {
   vilnor.OpenWithNewCase(1, 12, 3);
   EXPECT_EQ(dialogs.Texts(),
             Texts{u"91 Object variable or With block variable not set in OpenWithNewCase"});
@@ -185,7 +185,7 @@ TEST_F(BVilnorTest, APatientWhoDoesNotExistIsReportedAndNothingIsWritten) {
   EXPECT_TRUE(std::filesystem::is_empty(folder / "Vilnor"));
 }
 
-TEST_F(BVilnorTest, APatientWithoutANameOrBirthDateIsReported) {
+TEST_F(BVilnorTest, PatientWithoutANameOrBirthDateIsReported) {
   const auto date = automation::MakeDate({1985, 3, 12, 0, 0, 0});
   database.Answer(std::u16string(kPatient) + u"1", {{u"fDato", u"PersNr", u"ForNavn", u"Navn"},
                                                     {{date, u"1", automation::Null(), u"b"}}});
@@ -197,7 +197,7 @@ TEST_F(BVilnorTest, APatientWithoutANameOrBirthDateIsReported) {
                                     u"94 Invalid use of Null in OpenWithNewCase"}));
 }
 
-TEST_F(BVilnorTest, AMissingHostRegistrationLeavesARequestWithoutAPlace) {
+TEST_F(BVilnorTest, MissingHostRegistrationLeavesARequestWithoutADirectory) {
   registry.SetText(kLocalMachine, kHostKey, u"Path", u"");
   vilnor.OpenExistCase(7);
   EXPECT_EQ(dialogs.Texts().front(),
@@ -232,7 +232,7 @@ TEST_F(BVilnorTest, FHPExistsRaisesItsEventsAroundTheObjectsLife) {
   EXPECT_EQ(queries, (std::vector<std::size_t>{0, 0, 1, 1}));
 }
 
-TEST_F(BVilnorTest, FHPExistsEndsAtAFailedQueryWithTheQuerysOwnBox) {
+TEST_F(BVilnorTest, FHPExistsStopsAtAFailedQueryWithTheQuerysOwnBox) {
   database.FailStatement(u"SELECT * FROM Vilnor WHERE FHP_ID", kServerGone);
   EXPECT_FALSE(vilnor.FHPExists(8));
   EXPECT_EQ(events.count, 2);
@@ -249,7 +249,7 @@ TEST_F(BVilnorTest, FHPExistsEndsAtAFailedQueryWithTheQuerysOwnBox) {
   EXPECT_EQ(events.count, 6);
 }
 
-TEST_F(BVilnorTest, FHPExistsCountsNoBoxThatAnEventBrings) {
+TEST_F(BVilnorTest, FHPExistsIgnoresBoxesShownInItsEvents) {
   events.atEach = [&] {
     if (events.count == 2) {
       util::ShowError(kServerGone, u" in the host", Icon::Exclamation);

@@ -16,7 +16,7 @@ class DatabaseObject : public BVilnorTest {
                     {{u"VilnorId"}, {{std::int32_t{77}}}});
     database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
   }
-  // "Kunde inte hitta Vilnor Link" ends the operation with its object still there.
+  // "Kunde inte hitta Vilnor Link" ends the operation while its object still exists.
   void LeaveOneBehind() {
     registry.SetText(kLocalMachine, kLinkKey, u"Path", u"");
     vilnor.OpenWithNewCase(4711, 12, 3);
@@ -89,7 +89,7 @@ struct InHandler {
 
 class CallsInUpdateJournal : public DatabaseObject {
  protected:
-  // Runs `call` in the handler of the `event`-th event, counted from 1, and in that one only.
+  // Runs `call` in the handler of only the `event`-th event, counted from 1.
   void AtEvent(int event, std::function<void()> call) {
     events.count = 0;
     called_ = false;

@@ -28,7 +28,7 @@ class CountingEvents : public exchange::Events {
   std::function<void()> atEach;
 };
 
-// Folders that are there and files that need no disk.
+// Folders that exist and files that need no disk.
 class NoFiles : public platform::Files {
  public:
   bool FolderExists(const std::u16string& /*path*/) override { return true; }
@@ -43,7 +43,7 @@ class NoFiles : public platform::Files {
   std::u16string lastWritten;
 };
 
-// Makes any fixture of the component one whose host and link program are installed.
+// Adds an installed host and link program to any fixture of the component.
 template <class Fixture>
 class HostOn : public Fixture {
  protected:
@@ -51,7 +51,7 @@ class HostOn : public Fixture {
     this->registry.SetText(kLocalMachine, kHostKey, u"Path", this->hostPath);
     this->registry.SetText(kLocalMachine, kLinkKey, u"Path", u"C:\\Link");
   }
-  // The command lines after a request was written and the program started on it.
+  // The command lines after a request was written and the program started with it.
   std::vector<std::u16string> Started(const std::u16string& request) const {
     return {u"C:\\Link\\Link.exe path=\"" + this->ExchangePath(request) +
             u"\" version=2 caller=KestraDental removefiles=1"};

@@ -1,4 +1,4 @@
-// The count of launches, of which only its overflow can be seen.
+// The count of launches, of which only the overflow is visible.
 #include <functional>
 #include <gmock/gmock.h>
 
@@ -22,7 +22,7 @@ class LaunchCount : public BVilnorTest {
   platform::Platform changed_ = fakes::With(ports, files_);
 };
 
-// Of all operations in one test: as many launches take seconds.
+// One test for all operations, because that many launches take seconds.
 TEST_F(LaunchCount, LaunchCountOverflowsAt16BitsOnceTheRequestIsWritten) {
   const std::vector<std::function<void()>> operations = {
       [&] { vilnor.OpenExistCase(7); }, [&] { vilnor.OpenSearchPatient(4711); },
@@ -48,7 +48,7 @@ TEST_F(LaunchCount, LaunchCountOverflowsAt16BitsOnceTheRequestIsWritten) {
                    ExchangePath(u"InNewCase4711.xml"), ExchangePath(u"InExistCase0.xml")}));
   EXPECT_EQ(processes.started.size(), kMostLaunches);
 
-  // What is not counted goes on, and another object has a count of its own.
+  // Operations that are not counted still work, and another object has its own count.
   vilnor.OpenVilnor();
   BVilnor(events).OpenExistCase(7);
   EXPECT_EQ(processes.started.size(), kMostLaunches + 2);

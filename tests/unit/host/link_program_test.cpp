@@ -28,7 +28,7 @@ const platform::MessageBox kMissing{
     .icon = Icon::Exclamation,
     .buttons = platform::Buttons::Ok};
 
-// The host's settings, which refuse to be read or written.
+// The host's settings, which cannot be read or written.
 class RefusingSettings : public fakes::UserSettings {
  public:
   std::u16string Get(const std::u16string& application, const std::u16string& section,
@@ -52,7 +52,7 @@ class RefusingSettings : public fakes::UserSettings {
   }
 };
 
-// A disk that does not tell a file's length.
+// A disk that cannot give a file's length.
 class FilesWithoutLength : public native::LocalFiles {
  public:
   explicit FilesWithoutLength(automation::RuntimeError error) : error_(error) {}
@@ -64,7 +64,7 @@ class FilesWithoutLength : public native::LocalFiles {
   automation::RuntimeError error_;
 };
 
-// The memory is at its end when a key is opened.
+// Memory runs out when a key is opened.
 class ExhaustedRegistry : public fakes::MemoryRegistry {
  public:
   std::int32_t CreateKey(Key /*parent*/, const std::u16string& /*path*/, std::uint32_t /*access*/,
@@ -73,7 +73,7 @@ class ExhaustedRegistry : public fakes::MemoryRegistry {
   }
 };
 
-// Refuses one key to this user, whether it is there or would have to be made.
+// Refuses this user one key, whether it exists or would have to be created.
 class RefusingRegistry : public fakes::MemoryRegistry {
  public:
   explicit RefusingRegistry(std::u16string refused) : refused_(std::move(refused)) {}
@@ -91,7 +91,7 @@ class LinkProgram : public fakes::ComponentFixture {
  protected:
   ~LinkProgram() override { platform::Use(ports); }
 
-  // Ports that a test has taken the place of.
+  // Ports that a test has replaced.
   void UsePorts(platform::Files& someFiles, platform::UserSettings& someSettings,
                 platform::RegistryApi& someRegistry) {
     changed_.emplace(fakes::With(ports, someFiles, someSettings, someRegistry));
@@ -220,7 +220,7 @@ TEST_F(LinkProgram, RegisteredLinkProgramIsNotLookedForOnDisk) {
   EXPECT_EQ(GetVilnorCommandLine(), u"X:\\Nowhere\\Link.exe");
 }
 
-TEST_F(LinkProgram, RegistrationThatIsNoTextIsIgnored) {
+TEST_F(LinkProgram, RegistrationThatIsNotTextIsIgnored) {
   registry.SetOther(kLocalMachine, kLinkKey, u"Path", 4);
   EXPECT_EQ(GetVilnorCommandLine(), std::nullopt);
 }
@@ -270,7 +270,7 @@ TEST_F(ExchangeDirectory, RefusedHostRegistrationEndsTheSearch) {
   EXPECT_EQ(dialogs.Texts(), Texts{u"-2147220983 Unknown Error: 5 in GetVilnorOutputPath"});
 }
 
-// A user who may only read: a key that is missing may not be made, one that is there not opened.
+// A user with read rights only: a missing key cannot be created, an existing one not opened.
 TEST_F(ExchangeDirectory, AnyRefusedHostRegistrationEndsTheSearch) {
   const std::vector<std::u16string> keys = {kMainKey, kMainAppPath, kOldAppPath};
   for (std::size_t place = 0; place < keys.size(); ++place) {

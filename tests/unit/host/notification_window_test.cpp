@@ -15,7 +15,7 @@ using platform::Icon;
 
 const automation::AutomationError kServerGone{-2147467259, u"", u"server closed the connection"};
 
-// A box during which further messages arrive, as a thread that waits for its user dispatches them.
+// A box during which more messages arrive, dispatched like those of a thread waiting for its user.
 class DispatchingDialogs : public fakes::Dialogs {
  public:
   Answer Show(const platform::MessageBox& box) override {
@@ -28,7 +28,7 @@ class DispatchingDialogs : public fakes::Dialogs {
   std::function<void()> arrivingAtNext;
 };
 
-// Tells when a document is made.
+// Reports when a document is created.
 class WatchedDocuments : public platform::ResultDocuments {
  public:
   std::unique_ptr<platform::ResultDocument> New() override {
@@ -43,7 +43,7 @@ class WatchedDocuments : public platform::ResultDocuments {
 
 class NotificationWindow : public BVilnorTest {
  protected:
-  // On a thread of its own, where no notification has come yet, with the windows of its own.
+  // On its own thread, where no notification has arrived yet, with its own windows.
   template <class Body>
   void OnFreshThread(Body body) {
     std::thread([&] {
@@ -191,7 +191,7 @@ TEST_F(NotificationWindow, HostsWindowOutlivesItsBVilnorAfterANotificationAndSti
   });
 }
 
-// Calls of the window system that fail on demand.
+// Window system calls that fail on demand.
 class FailingWindows : public fakes::WindowSystem {
  public:
   std::int32_t RegisterClass(const platform::WindowClass& windowClass) override {
@@ -259,7 +259,7 @@ TEST_F(FailingNotificationWindow, FailingWindowProcedureIsReportedUnderItsName) 
 TEST_F(FailingNotificationWindow, FailingReaderKeepsTheDefaultResult) {
   std::thread([&] {
     failingWindows_.defaultResult = 42;
-    // What the readers do fails inside their own traps, which also drop a box that cannot be shown.
+    // The readers' work fails inside their own traps, which also ignore a box that cannot be shown.
     class NoDialogs : public fakes::Dialogs {
      public:
       Answer Show(const platform::MessageBox& box) override {
@@ -352,7 +352,7 @@ TEST_F(SecondNotification, SecondNotificationAtADatabaseBoxLosesNeitherResult) {
     EXPECT_FALSE(database.InTransaction());
     EXPECT_EQ(database.AliveConnections(), 0);
 
-    // Nothing is stuck: both are read when they are there and notified again.
+    // Nothing is stuck: both are read when they exist and are announced again.
     files.RenameFile(ExchangePath(u"OutNewCase4711 2026-11-16 14.05.00.xml"),
                      ExchangePath(u"OutNewCase4711.xml"));
     database.ClearFailures();

@@ -1,4 +1,4 @@
-// A request while the answer to an older one has not been read.
+// A request while the answer to an older one is still unread.
 #include <filesystem>
 
 #include "unit/fhp/fixture.h"
@@ -9,7 +9,7 @@ namespace {
 
 using Texts = std::vector<std::u16string>;
 
-// The operations whose request is answered, with the request's and the answer's file.
+// The operations whose requests are answered, with the files of request and answer.
 struct Answered {
   const char16_t* request;
   const char16_t* result;
@@ -45,7 +45,7 @@ class UnreadOn : public HostOn<Fixture> {
     EXPECT_EQ(this->processes.started, this->Started(answered.request));
   }
 
-  // Nothing is written while the older answer cannot be set aside; `started` is what is started.
+  // Nothing is written while the older answer cannot be set aside; `started` is the command line.
   template <class Open>
   void ExpectRefusal(const Answered& answered, const Texts& started, Open open) {
     Renaming refusing;

@@ -22,23 +22,23 @@ AdoRecordset Static(LockType lockType) {
   return AdoRecordset(TwoRows(), CursorLocation::Client).Clone(lockType);
 }
 
-TEST(AdoRecordset, ARowsetOfTheServerIsForwardOnlyAndCannotBeCloned) {
+TEST(AdoRecordset, ServerSideRowsetIsForwardOnlyAndCannotBeCloned) {
   const AdoRecordset forward(TwoRows(), CursorLocation::Server);
   EXPECT_EQ(forward.CursorType(), CursorType::ForwardOnly);
   EXPECT_EQ(ErrorNumberOf([&] { forward.Clone(LockType::Unspecified); }), 3251);
 }
 
-TEST(AdoRecordset, ARowsetAtTheClientIsStatic) {
+TEST(AdoRecordset, ClientSideRowsetIsStatic) {
   EXPECT_EQ(AdoRecordset(TwoRows(), CursorLocation::Client).CursorType(), CursorType::Static);
 }
 
-TEST(AdoRecordset, ACloneTakesItsSourcesLockUnlessOneIsAsked) {
+TEST(AdoRecordset, CloneHasItsSourcesLockUnlessAnotherIsRequested) {
   const auto batch = Static(LockType::BatchOptimistic);
   EXPECT_EQ(batch.Clone(LockType::Unspecified).LockType(), LockType::BatchOptimistic);
   EXPECT_EQ(batch.Clone(LockType::ReadOnly).LockType(), LockType::ReadOnly);
 }
 
-TEST(AdoRecordset, MovesBothWaysAndToEitherEnd) {
+TEST(AdoRecordset, RecordsetMovesBothWaysAndToEitherEnd) {
   auto rows = Static(LockType::ReadOnly);
   rows.MoveLast();
   EXPECT_EQ(rows.Field(u"Id"), Value(std::int32_t{2}));
@@ -53,7 +53,7 @@ TEST(AdoRecordset, MovesBothWaysAndToEitherEnd) {
   EXPECT_EQ(ErrorNumberOf([&] { rows.MoveTo(2); }), 3021);
 }
 
-TEST(AdoRecordset, WithoutRowsItStandsAtBothEnds) {
+TEST(AdoRecordset, EmptyRecordsetIsAtBothEnds) {
   AdoRecordset none(CachedRows{.columns = TwoRows().columns, .rows = {}}, CursorLocation::Client);
   EXPECT_TRUE(none.Bof());
   EXPECT_TRUE(none.Eof());
@@ -61,7 +61,7 @@ TEST(AdoRecordset, WithoutRowsItStandsAtBothEnds) {
   EXPECT_EQ(ErrorNumberOf([&] { none.MoveLast(); }), 3021);
 }
 
-TEST(AdoRecordset, AnEditIsTakenBackByCancelUpdate) {
+TEST(AdoRecordset, EditIsUndoneByCancelUpdate) {
   auto rows = Static(LockType::BatchOptimistic);
   rows.SetField(u"Name", Value(u"x"));
   EXPECT_TRUE(rows.EditInProgress());
@@ -69,7 +69,7 @@ TEST(AdoRecordset, AnEditIsTakenBackByCancelUpdate) {
   EXPECT_EQ(rows.Field(u"Name"), Value(u"a"));
 }
 
-TEST(AdoRecordset, ABatchEditReachesClonesByUpdateOrByMovingOn) {
+TEST(AdoRecordset, BatchEditReachesClonesByUpdateOrByMovingOn) {
   auto rows = Static(LockType::BatchOptimistic);
   const auto clone = rows.Clone(LockType::Unspecified);
   rows.SetField(u"Name", Value(u"x"));
@@ -80,7 +80,7 @@ TEST(AdoRecordset, ABatchEditReachesClonesByUpdateOrByMovingOn) {
   EXPECT_TRUE(clone.Field(u"Name").IsNull());
 }
 
-TEST(AdoRecordset, ABatchEditThatWasNotHandedOverIsForgottenByClose) {
+TEST(AdoRecordset, PendingBatchEditIsDiscardedByClose) {
   auto rows = Static(LockType::BatchOptimistic);
   const auto clone = rows.Clone(LockType::Unspecified);
   rows.SetField(u"Name", Value(u"x"));
@@ -88,7 +88,7 @@ TEST(AdoRecordset, ABatchEditThatWasNotHandedOverIsForgottenByClose) {
   EXPECT_EQ(clone.Field(u"Name"), Value(u"a"));
 }
 
-TEST(AdoRecordset, AnEditThatWouldHaveToReachTheDatabaseIsRefusedNotLostSilently) {
+TEST(AdoRecordset, EditThatNeedsTheDatabaseIsRefusedNotLostSilently) {
   auto rows = Static(LockType::Optimistic);
   rows.SetField(u"Name", Value(u"x"));
   EXPECT_EQ(rows.Field(u"Name"), Value(u"x"));
@@ -100,7 +100,7 @@ TEST(AdoRecordset, AnEditThatWouldHaveToReachTheDatabaseIsRefusedNotLostSilently
   EXPECT_FALSE(rows.IsOpen());
 }
 
-TEST(AdoRecordset, AValueOfAnotherTypeIsRefused) {
+TEST(AdoRecordset, ValueOfAnotherTypeIsRefused) {
   auto rows = Static(LockType::BatchOptimistic);
   EXPECT_EQ(ErrorNumberOf([&] { rows.SetField(u"Id", Value(u"x")); }), 3421);
   EXPECT_EQ(ErrorNumberOf([&] { rows.SetField(u"Name", Value(1.5)); }), 3421);

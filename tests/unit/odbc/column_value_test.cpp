@@ -20,14 +20,14 @@ Date Moment(int year, int month, int day, int hour = 0, int minute = 0, int seco
   return automation::MakeDate({year, month, day, hour, minute, second});
 }
 
-TEST(ColumnKind, TheSourcesOwnTypeNameGoesFirst) {
+TEST(ColumnKind, KnownTypeNameOverridesTheOdbcType) {
   EXPECT_EQ(KindOf({SQL_VARCHAR, u"bool"}, {}), ColumnKind::Boolean);
   EXPECT_EQ(KindOf({SQL_FLOAT, u"money"}, {}), ColumnKind::Currency);
   EXPECT_EQ(KindOf({SQL_DOUBLE, u"NUMERIC"}, {}), ColumnKind::Decimal);
   EXPECT_EQ(KindOf({SQL_VARCHAR, u"decimal"}, {}), ColumnKind::Decimal);
 }
 
-TEST(ColumnKind, TheOdbcTypeDecidesForOtherNames) {
+TEST(ColumnKind, OdbcTypeDecidesForOtherTypeNames) {
   EXPECT_EQ(KindOf({SQL_BIT, u"bit"}, {}), ColumnKind::Boolean);
   EXPECT_EQ(KindOf({SQL_SMALLINT, u"int2"}, {}), ColumnKind::Int16);
   EXPECT_EQ(KindOf({SQL_INTEGER, u"serial"}, {}), ColumnKind::Int32);
@@ -40,7 +40,7 @@ TEST(ColumnKind, TheOdbcTypeDecidesForOtherNames) {
   EXPECT_EQ(KindOf({-9999, u"hstore"}, {}), ColumnKind::Text);
 }
 
-TEST(ColumnValue, WholeNumbersTakeTheColumnsWidthOrTheNextThatHoldsThem) {
+TEST(ColumnValue, WholeNumberHasTheColumnsWidthOrTheNextThatHoldsIt) {
   EXPECT_EQ(ToValue(u"-7", ColumnKind::Int16), Value(std::int16_t{-7}));
   EXPECT_EQ(ToValue(u"40000", ColumnKind::Int16), Value(std::int32_t{40000}));
   EXPECT_EQ(ToValue(u"7", ColumnKind::Int32), Value(std::int32_t{7}));
@@ -51,7 +51,7 @@ TEST(ColumnValue, WholeNumbersTakeTheColumnsWidthOrTheNextThatHoldsThem) {
   EXPECT_EQ(ToValue(u"2.5", ColumnKind::Int32), Value(2.5));
 }
 
-TEST(ColumnValue, Doubles) {
+TEST(ColumnValue, FloatColumnReadsAsDouble) {
   EXPECT_EQ(ToValue(u"0.1", ColumnKind::Double), Value(0.1));
   EXPECT_EQ(ToValue(u"1.0e+20", ColumnKind::Double), Value(1e20));
 }
@@ -63,7 +63,7 @@ TEST(ColumnValue, SinglesHaveSevenDigits) {
   EXPECT_EQ(ToValue(u"1e100", ColumnKind::Single), Value(1e100)) << "as SQLite may hold";
 }
 
-TEST(ColumnValue, Booleans) {
+TEST(ColumnValue, BooleanColumnReadsAsBoolean) {
   for (const auto* yes : {u"1", u"-1", u"t", u"true", u"TRUE"}) {
     EXPECT_EQ(ToValue(yes, ColumnKind::Boolean), Value(true));
   }
@@ -72,7 +72,7 @@ TEST(ColumnValue, Booleans) {
   }
 }
 
-TEST(ColumnValue, WhatIsNoValueOfTheKindStaysText) {
+TEST(ColumnValue, UnconvertibleContentStaysText) {
   for (const auto kind :
        {ColumnKind::Boolean, ColumnKind::Int16, ColumnKind::Int32, ColumnKind::BigInt,
         ColumnKind::Single, ColumnKind::Double, ColumnKind::Decimal, ColumnKind::Currency,
@@ -84,7 +84,7 @@ TEST(ColumnValue, WhatIsNoValueOfTheKindStaysText) {
   EXPECT_EQ(ToValue(u"12", ColumnKind::Text), Value(u"12"));
 }
 
-TEST(ColumnDecimal, KeepsTheDigitsAsGiven) {
+TEST(ColumnDecimal, DecimalKeepsItsDigits) {
   EXPECT_EQ(ParseDecimal(u"12.50"), (Decimal{.lo = 1250, .scale = 2}));
   EXPECT_EQ(ParseDecimal(u"-0.05"), (Decimal{.lo = 5, .scale = 2, .negative = true}));
   EXPECT_EQ(ParseDecimal(u".5"), (Decimal{.lo = 5, .scale = 1}));
@@ -92,13 +92,13 @@ TEST(ColumnDecimal, KeepsTheDigitsAsGiven) {
             (Decimal{.lo = 0xFFFFFFFFFFFFFFFF, .hi = 0xFFFFFFFF}));
 }
 
-TEST(ColumnDecimal, ReadsExponents) {
+TEST(ColumnDecimal, ExponentsAreRead) {
   EXPECT_EQ(ParseDecimal(u"1.25e2"), (Decimal{.lo = 125}));
   EXPECT_EQ(ParseDecimal(u"1E+3"), (Decimal{.lo = 1000}));
   EXPECT_EQ(ParseDecimal(u"1e-07"), (Decimal{.lo = 1, .scale = 7}));
 }
 
-TEST(ColumnDecimal, RoundsWhatItCannotHoldBehindThePoint) {
+TEST(ColumnDecimal, ExcessDecimalPlacesAreRounded) {
   const auto rounded = [](std::u16string_view text) {
     return automation::DecimalText(ParseDecimal(text).value(), u'.');
   };
@@ -109,39 +109,39 @@ TEST(ColumnDecimal, RoundsWhatItCannotHoldBehindThePoint) {
   EXPECT_EQ(ParseDecimal(u"1e-300"), Decimal{});
 }
 
-TEST(ColumnDecimal, WhatIsNoneOrTooLargeIsNothing) {
+TEST(ColumnDecimal, InvalidOrTooLargeDecimalIsNotRead) {
   for (const auto* text : {u"", u".", u"-", u"e5", u"1e", u"1,5", u"0x10", u"NaN", u"1.2.3",
                            u"79228162514264337593543950336", u"1e300", u"1e99999"}) {
     EXPECT_EQ(ParseDecimal(text), std::nullopt);
   }
 }
 
-TEST(ColumnCurrency, ReadsPlainNumbersToFourDecimals) {
+TEST(ColumnCurrency, PlainNumbersAreReadToFourDecimals) {
   EXPECT_EQ(ParseCurrency(u"99.5"), Currency{995000});
   EXPECT_EQ(ParseCurrency(u"-1234.5678"), Currency{-12345678});
   EXPECT_EQ(ParseCurrency(u"0.00005"), Currency{1});
   EXPECT_EQ(ParseCurrency(u"77"), Currency{770000});
 }
 
-TEST(ColumnCurrency, AnAmountBeyondItsRangeIsNothing) {
+TEST(ColumnCurrency, AmountOutOfRangeIsNotRead) {
   EXPECT_EQ(ParseCurrency(u"922337203685477.5807"), Currency{9223372036854775807});
   EXPECT_EQ(ParseCurrency(u"922337203685477.5808"), std::nullopt);
   EXPECT_EQ(ParseCurrency(u"free"), std::nullopt);
 }
 
-TEST(ColumnDate, ReadsIsoMoments) {
+TEST(ColumnDate, IsoDatesAreRead) {
   EXPECT_EQ(ParseTimestamp(u"2026-11-16"), Moment(2026, 11, 16));
   EXPECT_EQ(ParseTimestamp(u"2026-11-16 14:05"), Moment(2026, 11, 16, 14, 5));
   EXPECT_EQ(ParseTimestamp(u"2026-11-16T14:05:09"), Moment(2026, 11, 16, 14, 5, 9));
   EXPECT_EQ(ParseTimestamp(u"2026-11-16 14:05:09.999999+01"), Moment(2026, 11, 16, 14, 5, 9));
 }
 
-TEST(ColumnDate, ReadsTheHostsMonthFirstMoments) {
+TEST(ColumnDate, HostsMonthFirstDatesAreRead) {
   EXPECT_EQ(ParseTimestamp(u"11-16-2026"), Moment(2026, 11, 16));
   EXPECT_EQ(ParseTimestamp(u"02-03-2026 14:05:00"), Moment(2026, 2, 3, 14, 5));
 }
 
-TEST(ColumnDate, WhatIsNoMomentIsNothing) {
+TEST(ColumnDate, InvalidDateIsNotRead) {
   for (const auto* text :
        {u"", u"2026-13-01", u"2026-02-29", u"2026-11-16x", u"2026-11-16 25:00", u"2026-11-16 14",
         u"2026-11-16 14:05:x", u"0000-00-00 00:00:00", u"20261116", u"2461361.5"}) {
@@ -149,7 +149,7 @@ TEST(ColumnDate, WhatIsNoMomentIsNothing) {
   }
 }
 
-TEST(ColumnDate, ATimeAloneIsAFractionOfDayZero) {
+TEST(ColumnDate, TimeWithoutADateIsAFractionOfDayZero) {
   EXPECT_EQ(ToValue(u"18:00:00", ColumnKind::Time), Value(Date{0.75}));
 }
 

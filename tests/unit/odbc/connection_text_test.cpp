@@ -9,7 +9,7 @@
 namespace odbc {
 namespace {
 
-TEST(ConnectionText, FindsValuesByKeysInAnyCase) {
+TEST(ConnectionText, KeysAreFoundIgnoringCase) {
   const ConnectionText text(u" Driver = {PostgreSQL Unicode} ;server=127.0.0.1;PWD={a;b}}c};;x");
   EXPECT_EQ(text.Find(u"DRIVER"), u"PostgreSQL Unicode");
   EXPECT_EQ(text.Find(u"Server"), u"127.0.0.1");
@@ -18,21 +18,21 @@ TEST(ConnectionText, FindsValuesByKeysInAnyCase) {
   EXPECT_EQ(text.Find(u"Port"), std::nullopt);
 }
 
-TEST(ConnectionText, KeepsWhatItDoesNotChange) {
+TEST(ConnectionText, UnchangedPartsAreKept) {
   ConnectionText text(u"Driver={SQLite3};Database=/tmp/a b.db;PWD={a;b}}c};Trusted");
   text.Set(u"Timeout", u"5000");
   EXPECT_EQ(text.Text(),
             u"Driver={SQLite3};Database=/tmp/a b.db;PWD={a;b}}c};Trusted;Timeout=5000;");
 }
 
-TEST(ConnectionText, GivesBracesToValuesThatNeedThem) {
+TEST(ConnectionText, ValuesAreBracedWhenNeeded) {
   ConnectionText text(u"UID=x;");
   text.Set(u"uid", u"a;b}");
   text.Set(u"PWD", u" blank ");
   EXPECT_EQ(text.Text(), u"UID={a;b}}};PWD={ blank };");
 }
 
-TEST(ConnectionText, ReadsWhatIsCutOffOrEmpty) {
+TEST(ConnectionText, TruncatedOrEmptyStringIsRead) {
   for (const auto* text : {u"", u";", u"=", u"a=", u"=b", u"a={", u"a={b", u"a={}}", u" ; = ; "}) {
     EXPECT_NO_THROW(ConnectionText(text).Text());
   }
@@ -58,19 +58,19 @@ TEST(ConnectRequest, SqliteIsConnectedInUtf8) {
   EXPECT_EQ(callsOf(u"DSN=clinic"), TextCalls::Wide);
 }
 
-TEST(ConnectRequest, MariadbIsConnectedWithAllLettersUnlessTheStringSaysOtherwise) {
+TEST(ConnectRequest, MariadbIsConnectedInFullUnicodeUnlessTheStringSaysOtherwise) {
   EXPECT_EQ(RequestOf(u"Driver=MariaDB Unicode;Database=x", u"", u"").text,
             u"Driver=MariaDB Unicode;Database=x;CHARSET=utf8mb4;OPTION=2;");
   EXPECT_EQ(RequestOf(u"Driver=MariaDB Unicode;charset=latin1;Option=3", u"", u"").text,
             u"Driver=MariaDB Unicode;charset=latin1;Option=3;");
 }
 
-TEST(ConnectRequest, UserAndPasswordGoBeforeTheStrings) {
+TEST(ConnectRequest, UserAndPasswordOverrideThoseInTheString) {
   EXPECT_EQ(RequestOf(u"DSN=d;UID=a;PWD=b", u"c", u"").text, u"DSN=d;UID=c;PWD=b;");
   EXPECT_EQ(RequestOf(u"DSN=d", u"c", u"e").text, u"DSN=d;UID=c;PWD=e;");
 }
 
-TEST(ConnectRequest, OnlyTheProviderForOdbcIsTaken) {
+TEST(ConnectRequest, OnlyTheProviderForOdbcIsAccepted) {
   EXPECT_EQ(RequestOf(u"Provider=MSDASQL.1;DSN=d", u"", u"").text, u"DSN=d;");
   EXPECT_EQ(fakes::ErrorNumberOf([] { RequestOf(u"Provider=Other.Provider;DSN=d", u"", u""); }),
             3706);

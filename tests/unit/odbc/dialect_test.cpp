@@ -1,4 +1,4 @@
-// What each row makes of its driver's types and texts.
+// How each row reads its driver's types and texts.
 #include "odbc/dialect.h"
 
 #include <gtest/gtest.h>
@@ -16,13 +16,13 @@ using automation::Decimal;
 using automation::Null;
 using automation::Value;
 
-// The usual reading where the row has none of its own.
+// The usual reading when the row has none of its own.
 Value Read(std::u16string_view product, std::u16string text, ColumnKind kind) {
   const auto own = DialectOf(product).ownReading(text, kind);
   return own ? *own : ToValue(std::move(text), kind);
 }
 
-TEST(PostgresqlRow, ReadsAmountsAsTheServersLocalePrintsThem) {
+TEST(PostgresqlRow, AmountsAreReadInTheServersLocale) {
   const auto amount = [](const char16_t* text) {
     return Read(u"PostgreSQL", text, ColumnKind::Currency);
   };
@@ -36,26 +36,26 @@ TEST(PostgresqlRow, ReadsAmountsAsTheServersLocalePrintsThem) {
   EXPECT_EQ(amount(u"free"), Value(u"free"));
 }
 
-TEST(PostgresqlRow, LeavesOtherTextsToTheUsualReading) {
+TEST(PostgresqlRow, OtherTextsAreReadAsUsual) {
   EXPECT_EQ(Read(u"PostgreSQL", u"$1", ColumnKind::Text), Value(u"$1"));
   EXPECT_EQ(Read(u"PostgreSQL", u"t", ColumnKind::Boolean), Value(true));
 }
 
-TEST(MariadbRow, TakesATinyintForABooleanUnlessItsValueIsNone) {
+TEST(MariadbRow, TinyintOf0Or1IsABoolean) {
   EXPECT_EQ(KindOf({SQL_TINYINT, u"tinyint", 3}, DialectOf(u"MariaDB").types), ColumnKind::Boolean);
   EXPECT_EQ(Read(u"MariaDB", u"1", ColumnKind::Boolean), Value(true));
   EXPECT_EQ(Read(u"MariaDB", u"0", ColumnKind::Boolean), Value(false));
   EXPECT_EQ(Read(u"MariaDB", u"-7", ColumnKind::Boolean), Value(std::int16_t{-7}));
 }
 
-TEST(MariadbRow, ReadsABitFromItsByte) {
+TEST(MariadbRow, BitIsReadFromItsByte) {
   EXPECT_EQ(KindOf({SQL_BIT, u"bit", 1}, DialectOf(u"MariaDB").types), ColumnKind::Boolean);
   EXPECT_EQ(Read(u"MariaDB", std::u16string(1, u'\1'), ColumnKind::Boolean), Value(true));
   EXPECT_EQ(Read(u"MariaDB", std::u16string(1, u'\0'), ColumnKind::Boolean), Value(false));
   EXPECT_EQ(Read(u"MariaDB", u"", ColumnKind::Boolean), Value(false));
 }
 
-TEST(MariadbRow, TakesADecimalOfCurrencysDigitsForCurrency) {
+TEST(MariadbRow, DecimalOf19DigitsAnd4PlacesIsCurrency) {
   const auto kindOf = [](std::size_t size, std::int16_t scale) {
     return KindOf({SQL_DECIMAL, u"decimal", size, scale}, DialectOf(u"MariaDB").types);
   };
@@ -67,7 +67,7 @@ TEST(MariadbRow, TakesADecimalOfCurrencysDigitsForCurrency) {
             Value(Decimal{.lo = 9999999999999999999U, .scale = 4}));
 }
 
-TEST(MariadbRow, TakesAZeroDateForNone) {
+TEST(MariadbRow, ZeroDateReadsAsNull) {
   EXPECT_EQ(Read(u"MariaDB", u"0000-00-00 00:00:00", ColumnKind::Date), Value(Null()));
   EXPECT_EQ(Read(u"MariaDB", u"0000-00-00", ColumnKind::Date), Value(Null()));
   EXPECT_EQ(Read(u"MariaDB", u"2026-11-16", ColumnKind::Date),

@@ -10,7 +10,7 @@ std::int32_t NumberOf(std::u16string_view product, std::u16string state, std::in
       ErrorOf({std::move(state), native, u"text"}, DialectOf(product)));
 }
 
-TEST(DriverError, TheStateDecidesTheNumber) {
+TEST(DriverError, SqlStateDecidesTheNumber) {
   EXPECT_EQ(NumberOf(u"", u"42601"), -2147217900) << "syntax";
   EXPECT_EQ(NumberOf(u"", u"42S22"), -2147217900) << "missing column";
   EXPECT_EQ(NumberOf(u"", u"42S02"), -2147217865) << "missing table";
@@ -25,7 +25,7 @@ TEST(DriverError, TheStateDecidesTheNumber) {
   EXPECT_EQ(NumberOf(u"", u""), -2147467259);
 }
 
-TEST(DriverError, PostgresqlsOwnStatesAreKnown) {
+TEST(DriverError, PostgresqlSpecificStatesAreKnown) {
   EXPECT_EQ(NumberOf(u"PostgreSQL", u"42703"), -2147217900) << "missing column";
   EXPECT_EQ(NumberOf(u"PostgreSQL", u"42P01"), -2147217865) << "missing table";
   EXPECT_EQ(NumberOf(u"PostgreSQL", u"42P07"), -2147217857) << "table exists";
@@ -34,14 +34,14 @@ TEST(DriverError, PostgresqlsOwnStatesAreKnown) {
   EXPECT_EQ(NumberOf(u"PostgreSQL", u"57014"), -2147217871) << "statement timeout of the server";
 }
 
-TEST(DriverError, SqlitesResultCodeDecidesWhereItsStateSaysNothing) {
+TEST(DriverError, SqliteResultCodeDecidesWhenTheStateIsGeneral) {
   EXPECT_EQ(NumberOf(u"SQLite", u"HY000", 1), -2147217900) << "syntax";
   EXPECT_EQ(NumberOf(u"SQLite", u"HY000", 19), -2147217873) << "constraint";
   EXPECT_EQ(NumberOf(u"SQLite", u"HY000", 5), -2147467259) << "locked";
   EXPECT_EQ(NumberOf(u"", u"HY000", 1), -2147467259) << "another product's";
 }
 
-TEST(DriverError, MariadbsCodeDecidesWhereItsStateSaysTooLittle) {
+TEST(DriverError, MariadbErrorCodeDecidesWhenTheStateIsTooGeneral) {
   EXPECT_EQ(NumberOf(u"MariaDB", u"42000", 1064), -2147217900) << "syntax";
   EXPECT_EQ(NumberOf(u"MariaDB", u"42000", 1142), -2147217911) << "no permission";
   EXPECT_EQ(NumberOf(u"MariaDB", u"42000", 1049), -2147467259) << "no such database";
@@ -51,7 +51,7 @@ TEST(DriverError, MariadbsCodeDecidesWhereItsStateSaysTooLittle) {
   EXPECT_EQ(NumberOf(u"MariaDB", u"23000", 1062), -2147217873) << "constraint";
 }
 
-TEST(DriverError, CarriesTheDriversTextStateAndCode) {
+TEST(DriverError, ErrorCarriesTheDriversTextStateAndCode) {
   const DriverError error({u"42601", 7, u"ERROR: syntax error"}, kUnknownProduct);
   EXPECT_EQ(error.number(), -2147217900);
   EXPECT_EQ(error.description(), u"ERROR: syntax error");
@@ -59,7 +59,7 @@ TEST(DriverError, CarriesTheDriversTextStateAndCode) {
   EXPECT_EQ(error.native(), 7);
 }
 
-TEST(DriverError, AFailureWithoutARecordIsUnspecified) {
+TEST(DriverError, FailureWithoutADiagnosticRecordIsUnspecified) {
   EXPECT_EQ(DriverError(Diagnostic(), kUnknownProduct).description(), u"Unspecified error");
 }
 

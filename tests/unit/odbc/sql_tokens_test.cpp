@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::FieldsAre;
 
-TEST(SqlTokens, TellTheirKindsApart) {
+TEST(SqlTokens, TokenKindsAreDistinguished) {
   EXPECT_THAT(
       Tokenize(u"a, 'b' #01-02-2026#", SqlSyntax()),
       ElementsAre(FieldsAre(TokenKind::Word, u"a"), FieldsAre(TokenKind::Symbol, u","),
@@ -19,7 +19,7 @@ TEST(SqlTokens, TellTheirKindsApart) {
                   FieldsAre(TokenKind::Space, u" "), FieldsAre(TokenKind::Date, u"#01-02-2026#")));
 }
 
-TEST(SqlTokens, JoinedAreTheStatementAgain) {
+TEST(SqlTokens, JoinedTokensGiveTheStatementAgain) {
   for (const std::u16string statement :
        {u"",     u"'",    u"''",
         u"'''",  u"\"",   u"[",

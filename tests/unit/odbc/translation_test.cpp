@@ -36,21 +36,21 @@ TEST(Dialect, IdentityIsReadInAnyCase) {
   EXPECT_EQ(Translated(kPostgresql, u"select @@identity"), u"select lastval()");
 }
 
-TEST(Dialect, ANameThatOnlyBeginsLikeIdentityIsLeft) {
+TEST(Dialect, NameThatOnlyBeginsLikeIdentityIsUnchanged) {
   for (const auto* statement :
        {u"Select @@Identity2", u"Select @@@Identity", u"Select @Identity"}) {
     EXPECT_EQ(Translated(kSqlite, statement), statement);
   }
 }
 
-TEST(Dialect, AHashDateBecomesIsoTextForEveryProduct) {
+TEST(Dialect, HashDateBecomesIsoTextForEveryProduct) {
   for (const auto& product : {kSqlite, kPostgresql, kMariadb}) {
     EXPECT_EQ(Translated(product, u"VALUES (1,#11-16-2026 14:05:00#,#01-02-2026#)"),
               u"VALUES (1,'2026-11-16 14:05:00','2026-01-02')");
   }
 }
 
-TEST(Dialect, WhatIsNoDateBetweenHashesIsLeft) {
+TEST(Dialect, TextBetweenHashesThatIsNotADateIsUnchanged) {
   for (const auto* statement :
        {u"SELECT #13-16-2026#", u"SELECT #02-30-2026#", u"SELECT #11-16-2026 24:00:00#",
         u"SELECT #11-16-2026 14:05#", u"SELECT #1-1-2026#", u"SELECT #11/16/2026#",
@@ -62,7 +62,7 @@ TEST(Dialect, WhatIsNoDateBetweenHashesIsLeft) {
   }
 }
 
-TEST(Dialect, NothingInsideTextsNamesAndCommentsIsTouched) {
+TEST(Dialect, TextsNamesAndCommentsAreUnchanged) {
   for (const auto* statement :
        {u"SELECT '@@Identity #11-16-2026#'", u"SELECT 'it''s #11-16-2026#'",
         u"SELECT \"#11-16-2026#\" FROM \"a\"\"@@Identity\"", u"SELECT 1 -- @@Identity #11-16-2026#",
@@ -73,13 +73,13 @@ TEST(Dialect, NothingInsideTextsNamesAndCommentsIsTouched) {
   }
 }
 
-TEST(Dialect, WhatFollowsATextNameOrCommentIsTranslated) {
+TEST(Dialect, SqlAfterATextNameOrCommentIsTranslated) {
   const std::u16string before = u"SELECT 'it''s', \"a\"\"b\", /* ' */ '' -- '\n";
   EXPECT_EQ(Translated(kSqlite, before + u", @@Identity"), before + u", last_insert_rowid()");
   EXPECT_EQ(Translated(kPostgresql, before + u", @@Identity"), before + u", lastval()");
 }
 
-TEST(Dialect, EachProductsOwnQuotesAreKnown) {
+TEST(Dialect, QuotesOfEachProductAreRecognised) {
   EXPECT_EQ(Translated(kSqlite, u"SELECT [@@Identity], `@@Identity`, @@Identity"),
             u"SELECT [@@Identity], `@@Identity`, last_insert_rowid()");
   EXPECT_EQ(
@@ -89,11 +89,11 @@ TEST(Dialect, EachProductsOwnQuotesAreKnown) {
             u"SELECT $$@@Identity$$, $1, a$b, '\\', lastval()");
 }
 
-TEST(Dialect, MariadbKnowsIdentityItself) {
+TEST(Dialect, IdentityIsUnchangedForMariadb) {
   EXPECT_EQ(Translated(kMariadb, u"Select @@Identity"), u"Select @@Identity");
 }
 
-TEST(Dialect, MariadbsOwnQuotesAndCommentsAreKnown) {
+TEST(Dialect, QuotesAndCommentsOfMariadbAreRecognised) {
   EXPECT_EQ(Translated(kMariadb, u"SELECT `#11-16-2026#`, '\\', #11-16-2026#"),
             u"SELECT `#11-16-2026#`, '\\', '2026-11-16'");
   EXPECT_EQ(Translated(kMariadb, u"SELECT 1 # it's a comment\n, #11-16-2026#"),
@@ -102,12 +102,12 @@ TEST(Dialect, MariadbsOwnQuotesAndCommentsAreKnown) {
             u"SELECT 1 -- it's\n, 5--'2026-11-16'");
 }
 
-TEST(Dialect, AProductThatIsNotInTheTableGetsTheStatementAsItIs) {
+TEST(Dialect, UnknownProductGetsTheStatementUnchanged) {
   const auto* const statement = u"Select @@Identity, #11-16-2026#";
   EXPECT_EQ(Translated(u"Elsewhere", statement, OnlyDateColumns), statement);
 }
 
-TEST(Dialect, TheDriversNameOrTheProductsOwnLeadsToItsRow) {
+TEST(Dialect, ProductIsFoundByTheDriversOrItsOwnName) {
   EXPECT_EQ(DialectOf(u"SQLite3").product, kSqlite);
   EXPECT_EQ(DialectOf(kSqlite).product, kSqlite);
   EXPECT_EQ(DialectOf(u"/usr/lib/libsqlite3odbc.so").product, kSqlite);
@@ -122,7 +122,7 @@ TEST(Dialect, QuotedDatesStayForAProductThatReadsThem) {
   EXPECT_EQ(Translated(kPostgresql, statement, OnlyDateColumns), statement);
 }
 
-// Which columns are asked about, and that the answer decides.
+// Which columns are queried, and that the answer decides.
 class QuotedDate : public testing::Test {
  protected:
   std::u16string Translated(std::u16string_view statement, bool areDates) {
@@ -136,19 +136,19 @@ class QuotedDate : public testing::Test {
   std::vector<std::pair<std::u16string, std::u16string>> asked;
 };
 
-TEST_F(QuotedDate, BecomesIsoTextForMariadbToo) {
+TEST_F(QuotedDate, QuotedDateBecomesIsoTextForMariadbToo) {
   EXPECT_EQ(
       ::odbc::Translate(u"UPDATE T SET D = '11-16-2026'", DialectOf(kMariadb), OnlyDateColumns),
       u"UPDATE T SET D = '2026-11-16'");
 }
 
-TEST_F(QuotedDate, BecomesIsoTextOnlyInADateColumn) {
+TEST_F(QuotedDate, QuotedDateBecomesIsoTextOnlyInADateColumn) {
   const std::u16string insert = u"INSERT INTO T (D) VALUES ('11-16-2026 14:05:00')";
   EXPECT_EQ(Translated(insert, true), u"INSERT INTO T (D) VALUES ('2026-11-16 14:05:00')");
   EXPECT_EQ(Translated(insert, false), insert);
 }
 
-TEST_F(QuotedDate, BelongsToTheColumnAtItsPlaceInAnInsert) {
+TEST_F(QuotedDate, QuotedDateInAnInsertBelongsToTheColumnAtItsPosition) {
   EXPECT_EQ(Translated(u"Insert into Vilnor (PID, CaseId,[Reg Date]) VALUES (max(1, 2) , 'a,b)',"
                        u" '11-16-2026')",
                        true),
@@ -157,14 +157,14 @@ TEST_F(QuotedDate, BelongsToTheColumnAtItsPlaceInAnInsert) {
   EXPECT_THAT(asked, ElementsAre(Pair(u"Vilnor", u"[Reg Date]")));
 }
 
-TEST_F(QuotedDate, BelongsToTheColumnThatItIsComparedWithOrAssignedTo) {
+TEST_F(QuotedDate, QuotedDateBelongsToTheColumnItIsComparedWithOrAssignedTo) {
   EXPECT_EQ(Translated(u"UPDATE T SET D = '11-16-2026' WHERE E <> '11-17-2026' AND F>='11-18-2026'",
                        true),
             u"UPDATE T SET D = '2026-11-16' WHERE E <> '2026-11-17' AND F>='2026-11-18'");
   EXPECT_THAT(asked, ElementsAre(Pair(u"T", u"D"), Pair(u"T", u"E"), Pair(u"T", u"F")));
 }
 
-TEST_F(QuotedDate, IsLeftWhereNoColumnPlainlyReceivesIt) {
+TEST_F(QuotedDate, QuotedDateWithoutAClearColumnIsUnchanged) {
   for (const auto* statement :
        {u"INSERT INTO T VALUES ('11-16-2026')", u"INSERT INTO T (A) VALUES ('x' || '11-16-2026')",
         u"INSERT INTO T (A) VALUES (f('11-16-2026'))",
@@ -176,7 +176,7 @@ TEST_F(QuotedDate, IsLeftWhereNoColumnPlainlyReceivesIt) {
   }
 }
 
-TEST_F(QuotedDate, IsNotAskedForUnlessTheWholeTextIsADate) {
+TEST_F(QuotedDate, ColumnTypeIsQueriedOnlyWhenTheWholeTextIsADate) {
   for (const auto* statement :
        {u"INSERT INTO T (A) VALUES ('den 11-16-2026')", u"INSERT INTO T (A) VALUES ('11-16-2026 ')",
         u"INSERT INTO T (A) VALUES ('2026-11-16')", u"INSERT INTO T (A) VALUES ('')"}) {
@@ -185,12 +185,12 @@ TEST_F(QuotedDate, IsNotAskedForUnlessTheWholeTextIsADate) {
   }
 }
 
-TEST(DateLiteral, HostDatesBecomeIso) {
+TEST(DateLiteral, HostsDatesBecomeIsoText) {
   EXPECT_EQ(IsoFromHostDate(u"02-29-2024"), u"2024-02-29");
   EXPECT_EQ(IsoFromHostDate(u"12-31-1999 23:59:59"), u"1999-12-31 23:59:59");
 }
 
-TEST(DateLiteral, OtherTextsDoNot) {
+TEST(DateLiteral, OtherTextsAreNotDateLiterals) {
   for (const auto* text : {u"", u"02-29-2023", u"00-01-2026", u"12-00-2026", u"12-31-1999 23:59:60",
                            u"12-31-1999T23:59:59", u"12-31-1999  23:59:5", u"1２-31-1999"}) {
     EXPECT_EQ(IsoFromHostDate(text), std::nullopt);

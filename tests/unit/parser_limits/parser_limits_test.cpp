@@ -1,4 +1,4 @@
-// What is given to a parser.
+// What is passed to a parser.
 #include "parser_limits/parser_limits.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ std::string Wide(std::string_view text, bool lowFirst) {
   return wide;
 }
 
-TEST(FitToParse, IsEveryDocumentInOrder) {
+TEST(FitToParse, WellFormedDocumentsAreFitToParse) {
   for (const std::string_view document :
        {"<a/>",
         "<a></a>",
@@ -52,7 +52,7 @@ TEST(FitToParse, IsEveryDocumentInOrder) {
   }
 }
 
-TEST(FitToParse, IsNothingElse) {
+TEST(FitToParse, MalformedDocumentsAreNotFitToParse) {
   for (const std::string_view document : {"",
                                           "no document",
                                           "<!---->",
@@ -151,7 +151,7 @@ TEST(FitToParse, IsNothingElse) {
   EXPECT_FALSE(IsFitToParse("<?xml version='1.0'?><a>" + Wide("x", true) + "</a>"));
 }
 
-TEST(FitToParse, IsWhatStandsInUtf16) {
+TEST(FitToParse, Utf16DocumentsAreCheckedLikeOthers) {
   for (const bool lowFirst : {true, false}) {
     const std::string mark = lowFirst ? "\xFF\xFE" : "\xFE\xFF";
     for (const std::string& start : {std::string(), mark}) {
@@ -159,7 +159,7 @@ TEST(FitToParse, IsWhatStandsInUtf16) {
       EXPECT_FALSE(IsFitToParse(start + Wide("<a b='c'>&d;</a>", lowFirst)));
       EXPECT_FALSE(IsFitToParse(start + Wide("<a>", lowFirst)));
     }
-    // Letters of which a byte is "<", "&" or a control character.
+    // Letters with a byte that is "<", "&" or a control character.
     const std::string letters = lowFirst ? "\x3C\x04\x26\x01\x01\x01" : "\x04\x3C\x01\x26\x01\x01";
     EXPECT_TRUE(IsFitToParse(mark + Wide("<a>", lowFirst) + letters + Wide("</a>", lowFirst)));
   }
@@ -167,14 +167,14 @@ TEST(FitToParse, IsWhatStandsInUtf16) {
 
 struct Limit {
   std::string_view what;
-  // Just what is allowed, and a little more.
+  // Exactly what is allowed, and a little more.
   std::string most;
   std::string tooMuch;
 };
 
 class ParserLimits : public testing::TestWithParam<Limit> {};
 
-TEST_P(ParserLimits, AllowWhatAResultCouldHaveAndNoMore) {
+TEST_P(ParserLimits, DocumentUpToEachLimitIsFitAndBeyondItIsNot) {
   const auto& [what, most, tooMuch] = GetParam();
   EXPECT_TRUE(IsFitToParse(most)) << what;
   EXPECT_FALSE(IsFitToParse(tooMuch)) << what;
@@ -208,7 +208,7 @@ const Limit kLimits[] = {
     {"attributes of several elements", Document(1, Attributes(500) + Attributes(500)),
      Document(1, Attributes(500) + Attributes(501))},
     {"levels", Levels(256), Levels(257)},
-    // The document's buffers of 300 bytes interrupt it as well.
+    // The document's buffers of 300 bytes split it too.
     {"references", Interrupted(3'278'000, "&#9;"), Interrupted(3'290'000, "&#9;")},
     {"line ends", Interrupted(3'322'000, "\r"), Interrupted(3'323'000, "\r")},
     {"line ends in levels", Times(99, "<a>") + Times(830'000, "\r") + Times(99, "</a>"),
@@ -221,7 +221,7 @@ const Limit kLimits[] = {
 
 INSTANTIATE_TEST_SUITE_P(Of, ParserLimits, testing::ValuesIn(kLimits));
 
-TEST(ParserLimits, LeaveTextsAlone) {
+TEST(ParserLimits, LimitsDoNotApplyToTexts) {
   for (const std::string_view text :
        {"a, = 1 b> xmlns |\n", "&lt;b c=\"\"&gt;\r\n", "V\xE4rk. ", "\xED\x95\x9C\xEA\xB5\xAD"}) {
     const std::string texts = Times(4'000'000 / text.size(), text);

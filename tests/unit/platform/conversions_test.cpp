@@ -1,4 +1,4 @@
-// Which conversions go by the user's settings. What they make is held in tests/unit/automation.
+// Which conversions use the user's settings. tests/unit/automation tests their results.
 #include "platform/conversions.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class Conversions : public fakes::PortsFixture {
     counted_.UseSwedish();
     Use(ports_);
   }
-  // How often `convert` asks for the settings.
+  // How often `convert` queries the settings.
   template <class Convert>
   int Asked(Convert convert) {
     counted_.asked = 0;
@@ -41,7 +41,7 @@ class Conversions : public fakes::PortsFixture {
 
 const automation::Date kDay = automation::MakeDate({2026, 11, 16, 0, 0, 0});
 
-TEST_F(Conversions, PrintFractionsAndDatesByTheUsersSettings) {
+TEST_F(Conversions, FractionsAndDatesAreWrittenByTheUsersSettings) {
   EXPECT_EQ(ToText(12.5), u"12,5");
   EXPECT_EQ(ToText(automation::Currency{125'000}), u"12,5");
   EXPECT_EQ(ToText(automation::Decimal{.lo = 125, .scale = 1}), u"12,5");
@@ -50,7 +50,7 @@ TEST_F(Conversions, PrintFractionsAndDatesByTheUsersSettings) {
   EXPECT_EQ(DateText(kDay), u"2026-11-16");
 }
 
-TEST_F(Conversions, ReadTextsByTheUsersSettings) {
+TEST_F(Conversions, TextsAreReadByTheUsersSettings) {
   EXPECT_EQ(ToInt16(u"1,6"), 2);
   EXPECT_EQ(ToInt32(u"1,6"), 2);
   EXPECT_EQ(ToDouble(u"1,6"), 1.6);
@@ -58,7 +58,7 @@ TEST_F(Conversions, ReadTextsByTheUsersSettings) {
   EXPECT_EQ(ToDate(u"2026-11-16"), kDay);
 }
 
-TEST_F(Conversions, DoNotAskForSettingsThatTheyDoNotLookAt) {
+TEST_F(Conversions, UnneededUserSettingsAreNotQueried) {
   for (const Value& value :
        {Value(), Value(true), Value(std::int16_t{1}), Value(4711), Value(u"a")}) {
     EXPECT_EQ(Asked([&] { ToText(value); }), 0);

@@ -18,7 +18,7 @@ struct Older {
   ~Older() { ended.emplace_back("older"); }
   int count = 0;
 };
-// Uses the older state at its own end.
+// Uses the older state in its destructor.
 struct Newer {
   ~Newer() {
     ended.emplace_back("newer");
@@ -26,13 +26,13 @@ struct Newer {
   }
 };
 
-TEST(ThreadState, KeepsItsValueBetweenTwoUsesOnAThread) {
+TEST(ThreadState, ThreadStateIsKeptBetweenUsesOnAThread) {
   ForgetThreadState();
   ++ThreadState<Counter>().count;
   EXPECT_EQ(ThreadState<Counter>().count, 1);
 }
 
-TEST(ThreadState, IsFreshOnAnotherThread) {
+TEST(ThreadState, ThreadStateIsNewOnAnotherThread) {
   ThreadState<Counter>().count = 7;
   int there = -1;
   fakes::OnAnotherThread([&] {
@@ -43,13 +43,13 @@ TEST(ThreadState, IsFreshOnAnotherThread) {
   EXPECT_EQ(ThreadState<Counter>().count, 7) << "forgetting is the other thread's own affair";
 }
 
-TEST(ThreadState, IsFreshOnceItWasForgotten) {
+TEST(ThreadState, ForgottenThreadStateIsNewAgain) {
   ThreadState<Counter>().count = 7;
   ForgetThreadState();
   EXPECT_EQ(ThreadState<Counter>().count, 0);
 }
 
-TEST(ThreadState, IsForgottenNewestPartFirst) {
+TEST(ThreadState, NewestThreadStateIsForgottenFirst) {
   ForgetThreadState();
   ended.clear();
   ThreadState<Older>();
@@ -58,7 +58,7 @@ TEST(ThreadState, IsForgottenNewestPartFirst) {
   EXPECT_EQ(ended, (std::vector<std::string>{"newer", "older"}));
 }
 
-TEST(ThreadState, ThatAnotherPartsEndMakesAnewIsForgottenToo) {
+TEST(ThreadState, ThreadStateRecreatedByADestructorIsForgottenToo) {
   ForgetThreadState();
   ended.clear();
   ThreadState<Newer>();

@@ -57,7 +57,7 @@ TEST_F(Loading, LoadKeepsTheSystemsOrder) {
   EXPECT_EQ(key.GetSubKey(3), u"zebra");
 }
 
-TEST_F(Loading, LoadStopsAtTheFirstValueThatIsNoText) {
+TEST_F(Loading, LoadStopsAtTheFirstValueThatIsNotText) {
   SetText(u"First", u"1");
   registry.SetOther(kLocalMachine, kPath, u"Number", 4);
   SetText(u"Path", u"C:\\Kestra\\");
@@ -85,7 +85,7 @@ TEST_F(Loading, LoadStopsAtExpandableTextAndEveryOtherType) {
   }
 }
 
-TEST_F(Loading, KeepsSwedishLettersAndZerosInsideAText) {
+TEST_F(Loading, SwedishLettersAndEmbeddedNulsInATextAreKept) {
   using namespace std::string_literals;
   SetText(u"Sökväg", u"C:\\Åkes tandvård\\Öppet\\");
   SetText(u"Noll", u"före\0efter"s);
@@ -97,7 +97,7 @@ TEST_F(Loading, KeepsSwedishLettersAndZerosInsideAText) {
   EXPECT_EQ(key.ValueCount(), 3);
 }
 
-TEST_F(Loading, ReadsNamesAndDataAtTheSystemsLimits) {
+TEST_F(Loading, NamesAndDataAtTheSystemsLimitsAreRead) {
   const std::u16string longestName(MemoryRegistry::kLongestValueName, u'n');
   const std::u16string longestKey(MemoryRegistry::kLongestKeyName, u'k');
   const std::u16string megabyte(1 << 20, u'd');
@@ -108,7 +108,7 @@ TEST_F(Loading, ReadsNamesAndDataAtTheSystemsLimits) {
   EXPECT_EQ(key.GetSubKey(0), longestKey);
 }
 
-TEST_F(Loading, CreatesAMissingKeyWithAllKeysAboveItByDefault) {
+TEST_F(Loading, MissingKeyIsCreatedWithItsParentsByDefault) {
   const CRegistry key = Loaded(u"SOFTWARE\\New\\Below");
   EXPECT_TRUE(Exists(u"SOFTWARE\\New\\Below"));
   EXPECT_EQ(key.ValueCount(), 0);
@@ -118,7 +118,7 @@ TEST_F(Loading, CreatesAMissingKeyWithAllKeysAboveItByDefault) {
   EXPECT_EQ(key.GetValue(std::int16_t{0}), u"");
 }
 
-TEST_F(Loading, CreatesNothingAndRaisesAnErrorWithoutAutoCreate) {
+TEST_F(Loading, MissingKeyIsAnErrorAndNotCreatedWithoutAutoCreate) {
   CRegistry key;
   key.SetAutoCreate(false);
   EXPECT_FALSE(key.AutoCreate());
@@ -143,13 +143,13 @@ TEST_F(Loading, RegistryErrorsAreSigned32BitNumbers) {
   EXPECT_EQ(kCannotCreate, 1000);
 }
 
-TEST_F(Loading, RaisesAnErrorForAMissingKeyThatTheUserMayNotCreate) {
+TEST_F(Loading, MissingKeyTheUserMayNotCreateIsAnError) {
   registry.DenyWrite(kLocalMachine, u"");
   ExpectError(ErrorOf([] { Loaded(); }), kUnknownError, u"CreateEx", u"Unknown Error: 5");
   EXPECT_FALSE(Exists(u"SOFTWARE"));
 }
 
-TEST_F(Loading, RaisesAnErrorForAnExistingKeyThatTheUserMayNotWrite) {
+TEST_F(Loading, ExistingKeyTheUserMayNotWriteIsAnError) {
   SetText(u"Path", u"C:\\Kestra\\");
   registry.DenyWrite(kLocalMachine, u"SOFTWARE");
   ExpectError(ErrorOf([] { Loaded(); }), kUnknownError, u"CreateEx", u"Unknown Error: 5");
@@ -203,11 +203,11 @@ TEST_F(Loading, FailedLoadLeavesNoValuesOfAnEarlierKey) {
   EXPECT_EQ(key.GetSubKey(0), u"");
 }
 
-TEST_F(Loading, RaisesAnErrorForAKeyThatCannotBeReadToItsEnd) {
+TEST_F(Loading, KeyThatCannotBeReadToItsEndIsAnError) {
   SetText(u"Path", u"C:\\Kestra\\");
   for (const auto call : {MemoryRegistry::Call::QueryLimits, MemoryRegistry::Call::EnumValue,
                           MemoryRegistry::Call::EnumKey}) {
-    // 1018 the key was deleted meanwhile; 234 a value outgrows the buffers without end.
+    // 1018: the key was deleted meanwhile; 234: a value keeps outgrowing the buffers.
     for (const std::int32_t code : {1018, 234}) {
       registry.Fail(call, code);
       ExpectError(ErrorOf([] { Loaded(); }), kCannotOpen, u"GetKeyInfo", u"Unable to open Key");
@@ -217,7 +217,7 @@ TEST_F(Loading, RaisesAnErrorForAKeyThatCannotBeReadToItsEnd) {
   EXPECT_EQ(Loaded().ValueCount(), 1);
 }
 
-TEST_F(Loading, TakesAsManyItemsAsTheCountsHoldAndOverflowsBeyond) {
+TEST_F(Loading, MoreItemsThanTheCountsHoldOverflow) {
   for (int i = 0; i < 32767; ++i) {
     SetText(u"v" + Decimal10(i), u"");
     registry.MakeKey(kLocalMachine, u"SOFTWARE\\Keys\\k" + Decimal10(100000 + i));
@@ -275,7 +275,7 @@ TEST_F(LoadingClosely, KeyNeitherCreatedNorOpenedRaisesAnError) {
   }
 }
 
-TEST_F(LoadingClosely, ErrorInsideKeyCreationBecomesAnUnknownOne) {
+TEST_F(LoadingClosely, ErrorInsideKeyCreationIsReportedAsUnknown) {
   watched.failure = [] {
     throw automation::AutomationError(automation::RuntimeError::TypeMismatch);
   };
@@ -284,7 +284,7 @@ TEST_F(LoadingClosely, ErrorInsideKeyCreationBecomesAnUnknownOne) {
   ExpectError(ErrorOf([] { Loaded(); }), kUnknownError, u"CreateEx", u"Unknown Error: 7");
 }
 
-TEST_F(LoadingClosely, NewRootTriesToOpenTheCurrentKey) {
+TEST_F(LoadingClosely, SettingTheRootTriesToOpenTheCurrentKey) {
   CRegistry key;
   key.SetRoot(MemoryRegistry::kCurrentUser);
   EXPECT_TRUE(watched.accesses.empty()) << "there is no key yet";

@@ -21,7 +21,7 @@ class Reading : public RegistryTest {
   CRegistry key;
 };
 
-TEST_F(Reading, FindsAValueByNameWithoutRegardToLetterCase) {
+TEST_F(Reading, ValueIsFoundByNameIgnoringCase) {
   SetText(u"Åre", u"Jämtland");
   key.Refresh();
   for (const auto* name : {u"Path", u"PATH", u"path"}) {
@@ -30,7 +30,7 @@ TEST_F(Reading, FindsAValueByNameWithoutRegardToLetterCase) {
   EXPECT_EQ(key.GetValue(u"åRE"), u"Jämtland");
 }
 
-TEST_F(Reading, TakesA16BitIntegerAsPositionAndAnythingElseAsName) {
+TEST_F(Reading, SixteenBitIntegerIsAPositionAndAnythingElseAName) {
   EXPECT_EQ(key.GetValue(std::int16_t{1}), u"named one");
   EXPECT_EQ(key.GetValue(std::int16_t{0}), u"C:\\Kestra\\");
   EXPECT_EQ(key.GetValue(std::int32_t{1}), u"named one");
@@ -38,28 +38,28 @@ TEST_F(Reading, TakesA16BitIntegerAsPositionAndAnythingElseAsName) {
   EXPECT_EQ(key.GetValue(std::int32_t{0}), u"");
 }
 
-TEST_F(Reading, GivesTheEmptyTextForANameThatIsNotThere) {
+TEST_F(Reading, MissingNameGivesEmptyText) {
   EXPECT_EQ(key.GetValue(u"Pat"), u"");
   EXPECT_EQ(key.GetValue(u"Path "), u"");
   EXPECT_EQ(key.GetValue(u""), u"");
   EXPECT_EQ(key.GetValue(automation::Empty()), u"");
 }
 
-TEST_F(Reading, GivesTheUnnamedValueForTheEmptyName) {
+TEST_F(Reading, EmptyNameGivesTheUnnamedValue) {
   SetText(u"", u"standard");
   key.Refresh();
   EXPECT_EQ(key.GetValue(u""), u"standard");
   EXPECT_EQ(key.GetValue(automation::Empty()), u"standard");
 }
 
-TEST_F(Reading, EndsWithOneEmptyValueAndRaisesAnErrorBehindIt) {
+TEST_F(Reading, PositionAfterTheLastValueIsEmptyAndBeyondItAnError) {
   EXPECT_EQ(key.GetValue(std::int16_t{2}), u"");
   for (const std::int16_t position : {std::int16_t{3}, std::int16_t{-1}, kMost, kLeast}) {
     ExpectError(ErrorOf([&] { key.GetValue(position); }), 9, u"", u"Subscript out of range");
   }
 }
 
-TEST_F(Reading, GivesOneEmptyValueAndNothingElseBeforeTheFirstLoad) {
+TEST_F(Reading, OnlyOneEmptyValueExistsBeforeTheFirstLoad) {
   const CRegistry fresh;
   EXPECT_EQ(fresh.GetValue(std::int16_t{0}), u"");
   ExpectError(ErrorOf([&] { fresh.GetValue(std::int16_t{1}); }), 9, u"", u"Subscript out of range");
@@ -72,7 +72,7 @@ TEST_F(Reading, NullIsRefusedAsAValueName) {
   ExpectError(ErrorOf([&] { key.GetValue(automation::Null()); }), 94, u"", u"Invalid use of Null");
 }
 
-TEST_F(Reading, GivesNamesByPositionAndNoneOutsideTheValues) {
+TEST_F(Reading, NamesAreGivenByPositionAndNoneOutsideTheValues) {
   EXPECT_EQ(key.GetName(0), u"Path");
   EXPECT_EQ(key.GetName(1), u"1");
   for (const std::int16_t position :
@@ -81,7 +81,7 @@ TEST_F(Reading, GivesNamesByPositionAndNoneOutsideTheValues) {
   }
 }
 
-TEST_F(Reading, CountsSubKeysFromZeroAndGivesNoneOutsideTheList) {
+TEST_F(Reading, SubKeysCountFromZeroAndNoneIsGivenOutsideTheList) {
   EXPECT_EQ(key.GetSubKey(0), u"Alfa");
   EXPECT_EQ(key.GetSubKey(1), u"Beta");
   for (const std::int16_t index :
@@ -90,7 +90,7 @@ TEST_F(Reading, CountsSubKeysFromZeroAndGivesNoneOutsideTheList) {
   }
 }
 
-TEST_F(Reading, RefusesAValueCountAndTakesASubKeyCount) {
+TEST_F(Reading, ValueCountCannotBeSetButSubKeyCountCan) {
   ExpectError(ErrorOf([&] { CRegistry::SetValueCount(5); }), kReadOnlyProperty,
               u"CRegistry.Let ValueCount", u"The Let Property is not available");
   EXPECT_EQ(key.ValueCount(), 2);
@@ -101,12 +101,12 @@ TEST_F(Reading, RefusesAValueCountAndTakesASubKeyCount) {
   EXPECT_EQ(key.SubKeyCount(), 2);
 }
 
-TEST_F(Reading, HasADefaultThatIsAlwaysEmpty) {
+TEST_F(Reading, DefaultPropertyIsAlwaysEmpty) {
   CRegistry::SetDefault(u"text");
   EXPECT_EQ(CRegistry::Default(), u"");
 }
 
-TEST_F(Reading, AnswersFromMemoryUntilRefresh) {
+TEST_F(Reading, ValuesComeFromMemoryUntilRefresh) {
   SetText(u"Path", u"D:\\");
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\Kestra\\");
   key.Refresh();

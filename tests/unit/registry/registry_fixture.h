@@ -1,4 +1,4 @@
-// The registry class over the registry in memory.
+// The registry class on the registry in memory.
 #pragma once
 
 #include <string>

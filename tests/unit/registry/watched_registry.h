@@ -1,4 +1,4 @@
-// The registry in memory with an eye on the calls, and with turns that it does not take by itself.
+// The registry in memory with its calls recorded, and with behaviour that it lacks by itself.
 #pragma once
 
 #include <cstdint>
@@ -51,13 +51,13 @@ class WatchedRegistry : public fakes::MemoryRegistry {
 
   // Calls that read a key.
   std::size_t calls = 0;
-  // The rights that keys were opened and created with.
+  // The rights with which keys were opened and created.
   std::vector<std::uint32_t> accesses;
-  // What the value "Path" becomes, once, between the measuring and the reading.
+  // What the value "Path" becomes, once, between measuring and reading.
   std::u16string grown;
-  // What a creation reports instead of its outcome.
+  // What a creation reports instead of its result.
   std::optional<std::uint32_t> givenDisposition;
-  // Raises an error out of a creation.
+  // Makes a creation raise an error.
   std::function<void()> failure;
 };
 

@@ -9,7 +9,7 @@ using fakes::MemoryRegistry;
 
 class Writing : public RegistryTest {
  protected:
-  // A box with OK only, without an icon or a title of its own.
+  // A box with only OK, without an icon or its own title.
   static std::vector<platform::MessageBox> Boxes(std::initializer_list<std::u16string> texts) {
     std::vector<platform::MessageBox> boxes;
     for (const auto& text : texts) {
@@ -19,7 +19,7 @@ class Writing : public RegistryTest {
   }
 };
 
-TEST_F(Writing, SetsANewAndAnExistingValueByName) {
+TEST_F(Writing, NewAndExistingValuesAreSetByName) {
   CRegistry key = Loaded();
   EXPECT_TRUE(key.SetValue(u"Sökväg", u"C:\\Åke\\"));
   EXPECT_EQ(Text(u"Sökväg"), u"C:\\Åke\\");
@@ -30,7 +30,7 @@ TEST_F(Writing, SetsANewAndAnExistingValueByName) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(Writing, SetsAValueByPosition) {
+TEST_F(Writing, ValueIsSetByPosition) {
   SetText(u"First", u"1");
   SetText(u"Second", u"2");
   CRegistry key = Loaded();
@@ -41,7 +41,7 @@ TEST_F(Writing, SetsAValueByPosition) {
   EXPECT_EQ(Text(u"1"), u"named one");
 }
 
-TEST_F(Writing, WritesNothingForAPositionOutsideTheValuesOrAName) {
+TEST_F(Writing, InvalidPositionOrNullNameIsAnErrorAndWritesNothing) {
   CRegistry key = Loaded();
   ExpectError(ErrorOf([&] { key.SetValue(std::int16_t{1}, u"x"); }), 9, u"",
               u"Subscript out of range");
@@ -60,7 +60,7 @@ TEST_F(Writing, WrittenValueShowsOnlyAfterRefresh) {
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\");
 }
 
-TEST_F(Writing, TurnsAValueOfAnotherTypeIntoText) {
+TEST_F(Writing, ValueOfAnotherTypeBecomesTextWhenWritten) {
   registry.SetOther(kLocalMachine, kPath, u"Path", 4);
   CRegistry key = Loaded();
   EXPECT_TRUE(key.SetValue(u"Path", u"C:\\"));
@@ -68,7 +68,7 @@ TEST_F(Writing, TurnsAValueOfAnotherTypeIntoText) {
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\");
 }
 
-TEST_F(Writing, TellsAndGivesFalseWhenTheKeyMayNotBeWritten) {
+TEST_F(Writing, UnwritableKeyIsReportedAndGivesFalse) {
   SetText(u"Path", u"C:\\");
   CRegistry key = Loaded();
   registry.DenyWrite(kLocalMachine, kPath);
@@ -77,7 +77,7 @@ TEST_F(Writing, TellsAndGivesFalseWhenTheKeyMayNotBeWritten) {
   EXPECT_EQ(dialogs.shown, Boxes({u"Darn!!  Couldn't write new value."}));
 }
 
-TEST_F(Writing, TellsAndGivesFalseWhenTheSystemRefusesTheValue) {
+TEST_F(Writing, RefusedValueIsReportedAndGivesFalse) {
   CRegistry key = Loaded();
   EXPECT_FALSE(key.SetValue(std::u16string(MemoryRegistry::kLongestValueName + 1, u'n'), u"x"));
   registry.Fail(MemoryRegistry::Call::SetValue, 14);
@@ -86,7 +86,7 @@ TEST_F(Writing, TellsAndGivesFalseWhenTheSystemRefusesTheValue) {
             Boxes({u"Darn!!  Couldn't write new value.", u"Darn!!  Couldn't write new value."}));
 }
 
-TEST_F(Writing, DeletesAValueAndLoadsTheKeyAgain) {
+TEST_F(Writing, DeletingAValueReloadsTheKey) {
   SetText(u"Path", u"C:\\");
   SetText(u"Other", u"D:\\");
   CRegistry key = Loaded();
@@ -96,7 +96,7 @@ TEST_F(Writing, DeletesAValueAndLoadsTheKeyAgain) {
   EXPECT_EQ(key.GetName(0), u"Other");
 }
 
-TEST_F(Writing, GivesFalseForAValueThatCannotBeDeletedAndLoadsTheKeyAllTheSame) {
+TEST_F(Writing, UndeletableValueGivesFalseAndTheKeyIsStillReloaded) {
   CRegistry key = Loaded();
   SetText(u"New", u"1");
   EXPECT_FALSE(key.DeleteValue(u"Missing"));
@@ -106,13 +106,13 @@ TEST_F(Writing, GivesFalseForAValueThatCannotBeDeletedAndLoadsTheKeyAllTheSame) 
   EXPECT_EQ(Text(u"New"), u"1");
 }
 
-TEST_F(Writing, DeletesTheUnnamedValue) {
+TEST_F(Writing, UnnamedValueIsDeleted) {
   SetText(u"", u"standard");
   EXPECT_TRUE(Loaded().DeleteValue(u""));
   EXPECT_FALSE(registry.ValueExists(kLocalMachine, kPath, u""));
 }
 
-TEST_F(Writing, DeletesASubKeyWithEverythingBelowIt) {
+TEST_F(Writing, SubKeyIsDeletedWithEverythingBelowIt) {
   for (const auto* below :
        {u"\\Sub", u"\\Sub\\A", u"\\Sub\\A\\1", u"\\Sub\\A\\2", u"\\Sub\\B", u"\\Stays"}) {
     registry.SetText(kLocalMachine, kPath + below, u"Name", u"value");
@@ -144,7 +144,7 @@ TEST_F(Writing, DeepTreeIsDeleted) {
   EXPECT_FALSE(Exists(kPath + u"\\Sub"));
 }
 
-TEST_F(Writing, DeletesNothingForANameThatIsNoSubKey) {
+TEST_F(Writing, DeletingAnUnknownSubKeyDeletesNothing) {
   using namespace std::string_literals;
   registry.MakeKey(kLocalMachine, kPath + u"\\Sub");
   CRegistry key = Loaded();
@@ -154,7 +154,7 @@ TEST_F(Writing, DeletesNothingForANameThatIsNoSubKey) {
   EXPECT_TRUE(Exists(kPath + u"\\Sub"));
 }
 
-TEST_F(Writing, GivesFalseForASubKeyOfWhichSomethingStays) {
+TEST_F(Writing, PartlyDeletedSubKeyGivesFalse) {
   registry.MakeKey(kLocalMachine, kPath + u"\\Sub\\A");
   registry.MakeKey(kLocalMachine, kPath + u"\\Sub\\B");
   CRegistry key = Loaded();
@@ -163,7 +163,7 @@ TEST_F(Writing, GivesFalseForASubKeyOfWhichSomethingStays) {
   EXPECT_TRUE(Exists(kPath + u"\\Sub\\B"));
 }
 
-TEST_F(Writing, DeletesNothingWhenTheCurrentKeyIsGone) {
+TEST_F(Writing, NothingIsDeletedWhenTheCurrentKeyIsGone) {
   registry.MakeKey(kLocalMachine, kPath + u"\\Sub");
   CRegistry key = Loaded();
   Loaded(u"SOFTWARE").DeleteKey(u"Kestra");
@@ -173,7 +173,7 @@ TEST_F(Writing, DeletesNothingWhenTheCurrentKeyIsGone) {
 
 class WritingClosely : public WatchedRegistryTest {};
 
-TEST_F(WritingClosely, OpensTheKeyWithTheRightsOfWritingAlone) {
+TEST_F(WritingClosely, KeyIsOpenedWithWriteRightsOnly) {
   CRegistry key = Loaded();
   watched.accesses.clear();
   EXPECT_TRUE(key.SetValue(u"Path", u"C:\\"));
@@ -205,14 +205,14 @@ TEST_F(Creating, KeyCreatedWithoutACurrentOneStartsAtTheRoot) {
   EXPECT_TRUE(Exists(kPath));
 }
 
-TEST_F(Creating, WritesAndLoadsTheValueWhenNameAndTextAreGiven) {
+TEST_F(Creating, ValueIsWrittenAndLoadedWhenNameAndTextAreGiven) {
   CRegistry key = Loaded();
   EXPECT_EQ(key.Create(u"Sub", u"Path", u"C:\\"), -1);
   EXPECT_EQ(registry.Text(kLocalMachine, kPath + u"\\Sub", u"Path"), u"C:\\");
   EXPECT_EQ(key.GetValue(u"Path"), u"C:\\");
 }
 
-TEST_F(Creating, WritesNothingWhenOnlyOneOfThemIsGiven) {
+TEST_F(Creating, NothingIsWrittenWhenOnlyNameOrTextIsGiven) {
   CRegistry key = Loaded();
   EXPECT_EQ(key.Create(u"Sub", u"Path"), -1);
   EXPECT_EQ(key.Create(u"Below", std::nullopt, u"C:\\"), -1);
@@ -220,20 +220,20 @@ TEST_F(Creating, WritesNothingWhenOnlyOneOfThemIsGiven) {
   EXPECT_FALSE(registry.ValueExists(kLocalMachine, kPath + u"\\Sub\\Below", u""));
 }
 
-TEST_F(Creating, TellsTwiceWhenTheValueCannotBeWrittenButTheKeyIsThere) {
+TEST_F(Creating, UnwritableValueOfACreatedKeyIsReportedTwice) {
   CRegistry key = Loaded();
   registry.Fail(MemoryRegistry::Call::SetValue, 14);
   EXPECT_EQ(key.Create(u"Sub", u"Path", u"C:\\"), -1);
   EXPECT_EQ(dialogs.shown, Boxes({u"Darn!!  Couldn't write new value.", u"Could not set value"}));
 }
 
-TEST_F(Creating, GivesZeroWhenTheKeyCannotBeOpenedAfterwards) {
+TEST_F(Creating, CreatedKeyThatCannotBeOpenedGivesZero) {
   CRegistry key = Loaded();
   registry.Fail(MemoryRegistry::Call::Open, 1018);
   EXPECT_EQ(key.Create(u"Sub"), 0);
 }
 
-TEST_F(Creating, RaisesAnErrorAndStaysWhereTheKeyMayNotBeMade) {
+TEST_F(Creating, RefusedKeyCreationIsAnErrorAndKeepsTheCurrentKey) {
   SetText(u"Path", u"C:\\");
   CRegistry key = Loaded();
   registry.DenyWrite(kLocalMachine, kPath);

@@ -32,7 +32,7 @@ std::string Bytes(RequestKind kind, Outcome outcome) {
   return ResultFileBytes(RequestOf(kind), AnswerOf(outcome, u"26-1"));
 }
 
-TEST(ResultFile, OfASentNewCaseHoldsAllThatTheComponentReads) {
+TEST(ResultFile, SentNewCaseHasEveryElementTheComponentReads) {
   EXPECT_EQ(Bytes(RequestKind::NewCase, Outcome::Sent),
             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n"
             "<Envelope LIFFVersion=\"2.0\">\r\n<CaseResult>\r\n"
@@ -44,14 +44,14 @@ TEST(ResultFile, OfASentNewCaseHoldsAllThatTheComponentReads) {
 struct Cell {
   RequestKind kind;
   Outcome outcome;
-  // nullptr: the element is not there.
+  // nullptr: the element is missing.
   const char* cancelled;
   const char* status;
 };
 
 class OutcomeTable : public testing::TestWithParam<Cell> {};
 
-TEST_P(OutcomeTable, WritesTheCodesThatHaveTheOutcomesEffect) {
+TEST_P(OutcomeTable, OutcomeWritesItsStatusCodes) {
   const auto bytes = Bytes(GetParam().kind, GetParam().outcome);
   const auto* const cancelled = GetParam().cancelled;
   if (cancelled == nullptr) {
@@ -78,13 +78,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Cell{RequestKind::ExistingCase, Outcome::Cancelled, "1", "0"},
                     Cell{RequestKind::ExistingCase, Outcome::Deleted, "3", "0"}));
 
-TEST(ResultFile, UnreadableEndsBeforeItsElementsAreClosed) {
+TEST(ResultFile, UnreadableResultEndsBeforeItsElementsAreClosed) {
   const auto bytes = Bytes(RequestKind::NewCase, Outcome::Unreadable);
   EXPECT_THAT(bytes, HasSubstr("<CaseResult>"));
   EXPECT_THAT(bytes, Not(HasSubstr("</CaseResult>")));
 }
 
-TEST(ResultFile, CodesMayBeReplacedOrLeftOut) {
+TEST(ResultFile, StatusCodesMayBeReplacedOrLeftOut) {
   auto answer = AnswerOf(Outcome::Sent, u"1");
   answer.cancelled = u"";
   answer.status = u"fem<5";
@@ -93,7 +93,7 @@ TEST(ResultFile, CodesMayBeReplacedOrLeftOut) {
   EXPECT_THAT(bytes, HasSubstr("<Status>fem&lt;5</Status>"));
 }
 
-TEST(ResultFile, CarriesSwedishLettersAsBytesAndOthersAsReferences) {
+TEST(ResultFile, SwedishLettersAreBytesAndOtherLettersReferences) {
   auto request = RequestOf(RequestKind::NewCase);
   request.userDefData = u"1&2&3&4&<\u00C5\u00F6>\r\n\u0141\U0001F9B7\u0080";
   const auto bytes = ResultFileBytes(request, AnswerOf(Outcome::Sent, u"1"));
@@ -101,14 +101,14 @@ TEST(ResultFile, CarriesSwedishLettersAsBytesAndOthersAsReferences) {
                                "&#321;&#129463;&#128;</UserDefData>"));
 }
 
-TEST(ResultFile, RefusesCharactersThatXmlForbids) {
+TEST(ResultFile, CharactersThatXmlForbidsAreRefused) {
   for (const std::u16string text : {u"a\u0001", u"\xD800", u"\xDC00\xD800", u"\xFFFF"}) {
     EXPECT_THROW(ResultFileBytes(RequestOf(RequestKind::NewCase), AnswerOf(Outcome::Sent, text)),
                  simulator::Problem);
   }
 }
 
-TEST(Outcomes, DeletedIsForExistingCasesOnlyAndSearchTakesNoAnswer) {
+TEST(Outcomes, DeletedIsForExistingCasesOnlyAndSearchHasNoOutcome) {
   EXPECT_TRUE(IsPossible(Outcome::Deleted, RequestKind::ExistingCase));
   EXPECT_FALSE(IsPossible(Outcome::Deleted, RequestKind::NewCase));
   EXPECT_FALSE(IsPossible(Outcome::Deleted, RequestKind::PriorApproval));
@@ -116,7 +116,7 @@ TEST(Outcomes, DeletedIsForExistingCasesOnlyAndSearchTakesNoAnswer) {
   EXPECT_TRUE(IsPossible(Outcome::None, RequestKind::Search));
 }
 
-TEST(Outcomes, HaveAWordEach) {
+TEST(Outcomes, EveryOutcomeHasItsWord) {
   EXPECT_EQ(simulator::OutcomeOfWord(u"sent"), Outcome::Sent);
   EXPECT_EQ(simulator::OutcomeOfWord(u"Changed"), Outcome::Changed);
   EXPECT_EQ(simulator::OutcomeOfWord(u"withdrawn"), Outcome::Withdrawn);
@@ -127,7 +127,7 @@ TEST(Outcomes, HaveAWordEach) {
   EXPECT_EQ(simulator::OutcomeOfWord(u"skickat"), std::nullopt);
 }
 
-TEST(Defaults, CaseIdIsTheRequestsOrANumberMadeOfTheTime) {
+TEST(Defaults, CaseIdIsTheRequestsOrIsMadeFromTheTime) {
   const auto now = automation::MakeDate({2026, 11, 6, 14, 5, 9});
   auto request = RequestOf(RequestKind::NewCase);
   EXPECT_EQ(DefaultCaseId(request, now), u"261106140509");

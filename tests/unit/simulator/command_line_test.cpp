@@ -32,7 +32,7 @@ struct ProgramSpelling {
 
 class ProgramPath : public testing::TestWithParam<ProgramSpelling> {};
 
-TEST_P(ProgramPath, InFrontIsPassedOverInEverySpelling) {
+TEST_P(ProgramPath, LeadingProgramPathIsSkippedInEverySpelling) {
   ExpectComponentsRequest(
       ParseCommandLine(GetParam().written + std::u16string(kTail), GetParam().running));
 }
@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ProgramSpelling{u"Link", kProgram},
                     ProgramSpelling{u"C:\\a=b\\Link.exe", u"C:\\a=b\\Link.exe"}));
 
-TEST(CommandLine, PathKeepsBlanksAndSwedishLetters) {
+TEST(CommandLine, RequestPathKeepsBlanksAndSwedishLetters) {
   const auto parsed = ParseCommandLine(
       u"C:\\Link\\Link.exe path=\"C:\\Tandläkare Åsa Öberg\\Vilnor\\InNewCase1.xml\" version=2",
       kProgram);
@@ -61,7 +61,7 @@ TEST(CommandLine, PathKeepsBlanksAndSwedishLetters) {
   EXPECT_THAT(parsed.problems, IsEmpty());
 }
 
-TEST(CommandLine, WithoutArgumentsMeansNoRequest) {
+TEST(CommandLine, EmptyCommandLineHasNoRequest) {
   for (const auto* const line : {u"C:\\Link\\Link.exe", u"\"C:\\Link\\Link.exe\" ", u"Link", u""}) {
     const auto parsed = ParseCommandLine(line, kProgram);
     EXPECT_THAT(parsed.requestPath, IsEmpty());
@@ -101,7 +101,7 @@ struct BadLine {
 
 class BadCommandLine : public testing::TestWithParam<BadLine> {};
 
-TEST_P(BadCommandLine, SaysWhatIsWrong) {
+TEST_P(BadCommandLine, BadCommandLineGivesItsOwnErrorText) {
   const auto parsed =
       ParseCommandLine(u"Link.exe " + std::u16string(GetParam().arguments), kProgram);
   ASSERT_THAT(parsed.problems, SizeIs(1));

@@ -1,5 +1,4 @@
-// A folder of its own for a test, with request files in it and the world that the simulator acts
-// on.
+// A test's own folder with request files, and the simulator's surroundings.
 #pragma once
 
 #include <filesystem>
@@ -18,7 +17,7 @@
 
 namespace simulator_test {
 
-// Files on drive C: live in `written`; all others are the machine's.
+// Files on drive C: are kept in `written`; all others are the machine's.
 class Files : public native::LocalFiles {
  public:
   bool FolderExists(const std::u16string& path) override {

@@ -13,7 +13,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST(Plan, EmptySendsWithDefaults) {
+TEST(Plan, EmptyPlanSendsWithDefaults) {
   const auto plan = ParsePlan(u"");
   EXPECT_EQ(plan.outcome, Outcome::Sent);
   EXPECT_EQ(plan.caseId, std::nullopt);
@@ -21,7 +21,7 @@ TEST(Plan, EmptySendsWithDefaults) {
   EXPECT_THAT(plan.problems, IsEmpty());
 }
 
-TEST(Plan, ReadsPairsOnOneLine) {
+TEST(Plan, PairsOnOneLineAreRead) {
   const auto plan = ParsePlan(u"outcome=changed;caseid=26-7;user=Åsa Öberg;keep=C:\\out dir");
   EXPECT_EQ(plan.outcome, Outcome::Changed);
   EXPECT_EQ(plan.caseId, u"26-7");
@@ -30,7 +30,7 @@ TEST(Plan, ReadsPairsOnOneLine) {
   EXPECT_THAT(plan.problems, IsEmpty());
 }
 
-TEST(Plan, ReadsLinesOfAFile) {
+TEST(Plan, LinesOfAFileAreRead) {
   const auto plan = ParsePlan(
       u"\uFEFF# what to answer; always\r\n\r\nOutcome = withdrawn\r\nstatus=\ncancelled=2\n"
       u"log=C:\\log.txt\nwait=250");
@@ -42,11 +42,11 @@ TEST(Plan, ReadsLinesOfAFile) {
   EXPECT_THAT(plan.problems, IsEmpty());
 }
 
-TEST(Plan, KeepsEqualsSignsInAValue) {
+TEST(Plan, EqualsSignsInAValueAreKept) {
   EXPECT_EQ(ParsePlan(u"caseid=a=b").caseId, u"a=b");
 }
 
-TEST(Plan, SaysWhatItDoesNotUnderstandAndKeepsTheRest) {
+TEST(Plan, UnknownPlanEntriesAreReportedAndTheRestIsKept) {
   for (const std::u16string wrong :
        {u"outcome=skickat", u"wait=long", u"wait=-1", u"wait=60001", u"colour=red", u"sent"}) {
     const auto plan = ParsePlan(u"user=anna;" + wrong + u";log=C:\\log.txt");
@@ -57,7 +57,7 @@ TEST(Plan, SaysWhatItDoesNotUnderstandAndKeepsTheRest) {
   }
 }
 
-TEST(Plan, AnswerTakesDefaultsForWhatThePlanLeavesOpen) {
+TEST(Plan, MissingPlanEntriesTakeTheirDefaults) {
   simulator::Request request;
   request.participant = u"annab";
   const auto now = automation::MakeDate({2026, 11, 6, 14, 5, 9});

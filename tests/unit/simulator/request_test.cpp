@@ -15,7 +15,7 @@ class Request : public simulator_test::Fixture {
   simulator::Request Read(const std::string& bytes) {
     return simulator::ReadRequest(files_, documents_, File(bytes));
   }
-  // What is said to be wrong with the file; "" when it is read.
+  // The error reported for the file; "" when it is read.
   std::string ProblemOf(const std::string& bytes) {
     try {
       Read(bytes);
@@ -75,7 +75,7 @@ TEST_F(Request, EmptyUserDefDataIsRead) {
   EXPECT_EQ(Read(Replaced(NewCase(), "4711&amp;12&amp;3", "")).userDefData, u"");
 }
 
-TEST_F(Request, MissingFileIsSaidToBeMissing) {
+TEST_F(Request, MissingRequestFileIsReportedAsMissing) {
   try {
     simulator::ReadRequest(files_, documents_, u"/nowhere/InNewCase1.xml");
     FAIL() << "a missing file was read";
@@ -85,7 +85,7 @@ TEST_F(Request, MissingFileIsSaidToBeMissing) {
   }
 }
 
-TEST_F(Request, EachDefectIsNamed) {
+TEST_F(Request, EachDefectOfARequestIsNamed) {
   EXPECT_THAT(ProblemOf(""), HasSubstr("tom"));
   EXPECT_THAT(ProblemOf("Hej"), HasSubstr("inte giltig XML"));
   EXPECT_THAT(ProblemOf(NewCase().substr(0, 200)), HasSubstr("inte giltig XML"));
@@ -111,7 +111,7 @@ TEST_F(Request, NumbersOutsideTheirRangeAreNamed) {
   }
 }
 
-TEST_F(Request, ExternalEntityBringsNoFileIn) {
+TEST_F(Request, ExternalEntityDoesNotReadAFile) {
   const auto bytes =
       "<!DOCTYPE Envelope [<!ENTITY file SYSTEM '/etc/hostname'>]>" +
       Replaced(NewCase().substr(NewCase().find("<Envelope")), "4711&amp;12&amp;3", "[&file;]");

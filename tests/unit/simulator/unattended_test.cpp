@@ -25,7 +25,7 @@ class Unattended : public simulator_test::Fixture {
   }
 };
 
-TEST_F(Unattended, WritesTheResultThenRemovesTheRequestThenTellsTheHost) {
+TEST_F(Unattended, ResultIsWrittenThenTheRequestRemovedThenTheHostNotified) {
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent;caseid=26-9;user=anna"), ExitCode::Done);
   EXPECT_THAT(files_.steps, ElementsAre(u"write C:\\X\\Out4711.xml", u"delete request", u"post"));
   EXPECT_THAT(files_.written[u"C:\\X\\Out4711.xml"],
@@ -38,22 +38,22 @@ TEST_F(Unattended, WritesTheResultThenRemovesTheRequestThenTellsTheHost) {
   EXPECT_FALSE(FileIsThere());
 }
 
-TEST_F(Unattended, LeavesTheRequestWhenNotToldToRemoveIt) {
+TEST_F(Unattended, RequestStaysUnlessItsRemovalIsPlanned) {
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent", false), ExitCode::Done);
   EXPECT_TRUE(FileIsThere());
 }
 
-TEST_F(Unattended, WithoutARequestEndsQuietly) {
+TEST_F(Unattended, RunWithoutARequestEndsSilently) {
   EXPECT_EQ(Run({}, u"outcome=sent"), ExitCode::Done);
   EXPECT_THAT(files_.steps, IsEmpty());
 }
 
-TEST_F(Unattended, SearchIsTakenWithoutAnAnswer) {
+TEST_F(Unattended, SearchIsAcceptedWithoutAnAnswer) {
   EXPECT_EQ(RunOn(Search(), u"outcome=sent"), ExitCode::Done);
   EXPECT_THAT(files_.steps, ElementsAre(u"delete request"));
 }
 
-TEST_F(Unattended, NoneEndsWithoutResultAndMessage) {
+TEST_F(Unattended, OutcomeNoneEndsWithoutResultAndMessage) {
   EXPECT_EQ(RunOn(NewCase(), u"outcome=none"), ExitCode::Done);
   EXPECT_THAT(files_.steps, ElementsAre(u"delete request"));
 }
@@ -63,13 +63,13 @@ TEST_F(Unattended, UnreadableResultIsAnnouncedLikeAnyOther) {
   EXPECT_EQ(surroundings_.posted.size(), 1U);
 }
 
-TEST_F(Unattended, WaitsForTheHostsWindow) {
+TEST_F(Unattended, HostWindowIsWaitedFor) {
   surroundings_.attemptsWithoutWindow = 3;
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent;wait=1000"), ExitCode::Done);
   EXPECT_EQ(surroundings_.posted.size(), 1U);
 }
 
-TEST_F(Unattended, WithoutAHostEndsAfterItsBoundAndLeavesTheResult) {
+TEST_F(Unattended, MissingHostWindowEndsTheWaitAndLeavesTheResult) {
   surroundings_.attemptsWithoutWindow = 1000;
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent;wait=1000"), ExitCode::NoHost);
   EXPECT_EQ(surroundings_.paused, std::chrono::milliseconds(1000));
@@ -85,7 +85,7 @@ TEST_F(Unattended, ResultThatCannotBeWrittenIsReportedAndNothingElseHappens) {
   EXPECT_TRUE(FileIsThere());
 }
 
-TEST_F(Unattended, RequestThatCannotBeRemovedIsReportedAfterTheHostIsTold) {
+TEST_F(Unattended, UnremovableRequestIsReportedAfterTheHostIsNotified) {
   files_.keepsRequest = true;
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent"), ExitCode::FileFailure);
   EXPECT_THAT(surroundings_.log, HasSubstr("Begäransfilen kan inte tas bort."));
@@ -116,14 +116,14 @@ TEST_F(Unattended, BadPlanOrCommandLineIsReportedBeforeAnythingIsDone) {
   EXPECT_THAT(files_.steps, IsEmpty());
 }
 
-TEST_F(Unattended, OutcomeThatIsNotForTheRequestIsABadPlan) {
+TEST_F(Unattended, OutcomeUnfitForTheRequestIsABadPlan) {
   EXPECT_EQ(RunOn(NewCase(), u"outcome=deleted"), ExitCode::BadCall);
   EXPECT_THAT(files_.steps, IsEmpty());
   EXPECT_EQ(RunOn(ExistingCase(), u"outcome=deleted"), ExitCode::Done);
   EXPECT_THAT(files_.written[u"C:\\X\\Out55.xml"], HasSubstr("<Cancelled>3</Cancelled>"));
 }
 
-TEST_F(Unattended, KeepsCopiesBeforeTheHostIsTold) {
+TEST_F(Unattended, CopiesAreKeptBeforeTheHostIsNotified) {
   const auto path = File(NewCase());
   EXPECT_EQ(RunOn(NewCase(), u"outcome=sent;keep=C:\\Kept"), ExitCode::Done);
   EXPECT_THAT(files_.folders, ElementsAre(u"C:\\Kept"));
@@ -134,7 +134,7 @@ TEST_F(Unattended, KeepsCopiesBeforeTheHostIsTold) {
   EXPECT_EQ(surroundings_.copied[0].first, path);
 }
 
-TEST_F(Unattended, KeepsTheCommandLine) {
+TEST_F(Unattended, CommandLineIsKept) {
   EXPECT_EQ(Run({}, u"keep=C:\\Kept"), ExitCode::Done);
   EXPECT_EQ(files_.written[u"C:\\Kept\\commandline.txt"], "Link.exe path=...\r\n");
 }

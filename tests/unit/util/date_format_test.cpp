@@ -158,7 +158,7 @@ TEST_F(DateOfParts, MonthBeyondTwelveIsTakenAsTheDay) {
   EXPECT_EQ(DateFromParts(u"2002", u"13", u"05"), Day(2002, 5, 13));
 }
 
-// What the letters of a picture become when it has more of them than a numeric date.
+// The result for format letters that a numeric date does not have.
 class DateOfPartsInWords : public UtilTest {
  protected:
   static void UsePicture(std::u16string_view picture) { CurrentSettings().gDateFormat = picture; }
@@ -184,7 +184,7 @@ TEST_F(DateOfPartsInWords, TwoDigitPartsMakeNoDateInAFormatWithMonthNames) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-// The month stands twice where the picture has its name: "1" becomes "11".
+// The month appears twice when the format has its name: "1" becomes "11".
 TEST_F(DateOfPartsInWords, OneDigitMonthIsDoubledInAFormatWithMonthNames) {
   for (const auto& picture : kWithMonthNames) {
     SCOPED_TRACE(automation::ToUtf8(picture));
@@ -192,7 +192,7 @@ TEST_F(DateOfPartsInWords, OneDigitMonthIsDoubledInAFormatWithMonthNames) {
     EXPECT_EQ(DateFromParts(u"2007", u"1", u"2"), Day(2007, 11, 2));
     EXPECT_EQ(DateFromParts(u"2007", u"1", u"30"), Day(2007, 11, 30));
     EXPECT_EQ(DateFromParts(u"2007", u"1", u"31"), Date{});
-    // 22 is no month, and changes places with the day.
+    // 22 is not a month and is swapped with the day.
     EXPECT_EQ(DateFromParts(u"2007", u"2", u"5"), Day(2007, 5, 22));
     EXPECT_EQ(DateFromParts(u"2007", u"2", u"13"), Date{});
     for (const auto* month : {u"3", u"4", u"5", u"6", u"7", u"8", u"9"}) {

@@ -64,7 +64,7 @@ TEST_F(TheErrorTrap, ActionBeforeTheBoxRunsAndItsErrorsAreIgnored) {
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in P")});
 }
 
-TEST_F(TheErrorTrap, FailingErrorBoxLetsNoExceptionOut) {
+TEST_F(TheErrorTrap, NoExceptionLeavesAFailingErrorBox) {
   class NoDialogs : public platform::Dialogs {
    public:
     platform::Answer Show(const platform::MessageBox& /*box*/) override { throw std::bad_alloc(); }

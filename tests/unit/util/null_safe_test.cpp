@@ -46,7 +46,7 @@ TEST_F(NullSafeReaders, EveryNumberButZeroReadsAsTrue) {
   EXPECT_FALSE(NullToBool(u"0"));
 }
 
-TEST_F(NullSafeReaders, ValueThatIsNotNullIsLeftAsItIs) {
+TEST_F(NullSafeReaders, NonNullValueIsUnchanged) {
   EXPECT_EQ(NullToZero(12.5), Value(12.5));
   EXPECT_EQ(NullToZero(u"abc"), Value(u"abc"));
   EXPECT_EQ(NullToZero(automation::Currency{12345}), Value(automation::Currency{12345}));

@@ -28,7 +28,7 @@ RateCompensation AcceptedThird(double amount) {
 
 class TheCompensationRule : public UtilTest {
  protected:
-  // A row of three amounts that tell each other apart.
+  // A row with three different amounts.
   static RateCompensationInput Row(automation::Date regDate, int age, int rateNo,
                                    std::u16string_view debit) {
     RateCompensationInput input;
@@ -49,7 +49,7 @@ class TheCompensationRule : public UtilTest {
   }
 };
 
-TEST_F(TheCompensationRule, AcceptsNothingForPatientsUnder20) {
+TEST_F(TheCompensationRule, NothingIsAcceptedForPatientsUnder20) {
   for (const int rateNo : {1, 11, 61, 99, 681}) {
     EXPECT_EQ(GetRateCompensation(Older(19, rateNo, kElderlyDebit)), kNothing);
     EXPECT_EQ(GetRateCompensation(Newer(19, rateNo, kElderlyDebit)), kNothing);
@@ -59,7 +59,7 @@ TEST_F(TheCompensationRule, AcceptsNothingForPatientsUnder20) {
 
 // The older rules.
 
-TEST_F(TheCompensationRule, PaidSixtyPercentOfTheFeeForRate99WhateverTheAgeAndFlags) {
+TEST_F(TheCompensationRule, Rate99PaidSixtyPercentOfTheFeeWhateverTheAgeAndFlags) {
   for (const int age : {20, 30, 65}) {
     auto row = Older(age, 99, kElderlyDebit);
     EXPECT_EQ(GetRateCompensation(row), First(603));
@@ -68,7 +68,7 @@ TEST_F(TheCompensationRule, PaidSixtyPercentOfTheFeeForRate99WhateverTheAgeAndFl
   }
 }
 
-TEST_F(TheCompensationRule, PaidRate99InWholeNumbersHalfToEven) {
+TEST_F(TheCompensationRule, Rate99WasPaidInWholeNumbersHalfToEven) {
   auto row = Older(40, 99);
   row.amount1 = 7.5;
   EXPECT_EQ(GetRateCompensation(row), First(4));  // 4.5
@@ -76,14 +76,14 @@ TEST_F(TheCompensationRule, PaidRate99InWholeNumbersHalfToEven) {
   EXPECT_EQ(GetRateCompensation(row), First(4));  // 3.50004
   row.amount1 = 12.5;
   EXPECT_EQ(GetRateCompensation(row), First(8));  // 7.5
-  // In the digits of a double, on every processor: 2.5000000000000004 and 9.499999999999998.
+  // In double precision on every processor: 2.5000000000000004 and 9.499999999999998.
   row.amount1 = 4.166666666666667;
   EXPECT_EQ(GetRateCompensation(row), First(3));
   row.amount1 = 15.833333333333332;
   EXPECT_EQ(GetRateCompensation(row), First(9));
 }
 
-TEST_F(TheCompensationRule, PaidTheThirdAmountForIncreasedCompensation) {
+TEST_F(TheCompensationRule, IncreasedCompensationPaidTheThirdAmount) {
   for (const int rateNo : {1, 11, 61, 91}) {
     auto row = Older(70, rateNo, kElderlyDebit);
     row.increasedComp = true;
@@ -93,7 +93,7 @@ TEST_F(TheCompensationRule, PaidTheThirdAmountForIncreasedCompensation) {
   }
 }
 
-TEST_F(TheCompensationRule, PaidFrom30To64TheSecondAmountButNoExamination) {
+TEST_F(TheCompensationRule, Ages30To64WerePaidTheSecondAmountButNoExamination) {
   for (const int age : {30, 64}) {
     EXPECT_EQ(GetRateCompensation(Older(age, 1)), First(333));
     EXPECT_EQ(GetRateCompensation(Older(age, 10)), First(333));
@@ -104,7 +104,7 @@ TEST_F(TheCompensationRule, PaidFrom30To64TheSecondAmountButNoExamination) {
   }
 }
 
-TEST_F(TheCompensationRule, PaidFrom20To29ExaminationsToo) {
+TEST_F(TheCompensationRule, Ages20To29WerePaidExaminationsToo) {
   for (const int age : {20, 29}) {
     for (const int rateNo : {1, 11, 12, 61}) {
       EXPECT_EQ(GetRateCompensation(Older(age, rateNo)), First(333));
@@ -113,7 +113,7 @@ TEST_F(TheCompensationRule, PaidFrom20To29ExaminationsToo) {
   }
 }
 
-TEST_F(TheCompensationRule, PaidTheElderlyTheSecondAmountAndHalfAgainInWholeKronor) {
+TEST_F(TheCompensationRule, ElderlyWerePaidTheSecondAmountAndHalfAgainInWholeKronor) {
   for (const int rateNo : {1, 10, 13, 61, 90, 100}) {
     EXPECT_EQ(GetRateCompensation(Older(65, rateNo, kElderlyDebit)), First(500)) << rateNo;
   }
@@ -124,13 +124,13 @@ TEST_F(TheCompensationRule, PaidTheElderlyTheSecondAmountAndHalfAgainInWholeKron
   EXPECT_EQ(GetRateCompensation(row), First(-500));
 }
 
-TEST_F(TheCompensationRule, PaidTheElderlyNoAdditionForExaminationsAndRates91To98) {
+TEST_F(TheCompensationRule, ElderlyWerePaidNoAdditionForExaminationsAndRates91To98) {
   for (const int rateNo : {11, 12, 91, 92, 93, 94, 95, 96, 97, 98}) {
     EXPECT_EQ(GetRateCompensation(Older(65, rateNo, kElderlyDebit)), First(333)) << rateNo;
   }
 }
 
-TEST_F(TheCompensationRule, PaidTheElderlyOnOtherDebitCodesAsFrom30To64) {
+TEST_F(TheCompensationRule, ElderlyOnOtherDebitCodesWerePaidAsAges30To64) {
   EXPECT_EQ(GetRateCompensation(Older(65, 1, u"A")), First(333));
   EXPECT_EQ(GetRateCompensation(Older(65, 91, u"")), First(333));
   EXPECT_EQ(GetRateCompensation(Older(65, 11, u"A")), First(0));
@@ -139,13 +139,13 @@ TEST_F(TheCompensationRule, PaidTheElderlyOnOtherDebitCodesAsFrom30To64) {
 
 // The newer rules.
 
-TEST_F(TheCompensationRule, AcceptsEveryRateOfAnElderlyPatientRegisteredToday) {
+TEST_F(TheCompensationRule, EveryRateOfAnElderlyPatientRegisteredTodayIsAccepted) {
   for (int rateNo = 1; rateNo <= 1000; ++rateNo) {
     EXPECT_TRUE(GetRateCompensation(Newer(70, rateNo, kElderlyDebit)).accepted) << rateNo;
   }
 }
 
-TEST_F(TheCompensationRule, PaysTheElderlyTheThirdAmountForRates681And682Alone) {
+TEST_F(TheCompensationRule, ElderlyArePaidTheThirdAmountForRates681And682Only) {
   for (const int rateNo : {681, 682}) {
     EXPECT_EQ(GetRateCompensation(Newer(65, rateNo, kElderlyDebit)), AcceptedThird(500));
   }
@@ -154,14 +154,14 @@ TEST_F(TheCompensationRule, PaysTheElderlyTheThirdAmountForRates681And682Alone) 
   }
 }
 
-TEST_F(TheCompensationRule, AcceptsOtherAgesAndDebitCodesWithTheThirdAsSecondAmount) {
+TEST_F(TheCompensationRule, OtherAgesAndDebitCodesGetTheThirdAsSecondAmount) {
   EXPECT_EQ(GetRateCompensation(Newer(64, 61, kElderlyDebit)), AcceptedSecond(500));
   EXPECT_EQ(GetRateCompensation(Newer(20, 681, kElderlyDebit)), AcceptedSecond(500));
   EXPECT_EQ(GetRateCompensation(Newer(70, 61, u"")), AcceptedSecond(500));
   EXPECT_EQ(GetRateCompensation(Newer(70, 681, u"ä")), AcceptedSecond(500));
 }
 
-TEST_F(TheCompensationRule, DoesNotAcceptIncreasedCompensationThatIsAppliedFor) {
+TEST_F(TheCompensationRule, IncreasedCompensationAppliedForIsNotAccepted) {
   for (const int age : {20, 40, 70}) {
     auto row = Newer(age, 61, kElderlyDebit);
     row.increasedComp = true;
@@ -170,7 +170,7 @@ TEST_F(TheCompensationRule, DoesNotAcceptIncreasedCompensationThatIsAppliedFor) 
   }
 }
 
-TEST_F(TheCompensationRule, AcceptsIncreasedCompensationThatOnlyTheRowOrTheApplicationMarks) {
+TEST_F(TheCompensationRule, IncreasedCompensationMarkedByRowOrApplicationAloneIsAccepted) {
   auto row = Newer(70, 61, kElderlyDebit);
   row.increasedComp = true;
   EXPECT_TRUE(GetRateCompensation(row).accepted);
@@ -179,7 +179,7 @@ TEST_F(TheCompensationRule, AcceptsIncreasedCompensationThatOnlyTheRowOrTheAppli
   EXPECT_TRUE(GetRateCompensation(row).accepted);
 }
 
-TEST_F(TheCompensationRule, ChangesFromTheOlderToTheNewerRulesWithTheRowsPeriod) {
+TEST_F(TheCompensationRule, RowsPeriodDecidesBetweenOlderAndNewerRules) {
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 6, 30), 70, 1, kElderlyDebit)), First(500));
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 7, 1), 70, 1, kElderlyDebit)), AcceptedThird(0));
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 3, 31), 70, 681, kElderlyDebit)), First(500));
@@ -188,7 +188,7 @@ TEST_F(TheCompensationRule, ChangesFromTheOlderToTheNewerRulesWithTheRowsPeriod)
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 7, 1), 70, 681, u"A")), AcceptedSecond(500));
 }
 
-TEST_F(TheCompensationRule, TakesTheAgeOfTheRegistrationDatesYear) {
+TEST_F(TheCompensationRule, AgeIsThatOfTheRegistrationDatesYear) {
   auto row = Newer(65, 61, kElderlyDebit);
   row.birthDate = Day(1961, 12, 31);
   EXPECT_EQ(GetRateCompensation(row), AcceptedThird(0));
@@ -198,7 +198,7 @@ TEST_F(TheCompensationRule, TakesTheAgeOfTheRegistrationDatesYear) {
 
 // Values as a database holds them.
 
-TEST_F(TheCompensationRule, ReadsNullAmountsAndRateAsZero) {
+TEST_F(TheCompensationRule, NullAmountsAndRateReadAsZero) {
   auto row = Newer(70, 681, kElderlyDebit);
   row.amount1 = row.amount2 = row.amount3 = automation::Null();
   EXPECT_EQ(GetRateCompensation(row), AcceptedThird(0));
@@ -207,7 +207,7 @@ TEST_F(TheCompensationRule, ReadsNullAmountsAndRateAsZero) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(TheCompensationRule, ReadsAmountsAndRatesOfEveryNumberTypeAndAsText) {
+TEST_F(TheCompensationRule, AmountsAndRatesOfEveryNumberTypeAndTextAreRead) {
   auto row = Newer(70, 0, kElderlyDebit);
   row.amount3 = automation::Currency{1234500};
   for (const Value& rateNo :
@@ -220,7 +220,7 @@ TEST_F(TheCompensationRule, ReadsAmountsAndRatesOfEveryNumberTypeAndAsText) {
   EXPECT_EQ(GetRateCompensation(row), AcceptedThird(123.45));
 }
 
-TEST_F(TheCompensationRule, ShowsARateOrAmountThatIsNoNumberAndAcceptsNothing) {
+TEST_F(TheCompensationRule, NonNumericRateOrAmountShowsErrorAndAcceptsNothing) {
   auto row = Newer(70, 61, kElderlyDebit);
   row.rateNo = u"61a";
   EXPECT_EQ(GetRateCompensation(row), kNothing);
@@ -234,21 +234,21 @@ TEST_F(TheCompensationRule, ShowsARateOrAmountThatIsNoNumberAndAcceptsNothing) {
                                   ErrorBox(u"13 Type mismatch in GetRateCompensation")}));
 }
 
-TEST_F(TheCompensationRule, ShowsAShareOfTheFeeBeyond32BitsAndAcceptsNothing) {
+TEST_F(TheCompensationRule, ShareOfTheFeeBeyond32BitsShowsErrorAndAcceptsNothing) {
   auto row = Older(40, 99);
   row.amount1 = 1e10;
   EXPECT_EQ(GetRateCompensation(row), kNothing);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in GetRateCompensation")});
 }
 
-TEST_F(TheCompensationRule, AcceptsNothingWhenTheAgeCannotBeTold) {
+TEST_F(TheCompensationRule, UnknownAgeAcceptsNothing) {
   auto row = Newer(70, 61, kElderlyDebit);
   row.birthDate = kNoDate;
   EXPECT_EQ(GetRateCompensation(row), kNothing);
   EXPECT_EQ(dialogs.shown, Boxes{ErrorBox(u"6 Overflow in GetAgeGroup")});
 }
 
-TEST_F(TheCompensationRule, IsTheSameUnderUsSettings) {
+TEST_F(TheCompensationRule, CompensationRuleIsTheSameUnderUsSettings) {
   UseUsLocale();
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 6, 30), 70, 1, kElderlyDebit)), First(500));
   EXPECT_EQ(GetRateCompensation(Row(Day(2002, 7, 1), 70, 1, kElderlyDebit)), AcceptedThird(0));

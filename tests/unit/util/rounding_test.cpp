@@ -58,8 +58,8 @@ TEST_F(RoundingOff, UnknownModeLeavesTheAmountUnrounded) {
   }
 }
 
-// Amounts whose product with the factor is a half as a double, and less with the more digits that a
-// 32-bit processor keeps.
+// Amounts whose product with the factor is a half in double precision, and less with the extra
+// digits of a 32-bit processor.
 TEST_F(RoundingOff, RoundingIsTheSameOnEveryProcessor) {
   EXPECT_EQ(Rounded(0.075, 1), 0.1);
   EXPECT_EQ(Rounded(1.025, 1), 1.05);

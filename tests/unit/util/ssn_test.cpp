@@ -45,7 +45,7 @@ TEST_F(MakeSsn, PatientBornTomorrowHasAMinusInTheIdentityNumber) {
   EXPECT_EQ(MakeSSN(Day(2026, 11, 17), u"1234", true), u"20261117-1234");
 }
 
-TEST_F(MakeSsn, PersNrStandsInTheIdentityNumberAsItIs) {
+TEST_F(MakeSsn, PersNrIsUnchangedInTheIdentityNumber) {
   EXPECT_EQ(MakeSSN(Day(1945, 1, 1), 234, true), u"19450101-234");
   EXPECT_EQ(MakeSSN(Day(1945, 1, 1), u" 12-34 ", true), u"19450101- 12-34 ");
 }

@@ -13,7 +13,7 @@ const automation::Date kFirstOfApril = Day(2002, 4, 1);
 const automation::Date kLastDayOfJune = Day(2002, 6, 30);
 const automation::Date kFirstOfJuly = Day(2002, 7, 1);
 
-// Debit codes that are not the one of the elderly.
+// Debit codes other than the one of the elderly.
 const std::vector<std::u16string> kOtherDebits = {u"", u"A", u"ä", u"Ä ", u"T"};
 
 const std::vector<std::int32_t> kBasicCareRates = {std::numeric_limits<std::int32_t>::min(),
@@ -120,7 +120,7 @@ TEST_F(SubsidyPeriod, DateFormatWithoutADateEndsTheOlderRules) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
-// As above: the dates of 2002 do not fit into such a picture.
+// As above: the dates of 2002 do not match such a format.
 TEST_F(SubsidyPeriod, DateFormatWithNamesEndsTheOlderRules) {
   for (const auto* picture : {u"dd-MMM-YYYY", u"ddd yyyy-MM-dd", u"d MMMM yyyy"}) {
     CurrentSettings().gDateFormat = picture;

@@ -1,4 +1,4 @@
-// The shared procedures over doubles, with the helpers that their tests share.
+// The shared procedures with fake ports, and the helpers that their tests share.
 #pragma once
 
 #include <string>
@@ -27,13 +27,13 @@ class UtilTest : public fakes::PortsFixture {
                          .gDateFormat = u"yyyy-MM-dd"};
     locale.UseSwedish();
   }
-  // As on a workstation with US settings.
+  // Like a workstation with US settings.
   void UseUsLocale() {
     locale.regional = {};
     locale.shortDateAnswer = u"M/d/yyyy";
     CurrentSettings().gDateFormat = u"M/d/yyyy";
   }
-  // As on one with Norwegian settings.
+  // Like one with Norwegian settings.
   void UseNorwegianLocale() {
     locale.UseSwedish();
     locale.regional.shortDate = u"dd.MM.yyyy";
@@ -41,7 +41,7 @@ class UtilTest : public fakes::PortsFixture {
     CurrentSettings().gDateFormat = u"dd.MM.yyyy";
   }
 
-  // What the component shows of an error in a procedure of the module.
+  // The box for an error in a procedure of the module.
   static platform::MessageBox ErrorBox(std::u16string text) {
     return {.text = std::move(text),
             .title = u"Vilnor Link connection",
