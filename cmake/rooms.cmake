@@ -1,25 +1,26 @@
-# Settings that every target shares, and the two shapes of target that the project is made of.
+# Settings shared by every target, and the project's two kinds of target.
 add_library(vilnor_warnings INTERFACE)
 target_compile_options(vilnor_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
                                                  -Werror)
 add_library(vilnor_settings INTERFACE)
 target_link_libraries(vilnor_settings INTERFACE vilnor_warnings)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 sees overlaps that cannot be in its own std::string when it optimises (GCC bug 105651).
+  # When optimising, GCC 12 reports impossible overlaps in its own std::string (GCC bug 105651).
   target_compile_options(vilnor_settings INTERFACE -Wno-restrict)
 endif()
 if(WIN32)
   target_compile_definitions(vilnor_settings INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0601)
   target_compile_options(vilnor_settings INTERFACE -fstack-protector-strong)
-  # No binary tells where it was built. The compiler cache names sources from the build folder.
-  # CMake ends this path with a slash already.
+  # Binaries must not reveal where they were built. The compiler cache names sources relative to the build
+# folder.
+  # CMake already ends this path with a slash.
   file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
   target_compile_options(vilnor_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
                                                    -ffile-prefix-map=${up}=)
   target_link_options(vilnor_settings INTERFACE -fstack-protector-strong)
 endif()
 if(VILNOR_SYMBOLS)
-  # What is generated has the same name whether the compiler cache makes its path relative or not.
+  # Generated files get the same name whether or not the compiler cache makes their path relative.
   target_compile_options(vilnor_settings INTERFACE -g -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
 endif()
 if(VILNOR_SANITIZE)
@@ -36,8 +37,8 @@ if(VILNOR_COVERAGE)
   target_link_options(vilnor_settings INTERFACE -fprofile-instr-generate)
 endif()
 
-# vilnor_room(NAME [ROOM...]): the static library vilnor_NAME of the *.cpp in the folder NAME beside
-# the caller, which may use the rooms named. tests/architecture holds the #include lines to the same
+# vilnor_room(NAME [ROOM...]): the static library vilnor_NAME, built from the *.cpp in the caller's subfolder
+# NAME, which may use the given rooms. tests/architecture checks the #include lines against the same
 # arrows.
 function(vilnor_room name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)

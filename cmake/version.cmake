@@ -1,4 +1,4 @@
-# The version of everything that is built, from VERSION, as version.h for the resource scripts.
+# Writes the version from VERSION to version.h, for the resource scripts of all binaries.
 set(VILNOR_VERSION_FILE ${PROJECT_SOURCE_DIR}/VERSION CACHE FILEPATH "Version, company, copyright")
 set(VILNOR_COMMIT "" CACHE STRING "The commit that a release is made of")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${VILNOR_VERSION_FILE})
@@ -18,7 +18,7 @@ endif()
 set(version_header ${CMAKE_BINARY_DIR}/version/version.h)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/version.h.in ${version_header} @ONLY)
 
-# vilnor_versioned(TARGET SCRIPT): a resource script that ends with cmake/version.rc.
+# vilnor_versioned(TARGET SCRIPT): adds a resource script that ends with cmake/version.rc.
 function(vilnor_versioned target script)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake ${CMAKE_BINARY_DIR}/version)
   set_property(SOURCE ${script} APPEND PROPERTY

@@ -26,7 +26,7 @@ class Case:
 
 
 def googletest_cases(report):
-    """A skipped or disabled case has not passed."""
+    """A skipped or disabled case does not count as passed."""
     for suite in report["testsuites"]:
         for case in suite["testsuite"]:
             failures = tuple(each.get("failure", "") for each in case.get("failures", ()))
@@ -36,7 +36,7 @@ def googletest_cases(report):
 
 
 def started_cases(log):
-    """Of a GoogleTest program that did not reach its end."""
+    """For a GoogleTest program that did not finish."""
     finished = re.findall(r"\[ +(OK|FAILED) +\] ([^\s,]+)(?:, where .*)? \(\d+ ms\)", log)
     return [Case(name, () if mark == "OK" else ("failed",)) for mark, name in finished]
 
@@ -53,7 +53,7 @@ def listed_differences(table, program):
 
 
 def objection(case, difference):
-    """What is wrong with a case, None when nothing is. `difference` is the text of its only failure."""
+    """The problem with a case, or None. `difference` is the text of its only expected failure."""
     if difference is None:
         return case.name if case.failures else None
     if not case.failures:

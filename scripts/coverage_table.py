@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Prints, from llvm-cov's summary, the lines and branches that the tests reach in each room.
+"""Prints the line and branch coverage of each room from llvm-cov's summary.
 
     coverage_table.py SUMMARY LEAST_LINES LEAST_BRANCHES ROOM...
 
-The last two lines say "ok" or "not ok" to all rooms together; the exit code follows them.
+The last two lines say "ok" or "not ok" for all rooms together, and the exit code agrees.
 """
 
 import json

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What every script shares: messages, waiting with a bound, and undoing at the end whatever was
-# started, also when a step fails or the script is interrupted.
+# Shared by every script: messages, bounded waiting, and cleaning up at the end, even if a step fails or
+# the script is interrupted.
 
 set -euo pipefail
 
@@ -18,14 +18,14 @@ readonly checkout bin bold green red plain
 heading() { printf '\n%s== %s%s\n' "$bold" "$*" "$plain"; }
 say() { printf '%s\n' "$*"; }
 
-# One line that says what is wrong and what to do, and the end.
+# Prints one line that says what is wrong and what to do, then exits.
 fail() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
   exit 1
 }
 
 undo=()
-# at_exit COMMAND ARG...: run when the script ends, the last one first.
+# at_exit COMMAND ARG...: runs the command when the script ends, in reverse order.
 at_exit() { undo+=("$(printf '%q ' "$@")"); }
 
 undo_all() {
@@ -43,7 +43,7 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 trap 'exit 129' HUP
 
-# wait_until SECONDS COMMAND ARG...: false when the command did not come true in time.
+# wait_until SECONDS COMMAND ARG...: false if the command did not succeed in time.
 wait_until() {
   local end=$((SECONDS + $1))
   shift
@@ -55,14 +55,14 @@ wait_until() {
 
 is_gone() { ! kill -0 "$1" 2>/dev/null; }
 
-# stop_process PID: ends a process that this script started; by force after ten seconds.
+# stop_process PID: ends a process started by this script, by force after ten seconds.
 stop_process() {
   kill "$1" 2>/dev/null || return 0
   wait_until 10 is_gone "$1" || kill -KILL "$1" 2>/dev/null
 }
 
-# The folder for a server's files, which need not last: in memory when a gigabyte is free there. On a
-# disk, to make tables takes ten times as long.
+# The folder for a server's temporary files: in memory if a gigabyte is free there. On a disk, creating
+# tables takes ten times as long.
 quick_folder() {
   local free
   free=$(df --output=avail --block-size=1M /dev/shm 2>/dev/null | tail -n 1) || true
@@ -73,8 +73,7 @@ quick_folder() {
   fi
 }
 
-# A port that was free a moment ago; another program may take it, so whoever listens on it
-# tries again.
+# A port that was free a moment ago. Another program may take it, so the caller must be ready to try again.
 free_port() {
   python3 -c 'import socket
 with socket.socket() as s:
@@ -82,7 +81,7 @@ with socket.socket() as s:
     print(s.getsockname()[1])'
 }
 
-# The folder outside the checkout that holds what is dear to make again.
+# The folder outside the checkout for things that are expensive to rebuild.
 cache_folder() {
   local folder=${VILNOR_CACHE:-${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/vilnor}
   mkdir -p "$folder" 2>/dev/null ||
@@ -90,7 +89,7 @@ cache_folder() {
   (cd "$folder" && pwd)
 }
 
-# why_it_failed LOG: the usual causes behind a failed apt-get or mmdebstrap, in one line.
+# why_it_failed LOG: prints the likely cause of a failed apt-get or mmdebstrap in one line.
 why_it_failed() {
   local unreachable='could not (resolve|connect)|unable to connect|temporary failure|failed to fetch'
   unreachable+='|connection (failed|timed out|refused)'

@@ -1,19 +1,19 @@
 # shellcheck shell=bash
-# A MariaDB server of the script's own: fresh, on a free loopback port, ended with the script.
+# A new MariaDB server for this script, on a free loopback port; it ends with the script.
 
-# begin_mariadb: afterwards $mariadb_port is its port on 127.0.0.1; the user is "vilnor", without a
-# password, who may make databases and users.
+# begin_mariadb: sets $mariadb_port, its port on 127.0.0.1. The user "vilnor" has no password and may create
+# databases and users.
 begin_mariadb() {
   local try
   mariadb=$(mktemp -d "$(quick_folder)/vilnor-mariadb.XXXXXX")
   at_exit rm -rf "$mariadb"
-  # Its files go with it, so it need not end in order, and nothing need reach the disk.
+  # Its files are deleted with it, so it needs no clean shutdown and no flush to disk.
   mariadb_server=(env --chdir=/ setpriv --pdeathsig KILL)
   if ((EUID == 0)); then
     chown nobody "$mariadb"
     mariadb_server+=(--reuid nobody --regid nogroup --clear-groups)
   fi
-  # Names of tables are compared as on Windows, where clinics' servers run.
+  # Table names are compared as on Windows, where clinics' servers run.
   mariadb_settings=(--no-defaults --datadir="$mariadb/data" --lower-case-table-names=1
     --innodb-log-file-size=16M --innodb-flush-method=nosync)
   "${mariadb_server[@]}" mariadb-install-db "${mariadb_settings[@]}" --skip-test-db \

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
-# A PostgreSQL server of the script's own: fresh, on a free loopback port, ended with the script.
+# A new PostgreSQL server for this script, on a free loopback port; it ends with the script.
 
-# begin_postgresql: afterwards $postgresql_port is its port on 127.0.0.1; the user is "vilnor",
-# without a password. Only a role named "with_password" is asked for one.
+# begin_postgresql: sets $postgresql_port, its port on 127.0.0.1. The user "vilnor" has no password; only a
+# role named "with_password" is asked for one.
 begin_postgresql() {
   local try
   postgresql_programs=$(compgen -G '/usr/lib/postgresql/*/bin' | sort -V | tail -n 1)
@@ -29,7 +29,7 @@ begin_postgresql() {
   fail "PostgreSQL did not start after $try tries: $(tail -n 1 "$postgresql/log")"
 }
 
-# start_postgresql, stop_postgresql: for whoever ends the server in between and wants it back.
+# start_postgresql, stop_postgresql: for scripts that stop and restart the server.
 start_postgresql() {
   "${as_server[@]}" "$postgresql_programs/postgres" -D "$postgresql/data" -p "$postgresql_port" -h 127.0.0.1 \
     -k "$postgresql" -F >>"$postgresql/log" 2>&1 &
@@ -46,8 +46,8 @@ postgresql_settled() {
     psql --quiet -h "$postgresql" -p "$postgresql_port" -U vilnor -d postgres -c '' 2>/dev/null
 }
 
-# stop_postgresql [SIGNAL]: clients that are left are cut off; QUIT leaves the server's files as a
-# crash does.
+# stop_postgresql [SIGNAL]: disconnects remaining clients; QUIT leaves the server's files as after a
+# crash.
 stop_postgresql() {
   is_gone "$postgresql_server" && return
   kill "-${1:-INT}" "$postgresql_server"

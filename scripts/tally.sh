@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
 # shellcheck disable=SC2030,SC2031  # side_by_side counts in shells of their own
-# Running checks and counting what they find. Each one's output goes to out/check/NAME.log and is
-# shown when it fails.
+# Runs checks and counts their results. The output of each goes to out/check/NAME.log and is shown if it
+# fails.
 
 passed=0
 failed=0
@@ -10,7 +10,7 @@ logs=$checkout/out/check
 rm -rf "$logs"
 mkdir -p "$logs"
 
-# check NAME COMMAND ARG...: one check, good when the command exits with 0.
+# check NAME COMMAND ARG...: one check, which passes if the command exits with 0.
 check() {
   local name=$1 status=0
   shift
@@ -23,8 +23,8 @@ check() {
   fi
 }
 
-# googletest NAME SECONDS DRIVE COMMAND ARG...: a GoogleTest program, each of its cases one check.
-# DRIVE is where the program finds this machine's root folder: "Z:" in Wine, "" natively.
+# googletest NAME SECONDS DRIVE COMMAND ARG...: a GoogleTest program; each case is one check. DRIVE is where
+# the program finds this machine's root folder: "Z:" in Wine, "" natively.
 googletest() {
   local report=$logs/$1.json
   counted "$1" "$2" "$report" "${@:4}" "--gtest_output=json:$3$report"
@@ -33,8 +33,8 @@ googletest() {
 # script NAME SECONDS COMMAND ARG...: a program that says "ok CASE" and "not ok CASE".
 script() { counted "$1" "$2" "" "${@:3}"; }
 
-# counted NAME SECONDS REPORT COMMAND ARG...: ends with the shell that runs it. With $differences, a
-# table, cases that stand there under the part of NAME behind the first "-" fail as it says there.
+# counted NAME SECONDS REPORT COMMAND ARG...: ends with the shell that runs it. $differences, if set, is a
+# table of expected failures; the part of NAME after the first "-" selects its cases.
 counted() {
   local name=$1 report=$3 log=$logs/$1.log status=0 result good bad
   setpriv --pdeathsig TERM timeout --kill-after=30 "$2" "${@:4}" >"$log" 2>&1 </dev/null || status=$?
@@ -48,7 +48,7 @@ counted() {
   fi
 }
 
-# The first failures with what led to them, or the end of a log that has none.
+# Prints the first failures with their context, or the end of a log that has none.
 show_failures() {
   grep -m 5 -A 12 -E 'Failure$|ERROR:|runtime error:|^not ok' "$1" || tail -n 40 "$1"
 }
@@ -62,7 +62,7 @@ add() {
   failed=$((failed + $3))
 }
 
-# side_by_side FUNCTION...: each in a shell of its own, all at once. What they print comes in turn.
+# side_by_side FUNCTION...: runs each in its own shell, in parallel; prints their output one after another.
 side_by_side() {
   local lane lanes=() counts
   for lane in "$@"; do
@@ -87,7 +87,7 @@ side_by_side() {
   done
 }
 
-# The last line of all, and the exit code.
+# Prints the last line and sets the exit code.
 finish() {
   printf '%s passed, %s failed\n' "$passed" "$failed"
   ((failed == 0))

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the compile commands of builds, and only over files that have changed.
+"""Runs clang-tidy with the compile commands of builds, but only on files that have changed.
 
     tidy.py CACHE_FOLDER BUILD_FOLDER... [-- FILE...]
 
-A file is looked at as the first of the builds compiles it: the rooms natively, what only Windows has
-as the cross compiler sees it. A file that was found clean is remembered by a hash of its text, the
-project's headers that it includes, its flags, .clang-tidy and clang-tidy's version. Without FILE all
-files that are shipped, and the tools, are looked at.
+A file is checked as the first build that has it compiles it: the rooms natively, Windows-only code with the
+cross compiler's settings. Clean files are remembered by a hash of their text, the project headers that they
+include, their flags, .clang-tidy and clang-tidy's version. Without FILE, all shipped files and the tools are
+checked.
 """
 
 import hashlib
@@ -30,20 +30,20 @@ def clang_tidy(*arguments):
 
 @cache
 def target_options(compiler):
-    """What clang needs to read the code as a cross compiler does; nothing for the machine's own."""
+    """The flags that make clang read code as the cross compiler does; none for native code."""
     target = re.search(r"\w+-w64-mingw32", compiler)
     if not target:
         return ()
     said = subprocess.run([compiler, "-E", "-v", "-x", "c++", os.devnull], check=True,
                           capture_output=True, text=True).stderr
     folders = re.search(r"<\.\.\.> search starts here:\n(.*?)End of search", said, re.S)[1].split()
-    # Clang has its own headers for what stands in the compiler's plain include folder.
+    # Clang has its own versions of the headers in the compiler's plain include folder.
     return (f"--target={target[0]}",
             *(f"-isystem{folder}" for folder in folders if "/c++" in folder))
 
 
 def flags(command):
-    """The compile command without what differs from one checkout to another."""
+    """The compile command without parts that differ between checkouts."""
     return command["command"].replace(command["directory"], "").replace(str(CHECKOUT), "")
 
 
@@ -56,7 +56,7 @@ def key(command, settings):
 
 
 def look_at(command, stamp):
-    """What clang-tidy says about the file; empty when it is clean."""
+    """clang-tidy's output for the file; empty if it is clean."""
     if stamp.exists():
         stamp.touch()  # keeps it from being forgotten
         return ""
@@ -70,14 +70,14 @@ def look_at(command, stamp):
 
 
 def is_shipped(file):
-    """Tests are left out: GoogleTest's macros take clang-tidy minutes a file and teach nothing."""
+    """Skips tests: GoogleTest's macros take clang-tidy minutes per file and reveal nothing."""
     file = Path(file)
     return (file.suffix == ".cpp" and file.is_relative_to(CHECKOUT)
             and file.relative_to(CHECKOUT).parts[0] in ("src", "stand-ins", "tools"))
 
 
 def commands_of(builds, only):
-    """The compile command of each file, of the first build that has one."""
+    """The compile command of each file, from the first build that has one."""
     commands = {}
     for build in builds:
         for command in json.loads((build / "compile_commands.json").read_text()):

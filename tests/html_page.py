@@ -4,7 +4,7 @@ import html.parser
 
 
 class Page(html.parser.HTMLParser):
-    """What the checks ask of a page: its elements, and the text of each."""
+    """What the checks need from a page: its elements, and the text of each."""
 
     VOID = {"meta"}
 
@@ -35,7 +35,7 @@ class Page(html.parser.HTMLParser):
                 and (within is None or within in found["within"])]
 
     def rows(self, class_=None):
-        """The cells' texts of each table row with cells."""
+        """The cell texts of each table row that has cells."""
         tables = self.of("table", class_)
         return [[cell["text"] for cell in self.of("td", within=row)]
                 for table in tables for row in self.of("tr", within=table)

@@ -1,18 +1,17 @@
 # shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
 # Entering a Wine root.
 
-# enter_root PLACE SESSION COMMAND ARG...: runs the command in the root of PLACE (what make-root
-# prints), in place of the calling (sub)shell, and ends with its caller. In there the root and the
-# checkout are read-only, except for the checkout's out/; the folder SESSION holds /tmp, the home and
-# the Wine prefix and is seen under its own name, as is the checkout. The prefix's system32 is the
-# template's, read-only. The root has process ids of its own: when the command ends, or its caller is
-# killed, the kernel ends everything that was started in there. Information for join_root goes to
-# file descriptor 3.
+# enter_root PLACE SESSION COMMAND ARG...: runs the command in the root of PLACE (printed by make-root),
+# replacing the calling (sub)shell, and ends with its caller. Inside, the root and the checkout are read-only,
+# except for the checkout's out/. The folder SESSION contains /tmp, the home and the Wine prefix; it keeps its
+# path, and so does the checkout. The prefix's system32 is the template's, read-only. The root has its own
+# process ids: when the command ends or its caller is killed, the kernel ends everything started inside.
+# Information for join_root goes to file descriptor 3.
 enter_root() {
   local root=$1/root template=$1/prefix session=$2 entry system32=drive_c/windows/system32
   local -a mounts=() environment=()
   shift 2
-  # /usr in parts, so that a checkout in /usr/src or /usr/local can be shown.
+  # /usr is mounted in parts, so that a checkout in /usr/src or /usr/local is visible.
   for entry in etc bin sbin lib usr/{bin,sbin,lib,libexec,share}; do
     if [[ -L $root/$entry ]]; then
       mounts+=(--symlink "$(readlink "$root/$entry")" "/$entry")
@@ -31,22 +30,22 @@ enter_root() {
     env --ignore-environment --chdir="$session" "${environment[@]}" "$@"
 }
 
-# join_root PID SESSION COMMAND ARG...: the same, in the root that is there already; PID is its first
-# process, seen from here.
+# join_root PID SESSION COMMAND ARG...: the same, in an existing root; PID is its first process, as seen from
+# outside.
 join_root() {
   local session=$2 process=$1
   local -a user=() environment=()
   shift 2
   ((EUID == 0)) || user=(--user --preserve-credentials)
   set_environment "$session"
-  # A signal to the outer process does not reach the inner one, only its end does.
+  # A signal to the outer process does not reach the inner one; only its exit does.
   exec setpriv --pdeathsig KILL nsenter --target "$process" --mount --pid "${user[@]}" \
     env --ignore-environment --chdir="${session_folder:-$session}" "${environment[@]}" \
     setpriv --pdeathsig KILL "$@"
 }
 
-# set_environment SESSION: into $environment. Of the caller's only VILNOR_*, DISPLAY, TZ, WINEDEBUG
-# and WINEDLLOVERRIDES get in.
+# set_environment SESSION: sets $environment. Of the caller's variables, only VILNOR_*, DISPLAY, TZ, WINEDEBUG
+# and WINEDLLOVERRIDES are passed on.
 set_environment() {
   local entry
   for entry in "${!VILNOR_@}" ${DISPLAY:+DISPLAY} ${TZ:+TZ}; do

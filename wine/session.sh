@@ -1,20 +1,20 @@
 # shellcheck shell=bash disable=SC2154  # $checkout and the like are of scripts/lib.sh
-# One Wine session: a fresh prefix, a display, Wine's server, in a folder of its own. Whatever it
+# One Wine session: a fresh prefix, a display and Wine's server, in a separate folder. Everything that it
 # starts ends with the script that began it.
 
 source "$checkout/wine/enter.sh"
 
-# begin_session [LOCALE [ROOT_OPTION]]: afterwards $session is the session's folder ($session/desk is
-# for the caller's files) and DISPLAY its screen. sv_SE.UTF-8 is a Swedish Windows, C.UTF-8 a US one.
-# ROOT_OPTION is make-root's. The clocks show another time than UTC, so that who takes one for the
-# other is found out; the caller's own programs compare with them.
+# begin_session [LOCALE [ROOT_OPTION]]: sets $session to the session's folder ($session/desk is for the
+# caller's files) and DISPLAY to its screen. sv_SE.UTF-8 is a Swedish Windows, C.UTF-8 a US one. ROOT_OPTION is
+# make-root's. The clocks do not show UTC, so that confusing it with local time is noticed; the caller's own
+# programs compare with them.
 begin_session() {
   session_locale=${1:-sv_SE.UTF-8}
   export TZ=Europe/Stockholm
   hold_root "${@:2}"
   session=$(mktemp -d "${TMPDIR:-/tmp}/vilnor.XXXXXX")
   at_exit rm -rf "$session"
-  # Servers of other users reach what the callers put in here.
+  # Servers that run as other users can read what the callers put here.
   chmod 711 "$session"
   mkdir "$session/"{tmp,home,desk,log}
   copy_prefix
@@ -22,8 +22,8 @@ begin_session() {
   start_wine
 }
 
-# Keeps the root from being removed by a checkout with another recipe; one that was removed before it
-# was held is made again.
+# Keeps a checkout with another recipe from removing the root. If it was removed before it was held, it is made
+# again.
 # hold_root [ROOT_OPTION]
 hold_root() {
   local try
@@ -37,7 +37,7 @@ hold_root() {
   fail "the Wine root $place was removed $try times by another checkout"
 }
 
-# All of the template but its system32, which enter_root shows.
+# The whole template except its system32, which enter_root mounts.
 copy_prefix() {
   mkdir "$session/prefix"
   tar --create --directory "$place/prefix" --exclude ./wineserver \
@@ -46,7 +46,7 @@ copy_prefix() {
   mkdir "$session/prefix/drive_c/windows/system32"
 }
 
-# $session_display, when the caller has set it, is used instead of a display of the session's own.
+# If the caller has set $session_display, it is used instead of a new display.
 start_display() {
   local number=$session/display
   if [[ ${session_display:-} ]]; then
@@ -69,21 +69,21 @@ start_wine() {
   at_exit stop_process "$server"
   at_exit stop_wine "$server"
   wait_until 20 wine_listens || fail "wineserver did not start: $(tail -n 1 "$session/log/wineserver")"
-  # For programs that are given the session's folder and source this file.
+  # For programs that receive the session's folder and source this file.
   printf '%s=%q\n' session_locale "$session_locale" session_process \
     "$(sed -n 's/.*"child-pid": *\([0-9]*\).*/\1/p' "$session/log/root")" >"$session/state"
 }
 
 wine_listens() { compgen -G "$session/tmp/*/server-*/socket" >/dev/null; }
 
-# The program that ends the server ends with it, as all others in the root do; the shell would tell of it.
+# The program that ends the server ends with it, like all others in the root; the shell would report that.
 stop_wine() {
   { (in_wine wineserver --kill) || true; } 2>/dev/null
   wait_until 10 is_gone "$1"
 }
 
-# in_wine COMMAND ARG...: runs the command in the root of $session, in place of the calling subshell.
-# With $session_folder it starts there, a folder of drive C or another.
+# in_wine COMMAND ARG...: runs the command in the root of $session, replacing the calling subshell. With
+# $session_folder it starts in that folder, on drive C or elsewhere.
 in_wine() {
   local session_locale session_process
   # shellcheck source=/dev/null
@@ -91,7 +91,7 @@ in_wine() {
   join_root "$session_process" "$session" "$@"
 }
 
-# wine PROGRAM ARG...: runs a Windows program to its end and gives its exit code.
+# wine PROGRAM ARG...: runs a Windows program to its end and returns its exit code.
 wine() { (in_wine wine "$@"); }
 
 # windows_path FILE: the file's name as Windows programs see it.
@@ -101,7 +101,7 @@ windows_path() {
   printf 'Z:%s\n' "${path//\//\\}"
 }
 
-# register_components: Vilnor.dll, and AdoOdbc.dll in the part of ADO, which Wine lacks.
+# register_components: registers Vilnor.dll, and AdoOdbc.dll in place of the ADO that Wine lacks.
 register_components() {
   local library
   for library in "${bin%/*}/ado-odbc/AdoOdbc.dll" "$bin/Vilnor.dll"; do

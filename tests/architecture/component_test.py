@@ -1,4 +1,4 @@
-"""Holds Vilnor.dll, as built, to the shape that a host's computer expects of it."""
+"""Checks that the built Vilnor.dll is what a host's computer expects."""
 
 import json
 import re
@@ -11,12 +11,12 @@ from portable_executable import sections
 
 DLL = CHECKOUT / "build/windows/bin/Vilnor.dll"
 LARGEST = 560 * 1024
-# The tools that go with it, too.
+# Also for its tools.
 BINARIES = [DLL, DLL.parents[1] / "ado-odbc/AdoOdbc.dll",
             *(DLL.with_name(name) for name in ("Link.exe", "KestraHost.exe", "TripHands.exe",
                                                "LongSession.exe"))]
 EXPORTS = {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
-# What every Windows has; nothing that an installation would have to bring along.
+# Part of every Windows, so nothing has to be installed.
 SYSTEM_DLLS = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll",
                "shell32.dll", "user32.dll", "version.dll"}
 DYNAMIC_BASE = 0x40
@@ -77,21 +77,21 @@ class Component(unittest.TestCase):
         self.assertEqual([], [str(file) for file in sources(CHECKOUT / "src")
                               if loading.search(file.read_text(encoding="utf-8"))])
 
-    # Of what it writes there a user's own classes would get some, and reads would see them first.
+    # In the merged view, some writes would go to the user's own classes, and reads would see those first.
     def test_registers_in_the_machines_classes_not_in_the_merged_view(self):
         files = sources(CHECKOUT / "src") + sources(CHECKOUT / "stand-ins")
         merged = re.compile(r"HKEY_CLASSES_ROOT\s*[,)]|\b(Un)?RegisterTypeLib\w*\s*\(")
         self.assertEqual([], [str(file) for file in files
                               if merged.search(file.read_text(encoding="utf-8"))])
 
-    # Neither the checkout's nor the one in which the compiler's libraries were built, and no source's
-    # name as the compiler cache gives it.
+    # Neither the checkout's path nor that in which the compiler's libraries were built, nor a source name from
+# the compiler cache.
     def test_no_binary_tells_where_it_was_built(self):
         path = re.compile(rb"(?:[A-Z]:)?(?:/(?:root|home|usr|build|tmp|work)|\.\.)/[ -~]*|"
                           + re.escape(str(CHECKOUT).encode()) + rb"[ -~]*")
         for binary in BINARIES:
             image = binary.read_bytes()
-            # Wide text, too, whichever byte it begins at.
+            # Also as wide text, at any byte offset.
             for text in (image, image[::2], image[1::2]):
                 self.assertEqual(set(), set(path.findall(text)), binary.name)
 

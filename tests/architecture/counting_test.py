@@ -1,4 +1,4 @@
-"""Holds the counting of test results to never taking a program for good that was not."""
+"""Checks that counting test results never reports a failed program as passed."""
 
 import importlib.util
 import json
@@ -21,7 +21,7 @@ TABLE = ("| test | its only failure | reason |\n|---|---|---|\n"
 
 
 def report(*results):
-    """Of each case its result, and whether, how often or with which message it failed."""
+    """Each case's result, and whether, how often or with which message it failed."""
     cases = [{"name": f"C{i}", "result": result,
               "failures": [{"failure": failed if isinstance(failed, str) else MESSAGE}] * bool(failed)}
              for i, (result, failed) in enumerate(results)]

@@ -1,4 +1,4 @@
-"""Holds the documents to naming only tests that are there, and files that are there."""
+"""Checks that tests and files named in the documents exist."""
 
 import re
 import unittest

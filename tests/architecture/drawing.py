@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the arrows between the rooms into docs/architecture.md, from the #include lines:
+"""Updates the drawing of the arrows between rooms in docs/architecture.md from the #include lines:
 
     tests/architecture/drawing.py
 """
@@ -12,7 +12,7 @@ BEGIN, END = "```mermaid\n", "```\n"
 
 
 def drawing():
-    """The arrows as Mermaid draws them: a box a tree, and no arrow that a longer way makes plain."""
+    """The arrows in Mermaid: one box per tree, without arrows that a longer path implies."""
     arrows = {room: used - GENERATED for room, used in arrows_between(COMPONENT, STAND_INS).items()}
     lines = ["flowchart TD"]
     for tree, title in ((COMPONENT, "Vilnor.dll, in src/"), (STAND_INS, "in stand-ins/")):
@@ -25,7 +25,7 @@ def drawing():
 
 
 def drawn(text):
-    """The drawing that stands in the document's text."""
+    """The drawing in the document's text."""
     return _parts(text)[1]
 
 
@@ -40,7 +40,7 @@ def _rooms(tree):
 
 
 def _reached_beyond(arrows, room):
-    """What the rooms that it uses themselves reach."""
+    """The rooms that can be reached through the rooms it uses."""
     found, waiting = set(), [far for near in arrows[room] for far in arrows[near]]
     while waiting:
         if (next_room := waiting.pop()) not in found:

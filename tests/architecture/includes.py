@@ -5,7 +5,7 @@ from functools import cache
 from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[2]
-# Where quoted includes are looked for, beside the including file's own folder.
+# Where quoted includes are searched, besides the including file's own folder.
 INCLUDE_FOLDERS = ("src", "stand-ins", "tools", "tests", ".")
 _INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -23,7 +23,7 @@ def includes(path):
 
 
 def resolve(path, header):
-    """The project's file that a quoted include names, or None."""
+    """The project file named by a quoted include, or None."""
     folders = [path.parent, *(CHECKOUT / folder for folder in INCLUDE_FOLDERS)]
     return next((f / header for f in folders if (f / header).is_file()), None)
 

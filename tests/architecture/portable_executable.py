@@ -1,4 +1,4 @@
-"""What the tests ask a DLL's bytes."""
+"""Reads from a DLL's bytes what the tests need."""
 
 import struct
 from dataclasses import dataclass
@@ -14,7 +14,7 @@ class Section:
 
 
 def sections(image):
-    """{name: Section}, without those of debug information."""
+    """{name: Section}, without debug sections."""
     header = struct.unpack_from("<I", image, 0x3C)[0]
     count, optional = struct.unpack_from("<6xH12xH", image, header)
     found = {}
@@ -22,7 +22,7 @@ def sections(image):
         name = image[at:at + 8].rstrip(b"\0").decode("ascii")
         size, address, raw, place = struct.unpack_from("<IIII", image, at + 8)
         flags = struct.unpack_from("<I", image, at + 36)[0]
-        # Names longer than eight letters stand elsewhere; only debug information has such.
+        # Names longer than eight letters are stored elsewhere; only debug sections have them.
         if not name.startswith("/"):
             found[name] = Section(name, address, size, flags,
                                   image[place:place + min(raw, size)])
@@ -53,14 +53,14 @@ def _reader(image):
 
 
 def version_numbers(image):
-    """Of file and product, as texts."""
+    """The file's and the product's version, as texts."""
     at = image.index(struct.pack("<I", 0xFEEF04BD))
     words = struct.unpack_from("<8H", image, at + 8)
     return tuple(".".join(str(words[i]) for i in (one + 1, one, one + 3, one + 2)) for one in (0, 4))
 
 
 def version_text(image, name):
-    """A text of the version resource. The language's table has each name once."""
+    """A text from the version resource. The language's table has each name once."""
     key = (name + "\0").encode("utf-16-le")
     at = image.index(key) + len(key)
     at += -at % 4 if image[at:at + 2] == b"\0\0" else 0

@@ -1,12 +1,12 @@
-"""The rooms of the C++ source and the arrows between them that are allowed."""
+"""The rooms of the C++ source and the allowed arrows between them."""
 
 from includes import CHECKOUT, includes, sources
 
-# What Vilnor.dll is made of, and what stands in for parts of Windows where they are missing.
+# The parts of Vilnor.dll, and the stand-ins for parts of Windows where they are missing.
 COMPONENT = CHECKOUT / "src"
 STAND_INS = CHECKOUT / "stand-ins"
 
-# What a room may use, itself aside. Each room stands behind all that it uses, so there is no circle.
+# The other rooms that a room may use. Each room comes after all that it uses, so there is no cycle.
 ROOMS = {
     "automation": (),
     "platform": ("automation",),
@@ -24,7 +24,7 @@ ROOMS = {
     "native": ("automation", "platform", "parser_limits", "odbc"),
     "ado_dll": ("automation", "com", "odbc"),
 }
-# Compiled from the IDL by the build, no room of ours.
+# Compiled from the IDL by the build; not one of our rooms.
 GENERATED = {"typelib"}
 
 # Headers from outside the C++ standard library that a room may use; "folder/" allows all of one.
@@ -38,13 +38,13 @@ OUTSIDE = {
 
 
 def forbidden_arrows(*trees):
-    """One line for each include under the trees that the tables do not allow."""
+    """One line for each include in the trees that the tables do not allow."""
     return [f"{name} includes {header}{reason}" for name, header, quoted in _all_includes(trees)
             if (reason := objection(name.parts[0], header, quoted))]
 
 
 def objection(room, header, quoted):
-    """What is wrong with the room's use of the header; empty when nothing is."""
+    """The problem with the room's use of the header, or an empty text."""
     if room not in ROOMS:
         return f": {room}/ is no room"
     if quoted:
@@ -57,7 +57,7 @@ def objection(room, header, quoted):
 
 
 def unused_permissions(rooms, outside, *trees):
-    """One line for each arrow and outside header of the tables that no include needs."""
+    """One line for each arrow and outside header in the tables that no include needs."""
     arrows, headers = arrows_between(*trees), {}
     for name, header, quoted in _all_includes(trees):
         if not quoted:
@@ -69,7 +69,7 @@ def unused_permissions(rooms, outside, *trees):
 
 
 def arrows_between(*trees):
-    """{room: the other rooms that its files include}."""
+    """{room: other rooms included by its files}."""
     arrows = {}
     for name, header, quoted in _all_includes(trees):
         used = arrows.setdefault(name.parts[0], set())

@@ -1,4 +1,4 @@
-"""Holds the rooms to the arrows between them, and the check itself to finding a wrong one."""
+"""Checks the arrows between the rooms, and that the check itself finds a wrong one."""
 
 import re
 import tempfile

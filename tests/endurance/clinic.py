@@ -1,5 +1,5 @@
-"""A clinic under strain: hosts that are started, followed and killed, the results that they are given
-to enter, and what must hold in the database at every moment."""
+"""A clinic under stress: starting, watching and killing hosts, the results that they must enter, and
+what must always hold in the database."""
 
 import collections
 import contextlib
@@ -27,7 +27,7 @@ def descendants(pid):
     for entry in Path("/proc").iterdir():
         if entry.name.isdigit():
             try:
-                # The name in parentheses may hold anything.
+                # The name in parentheses may contain anything.
                 parent = (entry / "stat").read_text("utf-8", "replace").rpartition(")")[2].split()[1]
             except OSError:
                 continue
@@ -43,7 +43,7 @@ def is_kestra_host(pid):
 
 
 class Host:
-    """A host process at work; its lines come in while it runs."""
+    """A running host process; its lines are collected while it runs."""
 
     def __init__(self, computer, command):
         self._process = computer.start(*command)
@@ -75,7 +75,7 @@ class Host:
 
     @property
     def seconds_at_work(self):
-        """From its first call to the last one's return."""
+        """From its first call to the return of the last one."""
         times = [moment for line, moment in zip(self.lines, self._times)
                  if line.startswith(("call ", "return"))]
         return times[-1] - times[0]
@@ -89,20 +89,20 @@ class Host:
         return self._process.poll() is not None
 
     def wait_for(self, word, count=1):
-        """Until it has said so many lines that begin so; false when it has ended without."""
+        """Waits for this many lines with this beginning; false if the host ends without them."""
         with self._news:
             self._news.wait_for(lambda: self.count(word) >= count or "" in self.lines, BOUND)
         return self.count(word) >= count
 
     def wait_for_work(self):
-        """Until its first call; it can be killed at once from then on."""
+        """Waits for its first call; from then on it can be killed at any time."""
         self.wait_for("call ")
         with contextlib.suppress(OSError, StopIteration):  # it has ended already
             self._pid = next(filter(is_kestra_host, descendants(self._process.pid)))
             self._handle = os.pidfd_open(self._pid)
 
     def peak_memory(self):
-        """The most bytes that it has held so far, 0 when it has ended."""
+        """Its peak memory so far in bytes, 0 if it has ended."""
         with contextlib.suppress(OSError):
             for line in Path(f"/proc/{self._pid}/status").read_text("utf-8").splitlines():
                 if line.startswith("VmHWM:"):
@@ -110,7 +110,7 @@ class Host:
         return 0
 
     def kill(self):
-        """Without a chance to tidy up. False when it had ended by itself."""
+        """Kills it without a chance to clean up. False if it had already ended."""
         if self._handle is not None:
             with contextlib.suppress(ProcessLookupError):
                 signal.pidfd_send_signal(self._handle, signal.SIGKILL)
@@ -125,7 +125,7 @@ class Host:
 
 @dataclass
 class Work:
-    """A result file, and the rows that it is about."""
+    """A result file and the rows that it concerns."""
 
     pid: int
     case: int
@@ -133,7 +133,7 @@ class Work:
     bid: int = 12
     rid: int = 3
     user: str = "anna"
-    linked_case: int = 0  # of the link that is changed or withdrawn
+    linked_case: int = 0  # of the changed or withdrawn link
 
     def text(self):
         return ("<?xml version='1.0' encoding='ISO-8859-1'?><Result><Cancelled>0</Cancelled>"
@@ -173,16 +173,16 @@ class Clinic:
     # --- Results.
 
     def new_work(self, status=SENT, **more):
-        """A result of a patient of its own."""
+        """A result for its own patient."""
         self._next += 1
         return Work(pid=100_000 + self._next, case=30_000_000 + self._next, status=status, **more)
 
     def seeded_works(self, statuses):
-        """Results about links that are there already."""
+        """Results for existing links."""
         works, links, lines = [], [], []
         for status in statuses:
             self._seeds += 1
-            key = -self._seeds  # the database gives out positive ones
+            key = -self._seeds  # the database assigns positive ones
             case = 40_000_000 + self._seeds
             work = self.new_work(status, linked_case=case)
             if status == WITHDRAWN:
@@ -224,7 +224,7 @@ class Clinic:
                                *(options or ("--answer-boxes", "ok")))
 
     def read(self, works):
-        """Reads the results to the end of the last one."""
+        """Reads all the results completely."""
         host = self.start_reading(works)
         host.finish()
         return host
@@ -233,7 +233,7 @@ class Clinic:
         return self.start_host(["read-waiting"], "--answer-boxes", "ok")
 
     def read_waiting(self):
-        """As a host does at its start: every result that is there."""
+        """Reads every result, as a host does when it starts."""
         host = self.start_reading_waiting()
         host.finish()
         return host
@@ -245,7 +245,7 @@ class Clinic:
         return Rows(self.database.rows("Vilnor"), self.database.rows("Journal"))
 
     def _wait_for_the_dead(self):
-        """The server notices only after a moment that a client is gone."""
+        """The server takes a moment to notice that a client is gone."""
         if isinstance(self.database, PostgresqlDatabase):
             wait_until(lambda: self.database.number(OTHER_CLIENTS) == 0)
 
@@ -257,13 +257,13 @@ class Clinic:
         return str(work.linked_case) not in rows.cases
 
     def wrong_with(self, works, rows):
-        """What must never be, whatever happened to the host: a list of sentences."""
+        """What must never happen, whatever became of the host: a list of sentences."""
         return [*wrong_rows(rows), *(
             f"the result of case {work.case} is lost: no rows, no file" for work in works
             if not self.is_entered(work, rows) and not self.waits(work))]
 
     def unfinished(self, works, rows):
-        """What is not as it must be in the end."""
+        """What is wrong at the end."""
         wrong = self.wrong_with(works, rows)
         for work in works:
             if not self.is_entered(work, rows):

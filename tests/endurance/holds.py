@@ -1,4 +1,4 @@
-"""Places in a result's transaction at which another client of the database makes the host wait."""
+"""Points in a result's transaction at which another database client makes the host wait."""
 
 import contextlib
 import sqlite3
@@ -11,7 +11,7 @@ LINK_INSERTED = "after the link's insert"
 LINE_UPDATED = "after the journal line's update"
 COMMIT = "at the commit"
 
-# PostgreSQL: triggers that wait for an advisory lock, one a place.
+# PostgreSQL: triggers that wait for an advisory lock, one per point.
 PLACES = {
     "before the link's insert": "trigger {} before insert on Vilnor",
     LINK_INSERTED: "trigger {} after insert on Vilnor",
@@ -28,7 +28,7 @@ HOLD = ("create function hold() returns trigger language plpgsql as $$ begin "
 
 
 def work_for(clinic, place):
-    """A result whose transaction comes by there."""
+    """A result whose transaction reaches this point."""
     if place == LINE_UPDATED:
         return clinic.seeded_works([CHANGED])[0]
     if "delete" in place:
@@ -37,7 +37,7 @@ def work_for(clinic, place):
 
 
 class PostgresqlHolds:
-    """The waiting host is seen in the server's own list of locks."""
+    """The server's list of locks shows the waiting host."""
 
     waiting = "select count(*) from pg_locks where not granted"
 
@@ -58,7 +58,7 @@ class PostgresqlHolds:
 
     @contextlib.contextmanager
     def by(self, statement):
-        """Another client that has carried out the statement, in a transaction that stays open."""
+        """Another client that has executed the statement in a transaction that stays open."""
         client = subprocess.Popen([*self._database.client, "--tuples-only"], text=True,
                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL)
@@ -70,7 +70,7 @@ class PostgresqlHolds:
         try:
             yield
         finally:
-            # The server may have cut this client off, too.
+            # The server may have disconnected this client, too.
             with contextlib.suppress(BrokenPipeError):
                 client.communicate()
 
@@ -104,8 +104,8 @@ class SqliteHolds:
             client.close()
 
     def wait_until_held(self, host):
-        """A host that waits for its commit keeps new readers out; one that waits for its first
-        insert shows no sign, and is given a moment."""
+        """A host waiting to commit keeps new readers out. One waiting for its first insert shows no sign, so
+it gets a moment."""
         host.wait_for_work()
         return not wait_until(lambda: self._keeps_readers_out() or host.ended, 1) or not host.ended
 

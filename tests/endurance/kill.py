@@ -8,7 +8,7 @@ from clinic import CHANGED, SENT, WITHDRAWN
 from holds import COMMIT, PLACES, SQLITE_PLACES, PostgresqlHolds, SqliteHolds, work_for
 
 BATCH = 9
-ENOUGH = 10  # hosts for each that is to be killed: some end before
+ENOUGH = 10  # hosts per kill: some end before they can be killed
 REQUESTS = 12
 LONG_NAME = 1500
 
@@ -25,9 +25,9 @@ def play(run, report):
 
 
 class RandomKills:
-    """Results of all kinds are put there and a host reads them, until it is killed; what it did not
-    finish the next one reads with new ones, until that is killed. Every other host reads what waits,
-    as at its start, and some of that has been set aside."""
+    """A host reads results of all kinds until it is killed. The next one reads the unfinished results
+and new ones, until it is killed, too. Every other host reads what waits, as at its start, including
+results that were set aside."""
 
     def __init__(self, run, report, clinic):
         self._report = report
@@ -50,7 +50,7 @@ class RandomKills:
             if self._rounds % 4:
                 time.sleep(self._random.uniform(0, usual))
             else:
-                # It tells of rows that are entered just before it deletes the file.
+                # It reports the entered rows just before it deletes the file.
                 host.wait_for("event ", self._random.randint(1, BATCH))
             self.killed += host.kill()
             pending = self._look_after_a_kill(pending)
@@ -84,7 +84,7 @@ class RandomKills:
         return batch
 
     def _usual_time(self):
-        """Of a host that is left alone."""
+        """For a host that is not killed."""
         return statistics.median(self._clinic.read(self._new_batch(BATCH)).seconds_at_work
                                  for _ in range(3))
 
@@ -124,7 +124,7 @@ def killed_at(clinic, holds, place):
         return [f"the host was not held: {host.lines}"]
     rows = clinic.rows()
     wrong = clinic.wrong_with([work], rows)
-    # A server that has been asked to commit does so without its client.
+    # A server that was asked to commit does so even if the client is gone.
     if place != COMMIT and clinic.is_entered(work, rows):
         wrong.append(f"case {work.case} is entered, though its transaction never ended")
     clinic.read_waiting()
@@ -132,7 +132,7 @@ def killed_at(clinic, holds, place):
 
 
 class RequestKills:
-    """Requests that are there already are written anew, with other names."""
+    """Existing requests are rewritten with other names."""
 
     def __init__(self, run, report):
         self._clinic = run.sqlite
@@ -194,6 +194,6 @@ class RequestKills:
 
 
 def wait_until_there(folder, host):
-    """Without a pause: the file is there for a few milliseconds."""
+    """Without a pause, because the file exists for only a few milliseconds."""
     while not host.ended and not any(folder.glob("*.tmp")):
         pass

@@ -1,10 +1,10 @@
-"""One host process for a long time: what it holds of the system must not grow."""
+"""One host process runs for a long time: its use of system resources must not grow."""
 
 import re
 import shutil
 
 ALLOWED = 0.01
-# A heap grows by steps of its own, which a short session cannot tell from a leak; the long one can.
+# A heap grows in steps. Only a long session can tell them from a leak.
 HEAP_STEP_KB = 128
 HELD = re.compile(r"held (\w+) (\d+) private (\d+) handles (\d+) gdi (\d+) user (\d+) windows (\d+)")
 COUNTS = ("KB private memory", "handles", "GDI objects", "USER objects", "windows")

@@ -44,7 +44,7 @@ def look_at_refusals(clinic, works, refused):
     rows = clinic.rows()
     wrong = clinic.wrong_with(works, rows)
     left = [work for work in works if clinic.waits(work)]
-    # A result may bring two boxes: its existence test and its insert can both be refused.
+    # A result may show two boxes: its existence test and its insert can both be refused.
     if not len(left) <= refused <= 2 * len(left):
         wrong.append(f"{refused} boxes, but {len(left)} files")
     return left, wrong

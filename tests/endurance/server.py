@@ -1,12 +1,12 @@
-"""The database goes away, refuses or makes wait in the middle of a result: the user is told, nothing
-of the result is in the database, its file waits, and the same host's next result is entered."""
+"""While a result is entered, the database disappears, refuses or delays: the user is told, nothing of
+the result is in the database, its file waits, and the same host's next result is entered."""
 
 from holds import (COMMIT, LINE_UPDATED, LINK_INSERTED, PLACES, PostgresqlHolds, SqliteHolds,
                    work_for)
 
 CUT = ("select count(pg_terminate_backend(pid)) from pg_locks where not granted "
        "and pid <> pg_backend_pid()")
-MANY = 15  # results: more than a page of the journal takes when it is filled to a tenth
+MANY = 15  # results: more than fit into a page of the journal that is filled to a tenth
 
 
 def play(run, report):
@@ -35,13 +35,13 @@ def outcome(wrong):
 
 
 def told(host, count):
-    """What is wrong with the boxes: one for each result that failed."""
+    """Problems with the boxes, of which each failed result must show one."""
     return [] if len(host.boxes) == count else [f"{len(host.boxes)} boxes, not {count}: {host.boxes}"]
 
 
 class Faults:
-    """Each fault strikes while a host has the first of two results in hand, and gives what was wrong
-    afterwards, a list of sentences."""
+    """Each fault occurs while a host is processing the first of two results. It returns what was wrong
+afterwards, as a list of sentences."""
 
     def __init__(self, run, report):
         self._report = report
@@ -67,7 +67,7 @@ class Faults:
         return [] if self._holds.wait_until_held(host) else [f"the host was not held: {host.lines}"]
 
     def _look(self, works, failed, host):
-        """After the fault; then everything is read again."""
+        """What is wrong after the fault; then everything is read again."""
         clinic = self._clinic
         rows = clinic.rows()
         wrong = told(host, len(failed)) + clinic.wrong_with(works, rows)
@@ -138,7 +138,7 @@ class Faults:
         database.execute(f"create tablespace small location '{self._server.small_disk}'")
         for table in ("Vilnor", "Journal"):
             database.execute(f"alter table {table} set tablespace small")
-        # The journal needs a new page soon, when a link has been inserted already.
+        # The journal soon needs a new page, after a link has already been inserted.
         database.execute("alter table Journal set (fillfactor = 10)")
         database.execute("create table filler (x text) tablespace small")
         database.execute("do $$ begin "

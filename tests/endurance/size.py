@@ -1,5 +1,5 @@
-"""Result files that are hostile by their size or make: none may be lost or stop the host. What they cost
-in time is printed; in memory it may not be more than ten times the file, or what any host can spare."""
+"""Result files of hostile size or form: none may be lost or stop the host. Their time is printed; their
+memory must not exceed ten times the file, or what any host can spare."""
 
 import time
 
@@ -90,7 +90,7 @@ def text_of(work, filler, document_type=""):
 
 
 def cost_of(clinic, work, *filler):
-    """Peak of the host's memory in bytes, and seconds: None for a host that has not come back."""
+    """The host's peak memory in bytes and its seconds; None for a host that did not finish."""
     clinic.file(work).write_text(text_of(work, *filler), "latin-1")
     host = clinic.start_reading([work])
     host.wait_for_work()

@@ -1,4 +1,4 @@
-"""Results that nobody has read, and the way in which a host finds them."""
+"""Unread results, and how a host finds them."""
 
 import os
 
@@ -47,7 +47,7 @@ class Waiting:
         self._report.hold(name, not wrong, "; ".join(wrong[:5]))
 
     def read_at_the_start(self):
-        """The host was closed before the answers came; one of them has been set aside since."""
+        """The host was closed before the answers arrived; one of them has since been set aside."""
         self._clinic.renew()
         works = [self._clinic.new_work() for _ in range(3)]
         self._clinic.put(works[:2])
@@ -117,7 +117,7 @@ class Waiting:
         self._report.check("the database cannot be opened: each is told and keeps its name",
                            (2, before, 2),
                            (len(host.boxes), self._names(), host.count("waiting ")))
-        # This driver opens what is not there, and fails at the first statement.
+        # This driver opens a missing database and fails at the first statement.
         host = self._read_with("Driver=SQLite3;Database=C:\\none\\none.db")
         again = sum(": set aside again as OutNewCase" in line for line in host.lines)
         self._report.check("statements fail: each is told and set aside again", (2, 2, True),
@@ -132,7 +132,7 @@ class Waiting:
         return host
 
     def enter_nothing_twice(self):
-        """The file could not be deleted once its rows were written."""
+        """The file could not be deleted after its rows were written."""
         clinic = self._clinic
         clinic.renew()
         work = clinic.new_work()
@@ -172,7 +172,7 @@ class Waiting:
                             sum(line.endswith(": left as it is") for line in host.lines)))
 
     def use_the_drive_of_a_host_without_a_registration(self):
-        """With an empty exchange path, requests and results lie in the current drive's root."""
+        """With an empty exchange path, requests and results are in the current drive's root."""
         self._clinic.renew()
         work = self._clinic.new_work()
         self._computer.set_registry({place: value for place, value in USUAL_PLACES.items()

@@ -1,4 +1,4 @@
-"""The build of the preset native-mutation: how its sources compile and its test programs link."""
+"""How the preset native-mutation compiles its sources and links its test programs."""
 
 import json
 import re
@@ -14,7 +14,7 @@ from includes import closure  # noqa: E402
 
 PRESET = "native-mutation"
 _ARCHIVE = re.compile(r"src/libvilnor_(\w+)\.a")
-# What the rooms include of the standard library, compiled once: most of a mutant's time is theirs.
+# The standard headers that the rooms include, precompiled: they take most of a mutant's time.
 _STANDARD_HEADER = re.compile(r"^#include <(\w+)>$", re.MULTILINE)
 
 
@@ -24,7 +24,7 @@ class CannotCompile(Exception):
 
 @dataclass(frozen=True)
 class Program:
-    """A test program: its link command, and the rooms that are in it."""
+    """A test program: its link command and its rooms."""
     name: str
     link: tuple
     rooms: frozenset
@@ -42,7 +42,7 @@ class Build:
         self._headers = {}
 
     def make(self, out):
-        """Builds the unmutated programs and reads how that is done."""
+        """Builds the unmutated programs and reads their build commands."""
         _run(["cmake", "--preset", PRESET], CHECKOUT)
         names = self._test_names()
         _run([CHECKOUT / "scripts/build", PRESET, *names], CHECKOUT)
@@ -76,17 +76,17 @@ class Build:
         return sorted(source for source in self._commands if room_of(source) == room)
 
     def dependents(self, file):
-        """The sources to compile when a source or header has changed."""
+        """The sources to compile after a source or header has changed."""
         if file in self._commands:
             return [file]
         return sorted(source for source, headers in self._headers.items() if file in headers)
 
     def compile(self, source, shadow, from_shadow, result, optimise):
-        """Compiles a source; `shadow` is a folder of includes that goes before src/, `from_shadow`
-        says whether the source itself is to be read there."""
+        """Compiles a source. `shadow` is an include folder searched before src/; `from_shadow` says whether
+the source itself is read from there."""
         text = shadow / source.relative_to(CHECKOUT / "src") if from_shadow else source
         command = self._commands[source]
-        # What is compiled beforehand fits its own optimisation only.
+        # A precompiled header fits only its own optimisation level.
         precompiled = ["-include-pch", self._precompiled] if optimise == "-O0" else []
         finished = subprocess.run(
             [command[0], f"-I{shadow}", *_flags(command), optimise, *precompiled, "-c", text,
@@ -95,16 +95,16 @@ class Build:
             raise CannotCompile(finished.stderr)
 
     def link(self, program, objects, result):
-        """The program with some of its objects replaced: these come first, so what they define counts
-        and not what the archives' own do, which are needed only where a mutant has lost a copy of an
-        inline function."""
+        """The program with some of its objects replaced. These come first, so their definitions win over
+those in the archives, which are needed only where a mutant has lost a copy of an inline
+function."""
         command = list(program.link)
         command[command.index("-o") + 1] = str(result)
         _run([command[0], "-Wl,--allow-multiple-definition", *objects, *command[1:]], self.folder)
 
 
 def _flags(command):
-    """Those of a compile command that matter here; what a mutant makes superfluous is no error."""
+    """The relevant flags of a compile command; code that a mutant makes superfluous is not an error."""
     return [flag for flag in command if re.match(r"-(I|D|f|std)", flag)] + ["-w"]
 
 

@@ -1,4 +1,4 @@
-"""Holds the mutation run to what it says: which changes it makes, and what it makes of each."""
+"""Checks which changes the mutation run makes, and how it judges each."""
 
 import subprocess
 import tempfile
@@ -13,7 +13,7 @@ from trial import DOES_NOT_COMPILE, NOTICED, SAME_CODE, SURVIVED, Workshop
 
 
 def changed(text):
-    """What becomes of a piece of source, "operator: text" of each mutant."""
+    """The mutants of a piece of source, each as "operator: text"."""
     return [f"{mutant.operator}: {mutant.applied(text)}" for mutant in mutants(text)]
 
 

@@ -1,4 +1,4 @@
-"""The changes that are tried, each a generator of the mutants that it makes of a source."""
+"""The changes to try, each a generator of a source's mutants."""
 
 from dataclasses import dataclass
 
@@ -48,7 +48,7 @@ def logic(source):
 
 
 def conditions(source):
-    """Conditions that no other operator turns round: those of a single word or call."""
+    """Conditions that no other operator inverts: those of a single word or call."""
     for at, token in enumerate(source.tokens):
         if token.text in ("if", "while") and source.is_word(at + 1, "("):
             yield from _negated(source, at + 2, source.partner(at + 1))
@@ -119,7 +119,7 @@ def texts(source):
 
 
 def _one_letter_changed(content):
-    """The middle one, so that no escape sequence is torn apart."""
+    """The middle one, so that no escape sequence is split."""
     letters = [at for at, letter in enumerate(content)
                if letter.isalnum() and "\\" not in content[max(0, at - 5):at]]
     if not letters:
@@ -129,7 +129,7 @@ def _one_letter_changed(content):
 
 
 def results(source):
-    """A function that gives its type's empty value instead."""
+    """A function that returns its type's empty value instead."""
     for at, token in enumerate(source.tokens):
         if token.text != "return" or source.is_word(at + 1, ";", "{", "true", "false"):
             continue
@@ -150,7 +150,7 @@ def statements(source):
 
 
 def _begins_statement(source, at):
-    """Behind another one or a label, which ends its line."""
+    """After another statement or a label, which ends its line."""
     before = source.tokens[at - 1]
     return before.text in (";", "{", "}") or (before.text == ":" and source.text[before.end] == "\n")
 
@@ -167,7 +167,7 @@ def _end_of_statement(source, at):
 
 
 def _is_expression(source, at, end):
-    """Whether it calls or assigns, and does not declare: a declaration has two names in a row."""
+    """Whether it is a call or assignment, not a declaration, which has two consecutive names."""
     if not any(source.is_word(index, "(", "=", "+=", "-=", "++", "--") for index in range(at, end)):
         return False
     if source.is_word(end - 1, "default", "delete"):

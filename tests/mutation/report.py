@@ -1,4 +1,4 @@
-"""What a run has found: counts for each room and operator, and the survivors."""
+"""The results of a run: counts for each room and operator, and the survivors."""
 
 import re
 from collections import Counter
@@ -11,7 +11,7 @@ _ENTRY = re.compile(r"^- `(\S+)`: `` (.*) `` → `` (.*) ``$", re.MULTILINE)
 
 
 def entry(result):
-    """A result as it stands in survivors.md: by its texts, since line numbers do not last."""
+    """A result as written in survivors.md: by its texts, because line numbers change."""
     return f"- `{result['file']}`: `` {result['before']} `` → `` {result['after']} ``"
 
 
@@ -35,7 +35,7 @@ def table(results, column):
 
 def summary(results):
     verdicts = Counter(result["verdict"] for result in results)
-    # One explanation for each: the same change may be made at two places.
+    # One explanation for each, because the same change may be made in two places.
     unexplained = sorted((Counter(entry(result) for result in results
                                   if result["verdict"] == SURVIVED) - explained()).elements())
     lines = [*table(results, "room"), *table(results, "operator"),

@@ -1,4 +1,4 @@
-"""What a mutant is shown to: the tests of each program in two sittings, the quick and the slow."""
+"""The tests that a mutant must face: those of each program in two sittings, quick and slow."""
 
 import json
 import os
@@ -17,12 +17,12 @@ class Sitting:
     is_quick: bool
 
     def limit(self):
-        """More than this is a hang."""
+        """Anything longer counts as a hang."""
         return 3 + 5 * self.seconds
 
 
 def sittings(build, scratch):
-    """Those of all programs, the quickest first; a program that fails unmutated ends the run."""
+    """The sittings of all programs, quickest first; a program that fails unmutated ends the run."""
     found = [sitting for program in build.programs for sitting in _of_program(build, program, scratch)]
     return sorted(found, key=lambda sitting: sitting.seconds)
 
@@ -42,7 +42,7 @@ def _of_program(build, program, scratch):
 
 
 def passes(program, tests, temporary, limit, report=None):
-    """Whether a test program's tests pass within a time; the first failure ends it."""
+    """Whether a test program's tests pass in time; the first failure ends it."""
     output = [f"--gtest_output=json:{report}"] if report else []
     process = subprocess.Popen(
         [program, f"--gtest_filter={tests}", "--gtest_fail_fast", "--gtest_brief=1", *output],

@@ -1,4 +1,4 @@
-"""C++ source as tokens, as far as mutating it needs: what is code, what is text, what is neither."""
+"""C++ source as tokens, as far as mutation needs them: code, text, or neither."""
 
 import re
 from dataclasses import dataclass
@@ -29,8 +29,8 @@ class Token:
 
 
 class Source:
-    """The tokens of code in a source text. The project's form (clang-format) is taken for granted:
-    an operator between two operands has a blank on either side, a template's bracket has not."""
+    """The code tokens in a source text. Relies on the project's format (clang-format): a binary operator
+has a blank on either side, a template's bracket does not."""
 
     def __init__(self, text):
         self.text = text
@@ -49,7 +49,7 @@ class Source:
         return partners
 
     def partner(self, at):
-        """The bracket that belongs to the one at a token's index; None for any other token."""
+        """The bracket that matches the one at a token's index; None for any other token."""
         return self._partners.get(at)
 
     def is_binary(self, at):
@@ -62,8 +62,8 @@ class Source:
         return 0 <= at < len(self.tokens) and self.tokens[at].text in words
 
     def start_of_operand(self, at, ends):
-        """The index of the first token of what ends before index `at`: behind the nearest token of
-        `ends`, or behind the bracket that it stands in."""
+        """The index of the first token of what ends before index `at`: after the nearest token of
+`ends`, or after the bracket that contains it."""
         while at > 0:
             before = self.tokens[at - 1]
             if before.text in ends or (before.kind == "mark" and before.text in _OPENING):

@@ -16,8 +16,7 @@ class Outcome:
 
 
 class Workshop:
-    """A folder in which mutants are made, with the unmutated objects to compare with; one for each
-    worker."""
+    """A worker's folder for making mutants, with the unmutated objects for comparison."""
 
     def __init__(self, build, folder, sittings):
         self._build = build
@@ -28,14 +27,14 @@ class Workshop:
         self._temporary.mkdir(parents=True, exist_ok=True)
 
     def try_out(self, file, mutated):
-        """What becomes of the mutant whose text of `file` is `mutated`."""
+        """The outcome of the mutant in which `file` has the text `mutated`."""
         shadow = self._shadow(file, mutated)
         room = room_of(file)
         own = [sitting for sitting in self._sittings if sitting.program.name == f"unit_{room}"]
         others = [sitting for sitting in self._sittings if sitting not in own]
         dependents = self._build.dependents(file)
         try:
-            # Most are noticed by their own room, which spares all else.
+            # Most are noticed by their own room's tests, which saves the rest.
             objects = self._compile(file, [each for each in dependents if room_of(each) == room])
             noticed_by = self._first_that_notices(own, objects)
             if not noticed_by:
@@ -45,7 +44,7 @@ class Workshop:
                 noticed_by = self._first_that_notices(others, objects)
             if noticed_by:
                 return Outcome(NOTICED, noticed_by)
-            # What the optimiser makes one and the same code of differs in nothing.
+            # A mutant that the optimiser compiles to the same code is equivalent.
             if self._same(file, self._compile(file, dependents, "-O2"), "-O2"):
                 return Outcome(SAME_CODE)
             return Outcome(SURVIVED)
@@ -55,7 +54,7 @@ class Workshop:
             shadow.unlink()
 
     def _shadow(self, file, text):
-        """The text under the same name below a folder of includes of its own."""
+        """Writes the text under the same name into a separate include folder."""
         shadow = self._folder / "src" / room_of(file) / file.name
         shadow.parent.mkdir(parents=True, exist_ok=True)
         shadow.write_text(text, encoding="utf-8")
@@ -70,7 +69,7 @@ class Workshop:
         return objects
 
     def _same(self, file, objects, optimise="-O0"):
-        """Whether the objects are, byte for byte, those of the unmutated text."""
+        """Whether the objects are identical to those of the unmutated text."""
         shadow = self._folder / "src" / room_of(file) / file.name
         mutated = shadow.read_bytes()
         shadow.write_bytes(file.read_bytes())
@@ -81,7 +80,7 @@ class Workshop:
             shadow.write_bytes(mutated)
 
     def _original(self, file, source, optimise):
-        """The object of a source with `file` unmutated, but in the same folder: names are in it."""
+        """The object of a source with `file` unmutated, in the same folder, because objects contain paths."""
         original = self._originals.get((file, source, optimise))
         if original is None:
             original, = self._compile(file, [source], optimise, f"original-{file.name}").values()
@@ -101,7 +100,7 @@ class Workshop:
         return ""
 
     def _linked(self, program, objects):
-        """The program with the mutant in it; None when it does not use the mutant's rooms."""
+        """The program with the mutant linked in; None if it does not use the mutant's rooms."""
         used = [changed for source, changed in objects.items() if room_of(source) in program.rooms]
         if not used:
             return None

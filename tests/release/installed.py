@@ -1,21 +1,21 @@
-"""A clinic's computer on which an installer runs: what it has in its registry and on its drive."""
+"""A clinic's computer on which an installer runs: the contents of its registry and drive."""
 
 import re
 import shutil
 from pathlib import Path
 
-# Wine's own installer leaves these keys, empty, when the last product has gone.
+# Wine's own installer leaves these keys empty after the last product is removed.
 BOOKKEEPING = ("HKEY_LOCAL_MACHINE\\Software\\Classes\\Installer",
                "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Installer")
 UNINSTALL = "\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
 CLASSES = "HKEY_LOCAL_MACHINE\\Software\\Classes\\"
-# What changes by itself, and the practice program's own folders.
+# Things that change by themselves, and the practice program's own folders.
 _OTHERS = ("windows/Installer", "windows/temp", "windows/system32", "users", "Kestra/kestra.db")
 _VALUE = re.compile(r'^(@|"(?:[^"\\]|\\.)*")=(.*)$')
 
 
 def _key(text):
-    """Windows does not tell letters' case apart, and Wine has "Typelib"."""
+    """Windows ignores case, and Wine has "Typelib"."""
     return text.replace("\\Typelib\\", "\\TypeLib\\").replace("\\SOFTWARE\\", "\\Software\\")
 
 
@@ -32,7 +32,7 @@ def parse_registry(text):
 
 
 class Installed:
-    """Around tests/system/trips' Computer."""
+    """Wraps the Computer of tests/system/trips."""
 
     def __init__(self, computer):
         self._computer = computer
@@ -69,7 +69,7 @@ class Installed:
         return int(found[-1].split()[1]) if found else run.lines
 
     def products(self):
-        """{version: comments} of what the list of installed programs shows of Vilnor."""
+        """{version: comments} of Vilnor in the list of installed programs."""
         registry = self.registry()
         keys = {key for key, _ in registry if UNINSTALL in key}
         found = [key for key in keys if registry.get((key, "DisplayName")) == '"Vilnor"']
@@ -83,7 +83,7 @@ def added(before, after):
 
 
 def classes(entries):
-    """What concerns the component: all classes but the installer's own notes."""
+    """What concerns the component: all classes except the installer's own entries."""
     return {entry: value for entry, value in entries.items()
             if entry[0].startswith(CLASSES) and not entry[0].startswith(BOOKKEEPING)}
 

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2154  # $checkout is of scripts/lib.sh
-# The releases that the tests look at, made of the checkout as it stands, committed or not, and made once
-# for all tests: $first, unsigned, and $second, of the next version, signed with a key made for it.
+# The releases that the tests examine, made once from the checkout as it is, committed or not: $first is
+# unsigned; $second has the next version and is signed with a key made for it.
 
 release_commit=0123456789abcdef0123456789abcdef01234567
 release_time=1767225600
@@ -9,7 +9,7 @@ first=$made/first second=$made/second signer=$made/signer
 # shellcheck disable=SC2034  # for the tests
 readonly release_commit release_time made first second signer
 
-# All that a release is made of.
+# Everything that goes into a release.
 release_state() {
   (cd "$checkout" && find src typelib packaging cmake CMakeLists.txt CMakePresets.json VERSION \
     CHANGELOG.md scripts tests/release/made.sh -type f ! -path '*/__pycache__/*' -print0 |
@@ -22,7 +22,7 @@ make_releases() {
   exec {lock}>"$checkout/out/release-test.lock"
   flock "$lock"
   make_missing_releases
-  # What the test starts would hold it on.
+  # Otherwise processes that the test starts would keep it locked.
   exec {lock}>&-
 }
 
@@ -41,7 +41,7 @@ make_missing_releases() {
   printf '%s\n' "$state" >"$made/state"
 }
 
-# make_signer FOLDER: a key and a certificate that says so itself.
+# make_signer FOLDER: makes a key and a self-signed certificate.
 make_signer() {
   mkdir -p "$1"
   openssl req -x509 -newkey rsa:2048 -nodes -keyout "$1/key.pem" -out "$1/certificate.pem" -days 30 \

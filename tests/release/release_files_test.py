@@ -1,4 +1,4 @@
-"""Holds a release to what docs/release.md says of its files."""
+"""Checks a release's files against docs/release.md."""
 
 import hashlib
 import json
@@ -21,7 +21,7 @@ DLL, DEBUG = FIRST / "Vilnor.dll", FIRST / "symbols/Vilnor.dll.debug"
 MSI, NEXT_MSI = FIRST / f"Vilnor-{VERSION}.msi", SECOND / f"Vilnor-{NEXT}.msi"
 MANIFEST = FIRST / "registration-free/Vilnor.Component.manifest"
 
-# Windows knows the product and its parts by these. They are never changed.
+# These identify the product and its parts to Windows. They never change.
 UPGRADE_CODE = "{DEAF2726-DF9F-5ACF-9810-F4E7A014DEBB}"
 COMPONENTS = {"Server": "{19D9FF90-F6CF-57BF-BE7C-7D8D038BB9A0}",
               "Notices": "{AC9F579A-2C4D-5098-AB43-CB49CA89BB2B}",
@@ -104,7 +104,7 @@ class Bill(unittest.TestCase):
         self.packages = {one["name"]: one for one in self.bill["packages"]}
 
     def linked(self):
-        """What the linker itself says that it takes, when it links once more."""
+        """The files that the linker reports using when it links again."""
         build = CHECKOUT / "build/release"
         target = next(line.split(": ")[0] for line in run("ninja", "-C", build, "-t", "targets",
                                                           "all").splitlines()

@@ -19,8 +19,8 @@ from trip_runner import USUAL_PLACES, Report
 DONE, FAILED = 0, 1603
 WITHOUT_HOST = {(LINK, "Path"): r"C:\Link"}
 OWN_KEY = "HKEY_LOCAL_MACHINE\\Software\\Vilnor\\Installer"
-# Fails when the transaction has begun and nothing is changed yet: what was done to the older version
-# until then is not taken back.
+# Fails after the transaction has begun but before anything is changed: what was done to the older version
+# until then is not rolled back.
 BREAK_AT = 1510
 BROKEN = ("INSERT INTO `CustomAction` (`Action`, `Type`, `Target`) VALUES ('Break', 19, 'Fel')",
           f"INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('Break', {BREAK_AT})")
@@ -75,7 +75,7 @@ class Life:
                           difference(self.registered.items(), found.items())[:20])
 
     def learn_registration(self, before):
-        """What regsvr32 enters for the DLL where the installer puts it."""
+        """What regsvr32 registers for the DLL in the installer's location."""
         file = dll_at(self.programs)
         file.parent.mkdir(parents=True)
         shutil.copy(self.first / "Vilnor.dll", file)
@@ -88,7 +88,7 @@ class Life:
         shutil.rmtree(self.programs)
 
     def plain(self):
-        """A computer with a registered host; no option is given."""
+        """A computer with a registered host; no options."""
         self.computer.set_registry(USUAL_PLACES)
         before = self.installed.state()
         self.learn_registration(before)
@@ -138,9 +138,9 @@ class Life:
         self.same_state("a refused installation", before)
 
     def configured(self):
-        """A computer without a registered host; its path, a group and another folder are given."""
+        """A computer without a registered host; with its path, a group and another folder as options."""
         self.computer.set_registry(WITHOUT_HOST)
-        # Empty, and so it would go with the last value that the installer takes out of it.
+        # If empty, it would be deleted with the last value that the installer removes from it.
         self.computer.run("reg", "delete", r"HKLM\Software\Kestra", "/f")
         before = self.installed.state()
         self.refusals(before)
@@ -188,8 +188,8 @@ class Life:
         self.same_state("removal with a group", before)
 
     def downgrade(self):
-        """Of a version that was not upgraded to: with an older version's removal Wine forgets how
-        to find the newer one."""
+        """For a version that was not installed by an upgrade: when Wine removes an older version, it forgets
+how to find the newer one."""
         before = self.installed.state()
         self.msiexec("installation of the next version", DONE, "/i", r"C:\second.msi")
         self.msiexec("downgrade", FAILED, "/i", r"C:\first.msi")
@@ -199,7 +199,7 @@ class Life:
         self.same_state("removal of the next version", before)
 
     def failing_upgrade(self):
-        """The last, since Wine takes nothing back of what was done until then."""
+        """The last one, because Wine does not roll back what was done until then."""
         before = self.installed.state()
         self.msiexec("installation before a failing upgrade", DONE, "/i", r"C:\first.msi")
         self.msiexec("failing upgrade", FAILED, "/i", r"C:\broken.msi")

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""A time stamp server for the test of signing. Prints its address and a line for each stamp.
-FOLDER has its certificate, time.pem, and its key, time-key.pem."""
+"""A time stamp server for the signing test. Prints its address and a line for each stamp.
+FOLDER contains its certificate, time.pem, and its key, time-key.pem."""
 
 import http.server
 import subprocess

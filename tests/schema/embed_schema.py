@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the host's database as a C++ source, one list of statements a product.
+"""Writes the host's database as a C++ source, with one list of statements per product.
 
     embed_schema.py OUTPUT
 """

@@ -4,11 +4,11 @@
     make_practice.py --product sqlite --percent 1 --database clinic.db
     make_practice.py --product postgresql --percent 100 | psql -v ON_ERROR_STOP=1 clinic
 
-Tables, indexes and sample data are those of host_schema.sql; what is added here has keys from
-FIRST_KEY on. The whole practice has 50,000 patients, each with an application, four links to cases
-and eight journal lines, and all else in proportion. The same part always holds the same rows. Rows
-are written visit by visit, as over the years, so that those of one patient lie far apart. The
-product's statistics are up to date.
+Tables, indexes and sample data are those of host_schema.sql; the added rows have keys from FIRST_KEY
+on. The whole practice has 50,000 patients, each with an application, four links to cases and eight
+journal lines, and everything else in proportion. The same part always contains the same rows. Rows are
+written visit by visit, as over the years, so that one patient's rows are far apart. The product's
+statistics are up to date.
 """
 
 import argparse
@@ -24,7 +24,7 @@ from make_schema import PRODUCTS, statements  # noqa: E402
 WHOLE_PRACTICE = 50_000  # patients
 FIRST_KEY = 100_000
 LINKS_PER_PATIENT = 4  # the application's, then three ordinary cases
-LINES_PER_PATIENT = 8  # each link's, each behind a note of the clinic's own
+LINES_PER_PATIENT = 8  # each link's, each after a note by the clinic
 ESTIMATE_ROWS = 5  # an application has fewer than these, on average two
 
 # Address records of practitioners and companies.
@@ -44,7 +44,7 @@ class Table(NamedTuple):
 
 
 def date(day: int) -> str:
-    """A date and time of the years since 2010, the later the larger `day` is."""
+    """A date and time since 2010; a larger `day` gives a later date."""
     year, rest = divmod(day, 336)
     month, day = divmod(rest, 28)
     return f"{2010 + year % 16}-{month + 1:02}-{day + 1:02} {8 + day % 9:02}:{day * 2:02}:00"
@@ -188,7 +188,7 @@ class Practice:
 
 
 def schema(product: str) -> tuple[list[str], list[str]]:
-    """What comes before the rows and what comes after them: indexes are quicker made at the end."""
+    """The statements before and after the rows: creating indexes is faster at the end."""
     everything = statements(product)
     indexes = [statement for statement in everything if statement.startswith("CREATE INDEX")]
     return [statement for statement in everything if statement not in indexes], indexes

@@ -16,8 +16,8 @@ import sys
 
 NEXT_KEY = re.compile(r"^NEXT KEY OF (\w+)\.(\w+) IS (\d+);$", re.MULTILINE)
 
-# SQLite's INTEGER PRIMARY KEY counts on from the largest key by itself. MariaDB is told with the
-# table (`first_key`): to alter one afterwards takes it longer than everything else.
+# SQLite's INTEGER PRIMARY KEY continues from the largest key by itself. MariaDB is told when the table is
+# created (`first_key`), because altering it later takes longer than everything else.
 PRODUCTS = {
     "sqlite": {
         "identity": "INTEGER PRIMARY KEY",
@@ -45,7 +45,7 @@ PRODUCTS = {
 
 
 def statements(product: str) -> list[str]:
-    """The script's statements without their semicolons, its transaction left out."""
+    """The script's statements without semicolons and without its transaction."""
     spelling = PRODUCTS[product]
     source = pathlib.Path(__file__).with_name("host_schema.sql").read_text(encoding="utf-8")
     text = "".join(f"{line}\n" for line in source.splitlines() if not line.startswith("--"))

@@ -1,4 +1,4 @@
-"""A clinic's computer: the Wine session that trips_test began, with the practice program and the
+"""A clinic's computer: the Wine session that trips_test started, with the practice program and the
 link program on its drive."""
 
 import os
@@ -30,7 +30,7 @@ BOUND = 300  # seconds for one program; a result file of 50 MB takes its time
 
 
 def wait_until(condition, seconds=60):
-    """False when `condition` did not come true in time."""
+    """False if `condition` did not become true in time."""
     end = time.monotonic() + seconds
     while not condition():
         if time.monotonic() > end:
@@ -40,19 +40,19 @@ def wait_until(condition, seconds=60):
 
 
 def names_in(exchange):
-    """Sorted; the moment at which a result was set aside reads "DATE TIME"."""
+    """Sorted; the time at which a result was set aside becomes "DATE TIME"."""
     return sorted(re.sub(r" \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d", " DATE TIME", file.name)
                   for file in exchange.iterdir())
 
 
 def is_whole(copy):
-    """Whether a command line that the link program copies is there to its end."""
+    """Whether the link program's copy of a command line is complete."""
     return copy.is_file() and copy.read_bytes().endswith(b"\n")
 
 
 def output_of(process):
-    """What it writes until it has ended, in pieces. Its pipe stays open for longer: the first program
-    with a window starts Wine's desktop, which inherits it and stays while any other program runs."""
+    """Its output until it ends, in pieces. The pipe stays open longer: the first program with a window
+starts Wine's desktop, which inherits the pipe and stays while any other program runs."""
     ended = False
     while not ended:
         ended = process.poll() is not None
@@ -66,7 +66,7 @@ def output_of(process):
 
 @dataclass
 class HostRun:
-    """What the practice program said: its exit code and its lines."""
+    """The practice program's exit code and output lines."""
 
     status: int
     lines: list[str]
@@ -76,13 +76,13 @@ class HostRun:
 
     @property
     def boxes(self):
-        """Texts of the message boxes; a title that is not the usual one in front."""
+        """Texts of the message boxes, each preceded by its title if that is not the usual one."""
         return [box.removeprefix('"Vilnor Link connection" ').removesuffix(" OK")
                 for box in self.starting_with("box ")]
 
     @property
     def result(self):
-        """What a function gave back, a line for each argument that it filled, too."""
+        """A function's result, with a line for each output argument."""
         return [line for line in self.lines if line.split()[0:1] in RESULT_WORDS]
 
     @property
@@ -91,8 +91,8 @@ class HostRun:
 
 
 class Computer:
-    """`folder` is the programs' current one when they start: by default the session's, on the drive Z,
-    whose root cannot be written into."""
+    """`folder` is the programs' current folder when they start: by default the session's, on drive Z,
+whose root is not writable."""
 
     def __init__(self, session, programs, folder=None):
         self._enter = ["bash", "-c", ENTER, str(CHECKOUT), session]
@@ -119,7 +119,7 @@ class Computer:
         return "Z:" + str(path).replace("/", "\\")
 
     def unix_path(self, path):
-        """Of a path on drive C."""
+        """For a path on drive C."""
         return self.drive / path.removeprefix("C:\\").replace("\\", "/")
 
     def start(self, *command, plan=None, bound=BOUND):
@@ -138,7 +138,7 @@ class Computer:
         output = b"".join(output_of(process))
         process.stdout.close()
         lines = output.decode("utf-8", errors="replace").splitlines()
-        # The link program's own log gets in between; its lines begin with the time.
+        # The link program's own log is mixed in; its lines begin with the time.
         return HostRun(process.returncode,
                        [line for line in lines if not re.match(r"\d{4}-\d\d-\d\d ", line)])
 
@@ -149,8 +149,8 @@ class Computer:
         return [r"C:\Kestra\KestraHost.exe", "--connection", connection, *arguments]
 
     def set_registry(self, values):
-        """`values` is {(key, name): text or number}; of the places that the component looks into,
-        nothing else is left."""
+        """`values` is {(key, name): text or number}; everything else in the places that the component reads
+is removed."""
         lines = ["Windows Registry Editor Version 5.00", ""]
         lines += [f"[-{place}]" for place in PLACES]
         for (key, name), value in values.items():
@@ -167,7 +167,7 @@ class Computer:
         return self.run("reg", "query", key).status == 0
 
     def registry_text(self, key, name):
-        """None when the value is not there."""
+        """None if the value is missing."""
         run = self.run("reg", "query", key, "/v", name)
         for line in run.lines:
             found = re.fullmatch(rf"\s+{re.escape(name)}\s+REG_SZ(?:\s+(.*))?", line)

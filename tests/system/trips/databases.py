@@ -1,4 +1,4 @@
-"""The host's database for one trip: fresh with its sample data, and what a trip changed in it."""
+"""The host's database for one trip: new, with sample data; and what the trip changed in it."""
 
 import csv
 import datetime
@@ -113,19 +113,19 @@ class MariadbDatabase:
         return list(csv.DictReader(io.StringIO(answer), delimiter="\t", quoting=csv.QUOTE_NONE))
 
 
-# The servers by the options of run_trips.py that say where they are, with the names of people.
+# The servers' display names, by the options of run_trips.py that locate them.
 SERVERS = {"postgresql": ("PostgreSQL", PostgresqlDatabase), "mariadb": ("MariaDB", MariadbDatabase)}
 
 
 def column_names(table):
-    """As the schema spells them, by their lower-case form, which is all that PostgreSQL tells."""
+    """As spelled in the schema, by their lower-case form, which is all that PostgreSQL returns."""
     source = (CHECKOUT / "tests/schema/host_schema.sql").read_text(encoding="utf-8")
     body = re.search(rf"CREATE TABLE {table} \((.*?)\n\);", source, re.DOTALL)[1]
     return {name.lower(): name for name in re.findall(r"^  (\w+) ", body, re.MULTILINE)}
 
 
 class Changes:
-    """What happens to the tables between its making and list()."""
+    """Changes to the tables between its creation and list()."""
 
     def __init__(self, database):
         self._database = database
@@ -137,7 +137,7 @@ class Changes:
                 for row in self._database.rows(table)}
 
     def _value(self, text):
-        """A moment within the trip reads "now"."""
+        """A time during the trip becomes "now"."""
         if re.fullmatch(r"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d", text):
             moment = datetime.datetime.fromisoformat(text)
             if self._began <= moment <= datetime.datetime.now():

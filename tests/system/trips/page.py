@@ -1,4 +1,4 @@
-"""docs/trips.md: its tables are taken from a run, and every run is held to them."""
+"""docs/trips.md: its tables come from a run, and every run is compared with them."""
 
 from computer import CHECKOUT
 from databases import SERVERS
@@ -10,7 +10,7 @@ ALSO = {"s": "", "sp": ON_SERVERS, "su": "US English", "spu": f"{ON_SERVERS}, US
 
 
 def cell(texts):
-    """Markdown of one cell; a text is a line of its own."""
+    """Markdown of one cell, with each text on its own line."""
     texts = [texts] if isinstance(texts, str) else texts
     return "<br>".join(text.replace("|", "\\|") for text in texts) or "–"
 
@@ -55,7 +55,7 @@ def places_table(outcomes):
 
 
 def check(tables, report, write):
-    """`tables` is {name: Markdown}; the page has each between two comments."""
+    """`tables` is {name: Markdown}; the page contains each between two comments."""
     page = PAGE.read_text(encoding="utf-8")
     for name, content in tables.items():
         start, end = f"<!-- {name}, from a run -->\n", f"<!-- end of {name} -->"

@@ -10,7 +10,7 @@ IMAGES = CHECKOUT / "docs" / "images"
 
 
 def window_of(title):
-    """Id of the window whose title ends so; None when it is not there."""
+    """Id of the window whose title has this ending; None if there is none."""
     tree = subprocess.run(["xwininfo", "-root", "-tree"], check=True,
                           stdout=subprocess.PIPE).stdout.decode("utf-8", errors="replace")
     found = re.search(rf'^\s+(0x\w+) ".*{re.escape(title)}":', tree, re.MULTILINE)
@@ -23,7 +23,7 @@ def snapshot(window):
 
 
 def take_picture(title, name):
-    """Once the window is drawn: two pictures in a row are the same and not nearly empty."""
+    """Waits until the window is drawn: two consecutive pictures are identical and not nearly empty."""
     last = []
 
     def drawn():

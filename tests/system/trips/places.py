@@ -1,5 +1,5 @@
-"""The way to the link program and to the exchange directory, in the real registry, with the real
-per-user setting and real folders: what is registered, and what the component makes of it."""
+"""Finding the link program and the exchange directory with the real registry, per-user setting and
+folders: what is registered, and what the component does with it."""
 
 import shutil
 from dataclasses import dataclass, field, replace
@@ -15,7 +15,7 @@ NOT_STARTED = '"53 File not found in StartVilnor"'
 NO_HOST = '"10001 Did not find Kestra Dental registry information in GetVilnorOutputPath"'
 NO_FOLDER = '"76 Path not found in GetVilnorOutputPath"'
 LINK_PROGRAM = r"C:\Link\Link.exe"
-# The component does not quote the path; the system does, once it has found the program.
+# The component does not quote the path; the system does after finding the program.
 LINK_WITH_BLANKS = r'"C:\Vilnor Link\Link.exe"'
 REQUEST = "Search19850312-1234.xml"
 
@@ -23,7 +23,7 @@ LINK_THERE = {(LINK, "Path"): r"C:\Link"}
 HOST_THERE = {(HOST_FIRST, "Path"): "C:\\Kestra\\"}
 
 
-# The request goes to the root of the current drive, and the link program is given it there.
+# The request goes to the root of the current drive, where the link program receives it.
 IN_THE_ROOT = {"alone": False}
 
 
@@ -40,7 +40,7 @@ class Place:
     boxes: list = field(default_factory=list)
     setting: str | None = None           # the per-user setting afterwards; None when there is none
     request_stays: bool = False
-    created: tuple = ()                  # keys that came into being, empty
+    created: tuple = ()                  # keys that were created empty
     alone: bool = False                  # started without arguments
     call: str = "search 4711"
     on_drive_c: dict = field(default_factory=dict)  # what differs when the current drive is C
@@ -177,7 +177,7 @@ class PlaceRunner:
         return outcome
 
     def _check_start(self, place):
-        """The program that was started, in a list; none, when none was."""
+        """A list with the program that was started, empty if none was."""
         computer = self._computer
         stem = "" if place.alone else REQUEST.removesuffix("xml")
         kept = computer.kept / f"{stem}commandline.txt"

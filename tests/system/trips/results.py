@@ -1,7 +1,7 @@
-"""Result files as they should not be, read by the real parser: what the component makes of them.
+"""Bad result files, read by the real parser: how the component handles them.
 
-The host reads each directly, so that it hears the component's events. `content` is put where the
-link program leaves its result."""
+The host reads each directly, so that it receives the component's events. `content` is written where
+the link program leaves its result."""
 
 import socket
 from dataclasses import dataclass, field
@@ -29,7 +29,7 @@ EXISTING_GONE = ["- Vilnor 103", "- Journal 503"]
 
 
 def with_part(name, content):
-    """The usual result with another content of one element; None leaves the element out."""
+    """The usual result with one element's content replaced; None leaves the element out."""
     start, end = BODY.index(f"<{name}>"), BODY.index(f"</{name}>")
     element = f"<{name}>{content}" if content is not None else ""
     rest = BODY[end:] if content is not None else BODY[end + len(f"</{name}>"):]
@@ -42,12 +42,12 @@ class Result:
     content: bytes | None        # None: there is no file
     changes: list = field(default_factory=list)
     stays: bool = False
-    renamed: bool = False        # done with, but it could not be deleted
+    renamed: bool = False        # processed, but it could not be deleted
     boxes: list = field(default_factory=list)
     events: int = 0
     call: str = "read-new-case 4711"
     file: str = "OutNewCase4711.xml"
-    held: str = ""               # another program keeps the file open and lets others do this
+    held: str = ""               # another program keeps the file open with this sharing mode
     read_only: bool = False
 
     def __post_init__(self):
@@ -65,7 +65,7 @@ def entered(name, content, **more):
 
 
 def ignored(name, content, **more):
-    """No document, or none that any result is: silence, and nothing lost."""
+    """Not a document, or not a possible result: no box, and nothing lost."""
     return Result(name, content, stays=True, **more)
 
 
@@ -78,13 +78,13 @@ def as_it_is(text):
 
 
 def with_notes(count):
-    """The usual result after so many notes of a million letters each."""
+    """The usual result, preceded by this many notes of a million letters each."""
     return as_it_is(BODY.replace("<Result>", "<Result>" + f"<Note>{'x' * 1_000_000}</Note>" * count))
 
 
 ENTITY = ('<!DOCTYPE Result [<!ENTITY x SYSTEM "file:///C:/Kestra/secret.txt">]>'
           + BODY.replace("anna", "anna&x;"))
-# PORT becomes that of a listener on this machine, which nobody may call.
+# PORT is replaced by that of a listener on this machine, which nobody may contact.
 PORT = b"@PORT@"
 CALLING = (f'<!DOCTYPE Result SYSTEM "http://127.0.0.1:{PORT.decode()}/result.dtd" '
            f'[<!ENTITY x SYSTEM "http://127.0.0.1:{PORT.decode()}/x">]>'

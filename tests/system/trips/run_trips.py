@@ -29,7 +29,7 @@ def parse_arguments():
 
 
 class Run:
-    """All that is played in one locale."""
+    """Everything that runs in one locale."""
 
     def __init__(self, arguments):
         self._arguments = arguments
@@ -44,8 +44,8 @@ class Run:
         for database in (SqliteDatabase(self._computer), *servers):
             report = Report(f"{self._arguments.locale} {database.product}: ")
             trips = self._play_trips(database, report)
-            # Once is enough for what depends neither on the locale nor on the database; it also
-            # gives the page its tables.
+            # Once is enough if neither the locale nor the database matters; this run also provides the
+# page's tables.
             if self._arguments.locale == "swedish" and database.product == "sqlite":
                 self._play_the_rest(trips, database, report)
             self.failed |= report.failed

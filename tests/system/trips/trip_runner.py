@@ -1,4 +1,4 @@
-"""Plays a trip and says what was found."""
+"""Runs a trip and reports the findings."""
 
 import fnmatch
 import xml.etree.ElementTree as tree
@@ -31,7 +31,7 @@ class Report:
 
 @dataclass
 class Outcome:
-    """What the host was given, and what one trip left behind."""
+    """The host's results, and what one trip left behind."""
 
     changes: list
     left: list
@@ -41,7 +41,7 @@ class Outcome:
 
 
 def form_fields(file):
-    """Of all forms in an application, by key; a key that comes twice has both texts."""
+    """From all forms in an application, by key; a key that occurs twice has both texts."""
     fields = {}
     for item in tree.parse(file).iter("FormItem"):
         key, value = item.findtext("FormItemKey"), item.findtext("FormItemValue")
@@ -50,7 +50,7 @@ def form_fields(file):
 
 
 def like(patterns, texts):
-    """Whether each text is that of the same place; one with a "*" in front only ends so."""
+    """Whether each text equals the one in the same position; after a leading "*", only the end must match."""
     return len(patterns) == len(texts) and all(
         fnmatch.fnmatchcase(text, "*" + pattern[1:] + "*") if pattern.startswith("*")
         else pattern == text for pattern, text in zip(patterns, texts))
@@ -83,7 +83,7 @@ class TripRunner:
         computer.clear_exchange()
         changes = Changes(self._database)
         pictured = self._pictures and trip.picture
-        # The boxes of a pictured trip stay until the picture is taken; then they get OK or No.
+        # The boxes of a pictured trip stay until the picture is taken; then OK or No is clicked.
         seen = computer.work / "seen"
         seen.unlink(missing_ok=True)
         boxes = ["--keep-boxes", "--release-boxes", computer.windows_path(seen)] if pictured else \
@@ -115,7 +115,7 @@ class TripRunner:
         return names_in(exchange) if exchange.is_dir() else []
 
     def _check_start(self, trip):
-        """How the component started the link program; and the end of a trip without an answer."""
+        """How the component started the link program, and the end of a trip without an answer."""
         if trip.person:
             return
         computer = self._computer

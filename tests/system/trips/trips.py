@@ -1,11 +1,10 @@
-"""The trips: what the host calls, what the user does in the link program, and what is there
-afterwards.
+"""The trips: what the host calls, what the user does in the link program, and the outcome.
 
 `changes` lists the rows added (+), changed (~) and deleted (-) in the tables Vilnor, Journal and
-VilnorPasient; a moment within the trip reads "now". `boxes` are the component's message boxes, with
-their title where it is not "Vilnor Link connection". `left` are the files in the exchange
-directory; the moment at which one was set aside reads "DATE TIME". `request` is the request file that the link program was started with, None when it was not started.
-`result` is what a function gave the host.
+VilnorPasient; a time during the trip becomes "now". `boxes` are the component's message boxes, with
+their title if it is not "Vilnor Link connection". `left` are the files in the exchange directory; the
+time at which one was set aside becomes "DATE TIME". `request` is the request file with which the link
+program was started, None if it was not started. `result` is what a function returned to the host.
 """
 
 from dataclasses import dataclass, field
@@ -32,8 +31,8 @@ NEW_FHP_JOURNAL = ("+ Journal 505: PID={pid} Tekst=Förhandsprövning, ärendenr
                    "till Vilnor Link ref.nr 26100500 BID={bid} RID={rid} Dato=now KODE=22302 "
                    "Status=U Fakturert=0 RefTBID=104")
 
-# Amounts have the user's decimal separator. That the form is there at all rests on dates that are
-# put together in the user's format.
+# Amounts have the user's decimal separator. The form exists at all only if dates were built correctly in
+# the user's format.
 ESTIMATE = {"edtBer1Atgard": "801", "edtBer1Antal": "2", "edtBer1Pris": "4350{point}50",
             "edtBer1Summa": "8701{point}00", "edtBer10Antal": "1",
             "edtBer10Summa": "2900{point}00", "edtBer11Antal": "2",
@@ -159,7 +158,7 @@ TRIPS = [
          waits=False),
     Trip("Vilnor Link alone", "open", "", "outcome=sent", waits=False),
 
-    # --- Events: a connected host hears of what it calls itself.
+    # --- Events: a connected host is notified about its own calls.
     Trip("asking whether an application is linked", "fhp-exists 71", None, waits=False, events=4,
          result=["result true"]),
 ]
