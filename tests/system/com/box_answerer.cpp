@@ -4,12 +4,11 @@
 #include <array>
 #include <iterator>
 #include <mutex>
-#include <string_view>
 
 namespace system_tests {
 namespace {
 
-// Without a message: the window's thread may be waiting for the answerer's end, or for its lock,
+// Sends no message: the window's thread may be waiting for the answerer to end, or for its lock,
 // and would never answer.
 std::wstring TextOf(HWND window) {
   std::array<wchar_t, 2048> text{};
@@ -17,38 +16,10 @@ std::wstring TextOf(HWND window) {
   return text.data();
 }
 
-struct Class {
-  std::wstring_view name;
-  std::vector<HWND> windows;
-};
-
-BOOL CALLBACK AddIfOfClass(HWND window, LPARAM wanted) {
-  auto& each = *reinterpret_cast<Class*>(wanted);
-  std::array<wchar_t, 16> name{};
-  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-  if (std::wstring_view(name.data()) == each.name) {
-    each.windows.push_back(window);
-  }
-  return TRUE;
-}
-
-// All at once: the server of the next Debian's Wine hangs when FindWindowEx asks it for the sibling
-// of a window that is being destroyed.
-std::vector<HWND> Dialogs() {
-  Class dialogs{.name = L"#32770", .windows = {}};
-  EnumWindows(AddIfOfClass, reinterpret_cast<LPARAM>(&dialogs));
-  return dialogs.windows;
-}
-
-std::vector<HWND> Statics(HWND box) {
-  Class statics{.name = L"Static", .windows = {}};
-  EnumChildWindows(box, AddIfOfClass, reinterpret_cast<LPARAM>(&statics));
-  return statics.windows;
-}
-
-// The text stands in the box's one static control that has any.
+// The text is in the only static control of the box that has text.
 std::wstring BoxText(HWND box) {
-  for (const HWND control : Statics(box)) {
+  HWND control = nullptr;
+  while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
     if (std::wstring text = TextOf(control); !text.empty()) {
       return text;
     }
@@ -56,9 +27,10 @@ std::wstring BoxText(HWND box) {
   return {};
 }
 
-// Of the box's one static control that holds an icon.
+// From the only static control of the box that holds an icon.
 HICON BoxIcon(HWND box) {
-  for (const HWND control : Statics(box)) {
+  HWND control = nullptr;
+  while ((control = FindWindowExW(box, control, L"Static", nullptr)) != nullptr) {
     if ((GetWindowLongW(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
       constexpr UINT kPatience = 2'000;
       DWORD_PTR icon = 0;
@@ -101,9 +73,11 @@ std::vector<std::wstring> BoxAnswerer::Texts() const {
 
 void BoxAnswerer::Watch() {
   while (!ending_) {
-    for (const HWND box : Dialogs()) {
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr) {
       if (IsMine(box)) {
         Answer(box);
+        ending_ = ending_ || which_ == Boxes::FirstOfThisProcess;
       }
     }
     Sleep(5);

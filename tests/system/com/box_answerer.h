@@ -18,7 +18,9 @@ struct ShownBox {
   int defaultButton = 0;
 };
 
-enum class Boxes { OfThisProcess, OfEveryProcess };
+// FirstOfThisProcess does not look at a second box, which ends by itself: the server of the next
+// Debian's Wine loops for ever when a box is destroyed while its windows are listed.
+enum class Boxes { OfThisProcess, FirstOfThisProcess, OfEveryProcess };
 
 // Answers every message box while it lives.
 class BoxAnswerer {
