@@ -173,6 +173,9 @@ class Life:
                      "EXCHANGEGROUP=Users")
         said = self.installed.products().get(self.versions[0], "")
         self.report.hold("installation without a host: it says so", "inte registrerat" in said, said)
+        self.report.check("installation without a host: no exchange folder is made", [],
+                          [path for path in self.installed.files() - before[1]
+                           if path.endswith("Vilnor") and not path.startswith("Program Files")])
         self.report.check("installation without a host: no registration of it is written", None,
                           self.computer.registry_text(HOST_FIRST, "Path"))
         self.msiexec("removal without a host", DONE, "/x", r"C:\first.msi")
