@@ -40,7 +40,7 @@ template <class Described>
 std::string Titled(Described& described, REFGUID identifier, MEMBERID member) {
   com::Bstr name;
   Check(described.GetDocumentation(member, name.Receive(), nullptr, nullptr, nullptr));
-  return Utf8(com::TextOf(identifier)) + ' ' + description::Narrow(name);
+  return Utf8(com::GuidText(identifier)) + ' ' + description::Narrow(name);
 }
 
 void PrintType(ITypeInfo& info) {

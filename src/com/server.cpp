@@ -11,7 +11,7 @@ namespace {
 
 void AddProgramId(RegisteredPart& part, const wchar_t* programId, const ClassEntry& entry) {
   part.Add(programId, L"", L"", entry.name);
-  part.Add(programId, L"\\CLSID", L"", TextOf(entry.id));
+  part.Add(programId, L"\\CLSID", L"", GuidText(entry.id));
   part.removed.push_back({programId, part.texts.back()});
 }
 
@@ -47,7 +47,7 @@ HRESULT UnregisterServer(const Server& server) {
 }
 
 std::wstring ClassKey(const ClassEntry& entry) {
-  return L"CLSID\\" + TextOf(entry.id);
+  return L"CLSID\\" + GuidText(entry.id);
 }
 
 RegisteredPart ClassPart(const ClassEntry& entry, const std::wstring& modulePath) {

@@ -188,7 +188,7 @@ HRESULT Unregister(const std::vector<RegisteredPart>& parts, const std::wstring&
   return result;
 }
 
-std::wstring TextOf(const GUID& identifier) {
+std::wstring GuidText(const GUID& identifier) {
   std::array<wchar_t, 40> text{};
   StringFromGUID2(identifier, text.data(), static_cast<int>(text.size()));
   return text.data();

@@ -65,6 +65,6 @@ HRESULT Unregister(const std::vector<RegisteredPart>& parts, const std::wstring&
                    MachineClasses& classes);
 
 // {XXXXXXXX-…}, in capitals.
-std::wstring TextOf(const GUID& identifier);
+std::wstring GuidText(const GUID& identifier);
 
 }  // namespace com

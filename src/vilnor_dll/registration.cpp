@@ -9,7 +9,7 @@ namespace vilnor_dll {
 namespace {
 
 using com::RegisteredPart;
-using com::TextOf;
+using com::GuidText;
 
 constexpr const wchar_t* kVersion = L"1.5";
 // Proxies for calls between apartments. Both use the type library; the second is for a pure
@@ -35,16 +35,16 @@ const std::array<Interface, 3>& Interfaces() {
 RegisteredPart Class(const com::ClassEntry& entry, const std::wstring& modulePath) {
   const std::wstring key = com::ClassKey(entry);
   RegisteredPart part = com::ClassPart(entry, modulePath);
-  part.Add(key, L"\\TypeLib", L"", TextOf(LIBID_Vilnor));
+  part.Add(key, L"\\TypeLib", L"", GuidText(LIBID_Vilnor));
   part.Add(key, L"\\Version", L"", kVersion);
   return part;
 }
 
 void AddInterface(RegisteredPart& library, const Interface& described) {
-  const std::wstring key = L"Interface\\" + TextOf(described.id);
+  const std::wstring key = L"Interface\\" + GuidText(described.id);
   library.Add(key, L"", L"", described.name);
   library.Add(key, L"\\ProxyStubClsid32", L"", described.proxy);
-  library.Add(key, L"\\TypeLib", L"", TextOf(LIBID_Vilnor));
+  library.Add(key, L"\\TypeLib", L"", GuidText(LIBID_Vilnor));
   library.Add(key, L"\\TypeLib", L"Version", kVersion);
   library.removed.push_back({key, library.texts.back()});
 }
@@ -54,7 +54,7 @@ void AddInterface(RegisteredPart& library, const Interface& described) {
 // between users of another language may miss it. Everyone finds it under the neutral locale.
 RegisteredPart TypeLibrary(const std::wstring& modulePath) {
   RegisteredPart part;
-  part.parent = L"TypeLib\\" + TextOf(LIBID_Vilnor);
+  part.parent = L"TypeLib\\" + GuidText(LIBID_Vilnor);
   const std::wstring version = part.parent + L"\\" + kVersion;
   part.Add(version, L"", L"", L"Vilnor");
   part.Add(version, L"\\FLAGS", L"", L"0");

@@ -37,14 +37,15 @@ constexpr std::array kAdoTexts = {
 
 }  // namespace
 
-std::u16string_view TextOf(AdoError error) {
+std::u16string_view DescriptionOf(AdoError error) {
   const auto* const found = std::find_if(kAdoTexts.begin(), kAdoTexts.end(),
                                          [&](const auto& entry) { return entry.error == error; });
   return found->text;
 }
 
 automation::AutomationError MakeError(AdoError error, std::u16string_view source) {
-  return {static_cast<std::int32_t>(error), std::u16string(source), std::u16string(TextOf(error))};
+  return {static_cast<std::int32_t>(error), std::u16string(source),
+          std::u16string(DescriptionOf(error))};
 }
 
 automation::AutomationError MakeError(ProviderError error, std::u16string_view text) {

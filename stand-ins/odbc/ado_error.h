@@ -45,7 +45,7 @@ inline constexpr std::u16string_view kConnectionSource = u"ADODB.Connection";
 inline constexpr std::u16string_view kRecordsetSource = u"ADODB.Recordset";
 inline constexpr std::u16string_view kProviderSource = u"ADO over ODBC";
 
-std::u16string_view TextOf(AdoError error);
+std::u16string_view DescriptionOf(AdoError error);
 
 automation::AutomationError MakeError(AdoError error, std::u16string_view source);
 automation::AutomationError MakeError(ProviderError error, std::u16string_view text);

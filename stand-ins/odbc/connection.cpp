@@ -27,12 +27,12 @@ std::u16string ProductName(const ConnectionHandle& connection) {
 }
 
 // The driver's connection, disconnected if setting it up fails.
-class Session {
+class DisconnectOnFailure {
  public:
-  explicit Session(const ConnectionHandle& handle) : handle_(handle) {}
-  Session(const Session&) = delete;
-  Session& operator=(const Session&) = delete;
-  ~Session() {
+  explicit DisconnectOnFailure(const ConnectionHandle& handle) : handle_(handle) {}
+  DisconnectOnFailure(const DisconnectOnFailure&) = delete;
+  DisconnectOnFailure& operator=(const DisconnectOnFailure&) = delete;
+  ~DisconnectOnFailure() {
     if (!kept_) {
       SQLDisconnect(handle_.get());
     }
@@ -55,14 +55,14 @@ Connection::Connection(const ConnectRequest& request)
                           SQLSMALLINT{0}, nullptr, SQLUSMALLINT{SQL_DRIVER_NOPROMPT});
   });
   handle_.Check(connected, *dialect_);
-  Session session(handle_);
+  DisconnectOnFailure setUp(handle_);
   if (!IsKnown(*dialect_)) {
     dialect_ = &DialectOf(ProductName(handle_));
   }
   for (const auto statement : dialect_->sessionSetup) {
     RunTranslated(statement);
   }
-  session.Keep();
+  setUp.Keep();
 }
 
 Connection::~Connection() {

@@ -98,7 +98,7 @@ TEST_P(Servers, LongServerPathIsRegisteredCompletely) {
     CLSID classId{};
     ASSERT_EQ(CLSIDFromProgID(GetParam(), &classId), S_OK);
     EXPECT_EQ(copy.RegisterServer(), S_OK);
-    EXPECT_THAT(ClassesText(L"CLSID\\" + com::TextOf(classId) + L"\\InprocServer32"),
+    EXPECT_THAT(ClassesText(L"CLSID\\" + com::GuidText(classId) + L"\\InprocServer32"),
                 testing::EndsWith(std::wstring(100, L'c') + L"\\Long.dll"));
   }
   EXPECT_EQ(Module(original.wstring()).RegisterServer(), S_OK);
