@@ -8,8 +8,8 @@
 namespace vilnor_dll {
 namespace {
 
-using com::RegisteredPart;
 using com::GuidText;
+using com::RegisteredPart;
 
 constexpr const wchar_t* kVersion = L"1.5";
 // Proxies for calls between apartments. Both use the type library; the second is for a pure
