@@ -101,12 +101,18 @@ windows_path() {
   printf 'Z:%s\n' "${path//\//\\}"
 }
 
-# register_components: registers Vilnor.dll, and AdoOdbc.dll in place of the ADO that Wine lacks.
+# register_component FILE
+register_component() {
+  [[ -f $1 ]] || fail "$1 has not been built"
+  wine regsvr32 /s "$(windows_path "$1")" >"$session/log/regsvr32" 2>&1 ||
+    fail "${1##*/} cannot be registered in Wine: $(tail -n 1 "$session/log/regsvr32")"
+}
+
+# register_ado: registers AdoOdbc.dll in place of the ADO that Wine lacks.
+register_ado() { register_component "${bin%/*}/ado-odbc/AdoOdbc.dll"; }
+
+# register_components: registers Vilnor.dll, and the ADO that it needs.
 register_components() {
-  local library
-  for library in "${bin%/*}/ado-odbc/AdoOdbc.dll" "$bin/Vilnor.dll"; do
-    [[ -f $library ]] || fail "$library has not been built"
-    wine regsvr32 /s "$(windows_path "$library")" >"$session/log/regsvr32" 2>&1 ||
-      fail "${library##*/} cannot be registered in Wine: $(tail -n 1 "$session/log/regsvr32")"
-  done
+  register_ado
+  register_component "$bin/Vilnor.dll"
 }
