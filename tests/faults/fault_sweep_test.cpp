@@ -10,6 +10,7 @@
 
 #include "automation/text.h"
 #include "fakes/printing.h"
+#include "faults/effects.h"
 #include "faults/operations.h"
 
 namespace faults {
@@ -173,7 +174,7 @@ class FaultSweep : public testing::Test {
     EXPECT_EQ(world.registry.OpenHandles(), 0U);
   }
 
-  static Outcome RunWithFault(const Operation& operation, const Place& place,
+  static Outcome RunWithFault(const Operation& operation, const Place& place, Effects& effects,
                               bool rollbackFails = false) {
     World world;
     operation.prepare(world);
@@ -182,6 +183,7 @@ class FaultSweep : public testing::Test {
       world.plan.FailRollbacks(ErrorsOf(Call::Rollback).front());
     }
     Outcome after = Run(operation, world);
+    effects.AddBoxes(world.dialogs.shown);
     ExpectProperBoxes(operation, world, place.call, place.error);
     ExpectNothingLost(operation, world, place.before, place.whole, after);
     ExpectRecovery(world);
@@ -189,7 +191,7 @@ class FaultSweep : public testing::Test {
   }
 
   // Returns how many faults were injected.
-  static int Sweep(const Operation& operation) {
+  static int Sweep(const Operation& operation, Effects& effects) {
     Outcome before;
     Outcome whole;
     std::vector<Call> calls;
@@ -218,10 +220,10 @@ class FaultSweep : public testing::Test {
                      std::to_string(static_cast<int>(calls[position])) + ") fails with " +
                      error.what());
         const Place place{position, calls[position], error, before, whole};
-        const Outcome after = RunWithFault(operation, place);
+        const Outcome after = RunWithFault(operation, place, effects);
         ++faults;
         if (after.rolledBack) {
-          const Outcome worse = RunWithFault(operation, place, true);
+          const Outcome worse = RunWithFault(operation, place, effects, true);
           EXPECT_EQ(worse.boxes, after.boxes) << "of the rollback nothing is shown";
           ++faults;
         }
@@ -237,8 +239,16 @@ class FaultSweep : public testing::Test {
 class EveryFault : public FaultSweep, public testing::WithParamInterface<Operation> {};
 
 TEST_P(EveryFault, FaultAtEveryCallLosesNothingAndIsReported) {
-  const int faults = Sweep(GetParam());
+  Effects effects(GetParam());
+  const int faults = Sweep(GetParam(), effects);
+  EXPECT_TRUE(IsDocumented(effects.Row()))
+      << "docs/edge-cases/effects.md has another row or none:\n"
+      << effects.Row();
   std::cout << "    " << GetParam().name << ": " << faults << " faults injected\n";
+}
+
+TEST(Effects, DocumentHasOneRowPerOperation) {
+  EXPECT_EQ(DocumentedRows(), static_cast<int>(EveryOperation().size()));
 }
 
 std::string TestName(const testing::TestParamInfo<Operation>& info) {

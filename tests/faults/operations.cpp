@@ -162,6 +162,19 @@ void AddReaders(std::vector<Operation>& all) {
                        Result("7", "4712&amp;12&amp;3&amp;71&amp;2026-071", "2071"),
                        [](World& world) { world.vilnor().ReadNewFHP(71); }));
   all.push_back(
+      Reader("ReadNewFHP cancelled", "OutNewFHP77.xml", Result("5", "", "9002", "1"), newFhp));
+  Operation changed = Reader("ReadNewFHP changed", "OutNewFHP71.xml",
+                             Result("1", "4712&amp;12&amp;3&amp;71&amp;2026-071", "2099"),
+                             [](World& world) { world.vilnor().ReadNewFHP(71); });
+  changed.prepare = [prepare = changed.prepare](World& world) {
+    prepare(world);
+    // Only a text with this mark can be changed.
+    world.Execute(u"UPDATE Journal SET Tekst = Tekst || '!' WHERE ID = 501");
+  };
+  all.push_back(changed);
+  all.push_back(
+      Reader("ReadExistCase cancelled", "OutExistCase102.xml", Result("", "", "", "0"), exist));
+  all.push_back(
       Reader("ReadExistCase changed", "OutExistCase102.xml", Result("1", "2072", "2099"), exist));
   all.push_back(
       Reader("ReadExistCase withdrawn", "OutExistCase102.xml", Result("7", "2072", "2072"), exist));

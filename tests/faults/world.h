@@ -39,6 +39,9 @@ class World : private fakes::Ports {
   // Links without their own journal line, or journal lines without their link.
   std::vector<std::u16string> LooseEnds() const;
 
+  // Runs a statement over its own connection.
+  void Execute(const std::u16string& statement) const { OwnConnection()->Execute(statement, -1); }
+
   void Put(const std::string& name, const std::string& bytes) const;
   // "" for a missing file.
   std::string Contents(const std::string& name) const;

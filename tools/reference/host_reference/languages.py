@@ -1,0 +1,74 @@
+"""Each operation as the host's languages write it."""
+
+# By the IDL's type.
+_CPP = {"long": "LONG", "short": "SHORT"}
+_PASCAL = {"long": "Integer", "short": "SmallInt", "BSTR": "WideString", "VARIANT_BOOL": "WordBool",
+           "IDispatch*": "IDispatch"}
+_BASIC = {"long": "Long", "short": "Integer", "BSTR": "String", "VARIANT_BOOL": "Boolean",
+          "IDispatch*": "Object"}
+_SHARP = {"long": "int", "short": "short", "BSTR": "string", "VARIANT_BOOL": "bool",
+          "IDispatch*": "object"}
+# Arguments into which an operation writes.
+WRITTEN = {"ErrCode", "ErrMsg"}
+
+
+def cpp(operation, _object):
+    parts = [f"{_CPP.get(one.type, one.type)}{'*' if one.by_reference else ''} {one.name}"
+             for one in operation.arguments]
+    if operation.result:
+        parts.append(f"{_CPP.get(operation.result, operation.result)}* result")
+    return f"HRESULT {operation.name}({', '.join(parts)});"
+
+
+def pascal(operation, _object):
+    parts = [f"{'var' if one.by_reference else 'const'} {one.name}: {_PASCAL[one.type]}"
+             for one in operation.arguments]
+    arguments = f"({'; '.join(parts)})" if parts else ""
+    if operation.result:
+        return f"function {operation.name}{arguments}: {_PASCAL[operation.result]}; safecall;"
+    return f"procedure {operation.name}{arguments}; safecall;"
+
+
+def basic(operation, _object):
+    parts = [("Optional " if one.optional else "") + ("" if one.by_reference else "ByVal ")
+             + f"{one.name} As {_BASIC[one.type]}" for one in operation.arguments]
+    if operation.result:
+        return f"Function {operation.name}({', '.join(parts)}) As {_BASIC[operation.result]}"
+    return f"Sub {operation.name}({', '.join(parts)})"
+
+
+def vbscript(operation, object_):
+    names = ", ".join(one.name for one in operation.arguments)
+    if not operation.result:
+        return f"{object_}.{operation.name} {names}".rstrip()
+    assigned = "Set rows" if operation.result == "IDispatch*" else "result"
+    return f"{assigned} = {object_}.{operation.name}({names})"
+
+
+def sharp(operation, _object):
+    parts = [("[Optional] " if one.optional else "") + ("ref " if one.by_reference else "")
+             + f"{_SHARP[one.type]} {one.name}" for one in operation.arguments]
+    return f"{_SHARP.get(operation.result, 'void')} {operation.name}({', '.join(parts)});"
+
+
+def powershell(operation, object_):
+    names = [(f"[ref]${one.name}" if one.name in WRITTEN else f"${one.name}")
+             for one in operation.arguments]
+    assigned = {"": "", "IDispatch*": "$rows = "}.get(operation.result, "$result = ")
+    return f"{assigned}${object_}.{operation.name}({', '.join(names)})"
+
+
+# The id of its choice on the page, its name, its way to write an operation.
+LANGUAGES = (("cpp", "C++", cpp), ("pascal", "Object Pascal", pascal), ("basic", "VB6, VBA", basic),
+             ("vbscript", "VBScript", vbscript), ("sharp", "C#", sharp),
+             ("powershell", "PowerShell", powershell))
+
+# How each language handles an event.
+EVENTS = {
+    "cpp": "HRESULT Invoke(DISPID event, …);  // {id}",
+    "pascal": "procedure {name};  // dispid {id}",
+    "basic": "Private Sub vilnor_{name}()",
+    "vbscript": "Sub vilnor_{name}  ' WScript.ConnectObject vilnor, \"vilnor_\"",
+    "sharp": "[DispId({id})] void {name}();",
+    "powershell": "Register-ObjectEvent $vilnor {name} -Action {{ … }}",
+}
