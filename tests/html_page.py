@@ -6,7 +6,7 @@ import html.parser
 class Page(html.parser.HTMLParser):
     """What the checks need from a page: its elements, and the text of each."""
 
-    VOID = {"br", "input", "meta"}
+    VOID = {"br", "input", "meta", "wbr"}
 
     def __init__(self, markup: str):
         super().__init__()

@@ -98,6 +98,14 @@ class Sums(unittest.TestCase):
         self.assertEqual([], [file for file in FIRST.rglob("*") if "odbc" in file.name.lower()])
 
 
+class Reference(unittest.TestCase):
+    def test_is_that_of_the_release_and_loads_nothing(self):
+        for folder, version in ((FIRST, VERSION), (SECOND, NEXT)):
+            page = (folder / "sdk/reference.html").read_text("utf-8")
+            self.assertIn(f">Vilnor {version}<", page)
+            self.assertIn("default-src 'none'", page)
+
+
 class Bill(unittest.TestCase):
     def setUp(self):
         self.bill = json.loads((FIRST / f"Vilnor-{VERSION}.spdx.json").read_text("utf-8"))

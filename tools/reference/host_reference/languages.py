@@ -70,5 +70,5 @@ EVENTS = {
     "basic": "Private Sub vilnor_{name}()",
     "vbscript": "Sub vilnor_{name}  ' WScript.ConnectObject vilnor, \"vilnor_\"",
     "sharp": "[DispId({id})] void {name}();",
-    "powershell": "Register-ObjectEvent $vilnor {name} -Action {{ … }}",
+    "powershell": "# not tested here; look for {name}'s changes in the database instead",
 }

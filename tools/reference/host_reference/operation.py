@@ -13,10 +13,13 @@ _ICONS = {"exclamation": ("!", "exclamation mark"), "critical": ("×", "critical
 _TYPE_NAMES = {"long": "32-bit integer", "short": "16-bit integer", "BSTR": "text",
                "VARIANT_BOOL": "Boolean", "IDispatch*": "recordset"}
 _OWNERSHIP = {
-    "BSTR": "The text is the caller's: free it with `SysFreeString` in C++; the other languages do so themselves.",
-    "IDispatch*": "The recordset is the caller's: `Release` it in C++, or let its variable go. It outlives the object.",
+    "BSTR": "The text is the caller's: free it with `SysFreeString` in C++; the other languages do so "
+            "themselves.",
+    "IDispatch*": "The recordset is the caller's: `Release` it in C++, or let its variable go. It outlives "
+                  "the object.",
 }
-_HOST_OBJECT = "A `DBVilnor` that was created after [InitVilnor](#BVilnor-InitVilnor) on this thread, and is not [used up](#used-up)."
+_HOST_OBJECT = ("A `DBVilnor` that was created after [InitVilnor](#BVilnor-InitVilnor) on this thread, and is not "
+                "[used up](#used-up).")
 
 
 def operation_section(sources, class_, operation, texts, object_name):
@@ -139,48 +142,42 @@ def _statements(sources, class_, operation, effects):
 
 
 def _boxes(sources, effects, texts):
-    more = {one["box"] for one in texts.get("more", [])}
-    rows = [_own_box(sources.boxes, *one.split(" ", 1)) for one in sorted(effects.own_texts)]
-    rows += [_box(sources.boxes, "exclamation", name) for name in sorted(
-        effects.exclamation | (more & {"OpenExistCase"}))]
-    rows += [_box(sources.boxes, "critical", name) for name in sorted(
-        effects.critical | {name for name in more - {"OpenExistCase"} if "text" not in sources.boxes[name]})]
-    rows += [_own_box(sources.boxes, sources.boxes[name]["icon"], f'"{name}"') for name in sorted(more)
-             if "text" in sources.boxes[name]]
-    if not rows:
+    """Those that were measured, and those that only odd data cause."""
+    shown = [(icon, quoted.strip('"')) for icon, quoted in
+             (one.split(" ", 1) for one in sorted(effects.own_texts))]
+    shown += [("exclamation", name) for name in sorted(effects.exclamation)]
+    shown += [("critical", name) for name in sorted(effects.critical)]
+    shown += [(one["icon"], one["box"]) for one in texts.get("more", [])]
+    if not shown:
         return _fact("Message boxes", "None.")
+    rows = [_box(sources.boxes, icon, name) for icon, name in shown]
     return _fact("Message boxes", element("div", element("table", *rows, class_="boxes"), class_="scroll"))
 
 
-def _icon(name):
-    sign, meaning = _ICONS[name]
-    return element("td", element("span", sign, class_=f"icon {name}", title=meaning, role="img",
-                                 aria_label=meaning))
+def _box(boxes, icon, name):
+    box = boxes.get(name, boxes["*"])
+    sign, meaning = _ICONS[icon]
+    if "text" in box:
+        says = _own_text(box, icon)
+    else:
+        says = joined([element("span", "number description", class_="quiet"), f" in {name}"])
+    return element("tr", element("td", element("span", sign, class_=f"icon {icon}", title=meaning, role="img",
+                                               aria_label=meaning)),
+                   element("td", says, class_="box"), element("td", text.inline(box["when"])), data_box=name)
 
 
-def _box(boxes, icon, procedure):
-    when = boxes.get(procedure, boxes["*"])["when"]
-    return element("tr", _icon(icon),
-                   element("td", element("span", "number description", class_="quiet"), f" in {procedure}",
-                           class_="box"),
-                   element("td", text.inline(when)), data_box=procedure)
-
-
-def _own_box(boxes, icon, quoted):
-    name = quoted.strip('"')
-    box = boxes[name]
-    lines = [element("b", box["title"])] if box.get("title", TITLE) != TITLE and box.get("title") else []
-    lines += box["text"].split("\r\n")
-    shown = joined([piece for line in lines for piece in (line, Markup("<br>"))][:-1])
-    buttons = element("span", "Yes, No" if icon == "question" else "OK", class_="button")
-    return element("tr", _icon(icon), element("td", shown, Markup("<br>"), buttons, class_="box"),
-                   element("td", text.inline(box["when"])), data_box=name)
+def _own_text(box, icon):
+    title = box.get("title", TITLE)
+    lines = [element("b", title)] if title not in ("", TITLE) else []
+    lines += [*box["text"].split("\r\n"),
+              element("span", "Yes, No" if icon == "question" else "OK", class_="button")]
+    return Markup("<br>").join(joined([line]) for line in lines)
 
 
 def _errors(class_, operation):
     if operation.name == "InitConnection":
-        return ("Returns the provider's error, or 3705 (0x800A0E79) if the connection is open, without a box. "
-                "`RPC_E_WRONG_THREAD` from another thread.")
+        return ("Returns the provider's error, or 3705 (0x800A0E79) if the connection is open, without a "
+                "box. `RPC_E_WRONG_THREAD` from another thread.")
     pointer = "`E_POINTER` for a null pointer, " if operation.arguments else ""
     if any(one.optional for one in operation.arguments):
         pointer = "`E_POINTER` for a null pointer, except for the optional argument, "

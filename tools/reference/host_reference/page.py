@@ -13,8 +13,13 @@ from .sources import CLASSES, EVENTS
 _STYLE = Path(__file__).with_name("page.css")
 _POLICY = "default-src 'none'; style-src 'unsafe-inline'"
 _ABOUT = {
-    "BVilnor": "The session object, `Vilnor.BVilnor`. The host creates one and keeps it. Interface `_BVilnor`, events `__BVilnor`.",
-    "DBVilnor": "Direct access to the link records and lookups in the host's database, `Vilnor.DBVilnor`. Create it, call it, release it: [DBVilnor](#dbvilnor). Interface `_DBVilnor`.",
+    "": "Vilnor connects a dental practice program, the host, with Vilnor Link, in which Swedish clinics file "
+        "insurance cases. The host calls it; Vilnor writes a request, starts `Link.exe`, and later enters the "
+        "answer into the host's database.",
+    "BVilnor": "The session object, `Vilnor.BVilnor`. The host creates one and keeps it. Interface `_BVilnor`, "
+               "events `__BVilnor`.",
+    "DBVilnor": "Direct access to the link records and lookups in the host's database, `Vilnor.DBVilnor`. Create "
+                "it, call it, release it: [DBVilnor](#dbvilnor). Interface `_DBVilnor`.",
 }
 
 
@@ -22,8 +27,8 @@ def page_of(sources, version):
     guide = text.blocks(sources.guide.replace("%requests%", _requests(sources.kinds)))
     references = [_class(sources, *one) for one in CLASSES]
     references.insert(1, _events(sources))
-    main = element("main", _title(version), element("section", element("h2", "Before you start"), guide,
-                                                     class_="class guide", id="before"), *references)
+    before = element("section", element("h2", "Before you start"), guide, class_="class guide", id="before")
+    main = element("main", _title(version), before, *references)
     body = [*_choices(), element("div", _contents(sources, guide), main, class_="page")]
     return "<!DOCTYPE html>\n" + element(
         "html", element("head", Markup('<meta charset="utf-8">'),
@@ -39,28 +44,26 @@ def _requests(kinds):
                "ExistCase": "BVilnor-OpenExistCase"}
     return "\n".join(
         f"| [{request[one.name].partition('-')[2]}](#{request[one.name]}) | {one.message} "
-        f"| `{one.request_word}…​.xml` | `{one.result_word}…​.xml` | {one.key} |" for one in kinds)
+        f"| `{one.request_word}….xml` | `{one.result_word}….xml` | {one.key} |" for one in kinds)
 
 
 def _title(version):
-    return element("header", element("p", f"Vilnor {version}", class_="kind"), element("h1", "Reference for the host's developers"),
-                   element("p", text.inline(
-                       "Vilnor connects a dental practice program, the host, with Vilnor Link, in which Swedish clinics file "
-                       "insurance cases. The host calls it; Vilnor writes a request, starts `Link.exe`, and later enters the answer into the "
-                       "host's database."), class_="lead"))
+    return element("header", element("p", f"Vilnor {version}", class_="kind"),
+                   element("h1", "Reference for the host's developers"),
+                   element("p", text.inline(_ABOUT[""]), class_="lead"))
 
 
 def _choices():
     """The choice of language works without a script: these come before what they hide."""
     names = [("all", "All"), *((id_, name) for id_, name, _ in LANGUAGES)]
-    inputs = [Markup(f'<input type="radio" name="language" id="show-{id_}"{" checked" if id_ == "all" else ""}>')
-              for id_, _ in names]
+    inputs = [Markup('<input type="radio" name="language" '
+                     f'id="show-{id_}"{" checked" if id_ == "all" else ""}>') for id_, _ in names]
     labels = [element("label", name, for_=f"show-{id_}") for id_, name in names]
     return [*inputs, element("nav", element("span", "Signatures in"), *labels, class_="choice")]
 
 
 def _class(sources, class_, interface, texts, object_name):
-    sections = [operation_section(sources, class_, operation, sources.texts[texts].get(operation.name, {}), object_name)
+    sections = [operation_section(sources, class_, operation, sources.texts[texts][operation.name], object_name)
                 for operation in sources.interfaces[interface].operations]
     return element("section", element("h2", class_), element("p", text.inline(_ABOUT[class_])), *sections,
                    class_="class", id=class_)

@@ -1,5 +1,7 @@
 """Markdown of the texts as HTML, by Debian's python3-markdown."""
 
+import re
+
 import markdown
 from exchange_page.html import Markup
 
@@ -7,9 +9,11 @@ _EXTENSIONS = ["tables", "attr_list", "sane_lists"]
 
 
 def blocks(text) -> Markup:
-    """Tables get a frame of their own in which they may scroll."""
-    html = markdown.markdown(text, extensions=_EXTENSIONS)
-    return Markup(html.replace("<table>", '<div class="scroll"><table>').replace("</table>", "</table></div>"))
+    """Tables get a frame of their own in which they may scroll; a connection string may be broken
+    between its parts."""
+    html = re.sub(r";(?=[A-Z])", ";<wbr>", markdown.markdown(text, extensions=_EXTENSIONS))
+    framed = html.replace("<table>", '<div class="scroll"><table>').replace("</table>", "</table></div>")
+    return Markup(framed)
 
 
 def inline(text) -> Markup:
