@@ -10,6 +10,8 @@ _SHARP = {"long": "int", "short": "short", "BSTR": "string", "VARIANT_BOOL": "bo
           "IDispatch*": "object"}
 # Arguments into which an operation writes.
 WRITTEN = {"ErrCode", "ErrMsg"}
+# $PID is the shell's own variable.
+_SHELL_NAMES = {"PID": "patientId"}
 
 
 def cpp(operation, _object):
@@ -46,13 +48,13 @@ def vbscript(operation, object_):
 
 
 def sharp(operation, _object):
-    parts = [("[Optional] " if one.optional else "") + ("ref " if one.by_reference else "")
-             + f"{_SHARP[one.type]} {one.name}" for one in operation.arguments]
+    parts = [f"{'ref ' if one.by_reference else ''}{_SHARP[one.type]} {one.name}"
+             for one in operation.arguments]
     return f"{_SHARP.get(operation.result, 'void')} {operation.name}({', '.join(parts)});"
 
 
 def powershell(operation, object_):
-    names = [(f"[ref]${one.name}" if one.name in WRITTEN else f"${one.name}")
+    names = [f"{'[ref]' if one.name in WRITTEN else ''}${_SHELL_NAMES.get(one.name, one.name)}"
              for one in operation.arguments]
     assigned = {"": "", "IDispatch*": "$rows = "}.get(operation.result, "$result = ")
     return f"{assigned}${object_}.{operation.name}({', '.join(names)})"
@@ -70,5 +72,5 @@ EVENTS = {
     "basic": "Private Sub vilnor_{name}()",
     "vbscript": "Sub vilnor_{name}  ' WScript.ConnectObject vilnor, \"vilnor_\"",
     "sharp": "[DispId({id})] void {name}();",
-    "powershell": "# not tested here; look for {name}'s changes in the database instead",
+    "powershell": "# a C# class by Add-Type, connected by IConnectionPoint.Advise",
 }
