@@ -54,7 +54,7 @@ def sharp(operation, _object):
 
 
 def powershell(operation, object_):
-    names = [f"{'[ref]' if one.name in WRITTEN else ''}${_SHELL_NAMES.get(one.name, one.name)}"
+    names = [f"{'[ref]' if one.by_reference else ''}${_SHELL_NAMES.get(one.name, one.name)}"
              for one in operation.arguments]
     assigned = {"": "", "IDispatch*": "$rows = "}.get(operation.result, "$result = ")
     return f"{assigned}${object_}.{operation.name}({', '.join(names)})"
