@@ -136,7 +136,7 @@ def _statements(sources, class_, operation, effects):
     """Of DBVilnor's operations; of BVilnor's, which of those they use."""
     if class_ == "DBVilnor":
         statements = sources.statements[operation.name]
-        return _fact("SQL", element("pre", "\n".join(statements), class_="sql")) if statements else None
+        return _fact("Example SQL", element("pre", "\n".join(statements), class_="sql")) if statements else None
     used = [f"[{name}](#DBVilnor-{name})" for name in sources.statements if name in effects.critical]
     return _fact("Database", text.inline("Uses " + ", ".join(used) + ".")) if used else None
 
@@ -150,20 +150,26 @@ def _boxes(sources, effects, texts):
     shown += [(one["icon"], one["box"]) for one in texts.get("more", [])]
     if not shown:
         return _fact("Message boxes", "None.")
-    rows = [_box(sources.boxes, icon, name) for icon, name in shown]
+    groups = {}
+    for icon, name in shown:
+        meaning = name if name in sources.boxes else icon
+        groups.setdefault((icon, meaning), []).append(name)
+    rows = [_box(sources.boxes[meaning], icon, names) for (icon, meaning), names in groups.items()]
     return _fact("Message boxes", element("div", element("table", *rows, class_="boxes"), class_="scroll"))
 
 
-def _box(boxes, icon, name):
-    box = boxes.get(name, boxes["*"])
+def _box(box, icon, names):
+    """One row; procedures whose boxes mean the same share it."""
     sign, meaning = _ICONS[icon]
-    if "text" in box:
-        says = _own_text(box, icon)
-    else:
-        says = joined([element("span", "number description", class_="quiet"), f" in {name}"])
+    says = [element("div", _own_text(box, icon) if "text" in box else _says(name), data_box=name)
+            for name in names]
     return element("tr", element("td", element("span", sign, class_=f"icon {icon}", title=meaning, role="img",
                                                aria_label=meaning)),
-                   element("td", says, class_="box"), element("td", text.inline(box["when"])), data_box=name)
+                   element("td", *says, class_="box"), element("td", text.inline(box["when"])))
+
+
+def _says(name):
+    return joined([element("span", "number description", class_="quiet"), f" in {name}"])
 
 
 def _own_text(box, icon):
@@ -171,7 +177,7 @@ def _own_text(box, icon):
     lines = [element("b", title)] if title not in ("", TITLE) else []
     lines += [*box["text"].split("\r\n"),
               element("span", "Yes, No" if icon == "question" else "OK", class_="button")]
-    return Markup("<br>").join(joined([line]) for line in lines)
+    return Markup(Markup("<br>").join(joined([line]) for line in lines))
 
 
 def _errors(class_, operation):
