@@ -43,7 +43,7 @@ Private Const Folder = "C:\Kestra\Vilnor"
 Private Const Patient = 4711
 Private Const Practitioner = 12
 Private Const Company = 3
-Private Const Application = 77
+Private Const ApplicationId = 77
 
 Private WithEvents session As VilnorSession
 
@@ -61,7 +61,7 @@ Private Sub Form_Load()
 End Sub
 
 Private Sub NewCaseButton_Click()
-    session.Fits Application
+    session.Fits ApplicationId
     session.NewCase Patient, Practitioner, Company
     ReportBox.Text = session.Report
 End Sub

@@ -9,7 +9,7 @@ Private Const Folder = "C:\Kestra\Vilnor"
 Private Const Patient = 4711
 Private Const Practitioner = 12
 Private Const Company = 3
-Private Const Application_ = 77
+Private Const ApplicationId = 77
 
 ' It must outlive each procedure: the answers come while it lives.
 Private session As VilnorSession
@@ -43,7 +43,7 @@ Public Sub SendNewCase()
         MsgBox "Run StartVilnor first.", vbExclamation
         Exit Sub
     End If
-    session.Fits Application_
+    session.Fits ApplicationId
     session.NewCase Patient, Practitioner, Company
 End Sub
 
