@@ -216,40 +216,45 @@ class Declarations(unittest.TestCase):
     # {type in C++: in Pascal, in C#}; a result is the last argument there.
     TYPES = {"BSTR": ("WideString", "string"), "short": ("Smallint", "short"),
              "LONG": ("Integer", "int"), "VARIANT_BOOL": ("WordBool", "bool"),
-             "IDispatch *": ("IDispatch", "object")}
-
-    @staticmethod
-    def c_type(argument):
-        """Of "short *dbType", without the "*" of a reference."""
-        return re.sub(r"\*?\w+$", "", argument.split("=")[0].strip()).strip()
+             "IDispatch": ("IDispatch", "object")}
 
     def expected(self, language):
         """{interface: [(operation, types of its arguments and result)]} in the order of the vtable."""
         found = {}
         header = text_of("cpp", "Vilnor.h")
-        for name, body in re.findall(r"\n(_\w+) : public IDispatch\n\{(.*?)\n\};", header, re.DOTALL):
+        for name, body in re.findall(r"\n(_D?BVilnor) : public IDispatch\n\{(.*?)\n\};", header,
+                                     re.DOTALL):
             found[name] = [
-                (operation, [self.TYPES[self.c_type(one)][language]
-                             for one in arguments.split(",") if one.strip()])
+                (operation, [self.declared(one, language) for one in arguments.split(",") if one.strip()])
                 for operation, arguments in re.findall(r"CALLTYPE (\w+)\((.*?)\) = 0;", body, re.DOTALL)]
         return found
+
+    def declared(self, argument, language):
+        """Of "short *dbType", "ref" and the type in that language."""
+        kind, stars = re.fullmatch(r"(\w+) (\**)\w+", argument.split("=")[0].strip()).groups()
+        return ("ref " if stars else "") + self.TYPES[kind][language]
 
     def test_of_pascal_are_widls(self):
         found = {}
         for name, body in re.findall(r"(\w+) = interface\(IDispatch\)(.*?)\n  end;",
                                      text_of("pascal", "Vilnor_TLB.pas"), re.DOTALL):
-            found[name] = [(operation, re.findall(r": (\w+)", rest)) for operation, rest in
-                           re.findall(r"(?:procedure|function) (\w+)(.*?) safecall;", body)]
+            found[name] = [
+                (operation, [("" if start == "const " else "ref ") + kind for start, kind in
+                             re.findall(r"(var |const |\))\w*: (\w+)", rest)])
+                for operation, rest in
+                re.findall(r"(?:procedure|function) (\w+)(.*?) safecall;", body)]
         self.assertEqual(self.expected(0), found)
 
     def test_of_csharp_are_widls(self):
         found = {}
-        for name, body in re.findall(r"InterfaceIsDual\)\]\s+public interface (\w+)\s+\{(.*?)\n    \}",
-                                     text_of("csharp", "Vilnor.cs"), re.DOTALL):
+        for name, body in re.findall(
+                r"InterfaceIsDual\)\]\s+public interface (\w+)\s+\{(.*?)\n    \}",
+                text_of("csharp", "Vilnor.cs"), re.DOTALL):
             found[name] = []
             for result, operation, rest in re.findall(r"^        (\w+) (\w+)\((.*)\);", body, re.M):
-                types = re.findall(r"(?:^|, )(?:\[[^\]]*\] )?(?:ref )?(\w+) \w+", rest)
-                found[name].append((operation, types + ([result] if result != "void" else [])))
+                types = [start + kind for start, kind in
+                         re.findall(r"(?:^|, )(?:\[[^\]]*\] )?(ref )?(\w+) \w+", rest)]
+                found[name].append((operation, types + ([f"ref {result}"] if result != "void" else [])))
         self.assertEqual(self.expected(1), found)
 
     def test_of_csharp_have_the_dispatch_ids(self):
