@@ -7,6 +7,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cwchar>
@@ -14,6 +15,8 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "Vilnor.h"
 
@@ -21,14 +24,14 @@ namespace {
 
 // Vilnor Link answers a new case with this message, to a hidden window that Vilnor makes.
 constexpr UINT kNewCaseAnswer = 10002;
-constexpr wchar_t kVilnorWindow[] = L"KestraToVilnor";
+constexpr std::wstring_view kVilnorWindow = L"KestraToVilnor";
 
 enum ExitCode { kDone = 0, kUsage = 1, kNoComponent = 3, kNoDatabase = 4, kCallFailed = 5 };
 
 std::string Utf8(const std::wstring& text) {
   std::string bytes(text.size() * 3, '\0');
   const int length =
-      WideCharToMultiByte(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()), &bytes[0],
+      WideCharToMultiByte(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()), bytes.data(),
                           static_cast<int>(bytes.size()), nullptr, nullptr);
   bytes.resize(static_cast<std::size_t>(length));
   return bytes;
@@ -49,8 +52,8 @@ int Fail(ExitCode code, std::string line) {
 
 // The error that a call has just left on this thread.
 std::string ErrorText(HRESULT result) {
-  char code[16];
-  std::snprintf(code, sizeof code, "0x%08lX", static_cast<unsigned long>(result));
+  std::array<char, 16> code{};
+  std::snprintf(code.data(), code.size(), "0x%08lX", static_cast<unsigned long>(result));
   IErrorInfo* error = nullptr;
   BSTR text = nullptr;
   if (GetErrorInfo(0, &error) == S_OK) {
@@ -59,7 +62,7 @@ std::string ErrorText(HRESULT result) {
   }
   const std::wstring description(text, SysStringLen(text));
   SysFreeString(text);
-  return code + (description.empty() ? "" : " " + Utf8(description));
+  return code.data() + (description.empty() ? "" : " " + Utf8(description));
 }
 
 void Check(HRESULT result) {
@@ -149,7 +152,8 @@ bool IsResult(const WIN32_FIND_DATAW& file, Result& result) {
 
 class WaitingResults {
  public:
-  WaitingResults(_BVilnor& vilnor, const std::wstring& folder) : vilnor_(vilnor), folder_(folder) {}
+  WaitingResults(_BVilnor& vilnor, std::wstring folder)
+      : vilnor_(vilnor), folder_(std::move(folder)) {}
 
   // Reads them, the oldest first. Deletes and overwrites nothing, so it may be interrupted at any
   // moment. Call it at the start and when the database is back, while no request is open.
@@ -291,12 +295,12 @@ void AskWhetherItFits(_BVilnor& vilnor, long fhpId) {
 void RunUntilAnswered(long pid) {
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    wchar_t window[32] = L"";
-    GetClassNameW(message.hwnd, window, 32);
+    std::array<wchar_t, 32> window{};
+    GetClassNameW(message.hwnd, window.data(), static_cast<int>(window.size()));
     TranslateMessage(&message);
     DispatchMessageW(&message);  // in here Vilnor reads the result and changes the database
     if (message.message == kNewCaseAnswer && static_cast<long>(message.wParam) == pid &&
-        std::wcscmp(window, kVilnorWindow) == 0) {
+        kVilnorWindow == window.data()) {
       return;
     }
   }
