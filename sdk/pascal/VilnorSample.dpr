@@ -34,12 +34,21 @@ begin
 end;
 
 function ErrorText(Error: Exception): string;
+var
+  Info: IErrorInfo;
+  Description: WideString;
 begin
-  // A driver's text may have several lines.
-  Result := StringReplace(Error.Message, #13, ' ', [rfReplaceAll]);
-  Result := StringReplace(Result, #10, ' ', [rfReplaceAll]);
+  Result := Error.Message;
   if Error is EOleSysError then
+  begin
+    // What CreateComObject leaves behind; its exception has only the code.
+    if (GetErrorInfo(0, Info) = S_OK) and (Info.GetDescription(Description) = S_OK) then
+      Result := Description;
     Result := '0x' + IntToHex(EOleSysError(Error).ErrorCode, 8) + ' ' + Result;
+  end;
+  // A driver's text may have several lines.
+  Result := StringReplace(Result, #13, ' ', [rfReplaceAll]);
+  Result := StringReplace(Result, #10, ' ', [rfReplaceAll]);
 end;
 
 // --- Events. Vilnor raises them on this thread, before the call that causes them returns.

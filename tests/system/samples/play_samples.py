@@ -2,6 +2,7 @@
 """Plays the samples in the Wine session that samples_test began."""
 
 import argparse
+import contextlib
 import os
 import re
 import socket
@@ -16,7 +17,7 @@ from databases import Changes, SqliteDatabase
 from trip_runner import USUAL_PLACES, Report
 from trips import NEW_JOURNAL, NEW_LINK, TOO_MANY_MEASURES
 
-FOLDER = r"C:\Kestra\Vilnor"
+FOLDER, HANDS = r"C:\Kestra\Vilnor", r"C:\Kestra\TripHands.exe"
 HEAD = "<?xml version='1.0' encoding='ISO-8859-1'?>"
 READY, RELEASED = "Vilnor is ready.", "Vilnor is released."
 EVENT = "Event UpdateJournal: a host shows its journal again."
@@ -34,11 +35,16 @@ def result(status, case):
 
 
 # Three answers for one patient: a case sent, another sent, the first one withdrawn. Only in this order
-# do they leave the second case alone. The fourth is no document.
-WAITING = [("OutNewCase4713 2026-11-17 08.00.00.xml", result(5, 9001), 180),
-           ("OutNewCase4713 2026-11-16 14.05.00.xml", result(5, 9002), 120),
-           ("OutNewCase4713.xml", result(7, 9001), 60),
-           ("OutExistCase103.xml", "no document", 30)]
+# do they leave the second case alone.
+FIRST, SECOND = "OutNewCase4713 2026-11-17 08.00.00.xml", "OutNewCase4713 2026-11-16 14.05.00.xml"
+# While another program holds the older answer, the newer one, which withdraws a case, must wait.
+HELD = "OutNewCase4714 2026-11-16 15.00.00.xml"
+NO_DOCUMENT = "OutExistCase103.xml"
+# Name, text, age in seconds.
+WAITING = [(FIRST, result(5, 9001), 180), (SECOND, result(5, 9002), 120),
+           (HELD, result(5, 9003), 90), ("OutNewCase4713.xml", result(7, 9001), 60),
+           ("OutNewCase4714.xml", result(7, 2073), 50), (NO_DOCUMENT, "no document", 30)]
+LEFT = [NO_DOCUMENT, "OutNewCase4714 DATE TIME.xml", "OutNewCase4714 waiting 1.xml"]
 
 
 LINK_105 = ("+ Vilnor 105: PID=4713 BID=12 RID=3 CaseId=9002 CaseType=9 Journal_ID=506 StatusCode=5 "
@@ -64,11 +70,11 @@ class Sample:
     def lines(self):
         """What it prints on a trip; a script host in Wine receives no events."""
         event = [] if self.is_script else [EVENT]
-        second = "OutNewCase4713 waiting 1.xml"
-        dealt_with = [f"{name} is dealt with" for name in (WAITING[0][0], WAITING[1][0], second)]
+        stays = "stays: a person must look at it"
         end = "The box is closed" if self.is_script else "The answer has been read"
-        return [READY, *(line for name in dealt_with for line in (*event, name)),
-                f"{WAITING[3][0]} stays: a person must look at it", *self.answer,
+        return [READY, *event, f"{FIRST} is dealt with", *event, f"{SECOND} is dealt with",
+                f"{HELD} {stays}", *event, "OutNewCase4713 waiting 1.xml is dealt with",
+                f"{NO_DOCUMENT} {stays}", *self.answer,
                 "A new case for patient 4711: waiting for Vilnor Link's answer.",
                 f"{end}: a host shows its journal again.", RELEASED]
 
@@ -85,8 +91,9 @@ class Player:
     def __init__(self, options):
         self._computer = Computer(options.session, options.bin)
         self._kit = Path(options.kit)
-        # The next Wine gives each process its own architecture, as Windows does.
-        self._can_pretend_64_bit = not options.next
+        # The next Wine gives each process its own architecture, as Windows does, and its ODBC says
+        # "Unspecified error" whatever the reason.
+        self._is_first_wine = not options.next
         self._out = Path(options.out)
         self.report = Report("")
         self._database = None
@@ -105,10 +112,13 @@ class Player:
             self._refuse("with a wrong connection string", sample,
                          arguments(sample, "Driver=NoSuchDriver;Database=none"), NOT_OPENED,
                          NO_DATABASE)
-            server = f"Driver=PostgreSQL Unicode;Server=127.0.0.1;Port={closed_port()};Database=none"
+            port = closed_port()
+            server = f"Driver=PostgreSQL Unicode;Server=127.0.0.1;Port={port};Database=none"
+            # A script host keeps the reason to itself.
+            reason = str(port) if self._is_first_wine and not sample.is_script else ""
             self._refuse("without a database", sample, arguments(sample, server), NOT_OPENED,
-                         NO_DATABASE)
-            if sample.is_script and self._can_pretend_64_bit:
+                         NO_DATABASE, reason)
+            if sample.is_script and self._is_first_wine:
                 self._refuse("as if in a 64-bit process", sample, arguments(sample, "none"), NOT_32,
                              NOT_32_BIT, before=["cmd", "/c", "set PROCESSOR_ARCHITECTURE=AMD64&&"])
             self._play(sample)
@@ -122,12 +132,13 @@ class Player:
         """Without letters beyond ASCII, for which each host has its own bytes."""
         return [plain(line) for line in run.lines if not line.startswith(NO_EVENTS)]
 
-    def _refuse(self, what, sample, words, code, begins, before=()):
-        """One line says what is wrong, and nothing happens."""
+    def _refuse(self, what, sample, words, code, begins, has="", before=()):
+        """One line says what is wrong and why."""
         run = self._computer.run(*before, *self._command(sample), *words)
         errors = [line for line in self._lines(run) if line not in (READY, RELEASED)]
         program = Path(sample.file).stem
-        good = len(errors) == 1 and errors[0].startswith(f"{program}: {begins}")
+        good = len(errors) == 1 and errors[0].startswith(f"{program}: {begins}") \
+            and has in errors[0]
         self.report.hold(f"{sample.name} {what}: one line", good and run.status == code,
                          f"exit code {run.status}, {run.lines!r}")
 
@@ -138,11 +149,30 @@ class Player:
             file.write_text(text, "latin-1")
             os.utime(file, (file.stat().st_mtime - age,) * 2)
 
-    def _play(self, sample):
+    @contextlib.contextmanager
+    def _held(self, name):
         computer = self._computer
+        ready, release = computer.work / "ready", computer.work / "release"
+        for file in (ready, release):
+            file.unlink(missing_ok=True)
+        holder = computer.start(HANDS, "hold", "none", *map(
+            computer.windows_path, (computer.exchange / name, ready, release)))
+        self.report.hold(f"{name} is held", wait_until(ready.exists), "nobody holds it")
+        try:
+            yield
+        finally:
+            release.touch()
+            computer.finish(holder)
+
+    def _play(self, sample):
         self._database.renew()
-        computer.clear_exchange()
+        self._computer.clear_exchange()
         self._put_waiting()
+        with self._held(HELD):
+            self._play_trip(sample)
+
+    def _play_trip(self, sample):
+        computer = self._computer
         changes = Changes(self._database)
         process = computer.start(*self._command(sample),
                                  *arguments(sample, self._database.connection),
@@ -151,7 +181,7 @@ class Player:
             answered = wait_until(lambda: changes.list() == ROWS)
             self.report.hold(f"{sample.name}: the answer is read while its box is open", answered,
                              f"rows: {changes.list()}")
-            computer.run(r"C:\Kestra\TripHands.exe", "press", BOX, OK_BUTTON)
+            computer.run(HANDS, "press", BOX, OK_BUTTON)
         run = computer.finish(process)
         self._keep(sample, run)
         report = self.report
@@ -159,8 +189,7 @@ class Player:
         report.check(f"{sample.name}: what it prints", [*map(plain, sample.lines())],
                      self._lines(run))
         report.check(f"{sample.name}: rows", ROWS, changes.list())
-        report.check(f"{sample.name}: files left", ["OutExistCase103.xml"],
-                     names_in(computer.exchange))
+        report.check(f"{sample.name}: files left", LEFT, names_in(computer.exchange))
 
     def _keep(self, sample, run):
         self._out.mkdir(parents=True, exist_ok=True)
