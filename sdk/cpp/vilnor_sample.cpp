@@ -321,7 +321,8 @@ int Play(_BVilnor& vilnor, wchar_t** words) {
   long bid = std::wcstol(words[5], nullptr, 10);
   long rid = std::wcstol(words[6], nullptr, 10);
   Check(vilnor.OpenWithNewCase(&pid, &bid, &rid));
-  Print(L"A new case for patient " + std::to_wstring(pid) + L": waiting for Vilnor Link's answer.");
+  Print(L"A new case for patient " + std::to_wstring(pid) +
+        L": waiting for Vilnor Link's answer (Ctrl+C ends this sample).");
   RunUntilAnswered(pid);
   Print(L"The answer has been read: a host shows its journal again.");
   return kDone;

@@ -102,7 +102,8 @@ internal static class VilnorSample
         int bid = int.Parse(words[4]);
         int rid = int.Parse(words[5]);
         vilnor.OpenWithNewCase(ref pid, ref bid, ref rid);
-        Console.WriteLine("A new case for patient " + pid + ": waiting for Vilnor Link's answer.");
+        Console.WriteLine("A new case for patient " + pid + ": waiting for Vilnor Link's answer " +
+            "(Ctrl+C ends this sample).");
         RunUntilAnswered(pid);
         Console.WriteLine("The answer has been read: a host shows its journal again.");
         return Done;

@@ -337,7 +337,8 @@ begin
   BID := StrToInt(ParamStr(5));
   RID := StrToInt(ParamStr(6));
   Vilnor.OpenWithNewCase(PID, BID, RID);
-  Print('A new case for patient ' + IntToStr(PID) + ': waiting for Vilnor Link''s answer.');
+  Print('A new case for patient ' + IntToStr(PID) + ': waiting for Vilnor Link''s answer ' +
+    '(Ctrl+C ends this sample).');
   RunUntilAnswered(PID);
   Print('The answer has been read: a host shows its journal again.');
   Result := Done;

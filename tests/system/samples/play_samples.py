@@ -72,10 +72,11 @@ class Sample:
         event = [] if self.is_script else [EVENT]
         stays = "stays: a person must look at it"
         end = "The box is closed" if self.is_script else "The answer has been read"
+        wait = "answer" if self.is_script else "answer (Ctrl+C ends this sample)"
         return [READY, *event, f"{FIRST} is dealt with", *event, f"{SECOND} is dealt with",
                 f"{HELD} {stays}", *event, "OutNewCase4713 waiting 1.xml is dealt with",
                 f"{NO_DOCUMENT} {stays}", *self.answer,
-                "A new case for patient 4711: waiting for Vilnor Link's answer.",
+                f"A new case for patient 4711: waiting for Vilnor Link's {wait}.",
                 f"{end}: a host shows its journal again.", RELEASED]
 
 
