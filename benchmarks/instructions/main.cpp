@@ -14,6 +14,7 @@
 #include "odbc/column_value.h"
 #include "odbc/translation.h"
 #include "shared/tooth_texts.h"
+#include "util/error_trap.h"
 
 namespace {
 
@@ -62,10 +63,34 @@ void MakeTexts() {
   made = automation::ToText(date, swedish).size() + automation::ToText(3975.5, swedish).size();
 }
 
+std::size_t Work() {
+  return made + 1;
+}
+
+// What a procedure costs while nobody listens to the trace, and what it would without one.
+void CallAProcedure() {
+  made = util::UnderTrap(u" in P", util::kModBVilnorIcon, Work);
+}
+void CallAnUntracedProcedure() {
+  made =
+      [] {
+        try {
+          return util::Attempt<std::size_t>(Work());
+        } catch (...) {
+          return util::Attempt<std::size_t>(util::Failure{automation::CurrentErrorNumber()});
+        }
+      }()
+          .OrEmpty();
+}
+
 const std::map<std::string, void (*)()> kPaths = {
-    {"a request of 200 fields", BuildARequest},  {"a scan of 1,000 characters", ScanTeeth},
-    {"an insert translated", TranslateAnInsert}, {"four columns' values", ReadARow},
+    {"a request of 200 fields", BuildARequest},
+    {"a scan of 1,000 characters", ScanTeeth},
+    {"an insert translated", TranslateAnInsert},
+    {"four columns' values", ReadARow},
     {"a date's and a number's text", MakeTexts},
+    {"a procedure", CallAProcedure},
+    {"a procedure without a trace", CallAnUntracedProcedure},
 };
 
 }  // namespace

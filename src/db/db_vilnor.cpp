@@ -1,6 +1,7 @@
 #include "db/db_vilnor.h"
 
 #include "db/connection_state.h"
+#include "util/error_trap.h"
 #include "util/session_settings.h"
 
 namespace db {
@@ -20,18 +21,20 @@ void OpenConnection() {
 }  // namespace
 
 DBVilnor::DBVilnor() {
-  // Released after a failure only if it is this object's: made here, or found closed.
-  bool ours = !CurrentConnectionState().gConnection;
-  try {
-    SetConnectionString();
-    ours = true;
-    OpenConnection();
-  } catch (...) {
-    if (ours) {
-      ReleaseShared();
+  util::WithoutTrap(u"DBVilnor", [] {
+    // Released after a failure only if it is this object's: made here, or found closed.
+    bool ours = !CurrentConnectionState().gConnection;
+    try {
+      SetConnectionString();
+      ours = true;
+      OpenConnection();
+    } catch (...) {
+      if (ours) {
+        ReleaseShared();
+      }
+      throw;
     }
-    throw;
-  }
+  });
 }
 
 // Kept: the thread's other objects lose the connection, too.
@@ -40,8 +43,10 @@ DBVilnor::~DBVilnor() {
 }
 
 void DBVilnor::InitConnection() {
-  SetConnectionString();
-  OpenConnection();
+  util::WithoutTrap(u"InitConnection", [] {
+    SetConnectionString();
+    OpenConnection();
+  });
 }
 
 }  // namespace db

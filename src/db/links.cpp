@@ -99,7 +99,7 @@ void UpdateLink(const LinkUpdate& update, const std::u16string& caseId, std::int
   });
 }
 
-UpdateAttempt TryUpdate(std::u16string_view procedure, const LinkUpdate& update,
+UpdateAttempt TryUpdate(platform::Procedure procedure, const LinkUpdate& update,
                         const std::u16string& caseId, std::int32_t caseStatus) {
   UpdateAttempt attempt;
   attempt.update =

@@ -9,6 +9,7 @@
 
 #include "db/connection_state.h"
 #include "platform/database.h"
+#include "platform/procedure.h"
 #include "util/error_trap.h"
 
 namespace db {
@@ -53,7 +54,7 @@ auto FirstRow(std::u16string statement, OpenMode mode, Take take) {
 
 // A query by one key: the procedure, the statement before and after the key, the open mode.
 struct Lookup {
-  std::u16string_view procedure;
+  platform::Procedure procedure;
   std::u16string_view beforeKey;
   std::u16string_view afterKey;
   OpenMode mode;
@@ -84,7 +85,7 @@ void InTransaction(Body body) {
 // Kept: the rollback also runs if the transaction had not begun; its own error is ignored.
 // `afterRollback` runs between the rollback and the box.
 template <class Body, class AfterRollback>
-util::Attempt<void> TryWrite(std::u16string_view procedure, Body body,
+util::Attempt<void> TryWrite(platform::Procedure procedure, Body body,
                              AfterRollback afterRollback) {
   return util::Try(procedure, util::kDBVilnorIcon, body, [&] {
     util::IgnoreErrors([] { SharedConnection().RollbackTrans(); });
@@ -92,7 +93,7 @@ util::Attempt<void> TryWrite(std::u16string_view procedure, Body body,
   });
 }
 template <class Body>
-util::Attempt<void> TryWrite(std::u16string_view procedure, Body body) {
+util::Attempt<void> TryWrite(platform::Procedure procedure, Body body) {
   return TryWrite(procedure, body, [] {});
 }
 

@@ -6,7 +6,7 @@
 namespace db {
 namespace {
 
-constexpr std::u16string_view kProcedure = u" in GetScalarValue";
+constexpr platform::Procedure kProcedure = u" in GetScalarValue";
 
 }  // namespace
 

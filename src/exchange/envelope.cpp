@@ -57,7 +57,7 @@ Element& AnsweredRequest::Add(std::u16string_view name, std::u16string userDefDa
 }
 
 std::u16string AnsweredRequest::Save() const {
-  SetUnreadAside(resultPath_);
+  SetUnreadAside(resultPath_, RowOf(kind_).traced);
   return exchange::Save(envelope_,
                         ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
 }

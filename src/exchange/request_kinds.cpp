@@ -17,21 +17,24 @@ std::optional<RequestKindRow> Find(RequestKind kind) {
                .caseType = CaseType::PriorApproval,
                .read = ReadNewResult,
                .xmlProcedure = u" in XMLReadNewFHP",
-               .procedure = u" in ReadNewFHP"}};
+               .procedure = u" in ReadNewFHP",
+               .traced = platform::TracedFile::NewFHP}};
     case NewCase:
       return {{.requestWord = u"\\InNewCase",
                .resultWord = u"\\OutNewCase",
                .caseType = CaseType::OrdinaryCase,
                .read = ReadNewResult,
                .xmlProcedure = u" in XMLReadNewCase",
-               .procedure = u" in ReadNewCase"}};
+               .procedure = u" in ReadNewCase",
+               .traced = platform::TracedFile::NewCase}};
     case ExistCase:
       return {{.requestWord = u"\\InExistCase",
                .resultWord = u"\\OutExistCase",
                .caseType = std::nullopt,
                .read = ReadExistResult,
                .xmlProcedure = u" in XMLReadExistCase",
-               .procedure = u" in ReadExistCase"}};
+               .procedure = u" in ReadExistCase",
+               .traced = platform::TracedFile::ExistCase}};
   }
   return std::nullopt;
 }

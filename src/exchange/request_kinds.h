@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "db/case_types.h"
+#include "platform/trace.h"
 
 namespace exchange {
 
@@ -27,8 +28,9 @@ struct RequestKindRow {
   // Reads a result (result_readers.h). A failure while the file is read is reported under the first
   // procedure name, a later one under the second.
   void (*read)(const struct Reading& reading);
-  std::u16string_view xmlProcedure;
-  std::u16string_view procedure;
+  platform::Procedure xmlProcedure;
+  platform::Procedure procedure;
+  platform::TracedFile traced;
 };
 
 RequestKindRow RowOf(RequestKind kind);

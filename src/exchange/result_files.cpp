@@ -20,6 +20,7 @@ namespace {
 
 using automation::AutomationError;
 using automation::RuntimeError;
+using platform::Ending;
 
 constexpr std::u16string_view kExtension = u".xml";
 constexpr std::u16string_view kResultWord = u"Out";
@@ -82,38 +83,54 @@ std::vector<std::u16string>& BeingRead() {
 
 }  // namespace
 
-ResultFile::ResultFile(std::u16string path) : path_(std::move(path)) {
+ResultFile::ResultFile(std::u16string path, platform::Procedure reader, platform::TracedFile kind)
+    : path_(std::move(path)), traced_(reader, kind) {
   BeingRead().push_back(path_);
 }
 
 ResultFile::~ResultFile() {
   BeingRead().pop_back();
+  traced_.End(ending_, reason_, error_);
+}
+
+void ResultFile::Because(platform::Reason reason, std::int32_t error) {
+  reason_ = reason;
+  error_ = error;
 }
 
 void ResultFile::TakeStamp() {
   stamp_ = platform::Current().files.StampOf(path_);
 }
 
-bool ResultFile::IsReplaced() const {
+bool ResultFile::IsReplaced() {
   const platform::FileStamp now = platform::Current().files.StampOf(path_);
-  return now.Exists() && now != stamp_;
+  const bool isReplaced = now.Exists() && now != stamp_;
+  if (isReplaced) {
+    ending_ = Ending::LeftToNewer;
+  }
+  return isReplaced;
 }
 
-void ResultFile::Delete() const {
+void ResultFile::Delete() {
   if (IsReplaced()) {
     return;
   }
   try {
     platform::Current().files.DeleteFile(path_);
+    ending_ = Ending::Deleted;
   } catch (...) {
-    util::IgnoreErrors([&] { Rename(path_, kDealtWithWord); });
+    util::IgnoreErrors([&] {
+      Rename(path_, kDealtWithWord);
+      ending_ = Ending::Renamed;
+    });
     throw;
   }
 }
 
-void ResultFile::SetAside() const {
+void ResultFile::SetAside() {
   if (!IsReplaced()) {
     exchange::SetAside(path_);
+    ending_ = Ending::SetAside;
   }
 }
 
@@ -121,11 +138,20 @@ void SetAside(const std::u16string& resultPath) {
   Rename(resultPath, kResultWord);
 }
 
-void SetUnreadAside(const std::u16string& resultPath) {
+void SetUnreadAside(const std::u16string& resultPath, platform::TracedFile kind) {
   const auto& beingRead = BeingRead();
-  if (std::find(beingRead.begin(), beingRead.end(), resultPath) == beingRead.end()) {
-    SetAside(resultPath);
+  if (std::find(beingRead.begin(), beingRead.end(), resultPath) != beingRead.end()) {
+    return;
   }
+  platform::Traced traced(u"SetUnreadAside", kind);
+  const bool waits = traced.IsOn() && platform::Current().files.StampOf(resultPath).Exists();
+  try {
+    SetAside(resultPath);
+  } catch (...) {
+    traced.End(Ending::Kept, platform::Reason::UnreadAnswer, automation::CurrentErrorNumber());
+    throw;
+  }
+  traced.End(waits ? Ending::SetAside : Ending::Empty, platform::Reason::UnreadAnswer);
 }
 
 }  // namespace exchange

@@ -12,6 +12,7 @@ namespace exchange {
 namespace {
 
 using automation::Decimal10;
+using platform::Reason;
 
 // Values of Cancelled. A result without the element counts as not cancelled.
 constexpr std::int32_t kNotCancelled = 99;
@@ -36,8 +37,9 @@ ResultDocumentReader Load(ResultFile& file) {
 
 // The value of Cancelled; nothing if the file could not be loaded.
 template <class Number>
-std::optional<Number> ReadCancelled(const ResultDocumentReader& document) {
-  if (document.Error().code != 0) {
+std::optional<Number> ReadCancelled(const ResultDocumentReader& document, ResultFile& file) {
+  if (const auto error = document.Error(); error.code != 0) {
+    file.Because(error.refusal, error.code);
     return std::nullopt;
   }
   Number cancelled = kNotCancelled;
@@ -47,7 +49,7 @@ std::optional<Number> ReadCancelled(const ResultDocumentReader& document) {
 
 // Only the user's own No counts as No. If the host shuts down before the user answers, an error is
 // raised and the result stays.
-bool UserWantsLinkDeleted() {
+bool UserWantsLinkDeleted(ResultFile& file) {
   const platform::Answer answer =
       platform::Current().dialogs.Show({.text = u"Ärendet är borttaget i Vilnor Link\r\n\r\n"
                                                 u"Ta bort kopplingen till ärendet i Kestra?",
@@ -55,19 +57,22 @@ bool UserWantsLinkDeleted() {
                                         .icon = platform::Icon::Question,
                                         .buttons = platform::Buttons::YesNo});
   if (answer != platform::Answer::Yes && answer != platform::Answer::No) {
+    file.Because(Reason::Unanswered);
     throw automation::AutomationError(automation::RuntimeError::AutomationFailure);
   }
   return answer == platform::Answer::Yes;
 }
 
 // For a case deleted in Vilnor Link: the outcome if the user wants its link deleted too.
-std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
+std::optional<Outcome> IfWanted(Outcome outcome, ResultFile& file,
                                 const util::Attempt<std::u16string>& linkedCase) {
   if (linkedCase.Failed()) {
+    file.Because(Reason::DatabaseFailed);
     file.SetAside();
     return std::nullopt;
   }
-  if (!UserWantsLinkDeleted()) {
+  if (!UserWantsLinkDeleted(file)) {
+    file.Because(Reason::LinkKept);
     file.Delete();
     return std::nullopt;
   }
@@ -77,17 +82,19 @@ std::optional<Outcome> IfWanted(Outcome outcome, const ResultFile& file,
 }  // namespace
 
 std::optional<Outcome> ReadNewOutcome(ResultFile& file) {
-  const auto cancelled = ReadCancelled<double>(Load(file));
+  const auto cancelled = ReadCancelled<double>(Load(file), file);
   if (!cancelled) {
     return std::nullopt;
   }
   if (*cancelled == kCancelled) {
+    file.Because(Reason::Cancelled);
     file.Delete();
     return std::nullopt;
   }
   // Kept: loaded a second time, into a second document.
   const ResultDocumentReader document = Load(file);
   if (const auto error = document.Error(); error.code != 0) {
+    file.Because(error.refusal, error.code);
     ShowParseError(error);
     return std::nullopt;
   }
@@ -102,12 +109,13 @@ std::optional<Outcome> ReadNewOutcome(ResultFile& file) {
 std::optional<Outcome> ReadExistOutcome(ResultFile& file,
                                         const util::Attempt<std::u16string>& linkedCase) {
   std::optional<ResultDocumentReader> document = Load(file);
-  const auto cancelled = ReadCancelled<std::int32_t>(*document);
+  const auto cancelled = ReadCancelled<std::int32_t>(*document, file);
   if (!cancelled) {
     return std::nullopt;
   }
   if (*cancelled >= 0 && *cancelled <= kLastWithoutChange) {
     document.reset();
+    file.Because(Reason::Unchanged);
     file.Delete();
     return std::nullopt;
   }
@@ -125,6 +133,7 @@ std::optional<Outcome> ReadExistOutcome(ResultFile& file,
   document.reset();
   if (linkedCase.Failed() && outcome.status == kWithdrawn &&
       automation::Trim(outcome.caseId).empty()) {
+    file.Because(Reason::DatabaseFailed);
     file.SetAside();
     return std::nullopt;
   }

@@ -34,25 +34,41 @@ std::u16string ResultPath(const Reading& reading) {
   return ExchangeFile(reading.folder, RowOf(reading.kind).resultWord, Decimal10(reading.key));
 }
 
-// Whether an outcome is in the database. Missing means that entering it failed, but a later read
-// may succeed.
-enum class Entry { Done, Missing };
+// Whether an outcome is in the database, where another reading may find it, or can never be.
+// Missing means that entering it failed, but a later read may succeed.
+enum class Entry { Done, AlreadyThere, NotThere, Impossible, Missing };
+
+platform::Reason ReasonOf(Entry entry) {
+  using platform::Reason;
+  switch (entry) {
+    case Entry::Done:
+      break;
+    case Entry::AlreadyThere:
+      return Reason::AlreadyLinked;
+    case Entry::NotThere:
+      return Reason::NotLinked;
+    case Entry::Impossible:
+      return Reason::CannotBeEntered;
+    case Entry::Missing:
+      return Reason::DatabaseFailed;
+  }
+  return Reason::Entered;
+}
 
 template <class T>
 Entry EntryBy(const util::Attempt<T>& attempt) {
   return attempt.Failed() ? Entry::Missing : Entry::Done;
 }
 
-// An update that can only fail again counts as done.
 Entry EntryBy(const db::UpdateAttempt& attempt) {
-  return attempt.isFinal ? Entry::Done : EntryBy(attempt.update);
+  return attempt.isFinal ? Entry::Impossible : EntryBy(attempt.update);
 }
 
 // Enters an outcome into the database, notifies the host, and removes the result file. A database
 // operation shows its own failure and the rest goes on; if a later read could enter the result, the
 // file is set aside, so that it is not lost.
 template <class Enter>
-void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
+void EnterResult(ResultFile& file, const Reading& reading, Enter enter) {
   Entry entry{};
   {
     const db::GDBUse database;
@@ -61,13 +77,11 @@ void EnterResult(const ResultFile& file, const Reading& reading, Enter enter) {
       reading.events->UpdateJournal();
     }
   }
-  switch (entry) {
-    case Entry::Done:
-      file.Delete();
-      break;
-    case Entry::Missing:
-      file.SetAside();
-      break;
+  file.Because(ReasonOf(entry));
+  if (entry == Entry::Missing) {
+    file.SetAside();
+  } else {
+    file.Delete();
   }
 }
 
@@ -111,7 +125,7 @@ util::Attempt<bool> Exists(db::DBVilnor& database, CaseType type, std::int32_t k
 Entry AddUnlessThere(db::DBVilnor& database, const db::NewLink& link,
                      const util::Attempt<bool>& exists) {
   if (exists.OrEmpty()) {
-    return Entry::Done;
+    return Entry::AlreadyThere;
   }
   const Entry added = EntryBy(database.TryAddNewCase(link));
   return exists.Failed() ? Entry::Missing : added;
@@ -139,7 +153,10 @@ Entry EnterNew(db::DBVilnor& database, CaseType type, std::int32_t key, Status s
                             exists());
     case Status::Withdrawn: {
       const auto isThere = exists();
-      return isThere.OrEmpty() ? EntryBy(database.TryDeleteCase(outcome.caseId)) : EntryBy(isThere);
+      if (isThere.OrEmpty()) {
+        return EntryBy(database.TryDeleteCase(outcome.caseId));
+      }
+      return isThere.Failed() ? Entry::Missing : Entry::NotThere;
     }
   }
   return Entry::Done;
@@ -171,7 +188,8 @@ void ReadNewResult(const Reading& reading) {
   RunReader(
       reading.kind,
       [&] {
-        file.emplace(ResultPath(reading));
+        const RequestKindRow row = RowOf(reading.kind);
+        file.emplace(ResultPath(reading), row.procedure, row.traced);
         auto outcome = ReadNewOutcome(*file);
         if (outcome) {
           data = SplitUserDefData(type, reading.key, outcome->userDefData);
@@ -183,6 +201,8 @@ void ReadNewResult(const Reading& reading) {
           EnterResult(*file, reading, [&](auto& database) {
             return EnterNew(database, type, reading.key, *status, outcome, data);
           });
+        } else {
+          file->Because(platform::Reason::UnknownStatus);
         }
       });
 }
@@ -192,7 +212,8 @@ void ReadExistResult(const Reading& reading) {
   RunReader(
       reading.kind,
       [&] {
-        file.emplace(ResultPath(reading));
+        const RequestKindRow row = RowOf(reading.kind);
+        file.emplace(ResultPath(reading), row.procedure, row.traced);
         return ReadExistOutcome(
             *file, db::WithGDB([&](auto& gDB) { return gDB.TryGetCaseIdByVilnorId(reading.key); }));
       },
@@ -201,6 +222,8 @@ void ReadExistResult(const Reading& reading) {
           EnterResult(*file, reading, [&](auto& database) {
             return EnterExistCase(database, reading.key, *status, outcome);
           });
+        } else {
+          file->Because(platform::Reason::UnknownStatus);
         }
       });
 }

@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "platform/processes.h"
+#include "platform/trace.h"
 #include "platform/user_settings.h"
 #include "registry/c_registry.h"
 #include "util/error_trap.h"
@@ -53,6 +54,8 @@ std::optional<std::u16string> RegisteredLinkProgram() {
     }
     return path + (path.back() == u'\\' ? u"" : u"\\") + u"Link.exe";
   } catch (...) {
+    platform::Note(u"GetVilnorCommandLine", platform::Reason::LinkKeyUnreadable,
+                   automation::CurrentErrorNumber());
     return std::nullopt;  // the per-user setting may still name it
   }
 }

@@ -8,6 +8,7 @@
 #include "host/b_vilnor.h"
 #include "platform/platform.h"
 #include "platform/thread_state.h"
+#include "platform/trace.h"
 #include "util/error_trap.h"
 
 namespace host {
@@ -38,6 +39,14 @@ BVilnor& NotifyTarget() {
   return *state.gNotifyTarget;
 }
 
+// Whether only the link program can have sent the message. The system's own have numbers below
+// WM_USER or, when they are registered by name, from 0xC000 on.
+bool IsPrivate(std::int32_t message) {
+  constexpr std::int32_t kFirst = 0x400;
+  constexpr std::int32_t kLast = 0xBFFF;
+  return message >= kFirst && message <= kLast;
+}
+
 }  // namespace
 
 std::int32_t RegClass(platform::WindowClass& windowClass, platform::WindowProcedure procedure) {
@@ -58,7 +67,11 @@ platform::WindowHandle CreateForm() {
     description.title = u"VB Window";
     description.width = 640;
     description.height = 480;
-    return platform::Current().windows.CreateWindow(description);
+    const auto window = platform::Current().windows.CreateWindow(description);
+    if (window == 0) {
+      platform::Note(u"CreateForm", platform::Reason::NoWindow);
+    }
+    return window;
   });
 }
 
@@ -72,11 +85,15 @@ void DestroyForm(platform::WindowHandle window) {
 
 std::int32_t MsgHandling(platform::WindowHandle window, std::int32_t message, std::int32_t wParam,
                          std::int32_t lParam) {
+  constexpr platform::Procedure kProcedure = u" in MsgHandling";
+  const auto kind = exchange::KindOf(message);
   std::int32_t result = 0;
-  UnderTrap(u" in MsgHandling", kModBVilnorIcon, [&] {
+  UnderTrap(kind ? kProcedure : kProcedure.TracedIfItFails(), kModBVilnorIcon, [&] {
     result = platform::Current().windows.DefaultProcedure(window, message, wParam, lParam);
-    if (const auto kind = exchange::KindOf(message)) {
+    if (kind) {
       NotifyTarget().ReadResult(*kind, wParam);
+    } else if (IsPrivate(message)) {
+      platform::Note(kProcedure, platform::Reason::UnknownMessage);
     }
   });
   return result;

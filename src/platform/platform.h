@@ -14,6 +14,7 @@ class RegistryApi;
 class Database;
 class ResultDocuments;
 class WindowSystem;
+class Trace;
 
 struct Platform {
   Clock& clock;
@@ -26,6 +27,7 @@ struct Platform {
   Database& database;
   ResultDocuments& resultDocuments;
   WindowSystem& windows;
+  Trace& trace;
 };
 
 // The calling thread's platform; Use() must have been called on the thread.

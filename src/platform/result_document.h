@@ -5,6 +5,7 @@
 #include <string>
 
 #include "automation/value.h"
+#include "platform/trace.h"
 
 namespace platform {
 
@@ -14,6 +15,8 @@ struct ParseError {
   // Character position in the file.
   std::int32_t filePosition = 0;
   std::u16string reason;
+  // The same for the trace.
+  Reason refusal = Reason::Malformed;
 };
 
 // One XML document, loaded synchronously from a local file. A document type without declarations is

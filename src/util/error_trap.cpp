@@ -1,5 +1,6 @@
 #include "util/error_trap.h"
 
+#include <optional>
 #include <string>
 
 #include "automation/text.h"
@@ -7,13 +8,27 @@
 
 namespace util {
 
-void ShowError(const automation::AutomationError& error, std::u16string_view procedure,
-               platform::Icon icon) {
-  platform::Current().dialogs.Show({.text = automation::Decimal10(error.number()) + u" " +
-                                            error.description() + std::u16string(procedure),
-                                    .title = std::u16string(kBoxTitle),
-                                    .icon = icon,
-                                    .buttons = platform::Buttons::Ok});
+bool ShowError(const automation::AutomationError& error, Procedure procedure, platform::Icon icon) {
+  const platform::Answer answer = platform::Current().dialogs.Show(
+      {.text = automation::Decimal10(error.number()) + u" " + error.description() +
+               std::u16string(procedure.inBox()),
+       .title = std::u16string(kBoxTitle),
+       .icon = icon,
+       .buttons = platform::Buttons::Ok});
+  return answer != platform::Answer::None;
+}
+
+Failure ReportError(Procedure procedure, platform::Icon icon, ActionRef beforeBox,
+                    platform::Traced& traced) noexcept {
+  using platform::Ending;
+  const Failure failure{automation::CurrentErrorNumber()};
+  std::optional<automation::AutomationError> error;
+  bool seen = false;
+  IgnoreErrors([&] { error = automation::CurrentError(); });
+  IgnoreErrors(beforeBox);
+  IgnoreErrors([&] { seen = ShowError(error.value(), procedure, icon); });
+  traced.End(seen ? Ending::Failed : Ending::Unshown, platform::Reason::None, failure.number);
+  return failure;
 }
 
 }  // namespace util

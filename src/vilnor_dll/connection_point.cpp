@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "com/enumerator.h"
+#include "platform/trace.h"
 
 namespace vilnor_dll {
 namespace {
@@ -101,8 +102,11 @@ void ConnectionPoint::Raise(DISPID event) {
       continue;
     }
     DISPPARAMS none{};
-    sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr,
-                 nullptr);
+    const HRESULT result = sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                        &none, nullptr, nullptr, nullptr);
+    if (FAILED(result)) {
+      platform::Note(u"UpdateJournal", platform::Reason::SinkFailed, result);
+    }
   }
 }
 

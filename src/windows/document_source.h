@@ -3,6 +3,7 @@
 #include <string>
 
 #include "com/variant.h"
+#include "platform/trace.h"
 #include "windows/file_calls.h"
 
 namespace windows {
@@ -12,6 +13,8 @@ struct DocumentSource {
   // Empty if the file cannot be read, is empty, or must not be given to a parser.
   com::Variant bytes;
   bool isFitToParse = true;
+  // Why, if it is not loaded.
+  platform::Reason refusal = platform::Reason::Malformed;
 };
 
 // Reads the file while nobody can write to it. Waits about a second for a writer to finish, because

@@ -75,6 +75,7 @@ class MsxmlDocument : public platform::ResultDocument {
   // be read, or the parser rejects its bytes.
   void Load(const std::u16string& path) override {
     const DocumentSource source = ReadDocument(calls_, path);
+    refusal_ = source.refusal;
     const VARIANT& bytes = source.bytes.get();
     VARIANT_BOOL loaded = VARIANT_FALSE;
     if (!source.isFitToParse) {
@@ -103,7 +104,7 @@ class MsxmlDocument : public platform::ResultDocument {
     // Wine's MSXML does not report the position (E_NOTIMPL); it then stays 0.
     error->get_filepos(&position);
     com::CheckCall([&] { return error->get_reason(reason.Receive()); });
-    return {.code = code, .filePosition = position, .reason = reason.Text()};
+    return {.code = code, .filePosition = position, .reason = reason.Text(), .refusal = refusal_};
   }
 
   automation::Value FirstValue(const std::u16string& tagName) override {
@@ -128,6 +129,7 @@ class MsxmlDocument : public platform::ResultDocument {
  private:
   FileCalls& calls_;
   com::ComPtr<IXMLDOMDocument> document_;
+  platform::Reason refusal_ = platform::Reason::Malformed;
 };
 
 }  // namespace

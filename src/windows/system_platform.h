@@ -4,6 +4,7 @@
 #include "platform/platform.h"
 #include "windows/ado_database.h"
 #include "windows/advapi_registry.h"
+#include "windows/etw_trace.h"
 #include "windows/message_boxes.h"
 #include "windows/msxml_documents.h"
 #include "windows/registry_user_settings.h"
@@ -15,7 +16,7 @@
 
 namespace windows {
 
-// The adapters keep nothing between calls, so one object serves all threads.
+// The adapters keep nothing of a call, so one object serves all threads.
 class SystemPlatform {
  public:
   SystemPlatform() = default;
@@ -35,6 +36,7 @@ class SystemPlatform {
   AdoDatabase database_;
   MsxmlDocuments resultDocuments_;
   User32Windows windows_;
+  EtwTrace trace_;
   platform::Platform platform_{.clock = clock_,
                                .locale = locale_,
                                .dialogs = dialogs_,
@@ -44,7 +46,8 @@ class SystemPlatform {
                                .registry = registry_,
                                .database = database_,
                                .resultDocuments = resultDocuments_,
-                               .windows = windows_};
+                               .windows = windows_,
+                               .trace = trace_};
 };
 
 }  // namespace windows

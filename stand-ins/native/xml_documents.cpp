@@ -19,6 +19,7 @@ namespace {
 using automation::AutomationError;
 using automation::FromUtf8;
 using automation::RuntimeError;
+using platform::Reason;
 
 // MSXML's code for a missing file.
 constexpr std::int32_t kFileNotFoundCode = -2146697210;
@@ -54,16 +55,26 @@ void SetUpLibrary() {
 }
 
 // Nothing for a document that must not be given to a parser.
-std::string Contents(std::ifstream& file) {
+std::string Contents(std::ifstream& file, Reason& refusal) {
   file.seekg(0, std::ios::end);
   const auto size = static_cast<std::uint64_t>(std::max<std::streamoff>(file.tellg(), 0));
   if (size > parser_limits::kLargestDocument) {
+    refusal = Reason::TooLarge;
     return {};
   }
+  if (size == 0) {
+    refusal = Reason::EmptyFile;
+    return {};
+  }
+  refusal = Reason::Malformed;
   std::string bytes(static_cast<std::size_t>(size), '\0');
   file.seekg(0);
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return parser_limits::IsFitToParse(bytes) ? bytes : std::string();
+  if (!parser_limits::IsFitToParse(bytes)) {
+    refusal = Reason::NotFit;
+    return {};
+  }
+  return bytes;
 }
 
 // The next node in document order below `top`, or nothing. Not recursive: a hostile document may be
@@ -108,10 +119,14 @@ class XmlDocument : public platform::ResultDocument {
     if (!file || std::filesystem::is_directory(native, failure)) {
       error_ = {.code = kFileNotFoundCode,
                 .filePosition = 0,
-                .reason = u"The system cannot locate the object specified.\r\n"};
+                .reason = u"The system cannot locate the object specified.\r\n",
+                .refusal = std::filesystem::exists(native, failure) ? Reason::Unreadable
+                                                                    : Reason::NotFound};
       return;
     }
-    Parse(Contents(file));
+    Reason refusal{};
+    const std::string bytes = Contents(file, refusal);
+    Parse(bytes, refusal);
   }
 
   platform::ParseError GetParseError() override { return error_; }
@@ -131,7 +146,7 @@ class XmlDocument : public platform::ResultDocument {
   }
 
  private:
-  void Parse(std::string_view bytes) {
+  void Parse(std::string_view bytes, Reason refusal) {
     const Context context(xmlNewParserCtxt(), xmlFreeParserCtxt);
     if (!context || bytes.size() > std::numeric_limits<int>::max()) {
       throw AutomationError(RuntimeError::OutOfMemory);
@@ -147,7 +162,8 @@ class XmlDocument : public platform::ResultDocument {
     error_ = {.code = kFirstParserCode + (error == nullptr ? 0 : error->code),
               .filePosition = static_cast<std::int32_t>(xmlByteConsumed(context.get())),
               .reason = error == nullptr || error->message == nullptr ? std::u16string()
-                                                                      : FromUtf8(error->message)};
+                                                                      : FromUtf8(error->message),
+              .refusal = refusal};
   }
 
   Document document_{nullptr, xmlFreeDoc};

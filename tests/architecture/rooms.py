@@ -30,7 +30,7 @@ GENERATED = {"typelib"}
 # Headers from outside the C++ standard library that a room may use; "folder/" allows all of one.
 OUTSIDE = {
     "com": ("windows.h", "oleauto.h", "olectl.h", "ntsecapi.h"),
-    "windows": ("adoint.h", "msxml.h"),
+    "windows": ("adoint.h", "evntprov.h", "msxml.h"),
     "odbc": ("sql.h", "sqlext.h", "windows.h"),
     "native": ("fcntl.h", "libxml/"),
     "ado_dll": ("ado_interfaces.h",),

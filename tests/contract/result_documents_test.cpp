@@ -83,6 +83,18 @@ TEST_F(ResultDocuments, ElementTextIsReadAsText) {
   EXPECT_EQ(document->FirstValue(u"b"), Value(u"Åsa"));
 }
 
+TEST_F(ResultDocuments, RefusalHasItsCause) {
+  const auto refusalOf = [&](const std::string& bytes) {
+    return Load(bytes)->GetParseError().refusal;
+  };
+  EXPECT_EQ(refusalOf(""), platform::Reason::EmptyFile);
+  EXPECT_EQ(refusalOf("<r><a>1</b></r>"), platform::Reason::Malformed);
+  EXPECT_EQ(refusalOf("<r><a>1</a>"), platform::Reason::NotFit);
+  auto document = documents_->New();
+  document->Load(folder_ / "none.xml");
+  EXPECT_EQ(document->GetParseError().refusal, platform::Reason::NotFound);
+}
+
 TEST_F(ResultDocuments, FirstElementInDocumentOrderIsFoundAtAnyDepth) {
   EXPECT_EQ(FirstOf("<r><x><y><a>1</a></y></x><a>2</a></r>"), Value(u"1"));
   EXPECT_EQ(FirstOf("<a>1<a>2</a></a>"), Value(u"12"));
@@ -268,7 +280,9 @@ TEST_F(ResultDocuments, FileOfMoreThan64MegabytesIsRefusedUnread) {
   }
   bytes.resize(parser_limits::kLargestDocument - end.size(), 'x');
   EXPECT_EQ(FirstOf(bytes + end), Value(u"1"));
-  EXPECT_NE(Load(bytes + "x" + end)->GetParseError().code, 0);
+  const platform::ParseError error = Load(bytes + "x" + end)->GetParseError();
+  EXPECT_NE(error.code, 0);
+  EXPECT_EQ(error.refusal, platform::Reason::TooLarge);
 }
 
 TEST_F(ResultDocuments, TooLongValueRaisesOutOfMemory) {

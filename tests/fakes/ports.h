@@ -5,6 +5,7 @@
 #include "fakes/fake_database.h"
 #include "fakes/fakes.h"
 #include "fakes/memory_registry.h"
+#include "fakes/trace.h"
 #include "fakes/with.h"
 #include "platform/platform.h"
 
@@ -21,8 +22,9 @@ struct Ports {
   Database database;
   RealDocuments documents;
   WindowSystem windows;
-  platform::Platform ports{clock,        locale,   dialogs,  processes, files,
-                           userSettings, registry, database, documents, windows};
+  Trace trace;
+  platform::Platform ports{clock,    locale,   dialogs,   processes, files, userSettings,
+                           registry, database, documents, windows,   trace};
 };
 
 }  // namespace fakes

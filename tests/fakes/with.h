@@ -33,7 +33,8 @@ platform::Platform With(const platform::Platform& base, Changed&... changed) {
           .registry = Pick(base.registry, changed...),
           .database = Pick(base.database, changed...),
           .resultDocuments = Pick(base.resultDocuments, changed...),
-          .windows = Pick(base.windows, changed...)};
+          .windows = Pick(base.windows, changed...),
+          .trace = Pick(base.trace, changed...)};
 }
 
 }  // namespace fakes

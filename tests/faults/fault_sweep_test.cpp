@@ -132,6 +132,14 @@ class FaultSweep : public testing::Test {
     }
   }
 
+  // Whatever fails, support sees it, even where the user sees nothing.
+  static void ExpectLineOfFault(const World& world) {
+    const auto& lines = world.trace.lines;
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const auto& line) {
+      return LevelOf(line) <= platform::TraceLevel::Warning;
+    })) << "the trace says nothing";
+  }
+
   // The operation that follows a fault works.
   static void ExpectRecovery(World& world) {
     // A setting may have been forgotten, or may name a program that no longer exists.
@@ -185,9 +193,24 @@ class FaultSweep : public testing::Test {
     Outcome after = Run(operation, world);
     effects.AddBoxes(world.dialogs.shown);
     ExpectProperBoxes(operation, world, place.call, place.error);
+    ExpectLineOfFault(world);
     ExpectNothingLost(operation, world, place.before, place.whole, after);
     ExpectRecovery(world);
     return after;
+  }
+
+  // Without a fault the operation has one line of its own: "DBVilnor.DeleteFHP", "ReadNewCase sent"
+  // and "OpenVilnor, stale setting" by the operation's name.
+  static void ExpectOwnLine(const Operation& operation, const World& world) {
+    std::string name = operation.name.substr(0, operation.name.find_first_of(" ,"));
+    name = name.substr(name.rfind('.') + 1);
+    const auto& lines = world.trace.lines;
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                            [&](const auto& line) {
+                              return ToUtf8(line.procedure.name()) == name &&
+                                     LevelOf(line) != platform::TraceLevel::Error;
+                            }))
+        << name << " has no line";
   }
 
   // Returns how many faults were injected.
@@ -201,6 +224,7 @@ class FaultSweep : public testing::Test {
       before = {world.ReadRows(), world.Contents(operation.requestFile),
                 world.Contents(operation.resultFile + operation.unreadFile), true};
       operation.run(world);
+      ExpectOwnLine(operation, world);
       calls = world.plan.calls();
       whole = {world.ReadRows(), world.Contents(operation.requestFile), {}, false};
       EXPECT_TRUE(std::all_of(world.dialogs.shown.begin(), world.dialogs.shown.end(),

@@ -72,6 +72,7 @@ World::World()
   vilnor_ = std::make_unique<host::BVilnor>(events);
   vilnor_->InitVilnor(ConnectionString(folder_), 1, 1);
   plan.Clear();
+  trace.TurnOn();
 }
 
 World::~World() {

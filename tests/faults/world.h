@@ -55,6 +55,7 @@ class World : private fakes::Ports {
   using Ports::dialogs;
   using Ports::processes;
   using Ports::registry;
+  using Ports::trace;
 
   void RegisterLinkProgram();
   // The link program is not registered; the host's setting names its path.

@@ -277,6 +277,7 @@ TEST_F(ResultBeingWritten, ResultNeverReleasedByItsWriterCannotBeLoaded) {
   document_->Load(folder_ / "Out.xml");
   EXPECT_GE(calls_.waited, 1'000U);
   EXPECT_NE(document_->GetParseError().code, 0);
+  EXPECT_EQ(document_->GetParseError().refusal, platform::Reason::Unreadable);
   EXPECT_EQ(ErrorNumberOf([&] { document_->FirstValue(u"a"); }), 91);
 }
 

@@ -426,12 +426,12 @@ TEST_F(ResultFiles, ResultBeingReadIsNotSetAsideByANewRequest) {
     database = fakes::Database();
     AnswerJournal(reader.updateQuery);
     Put(reader.file, ResultText("99", "1", reader.userDefData));
-    atUpdateJournal = [&] { SetUnreadAside(ExchangePath(reader.file)); };
+    atUpdateJournal = [&] { SetUnreadAside(ExchangePath(reader.file), RowOf(reader.kind).traced); };
     Read(reader.kind);
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(Files(), Names());
     Put(reader.file, "unread");
-    SetUnreadAside(ExchangePath(reader.file));
+    SetUnreadAside(ExchangePath(reader.file), RowOf(reader.kind).traced);
     EXPECT_EQ(Files(), Names{AsideOf(reader)});
     std::filesystem::remove_all(folder / "Vilnor");
   }
