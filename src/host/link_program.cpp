@@ -85,6 +85,8 @@ std::optional<std::u16string> LinkProgramOfSetting() {
     if (automation::CurrentError().Is(RuntimeError::FileNotFound)) {
       SetVilnorPath({});  // kept: the stale path is still returned
     } else {
+      platform::Note(u"GetVilnorCommandLine", platform::Reason::Unreadable,
+                     automation::CurrentErrorNumber());
       candidate.clear();
     }
   }
