@@ -19,7 +19,6 @@ CLASS = r"CLSID\{237F4B29-1C3E-419F-AE49-B0D6EDE0F48D}\InprocServer32"
 MACHINE_CLASS = "HKEY_LOCAL_MACHINE\\Software\\Classes\\" + CLASS
 USER_CLASS = "HKEY_CURRENT_USER\\Software\\Classes\\" + CLASS
 REGIONAL = r"HKEY_CURRENT_USER\Control Panel\International"
-DRIVES = r"HKEY_LOCAL_MACHINE\Software\Wine\Drives"
 EXPANDABLE = "hex(2):43,00,3a,00,00,00"
 
 Values = dict
@@ -97,6 +96,15 @@ def restricted(clinic, key):
 
 
 @contextmanager
+def network_folder(clinic):
+    """\\\\klinik\\kestra, where Wine looks for servers."""
+    share = clinic.computer.drive.parent / "dosdevices/unc/klinik/kestra"
+    (share / "Vilnor").mkdir(parents=True)
+    yield
+    shutil.rmtree(share.parent)
+
+
+@contextmanager
 def without_parser(_clinic):
     os.environ["WINEDLLOVERRIDES"] = "winedbg.exe=d;mscoree=;mshtml=;msxml3="
     yield
@@ -148,18 +156,18 @@ COMPUTERS = (
     Broken("a host with a manifest", {}, breaking=host_with_manifest,
            says=r"Kestra Dentals manifest: C:\Kestra\Vilnor.dll"),
     Broken("the component is not registered", {"component": "fault"},
-           breaking=lambda clinic: unregistered(clinic, "Vilnor.dll")),
+           breaking=lambda clinic: unregistered(clinic, r"C:\Vilnor\1.5\Vilnor.dll")),
     Broken("the registered file is missing", {"component": "fault"},
            breaking=changing({(MACHINE_CLASS, ""): r"C:\Gone\Vilnor.dll"}), says=r"C:\Gone\Vilnor.dll"),
     Broken("the registered file is no program", {"component": "fault"},
            breaking=changing({(MACHINE_CLASS, ""): r"C:\Kestra\kestra.db"})),
     Broken("a registration of the user's own", {"component": "warning"},
-           breaking=changing({(USER_CLASS, ""): r"C:\windows\system32\VilnorCopy.dll"}),
+           breaking=changing({(USER_CLASS, ""): r"C:\windows\VilnorCopy.dll"}),
            says="användarens egen registrering"),
     Broken("another version", {"component-version": "warning"},
            breaking=changing({(MACHINE_CLASS, ""): r"C:\windows\system32\kernel32.dll"})),
     Broken("no ADO", {"ado": "fault"},
-           breaking=lambda clinic: unregistered(clinic, r"..\ado-odbc\AdoOdbc.dll")),
+           breaking=lambda clinic: unregistered(clinic, clinic.ado)),
     Broken("no MSXML", {"msxml": "fault"}, breaking=without_parser),
     Broken("a host's key that may only be read", {"host-key-1": "fault"},
            breaking=lambda clinic: restricted(clinic, KESTRA_KEY + r"\Kestra.Main.exe"),
@@ -191,15 +199,15 @@ COMPUTERS = (
            host_at("C:\\Gone\\"), says="76 Path not found"),
     Broken("a path with a blank", {"exchange-blanks": "warning"}, host_at("C:\\Kestra Dental\\"),
            breaking=lambda clinic: folder(clinic, r"C:\Kestra Dental\Vilnor")),
-    Broken("a network drive", {"exchange-drive": "warning"}, host_at("N:\\"),
-           breaking=lambda clinic: clinic.network_drive()),
+    Broken("a folder on the network", {"exchange-drive": "warning"},
+           host_at("\\\\klinik\\kestra\\"), breaking=network_folder),
     Broken("a twin under VirtualStore", {"exchange-twin": "warning"},
            breaking=lambda clinic: folder(clinic, clinic.local_data + r"\VirtualStore\Kestra\Vilnor")),
     Broken("results that nobody has read", {"unread-results": "warning"},
            breaking=lambda clinic: files(clinic, {
                "OutNewCase19710315.xml": 3, "OutNewCase4711.xml": 1,
                "OutNewFHP77 2026-11-16 14.05.00.xml": 0}),
-           says="1 förhandsprövning (undanlagt, 0 minuter), 2 nya ärenden (äldst: 3 dagar)"),
+           says="2 nya ärenden (äldst: 3 dagar), 1 förhandsprövning (undanlagt, 0 minuter)"),
     Broken("requests left behind", {"left-requests": "warning"},
            breaking=lambda clinic: files(clinic, {"InExistCase101.xml": 2,
                                                   "Search197103151234.xml": 0}),

@@ -5,21 +5,21 @@ import argparse
 import json
 import sqlite3
 import sys
-from contextlib import contextmanager, nullcontext
+from contextlib import nullcontext
 from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(CHECKOUT / "tests/system/trips"))
 sys.path.insert(0, str(CHECKOUT / "tests/release"))
 
-from broken import CANARIES, COMPUTERS, DRIVES, files
+from broken import CANARIES, COMPUTERS, files
 from computer import HOST_FIRST, PER_USER_SETTINGS, PLACES, Computer, wait_until
 from databases import SqliteDatabase
 from installed import difference, parse_registry
 from pictures import take_picture
 from trip_runner import USUAL_PLACES, Report
 
-CHECK = r"C:\Kestra\VilnorCheck.exe"
+CHECK = r"C:\Vilnor\1.5\VilnorCheck.exe"
 HANDS = r"C:\Kestra\TripHands.exe"
 EXIT_CODES = {"fine": 0, "warning": 1, "fault": 2}
 # Buttons of the window.
@@ -34,8 +34,7 @@ class Clinic:
         self.computer = Computer(options.session, options.bin)
         self.computer.install()
         self.programs = Path(options.bin)
-        for name in ("VilnorCheck.exe",):
-            (self.computer.host_folder / name).write_bytes((self.programs / name).read_bytes())
+        self.ado = self.computer.windows_path(self.programs.parent / "ado-odbc/AdoOdbc.dll")
         self.database = SqliteDatabase(self.computer)
         self.database.renew()
         self.computer.exchange.mkdir()
@@ -77,8 +76,7 @@ class Clinic:
                     (r"HKEY_LOCAL_MACHINE\SOFTWARE\Kestra", None): None, **places})
 
     def regsvr32(self, *words):
-        path = self.computer.windows_path((self.programs / words[-1].replace("\\", "/")).resolve())
-        run = self.computer.run("regsvr32", "/s", *words[:-1], path)
+        run = self.computer.run("regsvr32", "/s", *words)
         if run.status != 0:
             raise RuntimeError(f"regsvr32 {words}: {run.lines}")
 
@@ -92,17 +90,6 @@ class Clinic:
     def wait_for(file):
         if not wait_until(file.exists):
             raise RuntimeError(f"{file.name} does not appear")
-
-    @contextmanager
-    def network_drive(self):
-        share = self.computer.work / "share"
-        (share / "Vilnor").mkdir(parents=True)
-        letter = self.computer.drive.parent / "dosdevices/n:"
-        letter.symlink_to(share)
-        self.write({(DRIVES, "n:"): "network"})
-        yield
-        self.write({(DRIVES, "n:"): None})
-        letter.unlink()
 
     def state(self):
         """Registry and drive, to be compared."""
@@ -130,7 +117,8 @@ class Examination:
     def check(self, name, expected, says="", options=("/json",), typed=None, lines=None):
         run = self.run(*options, typed=typed)
         try:
-            report = json.loads("\n".join(run.lines))
+            # The question for the connection string comes first.
+            report = json.loads("{" + "\n".join(run.lines).partition("{")[2])
         except ValueError:
             self.report.hold(name, False, f"exit code {run.status}, {run.lines}")
             return
@@ -224,6 +212,7 @@ class Examination:
         with files(self.clinic, waiting):
             self.window("a broken computer", {(HOST_FIRST, "Path"): "C:\\Kestra\\"}, 2,
                         "vilnorcheck-findings.png")
+        self.clinic.place(USUAL_PLACES)
 
     def canaries(self):
         self.report.hold("there are texts to look through", len(self.said) > 10_000,

@@ -146,7 +146,15 @@ void RehearsedSettings::Save(const std::u16string& /*application*/,
 }
 
 platform::Answer RehearsedDialogs::Show(const platform::MessageBox& box) {
-  boxes_.push_back(box.text);
+  std::u16string text;
+  for (const char16_t unit : box.text) {
+    if (unit >= u' ') {
+      text += unit;
+    } else if (!text.ends_with(u' ')) {
+      text += u' ';
+    }
+  }
+  boxes_.push_back(text);
   return box.buttons == platform::Buttons::Ok ? platform::Answer::Ok : platform::Answer::No;
 }
 

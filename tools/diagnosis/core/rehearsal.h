@@ -91,7 +91,7 @@ class RehearsedSettings : public platform::UserSettings {
 // Notes the boxes and answers OK or No.
 class RehearsedDialogs : public platform::Dialogs {
  public:
-  // Texts of the boxes that the user would have seen.
+  // Texts of the boxes that the user would have seen, each on one line.
   const std::vector<std::u16string>& boxes() const { return boxes_; }
   platform::Answer Show(const platform::MessageBox& box) override;
 

@@ -82,9 +82,12 @@ class ActiveContext {
     SIZE_T size = 0;
     QueryActCtxW(0, context_, index, kind, nullptr, 0, &size);
     std::vector<std::byte> memory(size);
-    const bool done = size != 0 && QueryActCtxW(0, context_, index, kind, memory.data(),
-                                                memory.size(), &size) != FALSE;
-    return done ? memory : std::vector<std::byte>();
+    if (size == 0 ||
+        QueryActCtxW(0, context_, index, kind, memory.data(), memory.size(), &size) == FALSE) {
+      memory.clear();
+    }
+    // The record points into itself, so it must not be copied.
+    return memory;
   }
 
  private:
