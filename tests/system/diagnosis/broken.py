@@ -18,6 +18,8 @@ CANARIES = ("19710315", "Öberg", "hemligt-lösen", "anna.andersson")
 CLASS = r"CLSID\{237F4B29-1C3E-419F-AE49-B0D6EDE0F48D}\InprocServer32"
 MACHINE_CLASS = "HKEY_LOCAL_MACHINE\\Software\\Classes\\" + CLASS
 USER_CLASS = "HKEY_CURRENT_USER\\Software\\Classes\\" + CLASS
+# What Wine claims to be for this program alone.
+OWN_WINDOWS = r"HKEY_CURRENT_USER\Software\Wine\AppDefaults\VilnorCheck.exe"
 REGIONAL = r"HKEY_CURRENT_USER\Control Panel\International"
 EXPANDABLE = "hex(2):43,00,3a,00,00,00"
 
@@ -148,11 +150,32 @@ def host_with_manifest(clinic):
         (host / name).unlink()
 
 
+@contextmanager
+def changed_after_signing(clinic):
+    work, folder = clinic.computer.work, clinic.computer.drive / "Vilnor"
+    key, certificate, signed = work / "key.pem", work / "certificate.pem", folder / "Signed.dll"
+    for command in (
+            ("openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out",
+             certificate, "-days", "2", "-subj", "/CN=Test", "-addext",
+             "extendedKeyUsage=codeSigning"),
+            ("osslsigncode", "sign", "-h", "sha256", "-certs", certificate, "-key", key, "-in",
+             clinic.programs / "Vilnor.dll", "-out", signed)):
+        subprocess.run(command, check=True, capture_output=True)
+    image = bytearray(signed.read_bytes())
+    image[0x2000] ^= 1
+    signed.write_bytes(image)
+    with values(clinic, {(MACHINE_CLASS, ""): r"C:\Vilnor\Signed.dll"}):
+        yield
+    signed.unlink()
+
+
 LINK_ONLY = {(LINK, "Path"): r"C:\Link"}
 HOST_ONLY = {(HOST_FIRST, "Path"): "C:\\Kestra\\"}
 KESTRA_KEY = r"SOFTWARE\Kestra"
 
 COMPUTERS = (
+    Broken("an old Windows", {"windows": "fault"}, breaking=changing({(OWN_WINDOWS, "Version"): "vista"}),
+           says="Vilnor kräver Windows 7"),
     Broken("a host with a manifest", {}, breaking=host_with_manifest,
            says=r"Kestra Dentals manifest: C:\Kestra\Vilnor.dll"),
     Broken("the component is not registered", {"component": "fault"},
@@ -166,6 +189,8 @@ COMPUTERS = (
            says="användarens egen registrering"),
     Broken("another version", {"component-version": "warning"},
            breaking=changing({(MACHINE_CLASS, ""): r"C:\windows\system32\kernel32.dll"})),
+    Broken("a file changed after it was signed", {"component-signature": "fault"},
+           breaking=changed_after_signing),
     Broken("no ADO", {"ado": "fault"},
            breaking=lambda clinic: unregistered(clinic, clinic.ado)),
     Broken("no MSXML", {"msxml": "fault"}, breaking=without_parser),

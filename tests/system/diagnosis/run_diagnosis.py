@@ -22,8 +22,9 @@ from trip_runner import USUAL_PLACES, Report
 CHECK = r"C:\Vilnor\1.5\VilnorCheck.exe"
 HANDS = r"C:\Kestra\TripHands.exe"
 EXIT_CODES = {"fine": 0, "warning": 1, "fault": 2}
-# Buttons of the window.
-COPY, CLOSE = "1004", "2"
+TITLE = "VilnorCheck"
+# Buttons of the window and of its question for the database, and the field there.
+COPY, DATABASE, CLOSE, OK, CONNECTION = "1004", "1006", "2", "1", "1007"
 LINES = 21
 
 
@@ -188,23 +189,35 @@ class Examination:
         self.report.hold("a wrong option: help", "/databas" in " ".join(run.lines), run.lines)
 
     def window(self, name, places, code, picture):
-        """Opens the window, copies the report, and closes the window."""
+        """Opens the window, copies the report, on the healthy computer tries the database, and closes it."""
         self.clinic.place(places)
+        text = self.run("/text").lines
         started = self.computer.start(CHECK)
         if self.write:
-            take_picture("VilnorCheck", picture)
-        self.clinic.hands("press", "VilnorCheck", COPY)
+            take_picture(TITLE, picture)
+        self.copy(f"{name}: the copy is the text of /text", lambda lines: lines[1:] == text[1:])
+        if code == 0:
+            self.try_database(name)
+        self.clinic.hands("press", TITLE, CLOSE)
+        self.report.check(f"{name}: exit code of the window", code,
+                          self.computer.finish(started).status)
+
+    def copy(self, name, is_right):
+        """Presses the button until the copied report is right; the first one takes its time."""
         copied = []
 
         def is_copied():
+            self.clinic.hands("press", TITLE, COPY)
             copied[:] = self.computer.run(HANDS, "clipboard").lines
-            return len(copied) > LINES
-        self.report.hold(f"{name}: the report is copied", wait_until(is_copied), copied)
-        self.clinic.hands("press", "VilnorCheck", CLOSE)
-        self.report.check(f"{name}: exit code of the window", code,
-                          self.computer.finish(started).status)
-        text = self.run("/text").lines
-        self.report.check(f"{name}: the copy is the text of /text", text[1:], copied[1:])
+            return is_right(copied)
+        self.report.hold(name, wait_until(is_copied), copied)
+
+    def try_database(self, name):
+        self.clinic.hands("press", TITLE, DATABASE)
+        self.clinic.hands("press", "Prova databasen", OK,
+                          f"{CONNECTION}={self.clinic.database.connection}")
+        self.copy(f"{name}: the database is tried from the window",
+                  lambda lines: any("Databas: Anslutningen fungerar." in line for line in lines))
 
     def windows(self):
         self.window("a healthy computer", USUAL_PLACES, 0, "vilnorcheck-fine.png")

@@ -132,7 +132,7 @@ INT_PTR Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       Notify(*reinterpret_cast<const NMHDR*>(lParam));
       return TRUE;
     case kDone:
-      running_ = false;
+      SetRunning(false);
       if (const std::unique_ptr<Report> report(reinterpret_cast<Report*>(lParam)); report) {
         Take(std::move(*report));
       } else {
@@ -173,7 +173,7 @@ void Window::PrepareList() {
 
 void Window::Start(std::optional<std::u16string> connection) {
   if (running_) {
-    return;
+    return;  // by F5; the buttons are disabled
   }
   SetDlgItemTextW(dialog_, IDC_SUMMARY, L"Kontrollerar…");
   auto task = std::make_unique<Task>(Task{dialog_, std::move(connection)});
@@ -184,7 +184,16 @@ void Window::Start(std::optional<std::u16string> connection) {
   }
   static_cast<void>(task.release());  // NOLINT(bugprone-unused-return-value): the thread's now
   CloseHandle(thread);
-  running_ = true;
+  SetRunning(true);
+}
+
+// Meanwhile the keyboard's focus is in the list: a disabled button would keep it.
+void Window::SetRunning(bool running) {
+  running_ = running;
+  SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_LIST)), TRUE);
+  for (const int button : {IDC_COPY, IDC_AGAIN, IDC_DATABASE}) {
+    EnableWindow(Control(button), running ? FALSE : TRUE);
+  }
 }
 
 void Window::Take(Report report) {

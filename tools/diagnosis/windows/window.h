@@ -24,6 +24,7 @@ class Window {
   void Command(int control);
   void Notify(const NMHDR& notice);
   void Start(std::optional<std::u16string> connection);
+  void SetRunning(bool running);
   void Take(Report report);
   void FillList();
   void ShowDetail();
