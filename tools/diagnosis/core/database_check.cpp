@@ -35,7 +35,7 @@ class Tables {
 
   // The table if it is missing, or its missing columns; "" if it is complete.
   std::u16string MissingOf(const HostTable& table) {
-    const std::u16string name(table.name);
+    std::u16string name(table.name);
     if (!Has(u"*", table.name)) {
       return name;
     }
