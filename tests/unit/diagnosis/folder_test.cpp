@@ -1,5 +1,6 @@
 // The exchange folder and what waits in it.
 #include <gmock/gmock.h>
+#include <tuple>
 
 #include "diagnosis/core/exchange_files.h"
 #include "exchange/request_kinds.h"
@@ -73,6 +74,27 @@ TEST_F(FolderDiagnosis, FreshFilesAreOnTheirWay) {
   computer.entries = {{u"OutNewCase4711.xml", 5}, {u"InNewFHP77.xml", 600}, {u"SearchX.xml", 3}};
   EXPECT_EQ(Problems(), Ids{});
   EXPECT_EQ(TextOf(u"unread-results"), "Väntar: 1 nytt ärende (5 minuter).");
+}
+
+TEST_F(FolderDiagnosis, FilesAreOverdueAfterTheirUsualTime) {
+  for (const auto& [name, minutes, problem] :
+       {std::tuple(u"OutNewCase1.xml", 10, "unread-results warning"),
+        std::tuple(u"InNewCase1.xml", 12 * 60, "left-requests warning"),
+        std::tuple(u"SearchX.xml", 12 * 60, "left-requests warning"),
+        std::tuple(u"InNewCase1.xml.tmp", 10, "left-requests warning")}) {
+    computer.entries = {{name, minutes}};
+    EXPECT_EQ(Problems(), Ids{});
+    computer.entries = {{name, minutes + 1}};
+    EXPECT_EQ(Problems(), Ids{problem});
+  }
+}
+
+TEST_F(FolderDiagnosis, ResultsThatWereMovedAreAWarningAtOnce) {
+  for (const char16_t* name :
+       {u"OutNewCase1 2026-11-16 14.05.00.xml", u"DoneNewCase1 2026-11-16 14.05.00.xml"}) {
+    computer.entries = {{name, 0}};
+    EXPECT_EQ(Problems(), Ids{"unread-results warning"});
+  }
 }
 
 TEST_F(FolderDiagnosis, UnreadResultsAreCountedByKindAndAge) {
