@@ -85,6 +85,7 @@ TEST_F(RegistrationDiagnosis, PathWithoutSeparatorIsAWarningThatNamesTheFolder) 
   files.folders.insert(u"C:\\KestraVilnor");
   EXPECT_EQ(Problems(), Ids{"host-registration warning"});
   EXPECT_THAT(TextOf(u"host-registration"), HasSubstr("C:\\KestraVilnor"));
+  EXPECT_EQ(computer.askedPrograms.front(), u"C:\\Kestra\\Kestra.Main.exe");
 }
 
 TEST_F(RegistrationDiagnosis, MissingLinkProgramIsAFaultWithTheComponentsBox) {
