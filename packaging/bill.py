@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What is inside Vilnor.dll besides its own source: the bill of materials (SPDX 2.3), and the notices
+"""What is inside the shipped programs besides their own source: the bill of materials (SPDX 2.3), and the notices
 of those whose work was linked in. From the linker's own list, and from Debian's packages."""
 
 import argparse
@@ -50,6 +50,15 @@ def by_package(files):
     return packages
 
 
+def _merged(several):
+    """Of several {package: files}."""
+    merged = {}
+    for packages in several:
+        for name, files in packages.items():
+            merged[name] = sorted({*merged.get(name, ()), *files})
+    return merged
+
+
 def _identified(name):
     return "SPDXRef-" + re.sub(r"[^A-Za-z0-9.-]", "-", name)
 
@@ -61,14 +70,23 @@ def _package(name, version, licence, purpose):
             "copyrightText": "NOASSERTION", "primaryPackagePurpose": purpose}
 
 
-def bill(product, dll, packages, time):
-    digest = hashlib.sha256(dll.read_bytes()).hexdigest()
-    own = _package("Vilnor.dll", product.four_numbers, "NOASSERTION", "LIBRARY")
+def _shipped(product, file):
+    purpose = "LIBRARY" if file.suffix == ".dll" else "APPLICATION"
+    own = _package(file.name, product.four_numbers, "NOASSERTION", purpose)
     own["copyrightText"] = product.copyright
     own["supplier"] = f"Organization: {product.company}"
+    digest = hashlib.sha256(file.read_bytes()).hexdigest()
     own["checksums"] = [{"algorithm": "SHA256", "checksumValue": digest}]
-    listed, relations = [own], [("SPDXRef-DOCUMENT", "DESCRIBES", own["SPDXID"])]
-    for name, files in sorted(packages.items()):
+    return own
+
+
+def bill(product, programs, time):
+    """`programs`: {file: its packages}"""
+    shipped = [_shipped(product, file) for file in programs]
+    digest = shipped[0]["checksums"][0]["checksumValue"]
+    listed = list(shipped)
+    relations = [("SPDXRef-DOCUMENT", "DESCRIBES", own["SPDXID"]) for own in shipped]
+    for name, files in sorted(_merged(programs.values()).items()):
         one = _package(name, version_of(name), LICENCES[name], "LIBRARY")
         one["supplier"] = "Organization: Debian"
         one["comment"] = "linked in: " + ", ".join(Path(file).name for file in files)
@@ -77,7 +95,8 @@ def bill(product, dll, packages, time):
             "referenceLocator": f"pkg:deb/debian/{name.replace('+', '%2B')}"
                                 f"@{one['versionInfo'].replace('+', '%2B')}?arch=amd64"}]
         listed.append(one)
-        relations.append((own["SPDXID"], "STATIC_LINK", one["SPDXID"]))
+        relations += [(own["SPDXID"], "STATIC_LINK", one["SPDXID"])
+                      for own, packages in zip(shipped, programs.values()) if name in packages]
     return {
         "spdxVersion": "SPDX-2.3", "dataLicense": "CC0-1.0", "SPDXID": "SPDXRef-DOCUMENT",
         "name": f"Vilnor-{product.version}",
@@ -93,7 +112,7 @@ def bill(product, dll, packages, time):
 def notices(product, packages):
     """The whole texts: the licences ask that they go with the program."""
     parts = [f"Vilnor {product.version}. {product.copyright}.\n\n"
-             "Vilnor.dll contains parts of these packages, under the licences below.\n"]
+             "Vilnor.dll and VilnorCheck.exe contain parts of these packages, under the licences below.\n"]
     texts = {}
     for name in sorted(packages):
         texts.setdefault(Path(COPYRIGHT.format(name)).read_text("utf-8"), []).append(name)
@@ -110,15 +129,16 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--version-file", type=Path, required=True)
     parser.add_argument("--time", type=commit_time, required=True)
-    parser.add_argument("--dll", type=Path, required=True)
-    parser.add_argument("--map", type=Path, required=True)
+    parser.add_argument("--program", type=Path, nargs=2, action="append", required=True,
+                        metavar=("FILE", "MAP"), help="a shipped file and its linker's map")
     parser.add_argument("--bill", type=Path, required=True)
     parser.add_argument("--notices", type=Path, required=True)
     options = parser.parse_args()
     product = read_product(options.version_file)
-    packages = by_package(linked_files(options.map.read_text("utf-8")))
-    options.bill.write_text(json.dumps(bill(product, options.dll, packages, options.time), indent=2) + "\n")
-    options.notices.write_text(notices(product, packages), "utf-8")
+    programs = {file: by_package(linked_files(linker_map.read_text("utf-8")))
+                for file, linker_map in options.program}
+    options.bill.write_text(json.dumps(bill(product, programs, options.time), indent=2) + "\n")
+    options.notices.write_text(notices(product, _merged(programs.values())), "utf-8")
 
 
 if __name__ == "__main__":

@@ -55,6 +55,9 @@ def _add_folders(whole, registration):
     for key, name, text in registration:
         _registry(server, CLASSES + key, name, text)
     _registry(server, tables.OWN_KEY, "InstallDir", "[INSTALLDIR]")
+    check = _component(folder, "Check")
+    tree.SubElement(check, "File", Id="VilnorCheck.exe", Name="VilnorCheck.exe",
+                    Source="VilnorCheck.exe", KeyPath="yes")
     # In the parent of the DLL's folder: a component's folder is removed with it, any other would
     # stay.
     notices = _component(install, "Notices")
@@ -80,9 +83,9 @@ def _registry(component, key, name, text, **more):
                     **named, **more)
 
 
-def make(product, dll, notices, registration, package, time, out):
+def make(product, files, registration, package, time, out):
     with tempfile.TemporaryDirectory(dir=out.parent) as folder:
-        for source in (dll, notices):
+        for source in files:
             copy = Path(shutil.copy(source, folder))
             # This time goes into the cabinet.
             os.utime(copy, (time.timestamp(), time.timestamp()))
@@ -114,6 +117,7 @@ def main():
     parser.add_argument("--version-file", type=Path, required=True)
     parser.add_argument("--time", type=commit_time, required=True)
     parser.add_argument("--dll", type=Path, required=True)
+    parser.add_argument("--check", type=Path, required=True)
     parser.add_argument("--notices", type=Path, required=True)
     parser.add_argument("--registration", type=Path, required=True,
                         help=f"what Describe.exe says of a DLL at {DLL}")
@@ -122,9 +126,10 @@ def main():
     product = read_product(options.version_file)
     registration = [line.split("\t") for line in
                     options.registration.read_text("utf-8").splitlines()]
-    bytes_of_dll = options.dll.read_bytes().hex()
-    package = identifier(f"package {product.version} {bytes_of_dll}")
-    make(product, options.dll, options.notices, registration, package, options.time, options.out)
+    programs = (options.dll, options.check)
+    package = identifier(f"package {product.version} " +
+                         " ".join(program.read_bytes().hex() for program in programs))
+    make(product, (*programs, options.notices), registration, package, options.time, options.out)
 
 
 if __name__ == "__main__":

@@ -1,12 +1,15 @@
 """The tables of the installer that wixl does not make: conditions, searches, rights, the order, the
 Swedish texts. docs/release.md says what each is for."""
 
-COMPONENTS = ("Server", "Notices", "ExchangeFolder", "HostRegistration")
+COMPONENTS = ("Server", "Check", "Notices", "ExchangeFolder", "HostRegistration")
 # Facts that the next installation, repair or upgrade needs about this one.
 OWN_KEY = "Software\\Vilnor\\Installer"
 HOST_KEY = "Software\\Kestra\\Kestra.Main.exe"
 HOST_ROW = "HostPath"
 APP_PATHS = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\"
+
+# Of the version resources.
+LANGUAGES = {"Vilnor.dll": 1033, "VilnorCheck.exe": 1053}
 
 NEWER_IS_THERE = "En nyare version av Vilnor är redan installerad. Ta bort den först."
 
@@ -118,11 +121,12 @@ def statements(product):
 
 
 def _version(product):
-    # Without it Windows takes the DLL for a file without a version, and decides by its date.
-    yield (f"UPDATE `File` SET `Version` = '{product.four_numbers}', `Language` = '1033' "
-           "WHERE `File` = 'Vilnor.dll'")
-    # Only files without a version may have a hash.
-    yield "DELETE FROM `MsiFileHash` WHERE `File_` = 'Vilnor.dll'"
+    for program, language in LANGUAGES.items():
+        # Without it Windows takes it for a file without a version, and decides by its date.
+        yield (f"UPDATE `File` SET `Version` = '{product.four_numbers}', `Language` = '{language}' "
+               f"WHERE `File` = '{program}'")
+        # Only files without a version may have a hash.
+        yield f"DELETE FROM `MsiFileHash` WHERE `File_` = '{program}'"
 
 
 def _searches():

@@ -2,6 +2,7 @@
 // answer, so it is not among them.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -18,6 +19,9 @@ enum class RequestKind : std::int32_t {
   NewCase = 10002,    // key: PID
   ExistCase = 10009,  // key: VilnorId
 };
+
+inline constexpr std::array kRequestKinds = {RequestKind::NewFHP, RequestKind::NewCase,
+                                             RequestKind::ExistCase};
 
 struct RequestKindRow {
   // Prefixes of the file names, with the "\" that follows the exchange directory; see ExchangeFile.

@@ -45,7 +45,7 @@ Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
   return util::Try(u" in WriteSearchPatient", kBVilnorIcon, [&] {
     Element envelope = NewEnvelope();
     envelope.Add(u"SearchCase").Add(u"PatientId", ssn);
-    return Save(envelope, ExchangeFile(vilnorOutputPath, u"\\Search", ssn));
+    return Save(envelope, ExchangeFile(vilnorOutputPath, kSearchWord, ssn));
   });
 }
 

@@ -4,10 +4,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "util/attempt.h"
 
 namespace exchange {
+
+// Of the file of a patient search, as the words in request_kinds.h.
+inline constexpr std::u16string_view kSearchWord = u"\\Search";
 
 struct NewCaseRequest {
   std::int32_t pid = 0;

@@ -23,9 +23,6 @@ using automation::RuntimeError;
 using platform::Ending;
 
 constexpr std::u16string_view kExtension = u".xml";
-constexpr std::u16string_view kResultWord = u"Out";
-// No host reads a file with this name.
-constexpr std::u16string_view kDealtWithWord = u"Done";
 // If one second has used up this many names, something is wrong with the folder.
 constexpr std::int32_t kMostOfOneSecond = 1000;
 

@@ -3,11 +3,17 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 #include "platform/trace.h"
 
 namespace exchange {
+
+// The first word of every result's file name, and the one that replaces it when a result that has
+// been entered cannot be deleted. No host reads a file with that name.
+inline constexpr std::u16string_view kResultWord = u"Out";
+inline constexpr std::u16string_view kDealtWithWord = u"Done";
 
 // A result file while it is being read. A message box may stay open for long, and the link program
 // may meanwhile answer another request under the same name. Such a newer file is left alone: it has

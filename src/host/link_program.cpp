@@ -1,8 +1,6 @@
 #include "host/link_program.h"
 
-#include <array>
 #include <cstdint>
-#include <string_view>
 
 #include "automation/automation_error.h"
 #include "platform/dialogs.h"
@@ -21,13 +19,6 @@ using automation::AutomationError;
 using automation::RuntimeError;
 using util::UnderTrap;
 
-constexpr std::u16string_view kLinkRegistration =
-    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe";
-// Keys under which the host may have registered itself; the first that has a path is used.
-constexpr auto kHostRegistrations = std::to_array<std::u16string_view>(
-    {u"SOFTWARE\\Kestra\\Kestra.Main.exe",
-     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
-     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe"});
 constexpr std::int32_t kNotRegistered = 10001;
 
 // The per-user setting in which the host keeps the path of Link.exe.
@@ -36,15 +27,6 @@ struct Setting {
   std::u16string section = u"Environment";
   std::u16string key = u"Vilnor";
 };
-
-// "" for a missing value. The registry class creates a missing key, or raises an error if it may
-// not.
-std::u16string RegisteredPath(std::u16string_view keyPath) {
-  registry::CRegistry key;
-  key.SetRoot(registry::kLocalMachine);
-  key.SetKey(std::u16string(keyPath));
-  return key.GetValue(u"Path");
-}
 
 std::optional<std::u16string> RegisteredLinkProgram() {
   try {
@@ -105,6 +87,13 @@ std::u16string HostRegistration() {
 }
 
 }  // namespace
+
+std::u16string RegisteredPath(std::u16string_view keyPath) {
+  registry::CRegistry key;
+  key.SetRoot(registry::kLocalMachine);
+  key.SetKey(std::u16string(keyPath));
+  return key.GetValue(std::u16string(kRegisteredValue));
+}
 
 std::optional<std::u16string> GetVilnorCommandLine() {
   return UnderTrap(u" in GetVilnorCommandLine", util::kBVilnorIcon, [] {

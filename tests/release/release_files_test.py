@@ -18,12 +18,16 @@ FIRST, SECOND = Path(os.environ["first"]), Path(os.environ["second"])
 VERSION = re.search(r"^version=(.*)$", (CHECKOUT / "VERSION").read_text("utf-8"), re.M)[1]
 NEXT = f"1.5.{int(VERSION.split('.')[2]) + 1}"
 DLL, DEBUG = FIRST / "Vilnor.dll", FIRST / "symbols/Vilnor.dll.debug"
+CHECK = FIRST / "VilnorCheck.exe"
 MSI, NEXT_MSI = FIRST / f"Vilnor-{VERSION}.msi", SECOND / f"Vilnor-{NEXT}.msi"
 MANIFEST = FIRST / "registration-free/Vilnor.Component.manifest"
+
+PROGRAMS = ("Vilnor.dll", "VilnorCheck.exe")
 
 # These identify the product and its parts to Windows. They never change.
 UPGRADE_CODE = "{DEAF2726-DF9F-5ACF-9810-F4E7A014DEBB}"
 COMPONENTS = {"Server": "{19D9FF90-F6CF-57BF-BE7C-7D8D038BB9A0}",
+              "Check": "{5BB92008-C10B-52FA-A1B3-C16ED40C0DB3}",
               "Notices": "{AC9F579A-2C4D-5098-AB43-CB49CA89BB2B}",
               "ExchangeFolder": "{8E6A7402-DABD-5EC9-B9E1-36F193A6FD4A}",
               "HostRegistration": "{4DAE1DC4-09F9-5F4A-8048-4791B35F3F05}"}
@@ -59,8 +63,21 @@ class Dll(unittest.TestCase):
         headers = run("i686-w64-mingw32-objdump", "-p", DLL)
         self.assertRegex(headers, r"Time/Date\s+Thu Jan  1 00:00:00 1970")
         self.assertRegex(headers, r"ImageBase\s+63c00000")
-        for file in (DLL, DEBUG):
+        for file in (DLL, DEBUG, CHECK):
             self.assertNotIn(str(CHECKOUT).encode(), file.read_bytes(), file)
+
+
+class Check(unittest.TestCase):
+    def test_has_the_version_and_the_commit_of_the_release(self):
+        image = CHECK.read_bytes()
+        self.assertEqual((f"{VERSION}.0",) * 2, version_numbers(image))
+        self.assertEqual("Commit " + os.environ["release_commit"], version_text(image, "Comments"))
+
+    def test_needs_only_windows(self):
+        imported = re.findall(r"DLL Name: (\S+)", run("i686-w64-mingw32-objdump", "-p", CHECK))
+        self.assertEqual({"advapi32.dll", "comctl32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
+                          "oleaut32.dll", "user32.dll", "version.dll", "wintrust.dll"},
+                         {name.lower() for name in imported})
 
 
 class Symbols(unittest.TestCase):
@@ -111,42 +128,46 @@ class Bill(unittest.TestCase):
         self.bill = json.loads((FIRST / f"Vilnor-{VERSION}.spdx.json").read_text("utf-8"))
         self.packages = {one["name"]: one for one in self.bill["packages"]}
 
-    def linked(self):
+    def linked(self, program):
         """The files that the linker reports using when it links again."""
         build = CHECKOUT / "build/release"
         target = next(line.split(": ")[0] for line in run("ninja", "-C", build, "-t", "targets",
                                                           "all").splitlines()
-                      if line.startswith("bin/Vilnor.dll:"))
+                      if line.startswith(f"bin/{program}:"))
         command = run("ninja", "-C", build, "-t", "commands", target).splitlines()[-1]
         with tempfile.TemporaryDirectory() as folder:
-            again = command.replace("-o bin/Vilnor.dll", f"-o {folder}/again.dll -Wl,--trace")
+            again = command.replace(f"-o bin/{program}", f"-o {folder}/again -Wl,--trace")
             again = re.sub(r"-Wl,-Map=\S+", "", again)
             self.assertIn("--trace", again)
             trace = run("sh", "-c", again, cwd=build)
         return {os.path.realpath(file) for file in re.findall(r"^/usr/\S+\.[ao]$", trace, re.M)}
 
     def test_has_every_library_that_was_linked_in(self):
-        linked = self.linked()
-        self.assertLessEqual({"libstdc++.a", "libgcc_eh.a", "libmingwex.a", "dllcrt2.o"},
-                             {Path(file).name for file in linked})
-        owners = {line.split(":")[0] for line in run("dpkg", "-S", *linked).splitlines()}
-        self.assertEqual(owners, set(self.packages) - {"Vilnor.dll"})
+        for program, start in zip(PROGRAMS, ("dllcrt2.o", "crt2u.o")):
+            linked = self.linked(program)
+            self.assertLessEqual({"libstdc++.a", "libgcc_eh.a", "libmingwex.a", start},
+                                 {Path(file).name for file in linked})
+            owners = {line.split(":")[0] for line in run("dpkg", "-S", *linked).splitlines()}
+            self.assertEqual({self.packages[name]["SPDXID"] for name in owners},
+                             {one["relatedSpdxElement"] for one in self.bill["relationships"]
+                              if one["spdxElementId"] == self.packages[program]["SPDXID"]})
 
     def test_has_the_versions_of_the_packages(self):
         for name, one in self.packages.items():
-            expected = f"{VERSION}.0" if name == "Vilnor.dll" else \
+            expected = f"{VERSION}.0" if name in PROGRAMS else \
                 run("dpkg-query", "-W", "-f", "${Version}", name)
             self.assertEqual(expected, one["versionInfo"])
 
-    def test_knows_the_dll_and_the_licences(self):
-        self.assertEqual(hashlib.sha256(DLL.read_bytes()).hexdigest(),
-                         self.packages["Vilnor.dll"]["checksums"][0]["checksumValue"])
+    def test_knows_the_programs_and_the_licences(self):
+        for program in PROGRAMS:
+            self.assertEqual(hashlib.sha256((FIRST / program).read_bytes()).hexdigest(),
+                             self.packages[program]["checksums"][0]["checksumValue"])
         self.assertEqual([], [name for name, one in self.packages.items()
-                              if name != "Vilnor.dll" and one["licenseDeclared"] == "NOASSERTION"])
+                              if name not in PROGRAMS and one["licenseDeclared"] == "NOASSERTION"])
 
     def test_notices_have_the_licences_of_all_packages(self):
         notices = (FIRST / "NOTICES.txt").read_text("utf-8")
-        for name in set(self.packages) - {"Vilnor.dll"}:
+        for name in set(self.packages) - set(PROGRAMS):
             self.assertIn(name, notices)
         for words in ("Redistributions in binary form must reproduce", "GCC RUNTIME LIBRARY EXCEPTION",
                       "GNU GENERAL PUBLIC LICENSE"):
@@ -164,8 +185,9 @@ class Installer(unittest.TestCase):
     def test_has_the_version(self):
         self.assertEqual(f"{VERSION}.0", self.properties(MSI)["ProductVersion"])
         files = {row["File"]: row for row in table(MSI, "File")}
-        self.assertEqual(f"{VERSION}.0", files["Vilnor.dll"]["Version"])
-        self.assertEqual({"Vilnor.dll", "NOTICES.txt"}, set(files))
+        for program in PROGRAMS:
+            self.assertEqual(f"{VERSION}.0", files[program]["Version"])
+        self.assertEqual({*PROGRAMS, "NOTICES.txt"}, set(files))
         self.assertEqual(["NOTICES.txt"], [row["File_"] for row in table(MSI, "MsiFileHash")])
 
     def test_is_one_product_whose_versions_follow_each_other(self):
@@ -270,7 +292,8 @@ class Signatures(unittest.TestCase):
         return done.returncode == 0
 
     def test_of_dll_and_installer_are_good(self):
-        self.assertTrue(self.verified(SECOND / "Vilnor.dll"))
+        for program in PROGRAMS:
+            self.assertTrue(self.verified(SECOND / program))
         self.assertTrue(self.verified(NEXT_MSI))
         self.assertFalse(self.verified(DLL))
 
@@ -285,8 +308,9 @@ class Signatures(unittest.TestCase):
     def test_are_in_the_installer_too(self):
         with tempfile.TemporaryDirectory() as folder:
             run("msiextract", "-C", folder, NEXT_MSI)
-            inside = next(Path(folder).rglob("Vilnor.dll"))
-            self.assertEqual((SECOND / "Vilnor.dll").read_bytes(), inside.read_bytes())
+            for program in PROGRAMS:
+                inside = next(Path(folder).rglob(program))
+                self.assertEqual((SECOND / program).read_bytes(), inside.read_bytes())
 
     def test_leave_nothing_of_the_key(self):
         key = (Path(os.environ["signer"]) / "key.pem").read_bytes().splitlines()[1]

@@ -2,6 +2,7 @@
 """Plays the installer's life in the Wine session that installer_test began."""
 
 import argparse
+import json
 import shutil
 import subprocess
 import sys
@@ -55,12 +56,22 @@ class Life:
         self.report.failed |= play(self.computer, self.database, f"installer: {name}")
         shutil.rmtree(self.computer.kept, ignore_errors=True)
 
-    def same_dll(self, name, release, folder):
-        file = dll_at(folder)
-        found = file.read_bytes() if file.is_file() else b""
-        self.report.hold(f"{name}: the DLL is that of {release.name}",
-                         (release / "Vilnor.dll").read_bytes() == found,
-                         f"{len(found)} bytes of another at {file}")
+    def same_programs(self, name, release, folder):
+        for program in ("Vilnor.dll", "VilnorCheck.exe"):
+            file = dll_at(folder).with_name(program)
+            found = file.read_bytes() if file.is_file() else b""
+            self.report.hold(f"{name}: {program} is that of {release.name}",
+                             (release / program).read_bytes() == found,
+                             f"{len(found)} bytes of another at {file}")
+
+    def finds_itself(self, name):
+        """The installed VilnorCheck.exe, and the DLL beside it."""
+        check = self.computer.windows_path(dll_at(self.programs).with_name("VilnorCheck.exe"))
+        run = self.computer.run(check, "/json")
+        states = {one["id"]: one["state"] for one in json.loads("\n".join(run.lines))["findings"]}
+        self.report.check(f"{name}: VilnorCheck.exe finds the component", ["fine"] * 3,
+                          [states.get(part) for part in ("component", "component-version",
+                                                         "component-signature")])
 
     def same_state(self, name, before):
         entries, files = self.installed.state()
@@ -94,7 +105,8 @@ class Life:
         self.learn_registration(before)
         self.msiexec("installation", DONE, "/i", r"C:\first.msi")
         self.same_classes("installation", before)
-        self.same_dll("installation", self.first, self.programs)
+        self.same_programs("installation", self.first, self.programs)
+        self.finds_itself("installation")
         self.report.check("installation: no exchange folder without a group", False,
                           self.computer.exchange.exists())
         self.report.check("installation: it says where the host is",
@@ -116,7 +128,7 @@ class Life:
         self.report.check("the interfaces are those of the last release", last, run.lines)
 
     def after_upgrade(self, before):
-        self.same_dll("upgrade", self.second, self.programs)
+        self.same_programs("upgrade", self.second, self.programs)
         self.same_classes("upgrade", before)
         self.report.check("upgrade: one version is left", [self.versions[1]],
                           list(self.installed.products()))
@@ -126,7 +138,7 @@ class Life:
         dll_at(self.programs).unlink()
         self.computer.run("reg", "delete", r"HKLM\Software\Classes\Vilnor.BVilnor", "/f")
         self.msiexec("repair", DONE, "/i", r"C:\second.msi", "REINSTALL=ALL", "REINSTALLMODE=amus")
-        self.same_dll("repair", self.second, self.programs)
+        self.same_programs("repair", self.second, self.programs)
         self.same_classes("repair", before)
         self.trip("after the repair")
 
@@ -161,7 +173,7 @@ class Life:
         self.same_state("removal with options", before)
 
     def has_options(self, name, release, folder):
-        self.same_dll(name, release, folder)
+        self.same_programs(name, release, folder)
         self.report.check(f"{name}: the host's path", "C:\\Kestra\\",
                           self.computer.registry_text(HOST_FIRST, "Path"))
         self.report.check(f"{name}: the exchange folder is made", True,
@@ -196,7 +208,7 @@ how to find the newer one."""
         before = self.installed.state()
         self.msiexec("installation of the next version", DONE, "/i", r"C:\second.msi")
         self.msiexec("downgrade", FAILED, "/i", r"C:\first.msi")
-        self.same_dll("downgrade", self.second, self.programs)
+        self.same_programs("downgrade", self.second, self.programs)
         self.same_classes("downgrade", before)
         self.msiexec("removal of the next version", DONE, "/x", r"C:\second.msi")
         self.same_state("removal of the next version", before)

@@ -122,16 +122,19 @@ whose root is not writable."""
         """For a path on drive C."""
         return self.drive / path.removeprefix("C:\\").replace("\\", "/")
 
-    def start(self, *command, plan=None, bound=BOUND):
-        """Starts a Windows program; with `plan`, the link program follows it."""
+    def start(self, *command, plan=None, bound=BOUND, typed=None):
+        """Starts a Windows program; with `plan`, the link program follows it; `typed` is its standard input."""
         environment = {name: value for name, value in os.environ.items()
                        if name != "VILNOR_LINK_PLAN"}
         environment["session_folder"] = str(self._folder)
         if plan is not None:
             environment["VILNOR_LINK_PLAN"] = plan
-        return subprocess.Popen([*self._enter, "timeout", str(bound), "wine", *command],
-                                env=environment, stdin=subprocess.DEVNULL,
-                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        keyboard = self.work / "typed"
+        keyboard.write_text(f"{typed}\n" if typed else "", "utf-8")
+        with keyboard.open("rb") as stream:
+            return subprocess.Popen([*self._enter, "timeout", str(bound), "wine", *command],
+                                    env=environment, stdin=stream,
+                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     @staticmethod
     def finish(process):
@@ -142,8 +145,8 @@ whose root is not writable."""
         return HostRun(process.returncode,
                        [line for line in lines if not re.match(r"\d{4}-\d\d-\d\d ", line)])
 
-    def run(self, *command, plan=None, bound=BOUND):
-        return self.finish(self.start(*command, plan=plan, bound=bound))
+    def run(self, *command, plan=None, bound=BOUND, typed=None):
+        return self.finish(self.start(*command, plan=plan, bound=bound, typed=typed))
 
     def host_command(self, connection, arguments):
         return [r"C:\Kestra\KestraHost.exe", "--connection", connection, *arguments]

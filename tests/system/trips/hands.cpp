@@ -4,12 +4,22 @@
 //   TripHands hold none|read FILE READY RELEASE
 //       keeps FILE open, letting others do nothing or read, from the moment in which READY appears
 //       until RELEASE exists
+//   TripHands restrict KEY, TripHands release KEY
+//       lets everybody only read KEY, a key of the local machine; gives all rights back
+//   TripHands listen CLASS READY RELEASE
+//       has a window of that class from the moment in which READY appears until RELEASE exists
+//   TripHands clipboard
+//       prints the clipboard's text
 // Exit code: 0 done, 1 wrong command line, 2 what was waited for did not come.
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "automation/text.h"
+#include "com/wide_text.h"
 #include "com/win32.h"
+// Needs win32.h in front of it.
+#include <sddl.h>
 
 namespace {
 
@@ -78,6 +88,50 @@ int Hold(const std::vector<std::wstring>& words) {
   return WaitUntil([&] { return Exists(words[3]); }) ? kDone : kNotThere;
 }
 
+int Protect(const std::wstring& path, const wchar_t* accessList) {
+  HKEY key = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const bool done =
+      RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, WRITE_DAC, &key) == ERROR_SUCCESS &&
+      ConvertStringSecurityDescriptorToSecurityDescriptorW(accessList, SDDL_REVISION_1, &descriptor,
+                                                           nullptr) != FALSE &&
+      RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor) == ERROR_SUCCESS;
+  LocalFree(descriptor);
+  RegCloseKey(key);
+  return done ? kDone : kNotThere;
+}
+
+int Listen(const std::vector<std::wstring>& words) {
+  WNDCLASSW described{};
+  described.lpfnWndProc = DefWindowProcW;
+  described.lpszClassName = words[0].c_str();
+  RegisterClassW(&described);
+  HWND window =
+      CreateWindowExW(0, words[0].c_str(), L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+  if (window == nullptr || !OpenFile(words[1], GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS)) {
+    return kNotThere;
+  }
+  return WaitUntil([&] { return Exists(words[2]); }) ? kDone : kNotThere;
+}
+
+int PrintClipboard() {
+  if (OpenClipboard(nullptr) == FALSE) {
+    return kNotThere;
+  }
+  HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  const auto* const text =
+      static_cast<const wchar_t*>(data == nullptr ? nullptr : GlobalLock(data));
+  if (text == nullptr) {
+    return kNotThere;
+  }
+  const std::string bytes = automation::ToUtf8(com::FromWide(text));
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
+            &written, nullptr);
+  CloseClipboard();
+  return kDone;
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** words) {
@@ -88,6 +142,18 @@ int wmain(int count, wchar_t** words) {
   }
   if (task == L"hold" && arguments.size() == 5) {
     return Hold({arguments.begin() + 1, arguments.end()});
+  }
+  if (task == L"restrict" && arguments.size() == 2) {
+    return Protect(arguments[1], L"D:P(A;;KR;;;WD)(A;;WD;;;WD)");
+  }
+  if (task == L"release" && arguments.size() == 2) {
+    return Protect(arguments[1], L"D:(A;;KA;;;WD)");
+  }
+  if (task == L"listen" && arguments.size() == 4) {
+    return Listen({arguments.begin() + 1, arguments.end()});
+  }
+  if (task == L"clipboard" && arguments.size() == 1) {
+    return PrintClipboard();
   }
   return kUsage;
 }
