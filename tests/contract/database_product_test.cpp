@@ -53,8 +53,10 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MariadbContract);
 
 TEST_P(SqliteContract, FileInAMissingFolderCannotBeOpened) {
   const auto missing = database->NewConnection();
-  const auto raised = ErrorOf(
-      [&] { missing->Open(u"Driver=SQLite3;Database=/nonexistent/folder/x.db", u"", u"", -1); });
+  const auto& given = GetParam().connectionString;
+  const auto driver = given.substr(0, given.find(u"Database="));
+  const auto raised =
+      ErrorOf([&] { missing->Open(driver + u"Database=/nonexistent/folder/x.db", u"", u"", -1); });
   EXPECT_EQ(raised.number, kFailure);
   EXPECT_THAT(raised.text, HasText(u"[SQLite]"));
 }

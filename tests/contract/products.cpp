@@ -1,6 +1,5 @@
 #include "contract/products.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <ostream>
 #include <random>
@@ -8,16 +7,12 @@
 #include <utility>
 
 #include "automation/text.h"
+#include "contract/environment.h"
 
 namespace contract {
 namespace {
 
 constexpr auto kSqliteVariable = "VILNOR_TEST_SQLITE";
-
-std::u16string Setting(const char* variable) {
-  const char* const value = std::getenv(variable);
-  return value == nullptr ? std::u16string() : automation::FromUtf8(value);
-}
 
 // A database file of this process, removed when the process ends.
 class ScratchFile {
@@ -71,16 +66,40 @@ std::u16string SqliteFile() {
   return given.empty() ? scratch.Path() : given;
 }
 
+Product Sqlite() {
+  return {.name = "SQLite",
+          .connectionString = u"Driver=SQLite3;Database=" + SqliteFile(),
+          .identityType = u"integer primary key autoincrement",
+          .syntaxText = u"syntax error",
+          .moneyType = u"currency",
+          .singlesAreDoubles = true};
+}
+
+// Of a product without declarations, only its connection is known: the contract is not tested on
+// it.
+Product Given(const std::u16string& connectionString) {
+  const std::string name = GivenProduct();
+  Product given;
+  given.name = name;
+  for (const auto& [variable, product] : Servers()) {
+    if (product.name == name) {
+      given = product;
+    }
+  }
+  if (name == "SQLite") {
+    given = Sqlite();
+  }
+  given.connectionString = connectionString;
+  return given;
+}
+
 }  // namespace
 
 std::vector<Product> Products() {
-  std::vector<Product> products;
-  products.push_back({.name = "SQLite",
-                      .connectionString = u"Driver=SQLite3;Database=" + SqliteFile(),
-                      .identityType = u"integer primary key autoincrement",
-                      .syntaxText = u"syntax error",
-                      .moneyType = u"currency",
-                      .singlesAreDoubles = true});
+  if (const auto given = GivenDatabase(); !given.empty()) {
+    return {Given(given)};
+  }
+  std::vector<Product> products = {Sqlite()};
   for (auto& [variable, product] : Servers()) {
     if (!product.connectionString.empty()) {
       products.push_back(std::move(product));
@@ -97,6 +116,9 @@ std::vector<Product> ProductsNamed(const std::string& name) {
 
 std::vector<std::string> AbsentProducts() {
   std::vector<std::string> absent;
+  if (!GivenDatabase().empty()) {
+    return absent;
+  }
   for (const auto& [variable, product] : Servers()) {
     if (product.connectionString.empty()) {
       absent.push_back(product.name + ": " + variable + " holds no connection string.");

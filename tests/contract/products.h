@@ -24,7 +24,9 @@ struct Product {
 };
 
 // SQLite always, in the file that VILNOR_TEST_SQLITE names or in a temporary one; PostgreSQL and
-// MariaDB when VILNOR_TEST_POSTGRESQL and VILNOR_TEST_MARIADB hold connection strings.
+// MariaDB when VILNOR_TEST_POSTGRESQL and VILNOR_TEST_MARIADB hold connection strings. If
+// VILNOR_TEST_DATABASE holds one, only that, which is of the product that VILNOR_TEST_PRODUCT
+// names.
 std::vector<Product> Products();
 // The products of that name.
 std::vector<Product> ProductsNamed(const std::string& name);

@@ -1,11 +1,8 @@
 #include "databases/clinic.h"
 
-#include <algorithm>
-#include <cctype>
-
 #include "automation/text.h"
 #include "platform/thread_state.h"
-#include "schema/host_schema.h"
+#include "schema/fill.h"
 #include "schema/rows.h"
 
 namespace databases {
@@ -14,9 +11,9 @@ namespace {
 constexpr std::int16_t kHashDates = 1;
 constexpr std::int16_t kQuotedDates = 2;
 
-// Everything except the embedded database.
+// Everything except the embedded databases.
 bool IsAServer(const Product& product) {
-  return product.name != "SQLite";
+  return product.name != "SQLite" && product.name != "Access";
 }
 
 std::vector<Product> ProductsThat(bool areServers) {
@@ -48,14 +45,7 @@ bool Clinic::IsServer() const {
 }
 
 void Clinic::MakeHostDatabase() {
-  own_->BeginTrans();
-  std::string schema = GetParam().name;
-  std::transform(schema.begin(), schema.end(), schema.begin(),
-                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  for (const auto& statement : schema::HostSchemas().at(schema)) {
-    Run(automation::FromUtf8(statement));
-  }
-  own_->CommitTrans();
+  schema::FillHostDatabase(*own_, GetParam().name);
 }
 
 void Clinic::Run(const std::u16string& statement) {

@@ -11,9 +11,9 @@ readonly release_commit release_time made first second signer
 
 # Everything that goes into a release.
 release_state() {
-  (cd "$checkout" && find src tools/diagnosis tools/reference docs/edge-cases typelib packaging sdk cmake \
-    CMakeLists.txt CMakePresets.json VERSION \
-    CHANGELOG.md scripts tests/release/made.sh -type f ! -path '*/__pycache__/*' -print0 |
+  (cd "$checkout" && find src tools docs/edge-cases typelib packaging sdk cmake CMakeLists.txt \
+    CMakePresets.json VERSION CHANGELOG.md scripts tests/release/made.sh tests/contract tests/databases \
+    tests/fakes tests/schema tests/system -type f ! -path '*/__pycache__/*' -print0 |
     LC_ALL=C sort -z | xargs -0 sha256sum | sha256sum)
 }
 

@@ -123,6 +123,40 @@ class Reference(unittest.TestCase):
             self.assertIn("default-src 'none'", page)
 
 
+class FieldTests(unittest.TestCase):
+    KIT = FIRST / "field-tests"
+
+    def test_have_the_shipped_dll_and_its_manifest(self):
+        for name, shipped in (("Vilnor.dll", DLL), (MANIFEST.name, MANIFEST)):
+            self.assertEqual(shipped.read_bytes(), (self.KIT / "bin" / name).read_bytes())
+
+    def test_need_nothing_but_windows(self):
+        programs = list((self.KIT / "bin").glob("*.exe"))
+        self.assertGreater(len(programs), 6)
+        imported = {name.lower() for program in programs for name in
+                    re.findall(r"DLL Name: (\S+)", run("i686-w64-mingw32-objdump", "-p", program))}
+        self.assertLessEqual(imported, {
+            "advapi32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ntdll.dll",
+            "odbc32.dll", "ole32.dll", "oleaut32.dll", "shell32.dll", "user32.dll", "version.dll"})
+
+    def test_programs_bear_no_time_and_no_folder_of_the_machine_that_made_them(self):
+        for program in (self.KIT / "bin").glob("*.exe"):
+            self.assertRegex(run("i686-w64-mingw32-objdump", "-p", program),
+                             r"Time/Date\s+Thu Jan  1 00:00:00 1970", program)
+            self.assertNotIn(str(CHECKOUT).encode(), program.read_bytes(), program)
+
+    def test_are_started_by_a_file_that_windows_reads(self):
+        for name in ("run.cmd", "README.txt", "bin/wine-outcomes.txt"):
+            text = (self.KIT / name).read_bytes()
+            self.assertEqual(text.count(b"\n"), text.count(b"\r\n"), name)
+            text.decode("ascii")
+
+    def test_notices_have_the_licence_of_the_test_library(self):
+        notices = (self.KIT / "NOTICES.txt").read_text("utf-8")
+        self.assertIn((FIRST / "NOTICES.txt").read_text("utf-8"), notices)
+        self.assertIn("Google Inc.", notices)
+
+
 class Bill(unittest.TestCase):
     def setUp(self):
         self.bill = json.loads((FIRST / f"Vilnor-{VERSION}.spdx.json").read_text("utf-8"))

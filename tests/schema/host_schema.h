@@ -7,8 +7,8 @@
 
 namespace schema {
 
-// By product ("sqlite", "postgresql", "mariadb"): what makes the tables anew and fills them, in
-// UTF-8.
+// By product ("sqlite", "postgresql", "mariadb", "access", "sqlserver"): what makes the tables anew
+// and fills them, in UTF-8.
 const std::map<std::string, std::vector<std::string>>& HostSchemas();
 
 }  // namespace schema

@@ -5,6 +5,8 @@
     make_schema.py --product postgresql | psql -v ON_ERROR_STOP=1 clinic
     make_schema.py --product mariadb | mariadb clinic
 
+"access" and "sqlserver" are for the field tests (tools/field-tests) and have not been run here.
+
 The script is one transaction; tables of these names are dropped first. It comes from
 host_schema.sql beside this file, which explains what is replaced. UTF-8 throughout.
 """
@@ -41,7 +43,61 @@ PRODUCTS = {
         "timestamp": "datetime",
         "begin": "BEGIN;",
     },
+    "access": {
+        "identity": "COUNTER PRIMARY KEY",
+        "next_key": r"ALTER TABLE \1 ALTER COLUMN \2 COUNTER(\3, 1);",
+        "first_key": "",
+        "timestamp": "datetime",
+        "begin": "",
+    },
+    # The key given out next is one more than the one that it is told.
+    "sqlserver": {
+        "identity": "integer IDENTITY PRIMARY KEY",
+        "next_key": r"DBCC CHECKIDENT ('\1', RESEED, PREDECESSOR \3);",
+        "first_key": "",
+        "timestamp": "datetime",
+        "begin": "SET DATEFORMAT ymd;",
+    },
 }
+
+INSERT = re.compile(r"INSERT INTO (\w+) (\(.*?\)) VALUES\s+(.*)", re.DOTALL)
+# A row in brackets, with texts in which a quotation mark is doubled.
+ROW = re.compile(r"\((?:[^()']|'(?:[^']|'')*')*\)")
+
+
+def access(statement: str) -> list[str]:
+    """One row for each statement, its own words for types, and dates that no setting changes."""
+    if statement.startswith("CREATE TABLE"):
+        for word, own in (("boolean", "YESNO"), ("text", "LONGTEXT"), ("double precision", "DOUBLE")):
+            statement = re.sub(rf"\b{word}\b", own, statement)
+    statement = statement.replace("DROP TABLE IF EXISTS", "DROP TABLE")
+    statement = re.sub(r"'(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)'", r"#\1#", statement)
+    insert = INSERT.fullmatch(statement)
+    if not insert:
+        return [statement]
+    return [f"INSERT INTO {insert[1]} {insert[2]} VALUES {row}" for row in ROW.findall(insert[3])]
+
+
+def sqlserver(statement: str) -> list[str]:
+    """Keys of one's own are an exception that is asked for; older versions know no DROP IF EXISTS."""
+    if statement.startswith("CREATE TABLE"):
+        statement = re.sub(r"\bboolean\b", "bit", statement)
+        statement = re.sub(r"\btext\b", "nvarchar(max)", statement)
+    statement = re.sub(r"DROP TABLE IF EXISTS (\w+)", r"IF OBJECT_ID('\1') IS NOT NULL DROP TABLE \1",
+                       statement)
+    statement = re.sub(r"PREDECESSOR (\d+)", lambda found: str(int(found[1]) - 1), statement)
+    insert = INSERT.fullmatch(statement)
+    if not insert:
+        return [statement]
+    rows = re.sub(r"\bTRUE\b", "1", re.sub(r"\bFALSE\b", "0", insert[3]))
+    rows = re.sub(r"'(?:[^']|'')*'", r"N\g<0>", rows)  # not in the server's code page
+    statement = f"INSERT INTO {insert[1]} {insert[2]} VALUES {rows}"
+    if insert[1] in ("VilnorPasient", "Postadresseregister"):
+        return [statement]
+    return [f"SET IDENTITY_INSERT {insert[1]} ON; {statement}; SET IDENTITY_INSERT {insert[1]} OFF"]
+
+
+DIALECTS = {"access": access, "sqlserver": sqlserver}
 
 
 def statements(product: str) -> list[str]:
@@ -55,7 +111,9 @@ def statements(product: str) -> list[str]:
                       rf"\1{spelling['first_key'].format(key)};", text, flags=re.DOTALL)
     text = NEXT_KEY.sub(spelling["next_key"], text)
     text = re.sub(r"\btimestamp\b", spelling["timestamp"], text)
-    return [statement.strip() for statement in text.split(";\n") if statement.strip()]
+    whole = [statement.strip() for statement in text.split(";\n") if statement.strip()]
+    own = DIALECTS.get(product, lambda statement: [statement])
+    return [one for statement in whole for one in own(statement)]
 
 
 def make_schema(product: str) -> str:

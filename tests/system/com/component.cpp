@@ -4,6 +4,7 @@
 #include <array>
 
 #include "com/wide_text.h"
+#include "contract/environment.h"
 #include "system/com/neighbour.h"
 
 namespace system_tests {
@@ -74,7 +75,8 @@ ErrorInformation TakeErrorInformation() {
 void Init(_BVilnor& session, std::u16string_view connectionString) {
   TextArgument connection(connectionString);
   short language = 1;
-  short type = 2;
+  // Access writes dates as #...#.
+  short type = contract::GivenProduct() == "Access" ? 1 : 2;
   session.InitVilnor(connection.Reference(), &language, &type);
 }
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "automation/text.h"
 #include "com/wide_text.h"
-#include "schema/host_schema.h"
+#include "contract/environment.h"
+#include "schema/fill.h"
 #include "schema/rows.h"
 #include "windows/ado_database.h"
 
@@ -22,12 +22,8 @@ std::filesystem::path NewFile() {
 
 TestDatabase::TestDatabase() : file_(NewFile()) {
   std::filesystem::remove(file_);
-  const auto connection = Connect();
-  connection->BeginTrans();
-  for (const auto& statement : schema::HostSchemas().at("sqlite")) {
-    connection->Execute(automation::FromUtf8(statement), platform::kOptionsUnspecified);
-  }
-  connection->CommitTrans();
+  const std::string product = contract::GivenProduct();
+  schema::FillHostDatabase(*Connect(), product.empty() ? "sqlite" : product);
 }
 
 TestDatabase::~TestDatabase() {
@@ -36,7 +32,8 @@ TestDatabase::~TestDatabase() {
 }
 
 std::u16string TestDatabase::ConnectionString() const {
-  return u"Driver=SQLite3;Database=" + com::FromWide(file_.wstring());
+  const auto given = contract::GivenDatabase();
+  return given.empty() ? u"Driver=SQLite3;Database=" + com::FromWide(file_.wstring()) : given;
 }
 
 void TestDatabase::Execute(const std::u16string& statement) const {
