@@ -47,6 +47,13 @@ class Messages(unittest.TestCase):
                 self.assertEqual(1, len(catalogue.entries_of(error(f"{number} x {step}", ""))),
                                  f"{number} {step}")
 
+    def test_the_words_of_the_trace_are_those_that_its_page_explains(self):
+        words = [word for told in re.findall(r"spåret: ((?:`\w+`(?:, )?)+)", DOCUMENT)
+                 for word in re.findall(r"\w+", told)]
+        page = (CHECKOUT / "docs/trace.md").read_text(encoding="utf-8")
+        self.assertGreater(len(words), 10)
+        self.assertEqual([], [word for word in words if f"| `{word}` |" not in page])
+
     def test_an_entry_describes_the_boxes_of_its_pattern_alone(self):
         entries = (("A", "‹filnummer› ‹beskrivning› in X\n13 ‹beskrivning› in X"),
                    ("B", "‹annat nummer› ‹beskrivning› in X"), ("C", "En text\n\nmed ‹nummer›"))
