@@ -34,10 +34,12 @@ googletest() {
 script() { counted "$1" "$2" "" "${@:3}"; }
 
 # counted NAME SECONDS REPORT COMMAND ARG...: ends with the shell that runs it. $differences, if set, is a
-# table of expected failures; the part of NAME after the first "-" selects its cases.
+# table of expected failures; the part of NAME after the first "-" selects its cases. The message boxes that
+# its tests provoke are noted in NAME.boxes (tests/fakes/noted_boxes.h).
 counted() {
   local name=$1 report=$3 log=$logs/$1.log status=0 result good bad
-  setpriv --pdeathsig TERM timeout --kill-after=30 "$2" "${@:4}" >"$log" 2>&1 </dev/null || status=$?
+  VILNOR_BOXES=$logs/$name.boxes setpriv --pdeathsig TERM timeout --kill-after=30 "$2" "${@:4}" \
+    >"$log" 2>&1 </dev/null || status=$?
   result=$(python3 "$checkout/scripts/count_cases.py" "$status" "$log" ${report:+--json "$report"} \
     ${differences:+--differences "$differences" "${name#*-}"})
   read -r good bad <<<"$result"

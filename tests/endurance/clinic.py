@@ -11,7 +11,7 @@ import time
 from dataclasses import dataclass, field
 from pathlib import Path
 
-from computer import BOUND, output_of, wait_until
+from computer import BOUND, note_boxes, output_of, wait_until
 from databases import PostgresqlDatabase
 
 KESTRA_HOST = "C:\\Kestra\\KestraHost.exe"
@@ -65,6 +65,7 @@ class Host:
         self._add("")
 
     def _add(self, line):
+        note_boxes([line])
         with self._news:
             self.lines.append(line)
             self._times.append(time.monotonic())

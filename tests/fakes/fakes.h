@@ -10,6 +10,7 @@
 
 #include "automation/automation_error.h"
 #include "automation/date.h"
+#include "fakes/noted_boxes.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/locale.h"
@@ -42,10 +43,11 @@ class Locale : public platform::Locale {
   std::u16string shortDateAnswer = u"M/d/yyyy";
 };
 
-// Records every box; answers from `answers` in turn, then with OK or No.
+// Records and notes every box; answers from `answers` in turn, then with OK or No.
 class Dialogs : public platform::Dialogs {
  public:
   platform::Answer Show(const platform::MessageBox& box) override {
+    NoteBox(box);
     shown.push_back(box);
     if (!answers.empty()) {
       const auto answer = answers.front();

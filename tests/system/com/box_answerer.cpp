@@ -4,6 +4,9 @@
 #include <array>
 #include <iterator>
 #include <mutex>
+#include <utility>
+
+#include "fakes/noted_boxes.h"
 
 namespace system_tests {
 namespace {
@@ -39,6 +42,24 @@ HICON BoxIcon(HWND box) {
     }
   }
   return nullptr;
+}
+
+platform::Icon IconOf(HICON icon) {
+  using enum platform::Icon;
+  for (const auto& [systemIcon, name] :
+       {std::pair{IDI_ERROR, Critical}, std::pair{IDI_QUESTION, Question},
+        std::pair{IDI_WARNING, Exclamation}}) {
+    if (icon != nullptr && icon == LoadIconW(nullptr, systemIcon)) {
+      return name;
+    }
+  }
+  return None;
+}
+
+void Note(const ShownBox& box) {
+  fakes::NoteBox({.text = std::u16string(box.text.begin(), box.text.end()),
+                  .title = std::u16string(box.title.begin(), box.title.end()),
+                  .icon = IconOf(box.icon)});
 }
 
 int DefaultButton(HWND box) {
@@ -97,6 +118,7 @@ void BoxAnswerer::Answer(HWND box) {
                  .icon = BoxIcon(box),
                  .owner = GetWindow(box, GW_OWNER),
                  .defaultButton = DefaultButton(box)};
+  Note(shown);
   {
     const std::lock_guard lock(mutex_);
     shown_.push_back(std::move(shown));

@@ -50,6 +50,16 @@ def is_whole(copy):
     return copy.is_file() and copy.read_bytes().endswith(b"\n")
 
 
+def note_boxes(lines):
+    """Adds the boxes among the host's lines to the file named by VILNOR_BOXES, as
+tests/fakes/noted_boxes.h does; the host does not print icons."""
+    file = os.environ.get("VILNOR_BOXES")
+    boxes = [re.fullmatch(r'box "(.*?)" "(.*)" \w+', line) for line in lines]
+    if file and any(boxes):
+        with open(file, "a", encoding="utf-8") as notes:
+            notes.writelines(f"{box[1]}\t\t{box[2]}\n".replace('\\"', '"') for box in boxes if box)
+
+
 def output_of(process):
     """Its output until it ends, in pieces. The pipe stays open longer: the first program with a window
 starts Wine's desktop, which inherits the pipe and stays while any other program runs."""
@@ -141,6 +151,7 @@ whose root is not writable."""
         output = b"".join(output_of(process))
         process.stdout.close()
         lines = output.decode("utf-8", errors="replace").splitlines()
+        note_boxes(lines)
         # The link program's own log is mixed in; its lines begin with the time.
         return HostRun(process.returncode,
                        [line for line in lines if not re.match(r"\d{4}-\d\d-\d\d ", line)])

@@ -83,6 +83,20 @@ class HeldResultFiles : public ResultFiles {
   platform::Platform held_ = fakes::With(ports, heldFiles);
 };
 
+TEST_F(HeldResultFiles, UndeletableResultIsReportedWithTheErrorOfItsFile) {
+  using enum RuntimeError;
+  for (const auto error : {BadFileName, FileNotFound, DeviceIoError, FileAlreadyExists, DiskFull,
+                           DeviceUnavailable, PermissionDenied, PathFileAccess, PathNotFound}) {
+    const automation::AutomationError expected(error);
+    heldFiles.deletion = error;
+    dialogs.shown.clear();
+    Put(u"OutNewCase4711.xml", ResultText("0", "7", "99&amp;12&amp;3"));
+    Read(RequestKind::NewCase);
+    EXPECT_EQ(dialogs.Texts(), Statements{automation::Decimal10(expected.number()) + u" " +
+                                          expected.description() + u" in ReadNewCase"});
+  }
+}
+
 TEST_F(HeldResultFiles, UndeletableResultIsRenamedAndReported) {
   heldFiles.deletion = RuntimeError::PermissionDenied;
   for (const auto& reader : kReaders) {

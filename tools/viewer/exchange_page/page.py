@@ -2,8 +2,10 @@
 
 from pathlib import Path
 
-from exchange_page import application, labels
+from exchange_page import application, labels, verdict
+from exchange_page.decision import name_of
 from exchange_page.html import Markup, element, joined
+from exchange_page.reading import UnreadableFile, parse
 
 STYLE = Path(__file__).with_name("page.css")
 # Nothing is loaded and no script runs, whatever the file holds.
@@ -14,12 +16,24 @@ KINDS = {
     "Case": "Befintligt ärende",
     "SearchCase": "Sökning av patient",
 }
+RESULT = "Svar från Vilnor Link"
 RESULT_ELEMENTS = ("Status", "Cancelled", "Id", "UserName")
 
 
-def page_of(root, file_name: str) -> str:
-    """The HTML document of an exchange file."""
-    kind, title, lead, body = _content(root)
+def page_of(content: bytes, file_name: str, result_kind: str | None = None) -> str:
+    """The HTML document of an exchange file. `result_kind` is for a result that has lost its name. Raises
+UnreadableFile, but not for a result: that the component cannot read it either is what its page says."""
+    name = name_of(file_name)
+    result_kind = result_kind or (name.kind if name else None)
+    try:
+        root = parse(content)
+    except UnreadableFile:
+        if result_kind is None:
+            raise
+        root = None
+    kind, title, lead, body = (RESULT, "Oläsligt svar", None, None) if root is None else _content(root)
+    if kind == RESULT or result_kind is not None:
+        body = joined([body, verdict.section_of(content, result_kind, name)])
     return "<!DOCTYPE html>\n" + element(
         "html",
         element("head",
@@ -33,7 +47,7 @@ def page_of(root, file_name: str) -> str:
             element("header", element("div", element("p", kind, class_="kind"),
                                       element("h1", title or file_name),
                                       element("p", lead, class_="lead") if lead else None)),
-            body, _whole_file(root), element("footer", f"Utbytesfil {file_name}"))),
+            body, None if root is None else _whole_file(root), element("footer", f"Utbytesfil {file_name}"))),
         lang="sv") + "\n"
 
 
@@ -48,7 +62,7 @@ def _content(root):
         return (KINDS[request.tag], title or _first(request, "CaseId"),
                 _first(request, "Title"), _elements_section("Begäran", request))
     if any(_first(root, name) is not None for name in RESULT_ELEMENTS):
-        return ("Svar från Vilnor Link", _outcome(root), None, _result_section(root))
+        return (RESULT, _outcome(root), None, _result_section(root))
     return ("Okänd utbytesfil", root.tag, "Filen är varken en begäran eller ett svar.", None)
 
 

@@ -33,14 +33,18 @@ class _Builder(ElementTree.TreeBuilder):
         return super().end(tag)
 
 
-def read_file(path: Path) -> ElementTree.Element:
-    """The root element. Raises UnreadableFile."""
+def read_file(path: Path) -> bytes:
+    """Raises UnreadableFile."""
     try:
         if path.stat().st_size > LARGEST_FILE:
             raise UnreadableFile(f"it is larger than {LARGEST_FILE // 1024 // 1024} MB")
-        content = path.read_bytes()
+        return path.read_bytes()
     except OSError as error:
         raise UnreadableFile(error.strerror or "it cannot be read") from error
+
+
+def parse(content: bytes) -> ElementTree.Element:
+    """The root element. Raises UnreadableFile."""
     if not content.strip():
         raise UnreadableFile("it is empty")
     parser = ElementTree.XMLParser(target=_Builder())
