@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 
-#include "exchange/element.h"
 #include "fhp/application_records.h"
 #include "native/practice.h"
 
@@ -20,8 +21,8 @@ class Application {
   // reads it.
   Application(Clinic& clinic, int rows);
 
-  // Both forms in an envelope.
-  exchange::Element Build();
+  // The bytes of a document with both forms.
+  std::string Build();
 
  private:
   fhp::ApplicationRecords records_;
@@ -29,6 +30,6 @@ class Application {
   std::unique_ptr<platform::Recordset> rows_;
 };
 
-std::size_t CountFields(const exchange::Element& document);
+std::size_t CountFields(std::string_view document);
 
 }  // namespace benchmarks

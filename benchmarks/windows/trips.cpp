@@ -189,9 +189,9 @@ fhp::ApplicationRecords ReadRecords() {
 }
 
 void BuildForms(fhp::ApplicationRecords& records) {
-  exchange::Element contribution(u"Contribution");
-  fhp::AddApplicationForm(contribution, records);
-  fhp::AddCostEstimate(contribution, records);
+  exchange::RequestDocument document;
+  fhp::AddApplicationForm(document, records);
+  fhp::AddCostEstimate(document, records);
 }
 
 void WriteFile(const Computer& computer, const std::string& bytes) {

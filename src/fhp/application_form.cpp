@@ -53,11 +53,12 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
 
 }  // namespace
 
-void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records) {
-  exchange::Element& form = AddForm(contribution, u"108692");
-  AddFields(form, kChoices, records);
-  AddFields(form, kPartyFields, records);
-  AddFields(form, kClinicalFields, records);
+void AddApplicationForm(exchange::RequestDocument& document, const ApplicationRecords& records) {
+  AddForm(document, u"108692", [&] {
+    AddFields(document, kChoices, records);
+    AddFields(document, kPartyFields, records);
+    AddFields(document, kClinicalFields, records);
+  });
 }
 
 }  // namespace fhp

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "exchange/element.h"
+#include "exchange/request_document.h"
 #include "fhp/application_records.h"
 
 namespace fhp {
@@ -68,12 +68,18 @@ inline constexpr auto kPartyFields = std::to_array<FormField>({
     {u"edtPatientNamn", kPatient, u"fornavn", Condition::Always, Writing::FullName},
 });
 
-// Appends an empty form to the contribution.
-exchange::Element& AddForm(exchange::Element& contribution, std::u16string_view formId);
-// Appends one field: its key and value as elements.
-void AddFormItem(exchange::Element& form, std::u16string key, std::u16string value);
-// Appends the fields whose conditions hold, in the table's order.
-void AddFields(exchange::Element& form, std::span<const FormField> fields,
+// Adds a form with what `body` adds.
+template <class Body>
+void AddForm(exchange::RequestDocument& document, std::u16string_view formId, Body body) {
+  document.Add("FormDescr", [&] {
+    document.Add("FormDescrId", {formId});
+    body();
+  });
+}
+// Adds one field: its key and value as elements.
+void AddFormItem(exchange::RequestDocument& document, exchange::Pieces key, exchange::Pieces value);
+// Adds the fields whose conditions hold, in the table's order.
+void AddFields(exchange::RequestDocument& document, std::span<const FormField> fields,
                const ApplicationRecords& records);
 
 }  // namespace fhp
