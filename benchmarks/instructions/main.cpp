@@ -6,7 +6,6 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <utility>
 
 #include "automation/conversion.h"
 #include "automation/date.h"
@@ -34,7 +33,7 @@ void BuildARequest() {
       }
     });
   });
-  made = std::move(document).Finish().size();
+  made = document.Finish().size();
 }
 
 void ScanTeeth() {

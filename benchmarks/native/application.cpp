@@ -43,12 +43,10 @@ Application::Application(Clinic& clinic, int rows) {
   const Clinic::Inside inside(clinic);
   db::RenewGDB();
   records_ = fhp::ReadApplicationRecords(kFullApplication);
-  rows_ = db::GDB()->GetPreRequestCostByFHPid(kFullApplication);
   db::ReleaseGDB();
 }
 
 std::string Application::Build() {
-  records_.estimateRows = fhp::Record(rows_->Clone(platform::LockType::Unspecified));
   exchange::RequestDocument document;
   document.Add("NewCase", [&] {
     document.Add("Contribution", [&] {
@@ -56,7 +54,7 @@ std::string Application::Build() {
       fhp::AddCostEstimate(document, records_);
     });
   });
-  return std::move(document).Finish();
+  return std::string(document.Finish());
 }
 
 std::size_t CountFields(std::string_view document) {

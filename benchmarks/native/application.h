@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,8 +25,6 @@ class Application {
 
  private:
   fhp::ApplicationRecords records_;
-  // The document writer reads its own copy to the end.
-  std::unique_ptr<platform::Recordset> rows_;
 };
 
 std::size_t CountFields(std::string_view document);

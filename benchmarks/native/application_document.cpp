@@ -173,7 +173,8 @@ void VilnorSaves(benchmark::State& state) {
   const Clinic::Inside inside(document.clinic);
   const std::u16string path = automation::FromUtf8(document.path);
   for (auto _ : state) {
-    exchange::Save(VilnorDocument(document.content), path);
+    exchange::RequestDocument request = VilnorDocument(document.content);
+    exchange::Save(request, path);
   }
 }
 

@@ -49,14 +49,13 @@ void AnsweredRequest::AddResult(RequestDocument& document, Pieces userDefData) c
   });
 }
 
-std::u16string AnsweredRequest::Save(RequestDocument document) const {
+std::u16string AnsweredRequest::Save(RequestDocument& document) const {
   SetUnreadAside(resultPath_, RowOf(kind_).traced);
-  return exchange::Save(std::move(document),
-                        ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
+  return exchange::Save(document, ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
 }
 
-std::u16string Save(RequestDocument document, const std::u16string& path) {
-  platform::Current().files.ReplaceContents(path, std::move(document).Finish());
+std::u16string Save(RequestDocument& document, const std::u16string& path) {
+  platform::Current().files.ReplaceContents(path, document.Finish());
   return path;
 }
 

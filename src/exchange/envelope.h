@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "exchange/request_document.h"
 #include "exchange/request_kinds.h"
@@ -21,8 +20,8 @@ inline constexpr std::u16string_view kNotificationClass = u"KestraToVilnor";
 std::u16string ExchangeFile(std::u16string_view directory, std::u16string_view word,
                             std::u16string_view key);
 
-// Puts the request file in place and returns its path.
-std::u16string Save(RequestDocument document, const std::u16string& path);
+// Finishes the document, puts the request file in place and returns its path.
+std::u16string Save(RequestDocument& document, const std::u16string& path);
 
 // A request that expects an answer.
 class AnsweredRequest {
@@ -41,12 +40,12 @@ class AnsweredRequest {
       AddResult(document, userDefData);
       body(document);
     });
-    return Save(std::move(document));
+    return Save(document);
   }
 
  private:
   void AddResult(RequestDocument& document, Pieces userDefData) const;
-  std::u16string Save(RequestDocument document) const;
+  std::u16string Save(RequestDocument& document) const;
 
   RequestKind kind_;
   std::int32_t key_;

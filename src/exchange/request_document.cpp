@@ -1,7 +1,5 @@
 #include "exchange/request_document.h"
 
-#include <utility>
-
 #include "exchange/document_text.h"
 
 namespace exchange {
@@ -30,21 +28,22 @@ void RequestDocument::Add(std::string_view name, Pieces text) {
   Close(name, content);
 }
 
-std::string RequestDocument::Finish() && {
-  bytes_.append(kEnd);
-  return std::move(bytes_);
+std::string_view RequestDocument::Finish() {
+  return bytes_.append(kEnd);
 }
 
 std::size_t RequestDocument::Open(std::string_view name) {
-  bytes_.append(1, '<').append(name).append(1, '>');
+  bytes_.push_back('<');
+  bytes_.append(name).push_back('>');
   return bytes_.size();
 }
 
 void RequestDocument::Close(std::string_view name, std::size_t content) {
   if (bytes_.size() == content) {
-    bytes_.insert(content - 1, 1, '/');
+    bytes_.back() = '/';
+    bytes_.push_back('>');
   } else {
-    bytes_.append("</").append(name).append(1, '>');
+    bytes_.append("</").append(name).push_back('>');
   }
 }
 

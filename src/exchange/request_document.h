@@ -28,8 +28,8 @@ class RequestDocument {
   // Adds an element with a text (document_text.h says how it is written).
   void Add(std::string_view name, Pieces text);
 
-  // The whole document; nothing can be added to it any more.
-  std::string Finish() &&;
+  // The whole document, valid as long as this object; nothing can be added to it any more.
+  std::string_view Finish();
 
  private:
   // Returns where the element's content begins.

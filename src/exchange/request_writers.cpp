@@ -1,7 +1,5 @@
 #include "exchange/request_writers.h"
 
-#include <utility>
-
 #include "automation/text.h"
 #include "db/connection_state.h"
 #include "exchange/envelope.h"
@@ -49,7 +47,7 @@ Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
   return util::Try(u" in WriteSearchPatient", kBVilnorIcon, [&] {
     RequestDocument document;
     document.Add("SearchCase", [&] { document.Add("PatientId", {ssn}); });
-    return Save(std::move(document), ExchangeFile(vilnorOutputPath, u"\\Search", ssn));
+    return Save(document, ExchangeFile(vilnorOutputPath, u"\\Search", ssn));
   });
 }
 

@@ -44,7 +44,7 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
     {u"beh", kApplication, u"PlanTreatm", IfNotNull, PerTooth},
     {u"edtBerTidsatgang81", kApplication, u"TimeEstimate81", IfNotNull, Text},
     {u"edtBerTidsatgangTT", kApplication, u"TimeEstimateDentalTechnic", IfNotNull, Text},
-    {u"edtOrtDatum", kProvider, nullptr, Always, CityAndToday},
+    {u"edtOrtDatum", kProvider, u"", Always, CityAndToday},
     {u"edtTelefon", kProvider, u"tlfPrivat", Always, TextOrEmpty},
     {u"edtNamnfortydligande", kClinician, u"fornavn", Always, FullName},
     {u"edtUJbeh", kApplication, u"PlanTreatmUJaw", IfNotNull, Text},

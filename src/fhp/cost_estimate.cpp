@@ -62,17 +62,16 @@ std::int32_t Product(std::int32_t left, std::int32_t right) {
   return static_cast<std::int32_t>(product);
 }
 
-Value OrZero(const Record& row, const char16_t* column) {
+Value OrZero(const Record& row, std::u16string_view column) {
   return util::NullToZero(row[column]);
 }
 
-bool IsTaken(const ApplicationRecords& records) {
-  const Record& row = records.estimateRows;
+bool IsTaken(const Record& row, const ApplicationRecords& records) {
   const std::u16string debit = util::NullToText(row[u"Debit"]);
   if (debit != util::kElderlyDebit || platform::ToDouble(OrZero(row, u"RateNo")) == 0) {
     return false;
   }
-  const Value amount = row[u"Amount"];
+  const Value& amount = row[u"Amount"];
   return util::GetRateCompensation(
              {.regDate = platform::ToDate(row[u"RegDate"]),
               .birthDate = platform::ToDate(records.patient[u"FDato"]),
@@ -141,11 +140,17 @@ class EstimateRows {
     AddFormItem(document_, {u"edtBer", Decimal10(rowNumber), what}, {value});
   }
 
-  std::u16string Fixed(double amount) const { return automation::FixedText(amount, regional_); }
+  // Valid until the next one.
+  std::u16string_view Fixed(double amount) {
+    text_.clear();
+    automation::AppendFixed(text_, amount, regional_);
+    return text_;
+  }
 
   exchange::RequestDocument& document_;
   // Asking the system for them takes longer than writing an amount.
-  automation::Regional regional_ = platform::Current().locale.Regional();
+  const automation::Regional regional_ = platform::Current().locale.Regional();
+  std::u16string text_;
   std::int16_t nextRow_ = 1;
   double sum_ = 0;
 };
@@ -158,15 +163,14 @@ void AddCostEstimate(exchange::RequestDocument& document, ApplicationRecords& re
     AddFields(document, kPartyFields, records);
     AddFields(document, kNoteFields, records);
     EstimateRows rows(document);
-    for (; !records.estimateRows.AtEnd(); records.estimateRows.MoveNext()) {
-      if (IsTaken(records)) {
-        rows.Add(records.estimateRows);
+    Record& row = records.estimateRows;
+    for (row.MoveFirst(); !row.AtEnd(); row.MoveNext()) {
+      if (IsTaken(row, records)) {
+        rows.Add(row);
       }
     }
     rows.AddSums();
   });
-  records.estimateRows.Close();
-  records.estimateRows = Record();
 }
 
 }  // namespace fhp

@@ -10,7 +10,7 @@
 namespace fhp {
 namespace {
 
-bool Holds(Condition condition, const Record& record, const char16_t* column) {
+bool Holds(Condition condition, const Record& record, std::u16string_view column) {
   switch (condition) {
     case Condition::IfTrue:
       return util::NullToBool(record[column]);
@@ -22,7 +22,7 @@ bool Holds(Condition condition, const Record& record, const char16_t* column) {
   return true;
 }
 
-std::u16string Address(const Record& provider, const char16_t* firstLine) {
+ColumnText Address(const Record& provider, std::u16string_view firstLine) {
   return provider[firstLine].IsNull() ? provider.TextOrEmpty(u"Adr2") : provider.Text(firstLine);
 }
 

@@ -44,9 +44,9 @@ enum class Writing {
 struct FormField {
   std::u16string_view key;
   Record ApplicationRecords::*source;
-  // nullptr for fields that are always written and have no column: City, CityAndToday,
-  // PersonNumber.
-  const char16_t* column;
+  // One of those that ApplicationRecords reads. Empty for fields that are always written and have
+  // no column: City, CityAndToday, PersonNumber.
+  std::u16string_view column;
   Condition condition;
   Writing writing;
 };
@@ -61,10 +61,10 @@ inline constexpr auto kPartyFields = std::to_array<FormField>({
     {u"edtVardgivareNamn", kProvider, u"Navn", Condition::Always, Writing::Text},
     {u"edtVardgivareAdress", kProvider, u"Adr1", Condition::Always, Writing::Address},
     {u"edtVardgivarePostNr", kProvider, u"Postnr", Condition::Always, Writing::Text},
-    {u"edtVardgivarePostort", kProvider, nullptr, Condition::Always, Writing::City},
+    {u"edtVardgivarePostort", kProvider, u"", Condition::Always, Writing::City},
     {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Condition::Always, Writing::Text},
     {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", Condition::IfNotNull, Writing::Text},
-    {u"edtPatientPersonNr", kPatient, nullptr, Condition::Always, Writing::PersonNumber},
+    {u"edtPatientPersonNr", kPatient, u"", Condition::Always, Writing::PersonNumber},
     {u"edtPatientNamn", kPatient, u"fornavn", Condition::Always, Writing::FullName},
 });
 

@@ -109,7 +109,7 @@ class MsxmlBytes : public testing::Test {
     dom.Save(folder_ / "dom.xml");
     exchange::RequestDocument document;
     Add(document, elements);
-    EXPECT_EQ(std::move(document).Finish(), folder_.Read("dom.xml"));
+    EXPECT_EQ(document.Finish(), folder_.Read("dom.xml"));
   }
   void ExpectSame(const std::u16string& text) { ExpectSame({Element{"E", text, {}}}); }
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <string>
-#include <utility>
 
 namespace exchange {
 namespace {
@@ -19,7 +18,7 @@ std::string Enveloped(const std::string& content) {
 std::string DocumentWith(Pieces text) {
   RequestDocument document;
   document.Add("E", text);
-  return std::move(document).Finish();
+  return std::string(document.Finish());
 }
 
 TEST(RequestDocuments, Latin1CharactersAreWrittenAsTheirBytes) {
@@ -103,7 +102,7 @@ TEST(RequestDocuments, ElementWithNothingLeftIsWrittenAsEmpty) {
   EXPECT_EQ(DocumentWith({std::u16string(u"\0x", 2)}), Enveloped("<E/>"));
   RequestDocument document;
   document.Add("E", [] {});
-  EXPECT_EQ(std::move(document).Finish(), Enveloped("<E/>"));
+  EXPECT_EQ(document.Finish(), Enveloped("<E/>"));
 }
 
 TEST(RequestDocuments, ElementHoldsWhatIsAddedInItsScope) {
@@ -113,7 +112,7 @@ TEST(RequestDocuments, ElementHoldsWhatIsAddedInItsScope) {
     document.Add("G", [&] { document.Add("H", {u"1"}); });
   });
   document.Add("I", {u"2"});
-  EXPECT_EQ(std::move(document).Finish(), Enveloped("<E><F/><G><H>1</H></G></E><I>2</I>"));
+  EXPECT_EQ(document.Finish(), Enveloped("<E><F/><G><H>1</H></G></E><I>2</I>"));
 }
 
 TEST(RequestDocuments, PiecesOfATextAreJoined) {
