@@ -9,8 +9,7 @@
 
 #include "automation/conversion.h"
 #include "automation/date.h"
-#include "exchange/envelope.h"
-#include "exchange/serializer.h"
+#include "exchange/request_document.h"
 #include "odbc/column_value.h"
 #include "odbc/translation.h"
 #include "shared/tooth_texts.h"
@@ -23,14 +22,18 @@ volatile std::size_t made = 0;
 
 void BuildARequest() {
   constexpr int kFields = 200;
-  auto envelope = exchange::NewEnvelope();
-  auto& form = envelope.Add(u"NewCase").Add(u"Form");
-  for (int field = 0; field < kFields; ++field) {
-    auto& item = form.Add(u"FormItem");
-    item.Add(u"FormItemKey", u"edtBehandling");
-    item.Add(u"FormItemValue", u"Krona & bro, tand 11, är åtgärdad");
-  }
-  made = exchange::Serialize(envelope).size();
+  exchange::RequestDocument document;
+  document.Add("NewCase", [&] {
+    document.Add("Form", [&] {
+      for (int field = 0; field < kFields; ++field) {
+        document.Add("FormItem", [&] {
+          document.Add("FormItemKey", {u"edtBehandling"});
+          document.Add("FormItemValue", {u"Krona & bro, tand 11, är åtgärdad"});
+        });
+      }
+    });
+  });
+  made = document.Finish().size();
 }
 
 void ScanTeeth() {

@@ -1,10 +1,10 @@
 #include "native/application.h"
 
-#include <numeric>
+#include <utility>
 
 #include "automation/text.h"
 #include "db/db_vilnor.h"
-#include "exchange/envelope.h"
+#include "exchange/request_document.h"
 #include "fhp/application_form.h"
 #include "fhp/cost_estimate.h"
 
@@ -43,24 +43,28 @@ Application::Application(Clinic& clinic, int rows) {
   const Clinic::Inside inside(clinic);
   db::RenewGDB();
   records_ = fhp::ReadApplicationRecords(kFullApplication);
-  rows_ = db::GDB()->GetPreRequestCostByFHPid(kFullApplication);
   db::ReleaseGDB();
 }
 
-exchange::Element Application::Build() {
-  records_.estimateRows = fhp::Record(rows_->Clone(platform::LockType::Unspecified));
-  exchange::Element envelope = exchange::NewEnvelope();
-  exchange::Element& contribution = envelope.Add(u"NewCase").Add(u"Contribution");
-  fhp::AddApplicationForm(contribution, records_);
-  fhp::AddCostEstimate(contribution, records_);
-  return envelope;
+std::string Application::Build() {
+  exchange::RequestDocument document;
+  document.Add("NewCase", [&] {
+    document.Add("Contribution", [&] {
+      fhp::AddApplicationForm(document, records_);
+      fhp::AddCostEstimate(document, records_);
+    });
+  });
+  return std::string(document.Finish());
 }
 
-std::size_t CountFields(const exchange::Element& document) {
-  const auto& children = document.children();
-  return std::accumulate(
-      children.begin(), children.end(), std::size_t{document.name() == u"FormItem"},
-      [](std::size_t fields, const auto& child) { return fields + CountFields(child); });
+std::size_t CountFields(std::string_view document) {
+  constexpr std::string_view kField = "<FormItem>";
+  std::size_t fields = 0;
+  for (std::size_t at = document.find(kField); at != std::string_view::npos;
+       at = document.find(kField, at + 1)) {
+    ++fields;
+  }
+  return fields;
 }
 
 }  // namespace benchmarks

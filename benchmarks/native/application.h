@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <string>
+#include <string_view>
 
-#include "exchange/element.h"
 #include "fhp/application_records.h"
 #include "native/practice.h"
 
@@ -20,15 +20,13 @@ class Application {
   // reads it.
   Application(Clinic& clinic, int rows);
 
-  // Both forms in an envelope.
-  exchange::Element Build();
+  // The bytes of a document with both forms.
+  std::string Build();
 
  private:
   fhp::ApplicationRecords records_;
-  // The document writer reads its own copy to the end.
-  std::unique_ptr<platform::Recordset> rows_;
 };
 
-std::size_t CountFields(const exchange::Element& document);
+std::size_t CountFields(std::string_view document);
 
 }  // namespace benchmarks

@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 
-#include "exchange/serializer.h"
 #include "native/application.h"
 
 namespace {
@@ -30,7 +29,7 @@ void BuildsARequest(benchmark::State& state) {
   Measured& measured = MeasuredWith(static_cast<int>(state.range(0)));
   const Clinic::Inside inside(measured.clinic);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(exchange::Serialize(measured.application.Build()));
+    benchmark::DoNotOptimize(measured.application.Build());
   }
   state.counters["per"] =
       static_cast<double>(benchmarks::CountFields(measured.application.Build()));

@@ -1,4 +1,4 @@
-// The cost per character of a per-tooth text, compared with one pass of memchr over the same text.
+// The cost per character of a per-tooth text.
 #include <benchmark/benchmark.h>
 #include <string>
 
@@ -28,7 +28,6 @@ const bool kRegistered = [] {
            [](std::u16string_view text) { return CountBlanks(text, fhp::kSendCheckScan); });
   Register("document",
            [](std::u16string_view text) { return CountBlanks(text, fhp::kDocumentScan); });
-  Register("memchr", benchmarks::SearchOnce);
   return true;
 }();
 

@@ -4,8 +4,7 @@ from typing import NamedTuple, Optional
 
 
 class Row(NamedTuple):
-    """A line of the table. `reached` is None where there is no mark, or the noise is too large to
-    tell."""
+    """A line of the table. `reached` is None where the noise is too large to tell."""
     what: str
     beside: str
     mark: str
@@ -13,8 +12,6 @@ class Row(NamedTuple):
     reached: Optional[bool]
 
     def verdict(self) -> str:
-        if not self.mark:
-            return "–"
         return {True: "yes", False: "**no**", None: "unclear"}[self.reached]
 
 

@@ -1,4 +1,5 @@
-"""The send check's and the document's scan of per-tooth texts, beside one pass of memchr."""
+"""The send check's and the document's scan of per-tooth texts: a character's cost while the text grows,
+and in Wine beside one pass of memchr."""
 
 import pathlib
 
@@ -27,39 +28,49 @@ def by_size(costs: dict[str, list[float]], what: str) -> dict[int, list[float]]:
                        if name.startswith(what)))
 
 
-def scan_rows(costs: dict[str, list[float]], where: str) -> tuple[list[Row], str, dict]:
-    """The rows of one program's measurements, their table, and the plot's data."""
+def grown(costs: dict[str, list[float]]) -> dict[str, dict[int, Ratio]]:
+    """Of each scan, by size: the cost of a character beside that in the shortest text."""
+    scans = {what: by_size(costs, what) for what in SCANS}
+    return {what: {size: ratio(times, sizes[min(sizes)]) for size, times in sizes.items()}
+            for what, sizes in scans.items()}
+
+
+def beside_memchr(costs: dict[str, list[float]]) -> dict[str, dict[int, Ratio]]:
     memchr = by_size(costs, "memchr")
-    beside: dict[str, list[Ratio]] = {}
-    grown: dict[str, list[Ratio]] = {}
-    for what in SCANS:
-        scans = by_size(costs, what)
-        beside[what] = [ratio(scans[size], memchr[size]) for size in scans]
-        grown[what] = [ratio(scans[size], scans[min(scans)]) for size in scans]
-    furthest = max((figure for figures in beside.values() for figure in figures),
-                   key=lambda figure: figure.median)
-    most = max((figure for figures in grown.values() for figure in figures),
+    return {what: {size: ratio(times, memchr[size])
+                   for size, times in by_size(costs, what).items()} for what in SCANS}
+
+
+def highest(figures: dict[str, dict[int, Ratio]]) -> Ratio:
+    return max((figure for sizes in figures.values() for figure in sizes.values()),
                key=lambda figure: figure.median)
-    rows = [Row(f"send check and per-tooth scan, {where}", "one pass of memchr",
-                "within 8 times", f"at most {furthest} times", furthest.at_most(MARK)),
-            Row(f"the same, per character, {where}", "100 characters; up to 32,000", "flat",
-                f"at most {most}", most.at_most(1 + FLAT))]
-    lines = list(zip(memchr, *(figures for what in SCANS for figures in (beside[what], grown[what]))))
-    text = table(("characters", "send check / memchr", "per character", "document / memchr",
-                  "per character"), lines)
-    data = {name: [(size, *figure) for size, figure in zip(memchr, grown[what])]
-            for name, what in (("check", "send check"), ("document", "document"))}
-    return rows, text, data
+
+
+def flat_row(costs: dict[str, list[float]], where: str) -> Row:
+    most = highest(grown(costs))
+    return Row(f"send check and per-tooth scan, per character, {where}",
+               "100 characters; up to 32,000", "flat", f"at most {most}", most.at_most(1 + FLAT))
+
+
+def memchr_row(costs: dict[str, list[float]], where: str) -> Row:
+    furthest = highest(beside_memchr(costs))
+    return Row(f"the same, {where}", "one pass of memchr", "within 8 times",
+               f"at most {furthest} times", furthest.at_most(MARK))
+
+
+def scan_table(figures: dict[str, dict[int, Ratio]]) -> str:
+    return table(("characters", *SCANS),
+                 [(size, *(figures[what][size] for what in SCANS)) for size in figures[SCANS[0]]])
 
 
 def measure_scan(program: pathlib.Path) -> Subject:
-    rows, text, data = scan_rows(variants(measure(program, "^scan/", REPETITIONS)), "natively")
+    costs = variants(measure(program, "^scan/", REPETITIONS))
+    figures = grown(costs)
     return Subject(
-        "Scanning per-tooth texts", rows,
+        "Scanning per-tooth texts", [flat_row(costs, "natively")],
         "A text of runs of twenty characters (`<11>304 305 306</11>`), whose blanks are counted as\n"
-        "the send check does. `memchr` goes over the same bytes for one that is not there.\n\n"
-        + text
-        + "\nNatively `memchr` is the C library's vector code, which takes 32 characters in one step\n"
-        "while a run has twenty. A run costs two searches for its marks, a third for its end and the\n"
-        "count of its blanks: no part of it is long enough for vectors.\n",
-        [Plot("scan", "The cost of a scanned character", LINE_CHART, data)])
+        "the send check does; the time of a character, divided by that in the shortest text.\n\n"
+        + scan_table(figures),
+        [Plot("scan", "The cost of a scanned character", LINE_CHART,
+              {name: [(size, *figure) for size, figure in figures[what].items()]
+               for name, what in (("check", "send check"), ("document", "document"))})])

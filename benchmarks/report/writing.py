@@ -50,5 +50,5 @@ def write(subjects: list[Subject]) -> None:
 def show(subjects: list[Subject]) -> None:
     for row in (row for subject in subjects for row in subject.rows):
         print(row.what + (f", beside {row.beside}" if row.beside else "")
-              + (f"; {row.mark}: {row.verdict().strip('*')}" if row.mark else ""))
+              + f"; {row.mark}: {row.verdict().strip('*')}")
         print(textwrap.indent(textwrap.fill(row.measured, 92), "    "))

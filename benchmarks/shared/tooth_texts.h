@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -32,11 +31,6 @@ inline std::ptrdiff_t CountBlanks(std::u16string_view text, fhp::ScanRules rules
     blanks += std::count(tooth->text.begin(), tooth->text.end(), u' ');
   }
   return blanks;
-}
-
-// One pass over the text's bytes, searching for one that does not occur.
-inline const void* SearchOnce(std::u16string_view text) {
-  return std::memchr(text.data(), '~', text.size() * sizeof(text.front()));
 }
 
 }  // namespace benchmarks

@@ -1,5 +1,6 @@
 #include "windows/dom.h"
 
+#include "automation/text.h"
 #include "com/bstr.h"
 #include "com/com_error.h"
 #include "com/variant.h"
@@ -18,7 +19,10 @@ constexpr CLSID kDomDocument = {
 Content ContentOf(IXMLDOMNode* node) {
   Bstr name;
   Check(node->get_nodeName(name.Receive()));
-  Content content{.name = name.Text(), .text = {}, .children = {}};
+  Content content{.name = name.Text(),
+                  .asciiName = automation::ToUtf8(name.Text()),
+                  .text = {},
+                  .children = {}};
   ComPtr<IXMLDOMNode> child;
   for (Check(node->get_firstChild(child.Receive())); child;) {
     DOMNodeType type{};

@@ -14,6 +14,8 @@ namespace benchmarks {
 // An element of a document, to be rebuilt.
 struct Content {
   std::u16string name;
+  // For the component, whose names are in ASCII.
+  std::string asciiName;
   std::u16string text;
   std::vector<Content> children;
 };

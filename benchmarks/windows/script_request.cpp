@@ -2,6 +2,7 @@
 // runs of per-tooth columns, the compensation rule. A script would be slower.
 #include <array>
 
+#include "automation/conversion.h"
 #include "automation/date.h"
 #include "automation/text.h"
 #include "com/wide_text.h"
@@ -9,6 +10,8 @@
 #include "fhp/tooth_scanner.h"
 #include "platform/clock.h"
 #include "platform/conversions.h"
+#include "platform/locale.h"
+#include "platform/platform.h"
 #include "util/null_safe.h"
 #include "util/rate_compensation.h"
 #include "util/ssn.h"
@@ -25,6 +28,10 @@ using platform::ToDate;
 using platform::ToInt32;
 using platform::ToText;
 using Text = std::u16string;
+
+Text Fixed(double amount) {
+  return automation::FixedText(amount, platform::Current().locale.Regional());
+}
 
 Text TextOrEmpty(const Value& value) {
   return value.IsNull() ? Text() : ToText(value);
@@ -283,8 +290,8 @@ class Request {
       sum += AddRow(form, rows, number);
     }
     constexpr double kDeduction = 7700;
-    writer_.AddItem(form, u"edtBerSummering", platform::FixedText(sum));
-    writer_.AddItem(form, u"edtBerTotalErsattning", platform::FixedText(sum - kDeduction));
+    writer_.AddItem(form, u"edtBerSummering", Fixed(sum));
+    writer_.AddItem(form, u"edtBerTotalErsattning", Fixed(sum - kDeduction));
   }
 
   // The row's sum. No row of the sample has a rate with a printed row.
@@ -311,11 +318,14 @@ class Request {
     const std::int32_t noOf = ToInt32(util::NullToZero(Field(row, u"NoOf")));
     const std::int32_t count = ToInt32(Field(row, u"SelectNoOf")) * (noOf == 0 ? 1 : noOf);
     const double price = platform::ToDouble(amount);
+    const bool hasPrintedMeasure = number == 10 || number == 11;
     const Text key = u"edtBer" + Decimal10(number++);
-    writer_.AddItem(form, key + u"Atgard", ToText(rateNo));
+    if (!hasPrintedMeasure) {
+      writer_.AddItem(form, key + u"Atgard", ToText(rateNo));
+    }
     writer_.AddItem(form, key + u"Antal", Decimal10(count));
-    writer_.AddItem(form, key + u"Pris", platform::FixedText(price));
-    writer_.AddItem(form, key + u"Summa", platform::FixedText(count * price));
+    writer_.AddItem(form, key + u"Pris", Fixed(price));
+    writer_.AddItem(form, key + u"Summa", Fixed(count * price));
     return count * price;
   }
 

@@ -245,30 +245,43 @@ std::u16string NumberText(double number, const Regional& regional) {
 }
 
 std::u16string FixedText(double number, const Regional& regional) {
+  std::u16string text;
+  AppendFixed(text, number, regional);
+  return text;
+}
+
+void AppendFixed(std::u16string& text, double number, const Regional& regional) {
   // Halves are rounded on the 15 digits that people see: 0.145 rounds up although its binary value
   // is lower.
   const Scientific parts = number == 0 ? Scientific() : TakeApart(std::fabs(number));
   std::string digits = parts.digits;
   const int firstPlace = parts.exponent + 3;  // how many digits stand before the third decimal
   if (firstPlace < 0) {
-    return std::u16string(u"0") + regional.decimalSeparator + u"00";
-  }
-  digits.insert(0, "000");  // at least one digit before the decimals, also for a carry
-  const auto kept = static_cast<std::size_t>(firstPlace) + 3;
-  const bool up = digits.size() > kept && digits[kept] >= '5';
-  digits.resize(kept, '0');
-  for (auto digit = digits.rbegin(); up && digit != digits.rend(); ++digit) {
-    if (*digit != '9') {
-      ++*digit;
-      break;
+    digits = "000";
+  } else {
+    digits.insert(0, "000");  // at least one digit before the decimals, also for a carry
+    const auto kept = static_cast<std::size_t>(firstPlace) + 3;
+    const bool up = digits.size() > kept && digits[kept] >= '5';
+    digits.resize(kept, '0');
+    for (auto digit = digits.rbegin(); up && digit != digits.rend(); ++digit) {
+      if (*digit != '9') {
+        ++*digit;
+        break;
+      }
+      *digit = '0';
     }
-    *digit = '0';
   }
-  const std::string whole = digits.substr(0, digits.size() - 2);
-  const auto significant = std::min(whole.find_first_not_of('0'), whole.size() - 1);
-  const bool zero = digits.find_first_not_of('0') == std::string::npos;
-  return (number < 0 && !zero ? u"-" : u"") + Widened(whole.substr(significant)) +
-         regional.decimalSeparator + Widened(digits.substr(digits.size() - 2));
+  if (number < 0 && digits.find_first_not_of('0') != std::string::npos) {
+    text.push_back(u'-');
+  }
+  const std::size_t decimals = digits.size() - 2;
+  const std::size_t significant = std::min(digits.find_first_not_of('0'), decimals - 1);
+  for (std::size_t at = significant; at < digits.size(); ++at) {
+    if (at == decimals) {
+      text.push_back(regional.decimalSeparator);
+    }
+    text.push_back(static_cast<char16_t>(digits[at]));
+  }
 }
 
 double ToDouble(const Value& value, const Regional& regional) {

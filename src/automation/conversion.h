@@ -42,5 +42,7 @@ std::u16string NumberText(double number, const Regional& regional);
 // The "Fixed" format: at least one digit before and exactly two after the decimal separator, halves
 // rounded away from zero, no grouping.
 std::u16string FixedText(double number, const Regional& regional);
+// The same, appended to a text.
+void AppendFixed(std::u16string& text, double number, const Regional& regional);
 
 }  // namespace automation

@@ -38,6 +38,9 @@ std::shared_ptr<DBVilnor> RenewGDB();
 // notification, has replaced it since.
 std::shared_ptr<DBVilnor> KeptOrRenewed(const std::weak_ptr<DBVilnor>& made);
 
+// gDB as it is; error 91 when it is empty.
+std::shared_ptr<DBVilnor> GDB();
+
 // Renews gDB for the duration of a task and releases it afterwards, even after an error: the user's
 // next operation must not find the shared connection open.
 class GDBUse {
@@ -55,11 +58,9 @@ class GDBUse {
 template <class Call>
 auto WithGDB(Call call) {
   const GDBUse use;
-  const auto gDB = use.operator->();
+  const auto gDB = GDB();
   return call(*gDB);
 }
-// gDB as it is; error 91 when it is empty.
-std::shared_ptr<DBVilnor> GDB();
 void ReleaseGDB();
 
 }  // namespace db

@@ -4,7 +4,6 @@
 
 #include "automation/text.h"
 #include "exchange/result_files.h"
-#include "exchange/serializer.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "platform/thread_state.h"
@@ -29,12 +28,6 @@ std::u16string ExchangeFile(std::u16string_view directory, std::u16string_view w
   return std::u16string(directory).append(word).append(key).append(u".xml");
 }
 
-Element NewEnvelope() {
-  Element envelope(u"Envelope");
-  envelope.SetAttribute(u"LIFFVersion", u"2.0");
-  return envelope;
-}
-
 AnsweredRequest::AnsweredRequest(RequestKind kind, std::int32_t key, std::u16string folder)
     : kind_(kind),
       key_(key),
@@ -43,27 +36,26 @@ AnsweredRequest::AnsweredRequest(RequestKind kind, std::int32_t key, std::u16str
   Pending().path = resultPath_;
 }
 
-Element& AnsweredRequest::Add(std::u16string_view name, std::u16string userDefData) {
-  Element& request = envelope_.Add(name);
-  Element& result = request.Add(u"Result");
-  result.Add(u"ResultPath", resultPath_);
-  result.Add(u"ReturnWhen", u"7");
-  result.Add(u"UserDefData", std::move(userDefData));
-  Element& notification = result.Add(u"WnDNotification");
-  notification.Add(u"ClassName", std::u16string(kNotificationClass));
-  notification.Add(u"MessageId", Decimal10(static_cast<std::int32_t>(kind_)));
-  notification.Add(u"WParam", Decimal10(key_));
-  return request;
+void AnsweredRequest::AddResult(RequestDocument& document, Pieces userDefData) const {
+  document.Add("Result", [&] {
+    document.Add("ResultPath", {resultPath_});
+    document.Add("ReturnWhen", {u"7"});
+    document.Add("UserDefData", userDefData);
+    document.Add("WnDNotification", [&] {
+      document.Add("ClassName", {kNotificationClass});
+      document.Add("MessageId", {Decimal10(static_cast<std::int32_t>(kind_))});
+      document.Add("WParam", {Decimal10(key_)});
+    });
+  });
 }
 
-std::u16string AnsweredRequest::Save() const {
+std::u16string AnsweredRequest::Save(RequestDocument& document) const {
   SetUnreadAside(resultPath_, RowOf(kind_).traced);
-  return exchange::Save(envelope_,
-                        ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
+  return exchange::Save(document, ExchangeFile(folder_, RowOf(kind_).requestWord, Decimal10(key_)));
 }
 
-std::u16string Save(const Element& envelope, const std::u16string& path) {
-  platform::Current().files.ReplaceContents(path, Serialize(envelope));
+std::u16string Save(RequestDocument& document, const std::u16string& path) {
+  platform::Current().files.ReplaceContents(path, document.Finish());
   return path;
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "exchange/element.h"
+#include "exchange/request_document.h"
 #include "exchange/request_kinds.h"
 
 namespace exchange {
@@ -20,30 +20,37 @@ inline constexpr std::u16string_view kNotificationClass = u"KestraToVilnor";
 std::u16string ExchangeFile(std::u16string_view directory, std::u16string_view word,
                             std::u16string_view key);
 
-// The root element of a request file.
-Element NewEnvelope();
-// Writes the request file and returns its path.
-std::u16string Save(const Element& envelope, const std::u16string& path);
+// Finishes the document, puts the request file in place and returns its path.
+std::u16string Save(RequestDocument& document, const std::u16string& path);
 
-// A request, being written, that expects an answer.
+// A request that expects an answer.
 class AnsweredRequest {
  public:
   // From here on the answer is the thread's pending result.
   AnsweredRequest(RequestKind kind, std::int32_t key, std::u16string folder);
 
-  // Appends the request's element with its Result block, which says what answer is expected, and
-  // where.
-  Element& Add(std::u16string_view name, std::u16string userDefData);
-  // Writes the file and returns its path. Sets aside an older unread answer first, because the new
-  // one would overwrite it; if that fails, writes nothing.
-  std::u16string Save() const;
+  // Writes the file and returns its path: the request's element with its Result block, which says
+  // what answer is expected, and where, and then what `body` adds to the document. Sets aside an
+  // older unread answer first, because the new one would overwrite it; if that or `body` fails,
+  // writes nothing.
+  template <class Body>
+  std::u16string Write(std::string_view name, Pieces userDefData, Body body) const {
+    RequestDocument document;
+    document.Add(name, [&] {
+      AddResult(document, userDefData);
+      body(document);
+    });
+    return Save(document);
+  }
 
  private:
+  void AddResult(RequestDocument& document, Pieces userDefData) const;
+  std::u16string Save(RequestDocument& document) const;
+
   RequestKind kind_;
   std::int32_t key_;
   std::u16string folder_;
   std::u16string resultPath_;
-  Element envelope_ = NewEnvelope();
 };
 
 // The path at which the answer to the thread's latest request is expected ("" before the first).

@@ -17,14 +17,16 @@ using util::kBVilnorIcon;
 Attempt<std::u16string> WriteNewCase(const NewCaseRequest& request,
                                      const std::u16string& vilnorOutputPath) {
   return util::Try(u" in WriteNewCase", kBVilnorIcon, [&] {
-    AnsweredRequest file(RequestKind::NewCase, request.pid, vilnorOutputPath);
-    Element& newCase = file.Add(u"NewCase", Decimal10(request.pid) + u"&" + Decimal10(request.bid) +
-                                                u"&" + Decimal10(request.rid));
-    newCase.Add(u"Title", u"(" + request.ssn + u")");
-    newCase.Add(u"PatientFirstName", request.firstName);
-    newCase.Add(u"PatientLastName", request.lastName);
-    newCase.Add(u"PatientId", request.ssn);
-    return file.Save();
+    const AnsweredRequest file(RequestKind::NewCase, request.pid, vilnorOutputPath);
+    return file.Write(
+        "NewCase",
+        {Decimal10(request.pid), u"&", Decimal10(request.bid), u"&", Decimal10(request.rid)},
+        [&](RequestDocument& document) {
+          document.Add("Title", {u"(", request.ssn, u")"});
+          document.Add("PatientFirstName", {request.firstName});
+          document.Add("PatientLastName", {request.lastName});
+          document.Add("PatientId", {request.ssn});
+        });
   });
 }
 
@@ -34,18 +36,18 @@ Attempt<std::u16string> WriteExistCase(std::int32_t vilnorId,
     // Kept: after a failed lookup the link program opens without a case.
     const std::u16string caseId =
         db::WithGDB([&](auto& gDB) { return gDB.GetCaseIdByVilnorId(vilnorId); });
-    AnsweredRequest file(RequestKind::ExistCase, vilnorId, vilnorOutputPath);
-    file.Add(u"Case", caseId).Add(u"CaseId", caseId);
-    return file.Save();
+    const AnsweredRequest file(RequestKind::ExistCase, vilnorId, vilnorOutputPath);
+    return file.Write("Case", {caseId},
+                      [&](RequestDocument& document) { document.Add("CaseId", {caseId}); });
   });
 }
 
 Attempt<std::u16string> WriteSearchPatient(const std::u16string& ssn,
                                            const std::u16string& vilnorOutputPath) {
   return util::Try(u" in WriteSearchPatient", kBVilnorIcon, [&] {
-    Element envelope = NewEnvelope();
-    envelope.Add(u"SearchCase").Add(u"PatientId", ssn);
-    return Save(envelope, ExchangeFile(vilnorOutputPath, kSearchWord, ssn));
+    RequestDocument document;
+    document.Add("SearchCase", [&] { document.Add("PatientId", {ssn}); });
+    return Save(document, ExchangeFile(vilnorOutputPath, kSearchWord, ssn));
   });
 }
 

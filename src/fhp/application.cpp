@@ -12,29 +12,30 @@
 namespace fhp {
 namespace {
 
-using exchange::Element;
+using exchange::RequestDocument;
 
-void AddPatient(Element& newCase, const ApplicationRecords& records) {
-  newCase.Add(u"Title", CaseTitle(records));
-  newCase.Add(u"PatientFirstName", records.patient.Text(u"fornavn"));
-  newCase.Add(u"PatientLastName", records.patient.Text(u"Navn"));
-  newCase.Add(u"PatientId", records.personNumber);
+void AddPatient(RequestDocument& document, const ApplicationRecords& records) {
+  document.Add("Title", {CaseTitle(records)});
+  document.Add("PatientFirstName", {records.patient.Text(u"fornavn")});
+  document.Add("PatientLastName", {records.patient.Text(u"Navn")});
+  document.Add("PatientId", {records.personNumber});
 }
 
-void AddContribution(Element& newCase, ApplicationRecords& records) {
-  Element& contribution = newCase.Add(u"Contribution");
-  contribution.Add(u"Heading");
-  contribution.Add(u"Statement");
-  AddApplicationForm(contribution, records);
-  if (records.includeEstimate) {
-    AddCostEstimate(contribution, records);
-  }
+void AddContribution(RequestDocument& document, ApplicationRecords& records) {
+  document.Add("Contribution", [&] {
+    document.Add("Heading", {});
+    document.Add("Statement", {});
+    AddApplicationForm(document, records);
+    if (records.includeEstimate) {
+      AddCostEstimate(document, records);
+    }
+  });
 }
 
-void AddParticipant(Element& newCase, const db::GDBUse& database, bool includeEstimate) {
-  std::u16string user = database->GetVilnorUserByCode1(ParticipantCode(includeEstimate));
+void AddParticipant(RequestDocument& document, const db::GDBUse& database, bool includeEstimate) {
+  const std::u16string user = database->GetVilnorUserByCode1(ParticipantCode(includeEstimate));
   if (!user.empty()) {
-    newCase.Add(u"Participant").Add(u"UserId", std::move(user));
+    document.Add("Participant", [&] { document.Add("UserId", {user}); });
   }
 }
 
@@ -46,13 +47,13 @@ util::Attempt<std::u16string> WriteNewFHP(std::int32_t pid, std::int32_t bid, st
   return util::Try(u" in WriteNewFHP", util::kBVilnorIcon, [&] {
     const db::GDBUse database;
     ApplicationRecords records = ReadApplicationRecords(fhpId);
-    exchange::AnsweredRequest file(exchange::RequestKind::NewFHP, fhpId, vilnorOutputPath);
-    Element& newCase =
-        file.Add(u"NewCase", UserDefData({pid, bid, rid, fhpId}, records.application));
-    AddPatient(newCase, records);
-    AddContribution(newCase, records);
-    AddParticipant(newCase, database, records.includeEstimate);
-    return file.Save();
+    const exchange::AnsweredRequest file(exchange::RequestKind::NewFHP, fhpId, vilnorOutputPath);
+    return file.Write("NewCase", {UserDefData({pid, bid, rid, fhpId}, records.application)},
+                      [&](RequestDocument& document) {
+                        AddPatient(document, records);
+                        AddContribution(document, records);
+                        AddParticipant(document, database, records.includeEstimate);
+                      });
   });
 }
 

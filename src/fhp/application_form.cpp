@@ -44,7 +44,7 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
     {u"beh", kApplication, u"PlanTreatm", IfNotNull, PerTooth},
     {u"edtBerTidsatgang81", kApplication, u"TimeEstimate81", IfNotNull, Text},
     {u"edtBerTidsatgangTT", kApplication, u"TimeEstimateDentalTechnic", IfNotNull, Text},
-    {u"edtOrtDatum", kProvider, nullptr, Always, CityAndToday},
+    {u"edtOrtDatum", kProvider, u"", Always, CityAndToday},
     {u"edtTelefon", kProvider, u"tlfPrivat", Always, TextOrEmpty},
     {u"edtNamnfortydligande", kClinician, u"fornavn", Always, FullName},
     {u"edtUJbeh", kApplication, u"PlanTreatmUJaw", IfNotNull, Text},
@@ -53,11 +53,12 @@ constexpr auto kClinicalFields = std::to_array<FormField>({
 
 }  // namespace
 
-void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records) {
-  exchange::Element& form = AddForm(contribution, u"108692");
-  AddFields(form, kChoices, records);
-  AddFields(form, kPartyFields, records);
-  AddFields(form, kClinicalFields, records);
+void AddApplicationForm(exchange::RequestDocument& document, const ApplicationRecords& records) {
+  AddForm(document, u"108692", [&] {
+    AddFields(document, kChoices, records);
+    AddFields(document, kPartyFields, records);
+    AddFields(document, kClinicalFields, records);
+  });
 }
 
 }  // namespace fhp

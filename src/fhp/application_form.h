@@ -1,13 +1,13 @@
 #pragma once
 
-#include "exchange/element.h"
+#include "exchange/request_document.h"
 #include "fhp/application_records.h"
 
 namespace fhp {
 
-// Appends form "108692", the application itself: its fixed fields, then clinical status and
+// Adds form "108692", the application itself: its fixed fields, then clinical status and
 // treatment plan. Error 94 for a Null in a required column (docs/application-document.md lists
 // them).
-void AddApplicationForm(exchange::Element& contribution, const ApplicationRecords& records);
+void AddApplicationForm(exchange::RequestDocument& document, const ApplicationRecords& records);
 
 }  // namespace fhp

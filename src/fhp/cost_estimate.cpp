@@ -7,9 +7,12 @@
 #include <string>
 
 #include "automation/automation_error.h"
+#include "automation/conversion.h"
 #include "automation/text.h"
 #include "fhp/form.h"
 #include "platform/conversions.h"
+#include "platform/locale.h"
+#include "platform/platform.h"
 #include "util/null_safe.h"
 #include "util/rate_compensation.h"
 #include "util/subsidy_period.h"
@@ -19,7 +22,6 @@ namespace {
 
 using automation::Decimal10;
 using automation::Value;
-using platform::FixedText;
 using enum Condition;
 using enum Writing;
 
@@ -60,17 +62,16 @@ std::int32_t Product(std::int32_t left, std::int32_t right) {
   return static_cast<std::int32_t>(product);
 }
 
-Value OrZero(const Record& row, const char16_t* column) {
+Value OrZero(const Record& row, std::u16string_view column) {
   return util::NullToZero(row[column]);
 }
 
-bool IsTaken(const ApplicationRecords& records) {
-  const Record& row = records.estimateRows;
+bool IsTaken(const Record& row, const ApplicationRecords& records) {
   const std::u16string debit = util::NullToText(row[u"Debit"]);
   if (debit != util::kElderlyDebit || platform::ToDouble(OrZero(row, u"RateNo")) == 0) {
     return false;
   }
-  const Value amount = row[u"Amount"];
+  const Value& amount = row[u"Amount"];
   return util::GetRateCompensation(
              {.regDate = platform::ToDate(row[u"RegDate"]),
               .birthDate = platform::ToDate(records.patient[u"FDato"]),
@@ -92,7 +93,7 @@ std::int32_t CountOf(const Record& row) {
 // Writes the rows in order and keeps their sum.
 class EstimateRows {
  public:
-  explicit EstimateRows(exchange::Element& form) : form_(form) {}
+  explicit EstimateRows(exchange::RequestDocument& document) : document_(document) {}
 
   void Add(const Record& row) {
     const std::u16string rateNo = util::NullToText(row[u"RateNo"]);
@@ -115,7 +116,10 @@ class EstimateRows {
     AddItems(rowNumber, count, unitPrice, count * unitPrice);
   }
 
-  double Sum() const { return sum_; }
+  void AddSums() {
+    AddFormItem(document_, {u"edtBerSummering"}, {Fixed(sum_)});
+    AddFormItem(document_, {u"edtBerTotalErsattning"}, {Fixed(sum_ - kFixedDeduction)});
+  }
 
  private:
   void AdvanceRow() {
@@ -127,37 +131,46 @@ class EstimateRows {
 
   void AddItems(std::int16_t rowNumber, std::int32_t count, double unitPrice, double rowSum) {
     AddItem(rowNumber, u"Antal", Decimal10(count));
-    AddItem(rowNumber, u"Pris", FixedText(unitPrice));
-    AddItem(rowNumber, u"Summa", FixedText(rowSum));
+    AddItem(rowNumber, u"Pris", Fixed(unitPrice));
+    AddItem(rowNumber, u"Summa", Fixed(rowSum));
     sum_ += rowSum;
   }
 
-  void AddItem(std::int16_t rowNumber, std::u16string_view what, std::u16string value) {
-    AddFormItem(form_, (u"edtBer" + Decimal10(rowNumber)).append(what), std::move(value));
+  void AddItem(std::int16_t rowNumber, std::u16string_view what, std::u16string_view value) {
+    AddFormItem(document_, {u"edtBer", Decimal10(rowNumber), what}, {value});
   }
 
-  exchange::Element& form_;
+  // Valid until the next one.
+  std::u16string_view Fixed(double amount) {
+    text_.clear();
+    automation::AppendFixed(text_, amount, regional_);
+    return text_;
+  }
+
+  exchange::RequestDocument& document_;
+  // Asking the system for them takes longer than writing an amount.
+  const automation::Regional regional_ = platform::Current().locale.Regional();
+  std::u16string text_;
   std::int16_t nextRow_ = 1;
   double sum_ = 0;
 };
 
 }  // namespace
 
-void AddCostEstimate(exchange::Element& contribution, ApplicationRecords& records) {
-  exchange::Element& form = AddForm(contribution, u"108696");
-  AddFields(form, kCaseFields, records);
-  AddFields(form, kPartyFields, records);
-  AddFields(form, kNoteFields, records);
-  EstimateRows rows(form);
-  for (; !records.estimateRows.AtEnd(); records.estimateRows.MoveNext()) {
-    if (IsTaken(records)) {
-      rows.Add(records.estimateRows);
+void AddCostEstimate(exchange::RequestDocument& document, ApplicationRecords& records) {
+  AddForm(document, u"108696", [&] {
+    AddFields(document, kCaseFields, records);
+    AddFields(document, kPartyFields, records);
+    AddFields(document, kNoteFields, records);
+    EstimateRows rows(document);
+    Record& row = records.estimateRows;
+    for (row.MoveFirst(); !row.AtEnd(); row.MoveNext()) {
+      if (IsTaken(row, records)) {
+        rows.Add(row);
+      }
     }
-  }
-  AddFormItem(form, u"edtBerSummering", FixedText(rows.Sum()));
-  AddFormItem(form, u"edtBerTotalErsattning", FixedText(rows.Sum() - kFixedDeduction));
-  records.estimateRows.Close();
-  records.estimateRows = Record();
+    rows.AddSums();
+  });
 }
 
 }  // namespace fhp

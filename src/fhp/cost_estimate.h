@@ -1,14 +1,14 @@
 #pragma once
 
-#include "exchange/element.h"
+#include "exchange/request_document.h"
 #include "fhp/application_records.h"
 
 namespace fhp {
 
-// Appends form "108696", the cost estimate: the parties, the rows that the compensation rule
-// accepts, their sum and the compensation. Reads all estimate rows and closes them. Error 6 if a
+// Adds form "108696", the cost estimate: the parties, the rows that the compensation rule
+// accepts, their sum and the compensation. Error 6 if a
 // count or its product exceeds 32 bits, or the row counter 16; 94 if a row that the rule must judge
 // has no registration date.
-void AddCostEstimate(exchange::Element& contribution, ApplicationRecords& records);
+void AddCostEstimate(exchange::RequestDocument& document, ApplicationRecords& records);
 
 }  // namespace fhp

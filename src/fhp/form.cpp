@@ -1,7 +1,5 @@
 #include "fhp/form.h"
 
-#include <utility>
-
 #include "automation/date.h"
 #include "fhp/tooth_scanner.h"
 #include "platform/clock.h"
@@ -12,7 +10,7 @@
 namespace fhp {
 namespace {
 
-bool Holds(Condition condition, const Record& record, const char16_t* column) {
+bool Holds(Condition condition, const Record& record, std::u16string_view column) {
   switch (condition) {
     case Condition::IfTrue:
       return util::NullToBool(record[column]);
@@ -24,7 +22,7 @@ bool Holds(Condition condition, const Record& record, const char16_t* column) {
   return true;
 }
 
-std::u16string Address(const Record& provider, const char16_t* firstLine) {
+ColumnText Address(const Record& provider, std::u16string_view firstLine) {
   return provider[firstLine].IsNull() ? provider.TextOrEmpty(u"Adr2") : provider.Text(firstLine);
 }
 
@@ -32,68 +30,57 @@ std::u16string TodayText() {
   return platform::DateText(automation::DayOf(platform::Current().clock.Now()));
 }
 
-std::u16string ValueOf(const FormField& field, const ApplicationRecords& records) {
-  const Record& record = records.*field.source;
-  switch (field.writing) {
-    case Writing::True:
-      return u"true";
-    case Writing::TextOrEmpty:
-      return record.TextOrEmpty(field.column);
-    case Writing::Address:
-      return Address(record, field.column);
-    case Writing::City:
-      return records.city;
-    case Writing::CityAndToday:
-      return records.city + u" " + TodayText();
-    case Writing::PersonNumber:
-      return records.personNumber;
-    case Writing::FullName:
-      return record.TextOrEmpty(field.column) + u" " + record.TextOrEmpty(u"Navn");
-    case Writing::Text:
-    case Writing::PerTooth:
-      break;
-  }
-  return record.Text(field.column);
-}
-
-void AddTeeth(exchange::Element& form, std::u16string_view suffix, std::u16string_view column) {
+void AddTeeth(exchange::RequestDocument& document, std::u16string_view suffix,
+              std::u16string_view column) {
   ToothScanner teeth(column, kDocumentScan);
   while (const auto run = teeth.Next()) {
-    AddFormItem(form, std::u16string(u"edt").append(run->tooth).append(suffix),
-                std::u16string(run->text));
+    AddFormItem(document, {u"edt", run->tooth, suffix}, {run->text});
   }
 }
 
-void AddField(exchange::Element& form, const FormField& field, const ApplicationRecords& records) {
-  if (!Holds(field.condition, records.*field.source, field.column)) {
+void AddField(exchange::RequestDocument& document, const FormField& field,
+              const ApplicationRecords& records) {
+  const Record& record = records.*field.source;
+  if (!Holds(field.condition, record, field.column)) {
     return;
   }
-  std::u16string value = ValueOf(field, records);
-  if (field.writing == Writing::PerTooth) {
-    AddTeeth(form, field.key, value);
-  } else {
-    AddFormItem(form, std::u16string(field.key), std::move(value));
+  const auto add = [&](exchange::Pieces value) { AddFormItem(document, {field.key}, value); };
+  switch (field.writing) {
+    case Writing::True:
+      return add({u"true"});
+    case Writing::Text:
+      return add({record.Text(field.column)});
+    case Writing::TextOrEmpty:
+      return add({record.TextOrEmpty(field.column)});
+    case Writing::Address:
+      return add({Address(record, field.column)});
+    case Writing::City:
+      return add({records.city});
+    case Writing::CityAndToday:
+      return add({records.city, u" ", TodayText()});
+    case Writing::PersonNumber:
+      return add({records.personNumber});
+    case Writing::FullName:
+      return add({record.TextOrEmpty(field.column), u" ", record.TextOrEmpty(u"Navn")});
+    case Writing::PerTooth:
+      return AddTeeth(document, field.key, record.Text(field.column));
   }
 }
 
 }  // namespace
 
-exchange::Element& AddForm(exchange::Element& contribution, std::u16string_view formId) {
-  exchange::Element& form = contribution.Add(u"FormDescr");
-  form.Add(u"FormDescrId", std::u16string(formId));
-  return form;
+void AddFormItem(exchange::RequestDocument& document, exchange::Pieces key,
+                 exchange::Pieces value) {
+  document.Add("FormItem", [&] {
+    document.Add("FormItemKey", key);
+    document.Add("FormItemValue", value);
+  });
 }
 
-void AddFormItem(exchange::Element& form, std::u16string key, std::u16string value) {
-  exchange::Element& item = form.Add(u"FormItem");
-  item.Add(u"FormItemKey", std::move(key));
-  item.Add(u"FormItemValue", std::move(value));
-}
-
-void AddFields(exchange::Element& form, std::span<const FormField> fields,
+void AddFields(exchange::RequestDocument& document, std::span<const FormField> fields,
                const ApplicationRecords& records) {
   for (const FormField& field : fields) {
-    AddField(form, field, records);
+    AddField(document, field, records);
   }
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "exchange/element.h"
+#include "exchange/request_document.h"
 #include "fhp/application_records.h"
 
 namespace fhp {
@@ -44,9 +44,9 @@ enum class Writing {
 struct FormField {
   std::u16string_view key;
   Record ApplicationRecords::*source;
-  // nullptr for fields that are always written and have no column: City, CityAndToday,
-  // PersonNumber.
-  const char16_t* column;
+  // One of those that ApplicationRecords reads. Empty for fields that are always written and have
+  // no column: City, CityAndToday, PersonNumber.
+  std::u16string_view column;
   Condition condition;
   Writing writing;
 };
@@ -61,19 +61,25 @@ inline constexpr auto kPartyFields = std::to_array<FormField>({
     {u"edtVardgivareNamn", kProvider, u"Navn", Condition::Always, Writing::Text},
     {u"edtVardgivareAdress", kProvider, u"Adr1", Condition::Always, Writing::Address},
     {u"edtVardgivarePostNr", kProvider, u"Postnr", Condition::Always, Writing::Text},
-    {u"edtVardgivarePostort", kProvider, nullptr, Condition::Always, Writing::City},
+    {u"edtVardgivarePostort", kProvider, u"", Condition::Always, Writing::City},
     {u"edtVardgivareOrgNr", kProvider, u"OrganizationNo", Condition::Always, Writing::Text},
     {u"edtVardgivareLeverantorNr", kProvider, u"LevNo", Condition::IfNotNull, Writing::Text},
-    {u"edtPatientPersonNr", kPatient, nullptr, Condition::Always, Writing::PersonNumber},
+    {u"edtPatientPersonNr", kPatient, u"", Condition::Always, Writing::PersonNumber},
     {u"edtPatientNamn", kPatient, u"fornavn", Condition::Always, Writing::FullName},
 });
 
-// Appends an empty form to the contribution.
-exchange::Element& AddForm(exchange::Element& contribution, std::u16string_view formId);
-// Appends one field: its key and value as elements.
-void AddFormItem(exchange::Element& form, std::u16string key, std::u16string value);
-// Appends the fields whose conditions hold, in the table's order.
-void AddFields(exchange::Element& form, std::span<const FormField> fields,
+// Adds a form with what `body` adds.
+template <class Body>
+void AddForm(exchange::RequestDocument& document, std::u16string_view formId, Body body) {
+  document.Add("FormDescr", [&] {
+    document.Add("FormDescrId", {formId});
+    body();
+  });
+}
+// Adds one field: its key and value as elements.
+void AddFormItem(exchange::RequestDocument& document, exchange::Pieces key, exchange::Pieces value);
+// Adds the fields whose conditions hold, in the table's order.
+void AddFields(exchange::RequestDocument& document, std::span<const FormField> fields,
                const ApplicationRecords& records);
 
 }  // namespace fhp

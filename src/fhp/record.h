@@ -1,41 +1,70 @@
 // A record of the host's database as the export reads it.
 #pragma once
 
+#include <cstddef>
+#include <forward_list>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "automation/automation_error.h"
 #include "automation/value.h"
 #include "platform/database.h"
 
 namespace fhp {
 
-// Owns the result of a DBVilnor lookup. A lookup that found nothing, or failed and reported it,
-// returns no recordset: every use then raises error 91, as in the classic runtime. Column errors
-// are ADO's (3265 for an unknown column).
+// A value as text, without a copy of one that is a text. Valid as long as its record.
+class ColumnText {
+ public:
+  ColumnText() = default;
+  // Error 94 for Null.
+  explicit ColumnText(const automation::Value& value);
+  operator std::u16string_view() const { return text_ == nullptr ? converted_ : *text_; }
+
+ private:
+  const std::u16string* text_ = nullptr;
+  std::u16string converted_;
+};
+
+// The rows of a lookup's result, read at once. If the lookup found nothing, or failed and reported
+// it, every use raises error 91, as in the classic runtime.
 class Record {
  public:
   Record() = default;
-  explicit Record(std::unique_ptr<platform::Recordset> rows) : rows_(std::move(rows)) {}
+  // Reads these columns (which must outlive the record) of the rows from the current one on. A
+  // column that cannot be read raises its error only when it is used, since a form may not need it.
+  Record(const std::unique_ptr<platform::Recordset>& rows,
+         std::span<const std::u16string_view> columns);
 
-  // A column of the current row.
-  automation::Value operator[](const char16_t* column) const { return Rows().Field(column); }
+  // A column of the current row; ADO's error if it could not be read (3265 for an unknown column).
+  const automation::Value& operator[](std::u16string_view column) const;
   // The column as text; error 94 for Null.
-  std::u16string Text(const char16_t* column) const;
+  ColumnText Text(std::u16string_view column) const { return ColumnText((*this)[column]); }
   // The column as text, empty for Null, as in a concatenation.
-  std::u16string TextOrEmpty(const char16_t* column) const;
-  // Changes the record in memory only.
-  void Put(const char16_t* column, const automation::Value& value) {
-    Rows().SetField(column, value);
-  }
+  ColumnText TextOrEmpty(std::u16string_view column) const;
+  void MoveFirst() { row_ = 0; }
+  void MoveNext() { ++row_; }
   // Past the last row.
-  bool AtEnd() const { return Rows().Eof(); }
-  void MoveNext() { Rows().MoveNext(); }
-  void Close() { Rows().Close(); }
+  bool AtEnd() const;
 
  private:
-  platform::Recordset& Rows() const { return platform::Require(rows_); }
+  struct Failure {
+    std::size_t field;
+    automation::AutomationError error;
+  };
 
-  std::unique_ptr<platform::Recordset> rows_;
+  void ReadByField(platform::Recordset& rows);
+  // Where the current row's fields begin.
+  std::size_t RowStart() const;
+
+  // None without a record.
+  std::span<const std::u16string_view> columns_;
+  // Row by row.
+  std::vector<automation::Value> fields_;
+  std::forward_list<Failure> failures_;
+  std::size_t row_ = 0;
 };
 
 }  // namespace fhp

@@ -4,9 +4,9 @@
 
 #include "automation/text.h"
 #include "db/connection_state.h"
-#include "fhp/record.h"
 #include "fhp/tooth_scanner.h"
 #include "platform/conversions.h"
+#include "platform/database.h"
 #include "util/error_trap.h"
 
 namespace fhp {
@@ -24,8 +24,8 @@ bool IsTooMany(std::u16string_view measures) {
   return std::count(measures.begin(), measures.end(), u' ') > kMostBlanks;
 }
 
-bool AnyToothHasTooMany(const Record& application) {
-  const automation::Value plan = application[u"PlanTreatm"];
+bool AnyToothHasTooMany(platform::Recordset& application) {
+  const automation::Value plan = application.Field(u"PlanTreatm");
   if (plan.IsNull()) {
     return false;
   }
@@ -40,15 +40,15 @@ bool AnyToothHasTooMany(const Record& application) {
 }
 
 // One leading blank does not count and is removed from the record in memory.
-bool JawHasTooMany(Record& application, const char16_t* column) {
-  const automation::Value plan = application[column];
+bool JawHasTooMany(platform::Recordset& application, const char16_t* column) {
+  const automation::Value plan = application.Field(column);
   if (plan.IsNull()) {
     return false;
   }
   std::u16string measures = platform::ToText(plan);
   if (measures.starts_with(u' ')) {
     measures = automation::Mid(measures, 2);
-    application.Put(column, measures);
+    application.SetField(column, measures);
   }
   return IsTooMany(measures);
 }
@@ -57,7 +57,8 @@ bool JawHasTooMany(Record& application, const char16_t* column) {
 
 bool OKToSend(std::int32_t fhpId, std::int16_t& errCode, std::u16string& errMsg) {
   return util::UnderTrap(u" in OKToSend", util::kBVilnorIcon, [&] {
-    Record application(db::WithGDB([&](auto& gDB) { return gDB.GetFHPById(fhpId); }));
+    const auto rows = db::WithGDB([&](auto& gDB) { return gDB.GetFHPById(fhpId); });
+    platform::Recordset& application = platform::Require(rows);
     // The check ends at the first tooth or jaw with too many measures.
     const bool fits = !AnyToothHasTooMany(application) &&
                       !JawHasTooMany(application, u"PlanTreatmUJaw") &&

@@ -49,9 +49,6 @@ std::u16string ToText(const automation::Value& value) {
 automation::Date ToDate(const automation::Value& value) {
   return Convert(automation::ToDate, value, IsReadBySettings(value));
 }
-std::u16string FixedText(double number) {
-  return automation::FixedText(number, Regional());
-}
 std::u16string DateText(automation::Date date) {
   return automation::DateText(date, Regional());
 }

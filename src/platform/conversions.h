@@ -14,7 +14,6 @@ double ToDouble(const automation::Value& value);
 bool ToBool(const automation::Value& value);
 std::u16string ToText(const automation::Value& value);
 automation::Date ToDate(const automation::Value& value);
-std::u16string FixedText(double number);
 std::u16string DateText(automation::Date date);
 
 }  // namespace platform

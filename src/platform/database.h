@@ -3,7 +3,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "automation/automation_error.h"
 #include "automation/value.h"
@@ -39,6 +42,10 @@ class Recordset {
   // current row.
   virtual automation::Value Field(const std::u16string& name) = 0;
   virtual automation::Value Field(std::int32_t index) = 0;
+  // The fields of these names in the current row and all later ones, row by row, in one call;
+  // leaves the cursor at EOF. Error 3265 if there is no field of one of the names, 3021 if there is
+  // no current row; the cursor may then be anywhere.
+  virtual std::vector<automation::Value> GetRows(std::span<const std::u16string_view> names) = 0;
   // Writes only to the current record's copy buffer; the database is not updated.
   virtual void SetField(const std::u16string& name, const automation::Value& value) = 0;
   // A separate recordset over the same rows, on the first one; it outlives the source's Close.

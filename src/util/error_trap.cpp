@@ -1,5 +1,6 @@
 #include "util/error_trap.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -21,14 +22,14 @@ bool ShowError(const automation::AutomationError& error, Procedure procedure, pl
 Failure ReportError(Procedure procedure, platform::Icon icon, ActionRef beforeBox,
                     platform::Traced& traced) noexcept {
   using platform::Ending;
-  const Failure failure{automation::CurrentErrorNumber()};
+  const std::int32_t number = automation::CurrentErrorNumber();
   std::optional<automation::AutomationError> error;
   bool seen = false;
   IgnoreErrors([&] { error = automation::CurrentError(); });
   IgnoreErrors(beforeBox);
   IgnoreErrors([&] { seen = ShowError(error.value(), procedure, icon); });
-  traced.End(seen ? Ending::Failed : Ending::Unshown, platform::Reason::None, failure.number);
-  return failure;
+  traced.End(seen ? Ending::Failed : Ending::Unshown, platform::Reason::None, number);
+  return Failure();
 }
 
 }  // namespace util

@@ -1,9 +1,13 @@
 #include "windows/ado_database.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "automation/automation_error.h"
 #include "com/bstr.h"
 #include "com/com_error.h"
 #include "com/variant.h"
+#include "com/variant_array.h"
 #include "com/win32.h"
 // Must follow win32.h.
 #include <adoint.h>
@@ -66,6 +70,7 @@ class AdoRecordset : public platform::Recordset {
   void MoveNext() override;
   automation::Value Field(const std::u16string& name) override;
   automation::Value Field(std::int32_t index) override;
+  std::vector<automation::Value> GetRows(std::span<const std::u16string_view> names) override;
   void SetField(const std::u16string& name, const automation::Value& value) override;
   std::unique_ptr<platform::Recordset> Clone(platform::LockType lockType) override;
   void Close() override;
@@ -151,6 +156,22 @@ automation::Value AdoRecordset::Field(const std::u16string& name) {
 
 automation::Value AdoRecordset::Field(std::int32_t index) {
   return Collect(com::Variant(automation::Value(index)));
+}
+
+std::vector<automation::Value> AdoRecordset::GetRows(std::span<const std::u16string_view> names) {
+  VARIANT currentRow{};
+  V_VT(&currentRow) = VT_ERROR;
+  V_ERROR(&currentRow) = DISP_E_PARAMNOTFOUND;
+  const com::Variant fields = com::ArrayOf(names);
+  com::Variant rows;
+  com::CheckCall(
+      [&] { return recordset_->GetRows(adGetRowsRest, currentRow, fields.get(), rows.Receive()); });
+  // The first index is the field's.
+  const com::Elements elements(rows.get());
+  std::vector<automation::Value> values;
+  values.reserve(elements.size());
+  std::transform(elements.begin(), elements.end(), std::back_inserter(values), com::ToValue);
+  return values;
 }
 
 void AdoRecordset::SetField(const std::u16string& name, const automation::Value& value) {

@@ -1,17 +1,26 @@
 #include "ado_dll/recordset_object.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "ado_dll/arguments.h"
 #include "ado_dll/fields_object.h"
 #include "automation/conversion.h"
 #include "com/bstr.h"
+#include "com/com_error.h"
 #include "com/variant.h"
+#include "com/variant_array.h"
 #include "odbc/ado_error.h"
 
 namespace ado_dll {
 namespace {
+
+// adGetRowsRest.
+constexpr LONG kRestOfRows = -1;
 
 std::int32_t ToNumber(const VARIANT& variant) {
   return automation::ToInt32(com::ToValue(variant), automation::Regional());
@@ -171,6 +180,51 @@ HRESULT RecordsetObject::get_Collect(VARIANT index, VARIANT* value) {
 
 HRESULT RecordsetObject::put_Collect(VARIANT index, VARIANT value) {
   return Call([&] { ado_.SetField(ColumnAt(index), com::ToValue(value)); });
+}
+
+std::vector<std::size_t> RecordsetObject::ColumnsAt(const VARIANT& namesOrNumbers) {
+  std::vector<std::size_t> columns;
+  com::Variant copy;
+  com::Check(VariantCopyInd(copy.Receive(), const_cast<VARIANT*>(&namesOrNumbers)));
+  if (IsMissing(copy.get())) {
+    columns.resize(ado_.Columns().size());
+    std::iota(columns.begin(), columns.end(), std::size_t{0});
+  } else if ((V_VT(&copy.get()) & VT_ARRAY) == 0) {
+    columns.push_back(ColumnAt(copy.get()));
+  } else {
+    const com::Elements elements(copy.get());
+    std::transform(elements.begin(), elements.end(), std::back_inserter(columns),
+                   [&](const VARIANT& nameOrNumber) { return ColumnAt(nameOrNumber); });
+  }
+  return columns;
+}
+
+HRESULT RecordsetObject::GetRows(LONG rows, VARIANT start, VARIANT fields, VARIANT* table) {
+  if (!IsMissing(start)) {
+    return NotSupported();
+  }
+  return Call([&] {
+    VARIANT& result = Out(table);
+    if (rows < kRestOfRows) {
+      throw odbc::MakeError(odbc::AdoError::WrongArguments, odbc::kRecordsetSource);
+    }
+    const auto columns = ColumnsAt(fields);
+    const auto taken =
+        ado_.TakeRows(rows == kRestOfRows ? ado_.RowCount() : static_cast<std::size_t>(rows));
+    std::array bounds{SAFEARRAYBOUND{.cElements = static_cast<ULONG>(columns.size()), .lLbound = 0},
+                      SAFEARRAYBOUND{.cElements = static_cast<ULONG>(taken.size()), .lLbound = 0}};
+    com::Variant array = com::NewArray(bounds);
+    {
+      const com::Elements elements(array.get());
+      VARIANT* element = elements.begin();
+      for (const odbc::Row& row : taken) {
+        for (const std::size_t column : columns) {
+          *element++ = com::Variant(row[column]).Detach();
+        }
+      }
+    }
+    result = array.Detach();
+  });
 }
 
 HRESULT RecordsetObject::get_RecordCount(ADO_LONGPTR* count) {

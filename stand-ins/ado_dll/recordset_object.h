@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "ado_dll/connection_object.h"
 #include "ado_dll/unsupported_recordset.h"
@@ -45,6 +46,8 @@ class RecordsetObject : public UnsupportedRecordset {
   HRESULT STDMETHODCALLTYPE get_Fields(Fields** object) override;
   HRESULT STDMETHODCALLTYPE get_Collect(VARIANT index, VARIANT* value) override;
   HRESULT STDMETHODCALLTYPE put_Collect(VARIANT index, VARIANT value) override;
+  HRESULT STDMETHODCALLTYPE GetRows(LONG rows, VARIANT start, VARIANT fields,
+                                    VARIANT* table) override;
   HRESULT STDMETHODCALLTYPE get_RecordCount(ADO_LONGPTR* count) override;
   HRESULT STDMETHODCALLTYPE get_State(LONG* state) override;
   HRESULT STDMETHODCALLTYPE get_EditMode(EditModeEnum* mode) override;
@@ -64,6 +67,8 @@ class RecordsetObject : public UnsupportedRecordset {
 
  private:
   void RequireClosed() const;
+  // The columns with these names or numbers: an array, a single one, or all if omitted.
+  std::vector<std::size_t> ColumnsAt(const VARIANT& namesOrNumbers);
   // Takes a Connection, or a connection string, for which it opens one.
   void UseConnection(const VARIANT& connection);
 

@@ -18,9 +18,6 @@ class UnsupportedRecordset : public com::DualObject<_Recordset> {
   HRESULT STDMETHODCALLTYPE putref_Source(IDispatch*) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE AddNew(VARIANT, VARIANT) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE Delete(AffectEnum) override { return NotSupported(); }
-  HRESULT STDMETHODCALLTYPE GetRows(LONG, VARIANT, VARIANT, VARIANT*) override {
-    return NotSupported();
-  }
   HRESULT STDMETHODCALLTYPE Requery(LONG) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE _xResync(AffectEnum) override { return NotSupported(); }
   HRESULT STDMETHODCALLTYPE get_AbsolutePage(PositionEnum_Param*) override {

@@ -1,5 +1,8 @@
 #include "native/odbc_database.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -55,6 +58,17 @@ class OdbcRecordset : public platform::Recordset {
   automation::Value Field(std::int32_t index) override {
     // A negative index is as invalid as one past the end.
     return ado_.Field(static_cast<std::size_t>(index));
+  }
+  std::vector<automation::Value> GetRows(std::span<const std::u16string_view> names) override {
+    std::vector<std::size_t> columns;
+    std::transform(names.begin(), names.end(), std::back_inserter(columns),
+                   [&](std::u16string_view name) { return ado_.IndexOf(name); });
+    std::vector<automation::Value> fields;
+    for (const odbc::Row& row : ado_.TakeRows(ado_.RowCount())) {
+      std::transform(columns.begin(), columns.end(), std::back_inserter(fields),
+                     [&](std::size_t column) { return row[column]; });
+    }
+    return fields;
   }
   void SetField(const std::u16string& name, const automation::Value& value) override {
     ado_.SetField(name, value);

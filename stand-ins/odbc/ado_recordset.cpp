@@ -1,5 +1,6 @@
 #include "odbc/ado_recordset.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -198,6 +199,15 @@ automation::Value AdoRecordset::Field(std::size_t index) const {
     throw Error(AdoError::ItemNotFound);
   }
   return CurrentRow()[index];
+}
+
+std::span<const Row> AdoRecordset::TakeRows(std::size_t most) {
+  const std::size_t first = Position();
+  LeaveRow();
+  const auto rest = std::span<const Row>(rows_->rows).subspan(first);
+  const auto taken = rest.first(std::min(most, rest.size()));
+  position_ += std::ssize(taken);
+  return taken;
 }
 
 void AdoRecordset::SetField(std::size_t index, const automation::Value& value) {

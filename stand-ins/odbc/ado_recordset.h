@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -69,6 +70,9 @@ class AdoRecordset {
   // Error 3265 if there is no such column, 3021 if there is no current row.
   automation::Value Field(std::size_t index) const;
   automation::Value Field(std::u16string_view name) const { return Field(IndexOf(name)); }
+  // The current row and those after it, at most `most`; the cursor moves past them. Error 3021 if
+  // there is no current row.
+  std::span<const Row> TakeRows(std::size_t most);
   // Writes to the current record's copy buffer. With a batch lock, moving on or Update stores the
   // buffer in the shared rows, where clones see it, and Close discards what was not stored; the
   // database is never written. With a lock that would write to the database at that point, moving

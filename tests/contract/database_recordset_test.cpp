@@ -1,4 +1,6 @@
 // States, errors, cursor and clones of the recordset.
+#include <array>
+
 #include "contract/database_fixture.h"
 
 namespace contract {
@@ -11,6 +13,8 @@ using platform::LockType;
 Value Number(std::int32_t number) {
   return number;
 }
+
+constexpr auto kNumber = std::to_array<std::u16string_view>({u"Number"});
 
 constexpr std::u16string_view kNoRecordText =
     u"Either BOF or EOF is True, or the current record has been deleted. Requested operation "
@@ -42,6 +46,7 @@ TEST_P(RecordsetContract, EveryReadingCallOnAClosedRecordsetRaises3704) {
   for (const auto& raised :
        {ErrorOf([&] { closed->Eof(); }), ErrorOf([&] { closed->MoveNext(); }),
         ErrorOf([&] { closed->Field(u"Number"); }), ErrorOf([&] { closed->Field(0); }),
+        ErrorOf([&] { closed->GetRows(kNumber); }),
         ErrorOf([&] { closed->SetField(u"Number", Number(1)); }),
         ErrorOf([&] { closed->Clone(LockType::Unspecified); }),
         ErrorOf([&] { closed->Close(); })}) {
@@ -112,7 +117,7 @@ TEST_P(RecordsetContract, MovingReadingAndWritingAfterTheLastRowRaise3021) {
   const auto recordset = None();
   for (const auto& raised :
        {ErrorOf([&] { recordset->MoveNext(); }), ErrorOf([&] { recordset->Field(u"Number"); }),
-        ErrorOf([&] { recordset->Field(0); }),
+        ErrorOf([&] { recordset->Field(0); }), ErrorOf([&] { recordset->GetRows(kNumber); }),
         ErrorOf([&] { recordset->SetField(u"Number", Number(1)); })}) {
     EXPECT_EQ(raised.number, 3021);
     EXPECT_EQ(raised.text, kNoRecordText);
@@ -136,6 +141,43 @@ TEST_P(RecordsetContract, MissingFieldRaises3265) {
     EXPECT_EQ(raised.number, 3265);
     EXPECT_EQ(raised.text, kNoItemText);
   }
+}
+
+TEST_P(RecordsetContract, RowsAreReadInOneCallWithTheirFieldsInTheOrderAskedFor) {
+  constexpr auto kNames = std::to_array<std::u16string_view>({u"name", u"NUMBER"});
+  const auto recordset = All();
+  EXPECT_EQ(recordset->GetRows(kNames),
+            (std::vector<Value>{Value(u"Åsa"), Number(1), Value(u"Örjan"), Number(2),
+                                Value(automation::Null()), Number(3)}));
+  EXPECT_TRUE(recordset->Eof());
+  EXPECT_EQ(ErrorOf([&] { recordset->GetRows(kNames); }).number, 3021);
+}
+
+TEST_P(RecordsetContract, RowsAreReadFromTheCurrentOneOn) {
+  const auto recordset = All();
+  recordset->MoveNext();
+  EXPECT_EQ(recordset->GetRows(kNumber), (std::vector<Value>{Number(2), Number(3)}));
+}
+
+TEST_P(RecordsetContract, RowsWithAMissingFieldRaise3265AndAreReadFieldByField) {
+  constexpr auto kNames = std::to_array<std::u16string_view>({u"Number", u"Nmae"});
+  const auto recordset = All();
+  const auto raised = ErrorOf([&] { recordset->GetRows(kNames); });
+  EXPECT_EQ(raised.number, 3265);
+  EXPECT_EQ(raised.text, kNoItemText);
+  EXPECT_EQ(recordset->Clone(LockType::Unspecified)->Field(u"Number"), Number(1));
+}
+
+TEST_P(RecordsetContract, RowsHaveTheFieldsWrittenToThem) {
+  const auto recordset = All();
+  recordset->SetField(u"Number", Number(7));
+  EXPECT_EQ(recordset->GetRows(kNumber), (std::vector<Value>{Number(7), Number(2), Number(3)}));
+}
+
+TEST_P(RecordsetContract, ReadingACloneInOneCallLeavesItsSourceWhereItIs) {
+  const auto recordset = All();
+  EXPECT_EQ(recordset->Clone(LockType::Unspecified)->GetRows(kNumber).size(), 3U);
+  EXPECT_EQ(recordset->Field(u"Number"), Number(1));
 }
 
 TEST_P(RecordsetContract, ClosedRecordsetCanBeOpenedAgain) {

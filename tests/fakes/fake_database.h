@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -120,6 +121,7 @@ class DatabaseScript {
   std::optional<std::size_t> callsUntilFailure;
   std::optional<automation::AutomationError> callFailure;
   std::vector<std::pair<std::u16string, automation::AutomationError>> statementFailures;
+  std::optional<automation::AutomationError> rowsFailure;
   std::vector<std::u16string> log;
   bool logsReads = false;
   int aliveConnections = 0;
@@ -176,6 +178,25 @@ class Recordset : public platform::Recordset {
       throw AdoError(3265);
     }
     return Cell(static_cast<std::size_t>(index));
+  }
+  std::vector<automation::Value> GetRows(std::span<const std::u16string_view> names) override {
+    script_->EnterRead(u"Recordset.GetRows");
+    std::vector<std::size_t> columns;
+    for (const auto name : names) {
+      columns.push_back(IndexOf(std::u16string(name)));
+    }
+    RequireRow();
+    if (script_->rowsFailure) {
+      position_ = rows_->rows.size();
+      throw automation::AutomationError(*script_->rowsFailure);
+    }
+    std::vector<automation::Value> values;
+    for (; !AtEnd(); ++position_) {
+      for (const std::size_t column : columns) {
+        values.push_back(Cell(column));
+      }
+    }
+    return values;
   }
   void SetField(const std::u16string& name, const automation::Value& value) override {
     script_->EnterRead(u"Recordset.SetField " + name);
@@ -377,14 +398,17 @@ class Database : public platform::Database {
   void FailStatement(const std::u16string& start, automation::AutomationError error) {
     script_->statementFailures.emplace_back(start, std::move(error));
   }
+  // Every call for whole rows raises `error` and leaves the cursor at the end.
+  void FailRows(automation::AutomationError error) { script_->rowsFailure = std::move(error); }
   void ClearFailures() {
     script_->callsUntilFailure.reset();
+    script_->rowsFailure.reset();
     script_->statementFailures.clear();
   }
   // Whether the call set with FailCall is still to come.
   bool FailureIsPending() const { return script_->callsUntilFailure.has_value(); }
   void ClearLog() { script_->log.clear(); }
-  // Whether calls that only read a recordset (EOF, MoveNext, a field) are logged too, and so
+  // Whether calls that only read a recordset (EOF, MoveNext, a field, rows) are logged too, and so
   // counted by FailCall.
   void LogReads(bool logsReads) { script_->logsReads = logsReads; }
 

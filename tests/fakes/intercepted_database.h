@@ -4,9 +4,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "platform/database.h"
 
@@ -23,6 +26,7 @@ enum class DatabaseCall {
   // Every other recordset call: not its statement, fields or closing.
   Cursor,
   Field,
+  Rows,
   CloseRecordset
 };
 
@@ -109,6 +113,9 @@ class InterceptedRecordset : public platform::Recordset {
   }
   automation::Value Field(std::int32_t index) override {
     return between_.Pass(DatabaseCall::Field, [&] { return inner_->Field(index); });
+  }
+  std::vector<automation::Value> GetRows(std::span<const std::u16string_view> names) override {
+    return between_.Pass(DatabaseCall::Rows, [&] { return inner_->GetRows(names); });
   }
   void SetField(const std::u16string& name, const automation::Value& value) override {
     between_.Pass(DatabaseCall::Field, [&] { inner_->SetField(name, value); });

@@ -51,6 +51,7 @@ const std::vector<AutomationError>& ErrorsOf(Call call) {
       {Call::Rollback, {kServerGone}},
       {Call::Cursor, {kServerGone, kOutOfMemory}},
       {Call::Field, {kServerGone, AutomationError(3265, u"ADODB", u"Item cannot be found")}},
+      {Call::Rows, {kServerGone, kOutOfMemory}},
       {Call::NewDocument, Runtime({OutOfMemory, CannotCreateObject})},
       {Call::LoadDocument, Runtime({OutOfMemory, AutomationFailure})},
       {Call::ReadDocument, Runtime({OutOfMemory, AutomationFailure})},

@@ -28,6 +28,7 @@ enum class Call {
   Rollback,
   Cursor,
   Field,
+  Rows,
   NewDocument,
   LoadDocument,
   ReadDocument,

@@ -45,7 +45,7 @@ Icon IconOf(const std::u16string& place, const std::u16string& operation) {
 // Calls whose failure the component ignores: it has another way, or the failure concerns what is
 // being undone anyway.
 bool MayBeSilent(Call call) {
-  return call == Call::Registry || call == Call::Rollback;
+  return call == Call::Registry || call == Call::Rollback || call == Call::Rows;
 }
 
 // The box about the missing link program. It also reports failures of the calls that look for it.

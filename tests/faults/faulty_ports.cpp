@@ -19,6 +19,8 @@ Call KindOf(fakes::DatabaseCall call) {
       return Call::Rollback;
     case fakes::DatabaseCall::Field:
       return Call::Field;
+    case fakes::DatabaseCall::Rows:
+      return Call::Rows;
     default:
       return Call::Cursor;
   }

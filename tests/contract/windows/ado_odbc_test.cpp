@@ -133,6 +133,18 @@ TEST_F(AdoOdbc, LateBoundScriptReadsWritesAndGetsErrors) {
       "end True",
       "rows 2",
       "clone first second",
+      "a row 6 by 1, first second",
+      "the rest 2 by 1, 2 True, end True",
+      "a field 1 by 2, first second",
+      "rows at the end: 3021 Either BOF or EOF is True, or the current record has been deleted. "
+      "Requested operation requires a current record.",
+      "rows by name: 3265 Item cannot be found in the collection corresponding to the requested "
+      "name or ordinal.",
+      "still at 1",
+      "rows, how many: 3001 Arguments are of the wrong type, are out of acceptable range, or are "
+      "in conflict with one another.",
+      "rows from a bookmark: 3251 Object or provider is not capable of performing requested "
+      "operation.",
       "closed: 3704 Operation is not allowed when the object is closed.",
       "name: 3265 Item cannot be found in the collection corresponding to the requested name or "
       "ordinal.",

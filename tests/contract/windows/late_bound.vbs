@@ -45,7 +45,26 @@ recordset.MoveNext
 recordset.Close
 WScript.Echo "clone " & clone.Fields("Fornavn").Value
 
+value = clone.GetRows(1)
+WScript.Echo "a row " & UBound(value, 1) + 1 & " by " & UBound(value, 2) + 1 & ", " & value(1, 0)
+value = clone.GetRows(, , Array("ID", 5))
+WScript.Echo "the rest " & UBound(value, 1) + 1 & " by " & UBound(value, 2) + 1 & ", " & value(0, 0) & _
+  " " & Word(IsNull(value(1, 0))) & ", end " & Word(clone.EOF)
+clone.MoveFirst
+value = clone.GetRows(5, , "Fornavn")
+WScript.Echo "a field " & UBound(value, 1) + 1 & " by " & UBound(value, 2) + 1 & ", " & value(0, 0)
+
 On Error Resume Next
+value = clone.GetRows()
+Report "rows at the end"
+clone.MoveFirst
+value = clone.GetRows(1, , Array("ID", "Nmae"))
+Report "rows by name"
+WScript.Echo "still at " & clone("ID")
+value = clone.GetRows(-2)
+Report "rows, how many"
+value = clone.GetRows(1, 2)
+Report "rows from a bookmark"
 value = recordset.EOF
 Report "closed"
 value = clone.Fields("Nmae")

@@ -1,7 +1,6 @@
 #include "exchange/request_writers.h"
 
 #include "exchange/envelope.h"
-#include "exchange/serializer.h"
 #include "fakes/component_fixture.h"
 
 namespace exchange {

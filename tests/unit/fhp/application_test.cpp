@@ -1,6 +1,7 @@
 // The request file as a whole: envelope, order of the calls, failures, and the state afterwards.
 #include "fhp/application.h"
 
+#include <array>
 #include <gmock/gmock.h>
 
 #include "automation/date.h"
@@ -88,7 +89,8 @@ TEST_F(WriteNewFHPTest, UserDefDataKeepsItsLastSeparatorWithoutACaseNo) {
   database.Answer(u"q", {{u"CaseNo"}, {{Null()}}});
   auto connection = database.NewConnection();
   connection->Open(u"", u"", u"", -1);
-  const Record row(connection->Execute(u"q", -1));
+  constexpr auto kColumns = std::to_array<std::u16string_view>({u"CaseNo"});
+  const Record row(connection->Execute(u"q", -1), kColumns);
   EXPECT_EQ(UserDefData({5, 6, 7, 8}, row), u"5&6&7&8&");
   EXPECT_EQ(UserDefData({-5, 0, 2147483647, 8}, row), u"-5&0&2147483647&8&");
 }
@@ -122,7 +124,8 @@ TEST_F(WriteNewFHPTest, MissingNameAddsNothingToTheTitle) {
   connection->Open(u"", u"", u"", -1);
   ApplicationRecords records;
   records.personNumber = u"19420315-1234";
-  records.patient = Record(connection->Execute(u"q", -1));
+  constexpr auto kColumns = std::to_array<std::u16string_view>({u"fornavn", u"Navn"});
+  records.patient = Record(connection->Execute(u"q", -1), kColumns);
   EXPECT_EQ(CaseTitle(records), u"FHP420315B");
   records.patient.MoveNext();
   EXPECT_EQ(CaseTitle(records), u"FHP420315A");
@@ -330,14 +333,20 @@ TEST_F(WriteNewFHPTest, AnyFailingDatabaseCallLeavesNoFileOrACompleteOne) {
   AddEstimateRow();
   database.LogReads(true);
   Write();
-  const std::size_t calls = database.Log().size();
+  const auto calls = database.Log();
   const std::string whole = File();
-  for (std::size_t call = 1; call <= calls; ++call) {
+  for (std::size_t call = 1; call <= calls.size(); ++call) {
     std::filesystem::remove(folder / "Vilnor" / "InNewFHP8.xml");
     dialogs.shown.clear();
     database.FailCall(call, {1001, u"Test", u"Scripted failure"});
     const auto path = Write();
     database.ClearFailures();
+    if (calls[call - 1] == u"Recordset.GetRows") {
+      // The fields were then read one by one.
+      EXPECT_TRUE(dialogs.shown.empty()) << call;
+      EXPECT_EQ(File(), whole) << call;
+      continue;
+    }
     // Whether or not a file was written (the lookups of the town, the row count and the participant
     // go on without an answer), the failure is reported.
     EXPECT_FALSE(dialogs.shown.empty()) << call;

@@ -53,6 +53,25 @@ TEST(AdoRecordset, RecordsetMovesBothWaysAndToEitherEnd) {
   EXPECT_EQ(ErrorNumberOf([&] { rows.MoveTo(2); }), 3021);
 }
 
+TEST(AdoRecordset, TakenRowsArePassed) {
+  auto rows = Static(LockType::BatchOptimistic);
+  EXPECT_TRUE(rows.TakeRows(0).empty());
+  const auto one = rows.TakeRows(1);
+  ASSERT_EQ(one.size(), 1U);
+  EXPECT_EQ(one.front().front(), Value(std::int32_t{1}));
+  EXPECT_EQ(rows.Position(), 1U);
+  EXPECT_EQ(rows.TakeRows(5).size(), 1U);
+  EXPECT_TRUE(rows.Eof());
+  EXPECT_EQ(ErrorNumberOf([&] { rows.TakeRows(1); }), 3021);
+}
+
+TEST(AdoRecordset, RowsWithAnEditThatWouldReachTheDatabaseAreNotTaken) {
+  auto rows = Static(LockType::Optimistic);
+  rows.SetField(u"Name", Value(u"x"));
+  EXPECT_EQ(ErrorNumberOf([&] { rows.TakeRows(2); }), 3251);
+  EXPECT_EQ(rows.Position(), 0U);
+}
+
 TEST(AdoRecordset, EmptyRecordsetIsAtBothEnds) {
   AdoRecordset none(CachedRows{.columns = TwoRows().columns, .rows = {}}, CursorLocation::Client);
   EXPECT_TRUE(none.Bof());

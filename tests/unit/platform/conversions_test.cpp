@@ -46,7 +46,6 @@ TEST_F(Conversions, FractionsAndDatesAreWrittenByTheUsersSettings) {
   EXPECT_EQ(ToText(automation::Currency{125'000}), u"12,5");
   EXPECT_EQ(ToText(automation::Decimal{.lo = 125, .scale = 1}), u"12,5");
   EXPECT_EQ(ToText(kDay), u"2026-11-16");
-  EXPECT_EQ(FixedText(12.5), u"12,50");
   EXPECT_EQ(DateText(kDay), u"2026-11-16");
 }
 

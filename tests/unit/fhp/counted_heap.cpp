@@ -1,0 +1,32 @@
+#include "unit/fhp/counted_heap.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+long allocations = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* const block = std::malloc(size)) {
+    return block;
+  }
+  throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept {
+  std::free(block);
+}
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}
+
+namespace fhp {
+
+long Allocations() {
+  return allocations;
+}
+
+}  // namespace fhp
