@@ -184,6 +184,8 @@ std::int32_t NoWindows::DefaultProcedure(platform::WindowHandle /*window*/,
   return 0;
 }
 
+void NoTrace::Write(const platform::TraceLine& /*line*/) noexcept {}
+
 Rehearsal::Rehearsal(platform::Platform& real)
     : real_(real),
       registry_(real.registry),
@@ -198,7 +200,8 @@ Rehearsal::Rehearsal(platform::Platform& real)
                 .registry = registry_,
                 .database = real.database,
                 .resultDocuments = real.resultDocuments,
-                .windows = windows_} {
+                .windows = windows_,
+                .trace = trace_} {
   platform::Use(platform_);
 }
 

@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "platform/processes.h"
 #include "platform/registry_api.h"
+#include "platform/trace.h"
 #include "platform/user_settings.h"
 #include "platform/window_system.h"
 
@@ -116,6 +117,13 @@ class NoWindows : public platform::WindowSystem {
                                 std::int32_t wParam, std::int32_t lParam) override;
 };
 
+// Writes nothing: a rehearsal is no work of the component's.
+class NoTrace : public platform::Trace {
+ public:
+  std::int64_t Now() noexcept override { return 0; }
+  void Write(const platform::TraceLine& line) noexcept override;
+};
+
 // The thread's platform for as long as it exists; afterwards `real` is again.
 class Rehearsal {
  public:
@@ -138,6 +146,7 @@ class Rehearsal {
   RehearsedDialogs dialogs_;
   NoProcesses processes_;
   NoWindows windows_;
+  NoTrace trace_;
   platform::Platform platform_;
 };
 

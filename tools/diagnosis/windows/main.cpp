@@ -1,4 +1,5 @@
 // VilnorCheck.exe: says why Vilnor does not work on a computer. It changes nothing.
+#include <array>
 #include <exception>
 
 #include "com/wide_text.h"
@@ -14,8 +15,8 @@ using diagnosis::Options;
 
 // A console that Windows made for this program alone would stand empty behind the window.
 void CloseOwnConsole() {
-  DWORD processes[2];
-  if (GetConsoleProcessList(processes, 2) == 1) {
+  std::array<DWORD, 2> processes{};
+  if (GetConsoleProcessList(processes.data(), processes.size()) == 1) {
     FreeConsole();
   }
 }
