@@ -10,8 +10,8 @@
 
 namespace system_tests {
 
-// A new file each time, deleted with the object. If VILNOR_TEST_DATABASE holds a connection string, that
-// database, filled anew each time; VILNOR_TEST_PRODUCT names its product.
+// A new file each time, deleted with the object. If VILNOR_TEST_DATABASE holds a connection string,
+// that database, filled anew each time; VILNOR_TEST_PRODUCT names its product.
 class TestDatabase {
  public:
   TestDatabase();
