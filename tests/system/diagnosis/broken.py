@@ -151,6 +151,18 @@ def host_with_manifest(clinic):
 
 
 @contextmanager
+def host_of_64_bits(clinic):
+    """The sample host's file with the machine type of AMD64 in its header."""
+    program = clinic.computer.host_folder / "Kestra.Main.exe"
+    image = bytearray((clinic.computer.host_folder / "KestraHost.exe").read_bytes())
+    machine = int.from_bytes(image[0x3C:0x40], "little") + 4
+    image[machine:machine + 2] = (0x8664).to_bytes(2, "little")
+    program.write_bytes(image)
+    yield
+    program.unlink()
+
+
+@contextmanager
 def changed_after_signing(clinic):
     work, folder = clinic.computer.work, clinic.computer.drive / "Vilnor"
     key, certificate, signed = work / "key.pem", work / "certificate.pem", folder / "Signed.dll"
@@ -209,6 +221,8 @@ COMPUTERS = (
            says="Did not find Kestra Dental registry information"),
     Broken("a path without its separator", {"host-registration": "warning"}, host_at(r"C:\Kestra"),
            breaking=lambda clinic: folder(clinic, r"C:\KestraVilnor"), says=r"C:\KestraVilnor"),
+    Broken("a host of 64 bits", {"host-program": "fault"}, breaking=host_of_64_bits,
+           says=r"C:\Kestra\Kestra.Main.exe är ett 64-bitarsprogram"),
     Broken("Link.exe is not registered", {"link-program": "fault"}, HOST_ONLY,
            says="Kunde inte hitta Vilnor Link programmet (Link.exe)"),
     Broken("Link.exe is missing", {"link-program": "fault"},

@@ -25,7 +25,7 @@ EXIT_CODES = {"fine": 0, "warning": 1, "fault": 2}
 TITLE = "VilnorCheck"
 # Buttons of the window and of its question for the database, and the field there.
 COPY, DATABASE, CLOSE, OK, CONNECTION = "1004", "1006", "2", "1", "1007"
-LINES = 21
+LINES = 22
 
 
 class Clinic:
@@ -187,6 +187,9 @@ class Examination:
         run = self.run("/josn")
         self.report.check("a wrong option: exit code", 3, run.status)
         self.report.hold("a wrong option: help", "/databas" in " ".join(run.lines), run.lines)
+        # `canaries` looks for it.
+        run = self.run("/databas", "DSN=x;PWD=" + CANARIES[2])
+        self.report.check("a connection string as an option: exit code", 3, run.status)
 
     def window(self, name, places, code, picture):
         """Opens the window, copies the report, on the healthy computer tries the database, and closes it."""

@@ -70,6 +70,23 @@ TEST_F(ComputerDiagnosis, DllOfSixtyFourBitsIsAFault) {
   EXPECT_EQ(Problems(), Ids{"component fault"});
 }
 
+TEST_F(ComputerDiagnosis, HostOfSixtyFourBitsIsAFault) {
+  EXPECT_EQ(TextOf(u"host-program"), "C:\\Kestra\\Kestra.Main.exe är ett 32-bitarsprogram.");
+  computer.host.bits = 64;
+  EXPECT_EQ(Problems(), Ids{"host-program fault"});
+  computer.host = {};
+  EXPECT_EQ(Problems(), Ids{});
+  EXPECT_THAT(TextOf(u"host-program"), HasSubstr("inte undersökt"));
+}
+
+TEST_F(ComputerDiagnosis, UnexpectedErrorCostsOneLineAndNotTheReport) {
+  const std::size_t lines = Diagnose().size();
+  computer.failsUnexpectedly = true;
+  EXPECT_EQ(Problems(), Ids{"notification-windows warning"});
+  EXPECT_EQ(TextOf(u"notification-windows"), "Kontrollen kunde inte slutföras: oväntat");
+  EXPECT_EQ(Diagnose().size(), lines);
+}
+
 TEST_F(ComputerDiagnosis, UsersOwnRegistrationIsAWarningThatNamesBoth) {
   computer.registrations.insert(computer.registrations.begin(),
                                 {diagnosis::Origin::User, u"C:\\Anna\\Vilnor.dll"});

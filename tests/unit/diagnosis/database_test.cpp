@@ -89,6 +89,9 @@ TEST(ConnectionStrings, EveryValueIsMaskedInWhateverForm) {
   EXPECT_EQ(WithoutValuesOf(u"Password = \"x y\" ;Server=s1", u"x y at S1"), u"*** at ***");
   EXPECT_EQ(WithoutValuesOf(u"hemligt", u"hemligt is no connection"), u"*** is no connection");
   EXPECT_EQ(WithoutValuesOf(u"PWD=a=b", u"a=b"), u"***");
+  EXPECT_EQ(WithoutValuesOf(u"PWD={a}}b;c};UID=u", u"{a}}b;c}, a}}b;c, a}b;c."), u"***, ***, ***.");
+  EXPECT_EQ(WithoutValuesOf(u"PWD='a''b'", u"a''b, a'b."), u"***, ***.");
+  EXPECT_EQ(WithoutValuesOf(u"PWD=\"a\"\"b\"", u"a\"\"b, a\"b."), u"***, ***.");
   EXPECT_EQ(WithoutValuesOf(u"", u"nothing"), u"nothing");
 }
 

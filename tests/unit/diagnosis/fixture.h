@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,7 +89,7 @@ class Computer : public diagnosis::Computer {
     return registrations;
   }
   diagnosis::ProgramFile Examine(const std::u16string& path) override {
-    return path == OwnPath() ? own : component;
+    return path == OwnPath() ? own : path.ends_with(u".exe") ? host : component;
   }
   std::u16string OwnPath() override { return u"C:\\VilnorCheck.exe"; }
   diagnosis::FolderFacts ExamineFolder(const std::u16string& /*path*/) override { return folder; }
@@ -96,6 +97,9 @@ class Computer : public diagnosis::Computer {
     return entries;
   }
   std::vector<WindowOwner> WindowsOfClass(std::u16string_view className) override {
+    if (failsUnexpectedly) {
+      throw std::runtime_error("oväntat");
+    }
     EXPECT_EQ(className, u"KestraToVilnor");
     return windows;
   }
@@ -108,6 +112,8 @@ class Computer : public diagnosis::Computer {
   diagnosis::ProgramFile component{
       .exists = true, .bits = 32, .version = u"1.5.1.0", .signature = diagnosis::Signature::Good};
   diagnosis::ProgramFile own = component;
+  diagnosis::ProgramFile host = component;
+  bool failsUnexpectedly = false;
   diagnosis::FolderFacts folder{
       .mayRead = true, .mayAddFiles = true, .mayAddFolders = true, .onNetwork = false, .twin = {}};
   std::vector<diagnosis::FolderEntry> entries;

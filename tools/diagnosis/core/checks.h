@@ -18,6 +18,7 @@ inline constexpr std::array kHostKeys = {Check{u"host-key-1", u"Kestra Dental, n
                                          Check{u"host-key-2", u"Kestra Dental, nyckel 2"},
                                          Check{u"host-key-3", u"Kestra Dental, nyckel 3"}};
 inline constexpr Check kHostRegistration{u"host-registration", u"Kestra Dental"};
+inline constexpr Check kHostProgram{u"host-program", u"Kestra Dental, program"};
 inline constexpr Check kLinkProgram{u"link-program", u"Vilnor Link"};
 inline constexpr Check kExchangeFolder{u"exchange-folder", u"Utbytesmapp"};
 inline constexpr Check kExchangeRights{u"exchange-rights", u"Utbytesmapp, rättigheter"};
@@ -34,10 +35,10 @@ inline constexpr Check kDatabase{u"database", u"Databas"};
 inline constexpr Check kDatabaseTables{u"database-tables", u"Databas, tabeller"};
 
 inline constexpr std::array kAll = {
-    kWindows,      kComponent,      kComponentVersion, kComponentSignature,  kAdo,
-    kMsxml,        kHostKeys[0],    kHostKeys[1],      kHostKeys[2],         kHostRegistration,
-    kLinkProgram,  kExchangeFolder, kExchangeRights,   kExchangeBlanks,      kExchangeDrive,
-    kExchangeTwin, kUnreadResults,  kLeftRequests,     kNotificationWindows, kDateFormat,
-    kDecimalSign,  kDatabase,       kDatabaseTables};
+    kWindows,       kComponent,    kComponentVersion, kComponentSignature, kAdo,
+    kMsxml,         kHostKeys[0],  kHostKeys[1],      kHostKeys[2],        kHostRegistration,
+    kHostProgram,   kLinkProgram,  kExchangeFolder,   kExchangeRights,     kExchangeBlanks,
+    kExchangeDrive, kExchangeTwin, kUnreadResults,    kLeftRequests,       kNotificationWindows,
+    kDateFormat,    kDecimalSign,  kDatabase,         kDatabaseTables};
 
 }  // namespace diagnosis::checks

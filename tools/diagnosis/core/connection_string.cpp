@@ -14,13 +14,16 @@ bool Encloses(const std::u16string& value, char16_t first, char16_t last) {
   return value.size() >= 2 && value.front() == first && value.back() == last;
 }
 
-// As written, and without the quotes or braces around it.
+// As written, without the quotes or braces around it, and with those inside it no longer doubled.
 void AddValue(const std::u16string& value, std::vector<std::u16string>& values) {
   const std::u16string trimmed = automation::Trim(value);
   for (const auto& [first, last] :
        {std::pair(u'{', u'}'), std::pair(u'"', u'"'), std::pair(u'\'', u'\'')}) {
     if (Encloses(trimmed, first, last)) {
-      values.push_back(trimmed.substr(1, trimmed.size() - 2));
+      const std::u16string inside = trimmed.substr(1, trimmed.size() - 2);
+      values.push_back(inside);
+      values.push_back(
+          automation::ReplaceNoCase(inside, std::u16string(2, last), std::u16string(1, last)));
     }
   }
   values.push_back(trimmed);

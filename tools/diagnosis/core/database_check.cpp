@@ -1,4 +1,6 @@
 // The host's database, by the component's own interface to ADO. Only empty queries are run.
+#include <exception>
+
 #include "automation/automation_error.h"
 #include "automation/text.h"
 #include "diagnosis/core/checks.h"
@@ -97,6 +99,10 @@ Findings DiagnoseDatabase(platform::Platform& platform, const std::u16string& co
              WithoutValuesOf(connection, error.description()),
          u"Kontrollera anslutningssträngen, att databasservern är igång och att rätt 32-bitars "
          u"drivrutin är installerad."});
+  } catch (const std::exception&) {
+    // Without its text, which may be a driver's.
+    findings.push_back({checks::kDatabase, State::Warning, u"Kontrollen kunde inte slutföras.",
+                        u"Kör VilnorCheck igen. Skicka annars rapporten till leverantören."});
   }
   return findings;
 }

@@ -29,7 +29,7 @@ Options ReadOptions(const std::vector<std::u16string>& words) {
     } else if (name == u"DATABAS") {
       options.database = true;
     } else {
-      options.wrong = word;
+      options.wrong = true;
       return options;
     }
   }

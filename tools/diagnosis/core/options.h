@@ -13,8 +13,8 @@ struct Options {
   Output output = Output::Window;
   // Whether to ask for a connection string and test the database.
   bool database = false;
-  // The first word that is no option; "" if there is none.
-  std::u16string wrong;
+  // Whether a word is no option. The word is not kept: it may be a password.
+  bool wrong = false;
 };
 
 // Options begin with "/" or "-", in whatever letter case.

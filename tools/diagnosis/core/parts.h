@@ -23,6 +23,7 @@ void ExamineWindows(Surroundings surroundings, Findings& findings);
 void ExamineComponent(Surroundings surroundings, Findings& findings);
 void ExamineParts(Surroundings surroundings, Findings& findings);
 ExchangeFolder ExamineHostRegistrations(Surroundings surroundings, Findings& findings);
+void ExamineHostProgram(Surroundings surroundings, Findings& findings);
 void ExamineLinkProgram(Surroundings surroundings, Findings& findings);
 void ExamineExchangeFolder(Surroundings surroundings, const ExchangeFolder& folder,
                            Findings& findings);

@@ -122,7 +122,8 @@ Finding RegisteredFolder(const std::u16string& path, const std::u16string& excha
           u"Registrerat i " + path +
               u", utan omvänt snedstreck på slutet. Utbytesmappen blir därför " + exchangeFolder +
               u".",
-          u"Lägg till ett omvänt snedstreck sist i Path. Flytta inte resultat som redan väntar."};
+          u"Stäng Kestra Dental, lägg till ett omvänt snedstreck sist i Path och flytta sedan "
+          u"resultat som väntar till den nya mappen."};
 }
 
 }  // namespace

@@ -34,14 +34,41 @@ std::u16string FirstLine(const std::u16string& text) {
 
 constexpr std::size_t kLongestLine = 4096;
 
+// While it lives, what is typed stays invisible. The console outlives this program, so Ctrl+C must
+// restore it, too.
+class NoEcho {
+ public:
+  explicit NoEcho(HANDLE keyboard) {
+    keyboard_ = keyboard;
+    GetConsoleMode(keyboard_, &mode_);
+    SetConsoleCtrlHandler(Restore, TRUE);
+    SetConsoleMode(keyboard_, (mode_ | ENABLE_LINE_INPUT) & ~static_cast<DWORD>(ENABLE_ECHO_INPUT));
+  }
+  NoEcho(const NoEcho&) = delete;
+  NoEcho& operator=(const NoEcho&) = delete;
+  ~NoEcho() {
+    Restore(0);
+    SetConsoleCtrlHandler(Restore, FALSE);
+  }
+
+ private:
+  // FALSE: the next handler ends the program.
+  static BOOL WINAPI Restore(DWORD /*event*/) {
+    SetConsoleMode(keyboard_, mode_);
+    return FALSE;
+  }
+
+  static inline HANDLE keyboard_ = nullptr;
+  static inline DWORD mode_ = 0;
+};
+
 std::u16string TypedLine(HANDLE keyboard) {
-  DWORD mode = 0;
-  GetConsoleMode(keyboard, &mode);
-  SetConsoleMode(keyboard, (mode | ENABLE_LINE_INPUT) & ~static_cast<DWORD>(ENABLE_ECHO_INPUT));
   std::array<wchar_t, kLongestLine> line{};
   DWORD length = 0;
-  ReadConsoleW(keyboard, line.data(), static_cast<DWORD>(line.size()), &length, nullptr);
-  SetConsoleMode(keyboard, mode);
+  {
+    const NoEcho unseen(keyboard);
+    ReadConsoleW(keyboard, line.data(), static_cast<DWORD>(line.size()), &length, nullptr);
+  }
   PrintError(u"\r\n");
   return com::FromWide({line.data(), length});
 }

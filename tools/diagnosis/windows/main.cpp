@@ -40,8 +40,8 @@ int RunOnConsole(const Options& options) {
 }
 
 int RunWith(const Options& options) {
-  if (!options.wrong.empty()) {
-    diagnosis::PrintError(u"Okänt: " + options.wrong + u"\r\n\r\n" + diagnosis::kHelp);
+  if (options.wrong) {
+    diagnosis::PrintError(std::u16string(u"Okänd kommandorad.\r\n\r\n") + diagnosis::kHelp);
     return diagnosis::kNotDone;
   }
   switch (options.output) {
