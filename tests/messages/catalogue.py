@@ -82,6 +82,16 @@ class Catalogue:
                 if box.title == entry.title and (not box.icon or box.icon in entry.icons)
                 and self._describes(entry, box)]
 
+    def lines_of(self, box: Box):
+        """The lines ("‹nummer› in WriteNewCase") of entries that describe the error's box."""
+        number, step = box.error() or (None, None)
+        return {f"{word} {step}" for entry in self.entries if entry.name in self.entries_of(box)
+                for word in entry.numbers.get(step, ()) if self._contains(word, number, step)}
+
+    def lines(self):
+        return [f"{word} {step}" for entry in self.entries
+                for step, words in entry.numbers.items() for word in words]
+
     def numbers_of(self, number: int):
         """The rows of the table of numbers that explain it; right is exactly one."""
         if str(number) in self.numbers:

@@ -54,6 +54,21 @@ class Messages(unittest.TestCase):
         self.assertGreater(len(words), 10)
         self.assertEqual([], [word for word in words if f"| `{word}` |" not in page])
 
+    def test_what_the_trace_calls_silent_is_among_the_silent_ends(self):
+        page = (CHECKOUT / "docs/trace.md").read_text(encoding="utf-8")
+        silent = re.findall(r"^\| `(\w+)` \| .*\bsilent\b.* \|$", page, re.MULTILINE)
+        ends = DOCUMENT.partition("\n## Ingenting hände\n")[2]
+        self.assertGreater(len(silent), 10)
+        self.assertEqual([], [word for word in silent if f"`{word}`" not in ends])
+
+    def test_the_lines_of_a_box_are_those_with_its_number_and_step(self):
+        catalogue = Catalogue(document(("A", "‹filnummer› ‹beskrivning› in X\n13 ‹beskrivning› in X\n"
+                                             "13 ‹beskrivning› in Y")))
+        self.assertEqual(["‹filnummer› in X", "13 in X", "13 in Y"], catalogue.lines())
+        for text, lines in (("70 x in X", {"‹filnummer› in X"}), ("13 x in Y", {"13 in Y"}),
+                            ("6 x in X", set()), ("En text", set())):
+            self.assertEqual(lines, catalogue.lines_of(error(text)), text)
+
     def test_an_entry_describes_the_boxes_of_its_pattern_alone(self):
         entries = (("A", "‹filnummer› ‹beskrivning› in X\n13 ‹beskrivning› in X"),
                    ("B", "‹annat nummer› ‹beskrivning› in X"), ("C", "En text\n\nmed ‹nummer›"))
