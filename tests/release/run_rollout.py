@@ -35,7 +35,8 @@ class Rollout:
         self._computer.install()
         self._computer.set_registry(USUAL_PLACES)
         self._computer.exchange.mkdir()
-        (self._computer.exchange / "OutNewCase4711.xml").write_text("<r/>")
+        self._result = self._computer.exchange / "OutNewCase4711.xml"
+        self._result.write_text("<r/>")
         installer = next(options.release.glob("*.msi"))
         self._version = installer.stem.removeprefix("Vilnor-")
         shutil.copy(installer, self._computer.drive / installer.name)
@@ -72,6 +73,8 @@ stays set for the next ones."""
             if name.startswith(beginning):
                 self.report.check(f"{name}: registered afterwards", registered,
                                   self._computer.has_key(CLASS))
+                self.report.hold(f"{name}: the unread result is there", self._result.is_file(),
+                                 "it is gone")
 
 
 def main():
