@@ -36,6 +36,13 @@ class Documents(unittest.TestCase):
                               for target in _LINK.findall(document.read_text(encoding="utf-8"))
                               if not (document.parent / target).exists()])
 
+    def test_link_to_every_picture(self):
+        pictures = {file.name for file in (CHECKOUT / "docs/images").iterdir()}
+        documents = [*DOCUMENTS, *CHECKOUT.glob("sdk/*.md"), *CHECKOUT.glob("tools/*/*.md")]
+        linked = {name for document in documents for name in
+                  re.findall(r"images/([\w-]+\.png)\)", document.read_text(encoding="utf-8"))}
+        self.assertEqual(pictures, linked)
+
     def test_edge_cases_are_each_held_by_something(self):
         for document in CHECKOUT.glob("docs/edge-cases/*.md"):
             self.assertTrue(named_tests(document), document)
