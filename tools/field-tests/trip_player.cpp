@@ -7,9 +7,11 @@
 
 #include "automation/automation_error.h"
 #include "com/win32.h"
+#include "field-tests/cannot_work.h"
 #include "field-tests/child.h"
 #include "field-tests/console.h"
 #include "field-tests/core/text.h"
+#include "field-tests/neighbours.h"
 #include "field-tests/registry_state.h"
 #include "field-tests/wide.h"
 
@@ -62,10 +64,13 @@ class Player {
     fs::remove_all(kept_);
     Case result = {.program = "trips", .name = trip.name, .outcome = Outcome::Failed, .text = {}};
     try {
+      RequireNoPracticeProgram();
       database_.Fill();
       const auto faults = Faults(trip, Make(trip), Places());
       result.outcome = faults.empty() ? Outcome::Passed : Outcome::Failed;
       result.text = Joined(faults, "\n");
+    } catch (const CannotWork& obstacle) {
+      result.text = obstacle.what();
     } catch (const automation::AutomationError& error) {
       result.text = "the database: " + automation::ToUtf8(error.description());
     }
