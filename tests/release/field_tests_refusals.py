@@ -2,11 +2,13 @@
 
 import shutil
 import sqlite3
+from contextlib import contextmanager
 
 from computer import HOST_FIRST, wait_until
-from field_tests_kit import CANARY, NOT_BEGUN, REAL_PLACES
+from field_tests_kit import CANARY, FAILED, NOT_BEGUN, REAL_PLACES
 from installed import difference
 
+RUNNING = "A practice program is running. Close it and Vilnor Link on this desktop first."
 # The unusable databases, one made from the other.
 TABLES_OF = {
     "a host's database": ("create table Pasient (ID integer)", "insert into Pasient values (1)"),
@@ -26,14 +28,17 @@ def last_line(lines):
 
 
 class Refusals:
-    def __init__(self, kit, hands, report):
+    def __init__(self, kit, user_line, hands, report):
+        """`user_line` is the first line of this user's notes."""
         self.computer = kit.computer
         self.kit = kit
+        self.user_line = user_line
         self.hands = kit.computer.windows_path(hands)
         self.report = report
 
     def run(self):
         self.beside_a_practice_program()
+        self.practice_program_started_meanwhile()
         self.notes_of_others()
         self.unreadable_key()
         self.test_program_alone()
@@ -41,20 +46,40 @@ class Refusals:
 
     def beside_a_practice_program(self):
         name, kit = "beside a practice program", self.kit
-        ready, release = (self.computer.drive / word for word in ("ready", "release"))
-        window = self.computer.start(self.hands, "listen", "KestraToVilnor", r"C:\ready",
-                                     r"C:\release")
-        self.report.hold(f"{name}: it runs", wait_until(ready.is_file), "it does not")
-        before = kit.registry(), kit.files()
-        run = kit.run(f'"{kit.connection}"', "/quick")
-        after = kit.registry(), kit.files()
+        with self._practice_program():
+            before = kit.registry(), kit.files()
+            run = kit.run(f'"{kit.connection}"', "/quick")
+            after = kit.registry(), kit.files()
         self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)
-        self.report.check(f"{name}: it is said", "A practice program is running. Close it and Vilnor Link "
-                          "on this desktop first.", last_line(run.lines))
+        self.report.check(f"{name}: it is said", RUNNING, last_line(run.lines))
         self.report.check(f"{name}: the registry is as before", [],
                           difference(before[0].items(), after[0].items())[:20])
         self.report.check(f"{name}: the files are as before", [],
                           difference(before[1], after[1])[:20])
+
+    def practice_program_started_meanwhile(self):
+        name, kit = "a practice program started meanwhile", self.kit
+        before = kit.registry()
+        output = self.computer.drive / "users/Public/VilnorFieldTests/output.txt"
+        process = kit.start(f'"{kit.connection}"', "/quick")
+        wait_until(output.is_file)
+        with self._practice_program():
+            run = self.computer.finish(process)
+        self.report.check(f"{name}: exit code", FAILED, run.status)
+        self.report.check(f"{name}: it is said once", 1, run.lines.count(RUNNING))
+        self.report.check(f"{name}: no trip was begun", [],
+                          [line for line in run.lines if line.startswith("trips")])
+        self.report.check(f"{name}: the registry is as before", [],
+                          difference(before.items(), kit.registry().items())[:20])
+
+    @contextmanager
+    def _practice_program(self):
+        """Another program with the window to which results are posted."""
+        ready, release = (self.computer.drive / word for word in ("ready", "release"))
+        window = self.computer.start(self.hands, "listen", "KestraToVilnor", r"C:\ready",
+                                     r"C:\release")
+        self.report.hold("the practice program runs", wait_until(ready.is_file), "it does not")
+        yield
         release.touch()
         self.computer.finish(window)
         ready.unlink()
@@ -66,17 +91,17 @@ class Refusals:
         self.computer.set_registry(REAL_PLACES)
         folder = self.computer.drive / "users/Public/VilnorFieldTests"
         note = folder / "registry before.txt"
-        user = next(line.split()[-1] for line in self.computer.run("whoami", "/user", "/nh").lines
-                    if "S-1-" in line)
         values = f"value 1 x50617468 x{'E:'.encode('utf-16-le').hex()}0000"
         real = HOST_FIRST.replace("HKEY_LOCAL_MACHINE", "HKLM")
         for name, first, key, words in (
-                ("another user's note", "S-1-5-21-1-2-3-1001", f"key {real}",
+                ("another user's note", "user S-1-5-21-1-2-3-1001", f"key {real}",
                  "Start run.cmd as the user who started it first"),
-                ("a note of other keys", user, r"key HKLM\SOFTWARE\Classes", r"HKLM\SOFTWARE\Classes"),
-                ("a note of a key above", user, r"key HKLM\SOFTWARE", r"names the key HKLM\SOFTWARE,")):
+                ("a note of other keys", self.user_line, r"key HKLM\SOFTWARE\Classes",
+                 r"names the key HKLM\SOFTWARE\Classes,"),
+                ("a note of a key above", self.user_line, r"key HKLM\SOFTWARE",
+                 r"names the key HKLM\SOFTWARE,")):
             folder.mkdir()
-            note.write_text(f"user {first}\n{key}\n{values}\nend\n", "ascii")
+            note.write_text(f"{first}\n{key}\n{values}\nend\n", "ascii")
             before = kit.registry()
             run = kit.run("/restore")
             self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)

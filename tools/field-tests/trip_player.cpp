@@ -29,8 +29,8 @@ std::string Contents(const fs::path& path) {
 }
 
 template <class Condition>
-void WaitUntil(Condition&& condition) {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
+void WaitUntil(Condition&& condition, std::chrono::seconds patience) {
+  const auto end = std::chrono::steady_clock::now() + patience;
   while (!condition() && std::chrono::steady_clock::now() < end) {
     Sleep(50);
   }
@@ -110,17 +110,19 @@ class Player {
 
   // The link program may still be at work when the host has ended.
   void TakeStart(const Trip& trip, TripOutcome& outcome) const {
+    // A host that failed has probably started none.
+    const auto patience = outcome.exitCode == 0 ? kPatience : std::chrono::seconds(0);
     if (!trip.request) {
       outcome.commandLine = fs::exists(kept_) ? "the link program was started" : "";
       return;
     }
     const std::string stem = trip.request->substr(0, trip.request->rfind(".xml"));
     const fs::path note = kept_ / (stem.empty() ? "commandline.txt" : stem + ".commandline.txt");
-    WaitUntil([&] { return Contents(note).ends_with('\n'); });
+    WaitUntil([&] { return Contents(note).ends_with('\n'); }, patience);
     outcome.commandLine = Trimmed(Contents(note));
     if (!trip.request->empty()) {
       if (!trip.waits) {
-        WaitUntil([&] { return !fs::exists(installation_.Exchange() / *trip.request); });
+        WaitUntil([&] { return !fs::exists(installation_.Exchange() / *trip.request); }, patience);
       }
       outcome.request = Contents(kept_ / *trip.request);
     }

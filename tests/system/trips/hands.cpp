@@ -163,9 +163,10 @@ int wmain(int count, wchar_t** words) {
   if (task == L"clipboard" && arguments.size() == 1) {
     return PrintClipboard();
   }
-  // Each on a line of its own.
+  std::wstring told = L"not understood:";
   for (const auto& word : arguments) {
-    Print("not understood: " + automation::ToUtf8(com::FromWide(word)) + "\n");
+    told.append(L" ").append(word);
   }
+  Print(automation::ToUtf8(com::FromWide(told + L"\n")));
   return kUsage;
 }
