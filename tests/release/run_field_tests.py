@@ -2,10 +2,8 @@
 """Starts the field tests in the Wine session that field_tests_test began, and reads their report."""
 
 import argparse
-import os
 import re
 import shutil
-import sqlite3
 import subprocess
 import sys
 from pathlib import Path
@@ -13,69 +11,12 @@ from pathlib import Path
 CHECKOUT = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(CHECKOUT / "tests/system/trips"), str(CHECKOUT / "tests")]
 
-from computer import HOST_FIRST, LINK, PER_USER_SETTINGS, Computer, wait_until
+from computer import LINK, Computer, wait_until
+from field_tests_kit import CANARY, FAILED, PASSED, REAL_PLACES, Kit
+from field_tests_refusals import Refusals, last_line
 from html_page import Page
-from installed import difference, parse_registry
+from installed import difference
 from trip_runner import USUAL_PLACES, Report
-
-PASSED, FAILED, NOT_BEGUN = 0, 1, 2
-CANARY = "canary-7391"
-# What a computer with the practice program and Vilnor Link has: it must survive.
-REAL_PLACES = {(HOST_FIRST, "Path"): "D:\\Real Kestra\\", (HOST_FIRST, "Number"): 7,
-               (LINK, "Path"): r"D:\Real Link", (PER_USER_SETTINGS, "Vilnor"): r"D:\Real\Link.exe"}
-# Wine's own housekeeping.
-CHANGES_BY_ITSELF = re.compile(r"\\(Wine|Explorer|Volatile Environment|Video)\b|\\Hardware\\", re.I)
-LONG = 1800  # seconds
-
-
-class Kit:
-    """The unpacked folder, and runs of it."""
-
-    def __init__(self, computer, release):
-        self.computer = computer
-        self.folder = computer.drive / "Fältprov för Åsa"
-        shutil.copytree(release / "field-tests", self.folder)
-        self.database = computer.drive / "empty.db"
-        self.connection = rf"Driver=SQLite3;Database=C:\empty.db;Pwd={CANARY}"
-
-    def start(self, *arguments):
-        for report in self.folder.glob("report-*.html"):
-            report.unlink()
-        # A file of commands, whose quotation marks nobody changes. Its letters are ASCII.
-        batch = self.computer.drive / "go.bat"
-        # Without "call", which loses the exit code in Wine.
-        batch.write_text(f'@"%VILNOR_KIT%\\run.cmd" {" ".join(arguments)}\r\n', "ascii")
-        os.environ["VILNOR_KIT"] = self.computer.windows_path(self.folder)
-        return self.computer.start("cmd", "/c", r"C:\go.bat", bound=LONG)
-
-    def run(self, *arguments):
-        return self.computer.finish(self.start(*arguments))
-
-    def report(self):
-        files = list(self.folder.glob("report-*.html"))
-        return files[0].read_text("utf-8") if len(files) == 1 else ""
-
-    def registry(self):
-        entries = {}
-        for root in ("HKLM", "HKCU"):
-            file = self.computer.work / "export.reg"
-            file.unlink(missing_ok=True)
-            self.computer.run("reg", "export", root, self.computer.windows_path(file), "/y")
-            entries |= parse_registry(file.read_text("utf-16"))
-        return {entry: value for entry, value in entries.items()
-                if not CHANGES_BY_ITSELF.search(entry[0])}
-
-    def files(self):
-        drive = self.computer.drive
-        paths = (str(file.relative_to(drive)) for file in drive.rglob("*"))
-        return {path for path in paths if not re.search(r"/report-.*\.html$|^go\.bat$|windows/temp/", path)}
-
-    def tables(self):
-        connection = sqlite3.connect(self.database)
-        names = [row[0] for row in connection.execute(
-            "select name from sqlite_master where name not like 'sqlite%'")]
-        connection.close()
-        return names
 
 
 def counts_of(page):
@@ -84,16 +25,15 @@ def counts_of(page):
     return [int(each[1]) for each in found if each]
 
 
-def last_line(lines):
-    return lines[-1] if lines else ""
-
-
 class Checks:
     def __init__(self, options):
         self.options = options
         self.report = Report("field tests: ")
         self.computer = Computer(options.session, options.bin)
+        self.hands = self.computer.drive / "TripHands.exe"
+        shutil.copy(Path(options.bin) / "TripHands.exe", self.hands)
         self.kit = Kit(self.computer, Path(options.release))
+        self.user_line = ""
         self.sample = [] if options.all else ["/quick"]
 
     def _page(self, name, html):
@@ -149,6 +89,7 @@ class Checks:
         process = kit.start(f'"{kit.connection}"')
         began = wait_until(lambda: (work / "output.txt").is_file())
         self.report.hold(f"{name}: it had begun", began, "it had not")
+        self.user_line = (work / "registry before.txt").read_text("ascii").splitlines()[0]
         self.computer.run("taskkill", "/f", "/im", "FieldTests.exe")
         self.computer.finish(process)
         self.computer.set_registry(USUAL_PLACES)
@@ -186,27 +127,19 @@ class Checks:
         self.report.check(f"{name}: no link program was named for the computer", None,
                           self.computer.registry_text(LINK, "Path"))
 
-    def unusable_databases(self):
-        kit = self.kit
-        before = kit.registry()
-        for name, connection, words in (
-                ("a driver that is missing", f"Driver=Nothing;Pwd={CANARY}", "cannot be opened"),
-                ("words that are no connection string", CANARY, "no connection string"),
-                ("a host's database", kit.connection, "already has a table Pasient")):
-            if "host" in name:
-                with sqlite3.connect(kit.database) as database:
-                    database.execute("create table Pasient (ID integer)")
-                    database.execute("insert into Pasient values (1)")
-                database.close()
-            run = kit.run(f'"{connection}"')
-            text = "\n".join(run.lines)
-            self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)
-            self.report.hold(f"{name}: it is said", words in text, repr(run.lines[-4:]))
-            self.report.hold(f"{name}: the password is not", CANARY not in text, repr(run.lines))
-            self.report.check(f"{name}: no report", "", kit.report())
-        self.report.check("a host's database is as it was", ["Pasient"], kit.tables())
-        self.report.check("unusable databases: the registry is as before", [],
-                          difference(before.items(), kit.registry().items())[:20])
+    def with_a_talkative_program(self):
+        """A practice program that prints the words of its command line, so that the trips' texts tell them."""
+        name, kit = "talkative", self.kit
+        host = kit.folder / "bin/KestraHost.exe"
+        shutil.copy(self.hands, host)
+        run = kit.run(f'"{kit.connection}"', "/quick", "/user")
+        shutil.copy(Path(self.options.release) / "field-tests/bin/KestraHost.exe", host)
+        self.report.check(f"{name}: exit code", FAILED, run.status)
+        html = kit.report()
+        self._page(name, html)
+        self.report.hold(f"{name}: its words are there without the string",
+                         "not understood: --connection (the connection string) --dbtype" in html,
+                         "they are not")
 
     def picture(self, html):
         page = Path(self.options.picture).with_suffix(".html")
@@ -221,7 +154,8 @@ class Checks:
             self.picture(html)
         self.ended_by_force()
         self.as_a_user_with_a_broken_program()
-        self.unusable_databases()
+        self.with_a_talkative_program()
+        Refusals(self.kit, self.user_line, self.hands, self.report).run()
         return 1 if self.report.failed else 0
 
 

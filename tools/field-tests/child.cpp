@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+#include "field-tests/console.h"
+
 namespace field_tests {
 namespace {
 
@@ -48,9 +50,12 @@ Child::Child(std::wstring commandLine, std::filesystem::path output)
 }
 
 bool Child::WaitFor(std::chrono::seconds limit) {
-  const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(limit).count();
-  if (WaitForSingleObject(process_.get(), static_cast<DWORD>(milliseconds)) == WAIT_OBJECT_0) {
-    return true;
+  constexpr DWORD kLook = 100;  // milliseconds
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (!Closing() && std::chrono::steady_clock::now() < end) {
+    if (WaitForSingleObject(process_.get(), kLook) == WAIT_OBJECT_0) {
+      return true;
+    }
   }
   TerminateProcess(process_.get(), 1);
   TerminateJobObject(job_.get(), 1);

@@ -10,9 +10,15 @@ namespace field_tests {
 namespace {
 
 std::atomic<bool> stopped = false;
+std::atomic<bool> closing = false;
 
-BOOL WINAPI Stop(DWORD /*event*/) {
+BOOL WINAPI Stop(DWORD event) {
   stopped = true;
+  if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
+    closing = true;
+    // Windows would end the program as soon as this returns. The main thread puts back and ends.
+    Sleep(INFINITE);
+  }
   return TRUE;
 }
 
@@ -54,7 +60,7 @@ std::string ReadLine() {
 
 void WaitForEnter() {
   DWORD mode = 0;
-  if (GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE) {
+  if (!closing && GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE) {
     Print("Press Enter to end.");
     ReadLine();
   }
@@ -66,6 +72,10 @@ void CatchCtrlC() {
 
 bool Stopped() {
   return stopped;
+}
+
+bool Closing() {
+  return closing;
 }
 
 }  // namespace field_tests

@@ -15,8 +15,10 @@ std::string ReadLine();
 void WaitForEnter();
 
 // From now on Ctrl+C does not end this program: it ends the program that is running for it, and
-// Stopped() is true.
+// Stopped() is true. The same when the window is closed, the user logs off or Windows shuts down;
+// then Closing() is true, too, and Windows ends this program after some seconds.
 void CatchCtrlC();
 bool Stopped();
+bool Closing();
 
 }  // namespace field_tests

@@ -14,6 +14,7 @@
 #include "field-tests/core/connection_text.h"
 #include "field-tests/core/report.h"
 #include "field-tests/core/text.h"
+#include "field-tests/neighbours.h"
 #include "field-tests/registry_state.h"
 #include "field-tests/trace_check.h"
 #include "field-tests/trip_player.h"
@@ -72,19 +73,13 @@ class FieldRun {
     SetEnvironmentVariableW(L"VILNOR_TEST_PRODUCT", WideOf(database_->product()).c_str());
   }
 
+  // Whatever goes wrong, what was changed is put back and the report is written.
   void RunEverything() {
-    circumstances_.quick = options_.quick;
-    circumstances_.machineKeys = !options_.asUser && MayWrite(kLinkKey);
-    circumstances_.inUse = !SetInstallationsAside();
-    for (const auto& program : TestPrograms()) {
-      Timed(program.name, [&] { return RunTests(program, folders_, circumstances_); });
+    try {
+      RunPrograms();
+    } catch (const std::exception& error) {
+      AddFailure("field tests", scrub_(error.what()));
     }
-    Timed("trips", [&] {
-      const Installation installation(folders_, options_.asUser);
-      circumstances_.tripProblem = installation.problem();
-      return PlayTrips(folders_, circumstances_, installation, database_.get());
-    });
-    Timed("trace", [] { return Cases{CheckTrace()}; });
   }
 
   void PutBack() {
@@ -139,9 +134,24 @@ class FieldRun {
   }
 
  private:
+  void RunPrograms() {
+    circumstances_.quick = options_.quick;
+    circumstances_.machineKeys = !options_.asUser && MayWrite(kLinkKey);
+    circumstances_.inUse = !SetInstallationsAside();
+    for (const auto& program : TestPrograms()) {
+      Timed(program.name, [&] { return RunTests(program, folders_, circumstances_); });
+    }
+    Timed("trips", [&] {
+      const Installation installation(folders_, options_.asUser);
+      circumstances_.tripProblem = installation.problem();
+      return PlayTrips(folders_, circumstances_, installation, database_.get());
+    });
+    Timed("trace", [] { return Cases{CheckTrace()}; });
+  }
+
   template <class Work>
   void Timed(const std::string& program, Work&& work) {
-    if (Stopped()) {
+    if (Stopped() || !obstacle_.empty()) {
       return;
     }
     Print(program + " ... ");
@@ -151,7 +161,7 @@ class FieldRun {
       report_.cases.push_back(std::move(each));
     }
     if (Stopped()) {
-      AddFailure(program, "stopped by Ctrl+C");
+      AddFailure(program, Closing() ? "stopped: the window was closed" : "stopped by Ctrl+C");
     }
     const auto took = std::chrono::steady_clock::now() - began;
     report_.times.push_back({.program = program,
@@ -160,11 +170,15 @@ class FieldRun {
     PrintLine(LineOf(report_.times.back(), report_.cases).substr(program.size() + 2));
   }
 
-  // Whatever goes wrong, what was changed is put back and the report is written.
   template <class Work>
-  static Cases Results(const std::string& program, Work& work) {
+  Cases Results(const std::string& program, Work& work) {
     try {
+      RequireNoPracticeProgram();
       return work();
+    } catch (const CannotWork& obstacle) {
+      obstacle_ = obstacle.what();
+      PrintLine(obstacle_);
+      return {{.program = program, .name = "run", .outcome = Outcome::Failed, .text = obstacle_}};
     } catch (const std::exception& error) {
       return {
           {.program = program, .name = "run", .outcome = Outcome::Failed, .text = error.what()}};
@@ -177,9 +191,9 @@ class FieldRun {
   }
 
   void Note(const std::string& what, bool isPutBack) {
-    report_.notes.push_back(what + (isPutBack ? ": put back" : ": NOT put back"));
+    report_.notes.push_back(scrub_(what) + (isPutBack ? ": put back" : ": NOT put back"));
     report_.cases.push_back({.program = "afterwards",
-                             .name = what + " are as before",
+                             .name = scrub_(what) + " are as before",
                              .outcome = isPutBack ? Outcome::Passed : Outcome::Failed,
                              .text = isPutBack ? "" : "See the end of this report."});
   }
@@ -203,11 +217,15 @@ class FieldRun {
   Circumstances circumstances_;
   std::unique_ptr<TestDatabase> database_;
   Report report_;
+  // Why the rest is not run.
+  std::string obstacle_;
 };
 
 }  // namespace
 
 int Run(const Options& options, const fs::path& programs) {
+  RequireNoPracticeProgram();
+  SetEnvironmentVariableW(L"VILNOR_FIELD_TESTS", L"1");
   FieldRun run(options, programs);
   try {
     run.OpenDatabase();

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <memory>
 #include <ranges>
 #include <sstream>
 
 #include "com/win32.h"
+#include "field-tests/cannot_work.h"
 #include "field-tests/core/text.h"
 #include "field-tests/wide.h"
 
@@ -37,9 +39,21 @@ std::wstring PathOf(const std::wstring& key) {
   return key.substr(5);
 }
 
-Key Open(const std::wstring& key, REGSAM rights) {
+// A key that was taken for missing would be deleted afterwards.
+void RequireRead(LSTATUS status, const std::wstring& key) {
+  if (status != ERROR_SUCCESS) {
+    throw CannotWork("The registry key " + Utf8(key) + " cannot be read (error " +
+                     std::to_string(status) + "). Start run.cmd as a user who may read it.");
+  }
+}
+
+// Null for a missing key.
+Key Open(const std::wstring& key) {
   HKEY opened = nullptr;
-  RegOpenKeyExW(RootOf(key), PathOf(key).c_str(), 0, rights, &opened);
+  const LSTATUS status = RegOpenKeyExW(RootOf(key), PathOf(key).c_str(), 0, KEY_READ, &opened);
+  if (status != ERROR_FILE_NOT_FOUND) {
+    RequireRead(status, key);
+  }
   return Key(opened);
 }
 
@@ -50,15 +64,17 @@ Key Create(const std::wstring& key) {
   return Key(opened);
 }
 
-std::vector<std::wstring> KeysBelow(HKEY key) {
+std::vector<std::wstring> KeysBelow(const std::wstring& path, HKEY key) {
   std::vector<std::wstring> names;
   std::vector<wchar_t> name(kLongestName);
   for (DWORD index = 0;; ++index) {
     DWORD length = kLongestName;
-    if (RegEnumKeyExW(key, index, name.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
-        ERROR_SUCCESS) {
+    const LSTATUS status =
+        RegEnumKeyExW(key, index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
+    if (status == ERROR_NO_MORE_ITEMS) {
       return names;
     }
+    RequireRead(status, path);
     names.emplace_back(name.data(), length);
   }
 }
@@ -70,13 +86,16 @@ KeyState StateOf(const std::wstring& name, HKEY key) {
     DWORD length = kLongestName;
     DWORD type = 0;
     DWORD size = 0;
-    if (RegEnumValueW(key, index, value.data(), &length, nullptr, &type, nullptr, &size) !=
-        ERROR_SUCCESS) {
+    const LSTATUS status =
+        RegEnumValueW(key, index, value.data(), &length, nullptr, &type, nullptr, &size);
+    if (status == ERROR_NO_MORE_ITEMS) {
       break;
     }
+    RequireRead(status, name);
     std::string bytes(size, '\0');
-    RegQueryValueExW(key, value.data(), nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()),
-                     &size);
+    RequireRead(RegQueryValueExW(key, value.data(), nullptr, &type,
+                                 reinterpret_cast<BYTE*>(bytes.data()), &size),
+                name);
     bytes.resize(size);
     state.values[value.data()] = {type, bytes};
   }
@@ -84,10 +103,10 @@ KeyState StateOf(const std::wstring& name, HKEY key) {
 }
 
 void Collect(const std::wstring& name, std::vector<KeyState>& states) {
-  const Key key = Open(name, KEY_READ);
+  const Key key = Open(name);
   states.push_back(StateOf(name, key.get()));
   if (key) {
-    for (const auto& child : KeysBelow(key.get())) {
+    for (const auto& child : KeysBelow(name, key.get())) {
       Collect(std::wstring(name).append(L"\\").append(child), states);
     }
   }
@@ -102,7 +121,7 @@ void CollectMissingAbove(const std::wstring& key, std::vector<KeyState>& states)
   const std::wstring parent = ParentOf(key);
   const bool isKnown = std::any_of(states.begin(), states.end(),
                                    [&](const KeyState& state) { return state.key == parent; });
-  if (parent.size() > 4 && !isKnown && !Open(parent, KEY_READ)) {
+  if (parent.size() > 4 && !isKnown && !Open(parent)) {
     states.push_back({.key = parent, .exists = false, .values = {}});
     CollectMissingAbove(parent, states);
   }
@@ -132,7 +151,7 @@ bool Remove(const std::wstring& key) {
   const auto path = PathOf(key);
   RegDeleteTreeW(RootOf(key), path.c_str());
   RegDeleteKeyW(RootOf(key), path.c_str());
-  return !Open(key, KEY_READ);
+  return !Open(key);
 }
 
 std::string Hex(std::string_view bytes) {
@@ -148,9 +167,17 @@ std::string Hex(std::string_view bytes) {
 std::string FromHex(const std::string& text) {
   std::string bytes;
   for (std::size_t at = 1; at + 1 < text.size(); at += 2) {
-    bytes += static_cast<char>(std::stoi(text.substr(at, 2), nullptr, 16));
+    bytes += static_cast<char>(std::strtol(text.substr(at, 2).c_str(), nullptr, 16));
   }
   return bytes;
+}
+
+// At one of the places or below it; or above one, which is only ever noted as missing.
+bool IsOfTheTests(const KeyState& state) {
+  return std::any_of(kPlaces.begin(), kPlaces.end(), [&](std::wstring_view place) {
+    return state.key == place || state.key.starts_with(std::wstring(place) + L"\\") ||
+           (!state.exists && state.values.empty() && place.starts_with(state.key + L"\\"));
+  });
 }
 
 }  // namespace
@@ -159,7 +186,7 @@ RegistryState RegistryState::Now() {
   RegistryState state;
   for (const wchar_t* const place : kPlaces) {
     Collect(place, state.keys_);
-    if (!Open(place, KEY_READ)) {
+    if (!Open(place)) {
       CollectMissingAbove(place, state.keys_);
     }
   }
@@ -178,12 +205,13 @@ bool RegistryState::PutBack() const {
     }
   }
   for (const auto& wanted : keys_) {
-    if (wanted.exists && wanted != StateOf(wanted.key, Open(wanted.key, KEY_READ).get())) {
+    if (wanted.exists && wanted != StateOf(wanted.key, Open(wanted.key).get())) {
       done &= PutValues(wanted);
     }
     // A key above: only when nobody else has begun to use it.
-    const Key key = wanted.exists ? Key() : Open(wanted.key, KEY_READ);
-    if (key && KeysBelow(key.get()).empty() && StateOf(wanted.key, key.get()).values.empty()) {
+    const Key key = wanted.exists ? Key() : Open(wanted.key);
+    if (key && KeysBelow(wanted.key, key.get()).empty() &&
+        StateOf(wanted.key, key.get()).values.empty()) {
       done &= Remove(wanted.key);
     }
   }
@@ -224,6 +252,14 @@ RegistryState RegistryState::FromText(std::string_view text) {
       state.keys_.back().values[WideOf(FromHex(name))] = {type, FromHex(bytes)};
     }
   }
+  for (const auto& each : state.keys_) {
+    if (!IsOfTheTests(each)) {
+      throw CannotWork("The note of an earlier run in the folder VilnorFieldTests names the key " +
+                       Utf8(each.key) +
+                       ", which the field tests do not use. Nothing was changed. Delete the folder "
+                       "if you know that no earlier run was ended.");
+    }
+  }
   return state;
 }
 
@@ -240,7 +276,7 @@ bool SetInstallationsAside() {
   // Only their values: the keys keep their access rights.
   return std::all_of(keys.begin(), keys.end(), [](const std::wstring& key) {
     const KeyState empty = {.key = key, .exists = true, .values = {}};
-    const bool hasValues = !StateOf(key, Open(key, KEY_READ).get()).values.empty();
+    const bool hasValues = !StateOf(key, Open(key).get()).values.empty();
     return !hasValues || PutValues(empty);
   });
 }

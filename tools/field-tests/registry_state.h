@@ -22,15 +22,16 @@ struct KeyState {
 // The keys with all keys below them, and the keys above those that are missing.
 class RegistryState {
  public:
-  // As it is now.
+  // As it is now. Raises CannotWork if a key is there and may not be read.
   static RegistryState Now();
 
   // Makes the registry equal to this state. Writes only what differs. False if something could not
-  // be written.
+  // be written. Raises CannotWork as Now() does.
   bool PutBack() const;
   bool operator==(const RegistryState&) const = default;
 
-  // For a file, which a run that is killed leaves behind.
+  // For a file, which a run that is killed leaves behind. Every user can write it: FromText()
+  // raises CannotWork if it is damaged or names a key that is not the tests'.
   std::string Text() const;
   static RegistryState FromText(std::string_view text);
 

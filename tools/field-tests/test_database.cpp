@@ -11,6 +11,7 @@
 #include "com/com_ptr.h"
 #include "com/win32.h"
 #include "field-tests/core/connection_text.h"
+#include "field-tests/core/missing_table.h"
 #include "field-tests/core/text.h"
 #include "field-tests/wide.h"
 #include "schema/fill.h"
@@ -22,11 +23,14 @@ namespace {
 
 using automation::AutomationError;
 
-// Left while the tables are there, so that a killed run's can be told from a real host's.
+// Left while the tables are there, with the names of those that were missing before, so that a
+// killed run's can be told from a real host's.
 constexpr auto kMark = u"VilnorFieldTests";
 constexpr auto kTables = std::to_array<const char16_t*>(
     {u"Vilnor", u"Journal", u"VilnorPasient", u"SEPreRequestEstimateRows", u"SEPrerequest",
-     u"Worker", u"company", u"Pasient", u"Postadresseregister"});
+     u"Worker", u"company", u"Pasient", u"Postadresseregister",
+     // The contract's.
+     u"Trial"});
 
 struct Probe {
   const char* product;
@@ -63,8 +67,21 @@ class Session {
       return false;
     }
   }
+  // Raises Unusable if the database does not tell.
   bool HasTable(const std::u16string& name) {
-    return Scalar(u"select count(*) from " + name).has_value();
+    try {
+      connection_.Execute(u"select * from " + name + u" where 1 = 0",
+                          platform::kOptionsUnspecified);
+      return true;
+    } catch (const AutomationError& error) {
+      const std::string text = automation::ToUtf8(error.description());
+      if (SaysNoSuchTable(automation::ToUtf8(name), error.number(), text)) {
+        return false;
+      }
+      throw Unusable("Whether the database has a table " + automation::ToUtf8(name) +
+                     " cannot be told, so nothing was changed in it: " + text + " (" +
+                     std::to_string(error.number()) + ")");
+    }
   }
 
  private:
@@ -94,6 +111,23 @@ std::unique_ptr<platform::Connection> Opened(const std::u16string& connectionStr
   }
 }
 
+bool IsMarked(Session& session, const std::u16string& table) {
+  const auto name =
+      session.Scalar(u"select TableName from VilnorFieldTests where TableName = '" + table + u"'");
+  return name && !name->empty();
+}
+
+// Every table is missing, or marked already.
+bool Mark(Session& session, bool isMarked) {
+  bool done = isMarked || session.Run(u"create table VilnorFieldTests (TableName varchar(50))");
+  for (const std::u16string table : kTables) {
+    done = done &&
+           (IsMarked(session, table) ||
+            session.Run(u"insert into VilnorFieldTests (TableName) values ('" + table + u"')"));
+  }
+  return done;
+}
+
 std::vector<std::string> Split(const std::string& text, char separator) {
   std::vector<std::string> pieces(1);
   for (const char letter : text) {
@@ -112,18 +146,18 @@ TestDatabase::TestDatabase(std::u16string connectionString)
     : connectionString_(std::move(connectionString)), connection_(Opened(connectionString_)) {
   Session session(*connection_);
   product_ = ProductOf(session);
-  isOurs_ = session.HasTable(kMark);
+  const bool isMarked = session.HasTable(kMark);
   for (const char16_t* const table : kTables) {
-    if (!isOurs_ && session.HasTable(table)) {
+    if (!(isMarked && IsMarked(session, table)) && session.HasTable(table)) {
       throw Unusable("The database already has a table " + automation::ToUtf8(table) +
                      ". The field tests replace tables of that name, so give them an empty "
                      "database. Nothing was changed.");
     }
   }
-  if (!isOurs_ && !session.Run(u"create table VilnorFieldTests (Number integer)")) {
+  isOurs_ = true;
+  if (!Mark(session, isMarked)) {
     throw Unusable("No table can be created in the database. Use a user who may do that.");
   }
-  isOurs_ = true;
 }
 
 TestDatabase::~TestDatabase() {
@@ -154,18 +188,22 @@ std::vector<Table> TestDatabase::Written() {
 }
 
 bool TestDatabase::Empty() {
-  bool isEmpty = true;
-  if (isOurs_) {
+  if (!isOurs_) {
+    return true;
+  }
+  try {
     Session session(*connection_);
+    bool isEmpty = true;
     for (const char16_t* const table : kTables) {
       session.Run(std::u16string(u"drop table ") + table);
       isEmpty &= !session.HasTable(table);
     }
     // Last, and only then.
-    isEmpty = isEmpty && session.Run(std::u16string(u"drop table ") + kMark);
-    isOurs_ = !isEmpty;
+    isOurs_ = !isEmpty || !session.Run(std::u16string(u"drop table ") + kMark);
+  } catch (const Unusable&) {
+    // It cannot be told what is left.
   }
-  return isEmpty;
+  return !isOurs_;
 }
 
 std::u16string NewAccessDatabase(const std::wstring& file) {

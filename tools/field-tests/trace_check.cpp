@@ -2,13 +2,14 @@
 
 namespace field_tests {
 
-// To be written with the component's provider: start a session for it, make a trip, and expect an
-// event for each of its steps. Until then the report says that nobody has seen them.
+// Not written yet: a session for the provider of docs/trace.md, a trip, and its events read back.
+// Until then the report says that nobody has seen them, and how to look.
 Case CheckTrace() {
-  return {.program = "trace",
-          .name = "the events of the component's provider arrive",
-          .outcome = Outcome::NotRun,
-          .text = "unproven: this release does not check it"};
+  return {
+      .program = "trace",
+      .name = "the events of the component's provider arrive",
+      .outcome = Outcome::NotRun,
+      .text = "unproven: this release does not check it. The commands in docs/trace.md show them"};
 }
 
 }  // namespace field_tests

@@ -7,9 +7,11 @@
 
 #include "automation/automation_error.h"
 #include "com/win32.h"
+#include "field-tests/cannot_work.h"
 #include "field-tests/child.h"
 #include "field-tests/console.h"
 #include "field-tests/core/text.h"
+#include "field-tests/neighbours.h"
 #include "field-tests/registry_state.h"
 #include "field-tests/wide.h"
 
@@ -27,8 +29,8 @@ std::string Contents(const fs::path& path) {
 }
 
 template <class Condition>
-void WaitUntil(Condition&& condition) {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
+void WaitUntil(Condition&& condition, std::chrono::seconds patience) {
+  const auto end = std::chrono::steady_clock::now() + patience;
   while (!condition() && std::chrono::steady_clock::now() < end) {
     Sleep(50);
   }
@@ -62,10 +64,13 @@ class Player {
     fs::remove_all(kept_);
     Case result = {.program = "trips", .name = trip.name, .outcome = Outcome::Failed, .text = {}};
     try {
+      RequireNoPracticeProgram();
       database_.Fill();
       const auto faults = Faults(trip, Make(trip), Places());
       result.outcome = faults.empty() ? Outcome::Passed : Outcome::Failed;
       result.text = Joined(faults, "\n");
+    } catch (const CannotWork& obstacle) {
+      result.text = obstacle.what();
     } catch (const automation::AutomationError& error) {
       result.text = "the database: " + automation::ToUtf8(error.description());
     }
@@ -105,17 +110,19 @@ class Player {
 
   // The link program may still be at work when the host has ended.
   void TakeStart(const Trip& trip, TripOutcome& outcome) const {
+    // A host that failed has probably started none.
+    const auto patience = outcome.exitCode == 0 ? kPatience : std::chrono::seconds(0);
     if (!trip.request) {
       outcome.commandLine = fs::exists(kept_) ? "the link program was started" : "";
       return;
     }
     const std::string stem = trip.request->substr(0, trip.request->rfind(".xml"));
     const fs::path note = kept_ / (stem.empty() ? "commandline.txt" : stem + ".commandline.txt");
-    WaitUntil([&] { return Contents(note).ends_with('\n'); });
+    WaitUntil([&] { return Contents(note).ends_with('\n'); }, patience);
     outcome.commandLine = Trimmed(Contents(note));
     if (!trip.request->empty()) {
       if (!trip.waits) {
-        WaitUntil([&] { return !fs::exists(installation_.Exchange() / *trip.request); });
+        WaitUntil([&] { return !fs::exists(installation_.Exchange() / *trip.request); }, patience);
       }
       outcome.request = Contents(kept_ / *trip.request);
     }

@@ -6,6 +6,10 @@
 #include <iterator>
 
 #include "field-tests/console.h"
+#include "field-tests/core/text.h"
+#include "field-tests/wide.h"
+// Needs win32.h in front of it.
+#include <sddl.h>
 
 namespace field_tests {
 namespace {
@@ -45,9 +49,46 @@ Handle TheOnlyRun() {
   return mutex;
 }
 
+// "user S-1-5-...", the note's first line: its keys are this user's.
+std::string UserLine() {
+  HANDLE opened = nullptr;
+  OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened);
+  const Handle token(opened);
+  alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
+  DWORD size = 0;
+  wchar_t* text = nullptr;
+  if (GetTokenInformation(token.get(), TokenUser, user.data(), user.size(), &size) == FALSE ||
+      ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text) ==
+          FALSE) {
+    throw CannotWork("Windows does not tell which user this is.");
+  }
+  std::string line = "user " + Utf8(text);
+  LocalFree(text);
+  return line;
+}
+
 RegistryState Remembered(const fs::path& note) {
   std::ifstream file(note, std::ios::binary);
-  return RegistryState::FromText(std::string{std::istreambuf_iterator<char>(file), {}});
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const auto lines = LinesOf(text);
+  // Every user's tests use this folder.
+  const bool isAnothers =
+      !file || (!lines.empty() && lines.back() == "end" && lines.front() != UserLine());
+  if (isAnothers) {
+    throw CannotWork(
+        "An earlier run was ended. Start run.cmd as the user who started it first: only that user "
+        "can put the registry back.");
+  }
+  return RegistryState::FromText(text);
+}
+
+void Write(const fs::path& note, const RegistryState& before) {
+  std::ofstream file(note, std::ios::binary);
+  file << UserLine() << "\n" << before.Text();
+  file.close();
+  if (!file) {
+    throw CannotWork("The file " + Utf8(note.wstring()) + " cannot be written.");
+  }
 }
 
 std::set<fs::path> RequestsInRoot(const fs::path& path) {
@@ -64,7 +105,8 @@ std::set<fs::path> RequestsInRoot(const fs::path& path) {
 
 }  // namespace
 
-WorkFolder::WorkFolder() : onlyOne_(TheOnlyRun()), path_(NewFolder()) {
+WorkFolder::WorkFolder()
+    : onlyOne_(TheOnlyRun()), before_(RegistryState::Now()), path_(NewFolder()) {
   if (fs::exists(path_ / kNote)) {
     const bool done = Remembered(path_ / kNote).PutBack();
     PrintLine(done ? "An earlier run was ended. What it left in the registry has been put back."
@@ -76,7 +118,7 @@ WorkFolder::WorkFolder() : onlyOne_(TheOnlyRun()), path_(NewFolder()) {
   }
   before_ = RegistryState::Now();
   rootBefore_ = RequestsInRoot(path_);
-  std::ofstream(path_ / kNote, std::ios::binary) << before_.Text();
+  Write(path_ / kNote, before_);
   const std::wstring temporary = (path_ / "temp").wstring();
   SetEnvironmentVariableW(L"TEMP", temporary.c_str());
   SetEnvironmentVariableW(L"TMP", temporary.c_str());
@@ -84,7 +126,12 @@ WorkFolder::WorkFolder() : onlyOne_(TheOnlyRun()), path_(NewFolder()) {
 }
 
 bool WorkFolder::PutBackRegistry() const {
-  return before_.PutBack() && before_ == RegistryState::Now();
+  try {
+    return before_.PutBack() && before_ == RegistryState::Now();
+  } catch (const CannotWork& unreadable) {
+    PrintLine(unreadable.what());
+    return false;
+  }
 }
 
 bool WorkFolder::Remove() const {

@@ -3,16 +3,12 @@
 
 #include <filesystem>
 #include <set>
-#include <stdexcept>
 
+#include "field-tests/cannot_work.h"
 #include "field-tests/handle.h"
 #include "field-tests/registry_state.h"
 
 namespace field_tests {
-
-class CannotWork : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 // The folder has the same name each time, so that what a killed run left is found by the next,
 // which puts it back first. Children use it for their temporary files.
@@ -28,8 +24,8 @@ class WorkFolder {
 
  private:
   Handle onlyOne_;
-  std::filesystem::path path_;
   RegistryState before_;
+  std::filesystem::path path_;
   // Without an exchange folder, the component writes requests to the root of the drive.
   std::set<std::filesystem::path> rootBefore_;
 };

@@ -1,5 +1,6 @@
 // Registers the component for the test run, and the stand-in for ADO if it lies beside the program.
 #include <algorithm>
+#include <cstdio>
 #include <gmock/gmock.h>
 #include <memory>
 #include <string_view>
@@ -50,10 +51,20 @@ bool Has(const Arguments& arguments, std::string_view option) {
   return std::ranges::find(arguments, option) != arguments.end();
 }
 
+// The tests change this computer's registry.
+bool MayRunHere(const Arguments& arguments) {
+  const bool isWine =
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr &&
+      !Has(arguments, "--as-in-windows");
+  return isWine || Has(arguments, "--change-this-computer") ||
+         GetEnvironmentVariableW(L"VILNOR_FIELD_TESTS", nullptr, 0) != 0;
+}
+
 }  // namespace
 
 // --beside-neighbour: all tests with a shared unwinder loaded first. --registration-free: the
-// component is not registered, a manifest beside the program replaces that.
+// component is not registered, a manifest beside the program replaces that. On a Windows, they run
+// for the field tests or with --change-this-computer; --as-in-windows: so in Wine, too.
 int main(int argc, char** argv) {
   if (system_tests::RanAsLinkProgram() ||
       system_tests::RanAsHoldingProcess({argv + 1, argv + argc})) {
@@ -61,6 +72,12 @@ int main(int argc, char** argv) {
   }
   testing::InitGoogleMock(&argc, argv);
   const Arguments arguments(argv + 1, argv + argc);
+  if (!MayRunHere(arguments)) {
+    std::fputs(
+        "These tests change the registry of this computer. Start run.cmd, which puts it back.\n",
+        stderr);
+    return 2;
+  }
   if (Has(arguments, "--beside-neighbour") &&
       LoadLibraryW(system_tests::NeighbourPath().c_str()) == nullptr) {
     return 1;

@@ -32,7 +32,7 @@ class Notifications : public testing::Test {
   HostRegistration host_;
   TestDatabase database_;
   ComPtr<_BVilnor> session_ = NewBVilnor();
-  HWND window_ = FindWindowA("KestraToVilnor", nullptr);
+  HWND window_ = NotificationWindowOf(GetCurrentThreadId());
 };
 
 TEST_F(Notifications, NotificationAtTheQuestionIsReadAndTheAnswerStillCounts) {

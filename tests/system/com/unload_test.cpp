@@ -91,7 +91,7 @@ TEST_F(Unloading, DllStaysForeverOnceANotificationHasArrived) {
   auto session = Session();
   ASSERT_TRUE(session);
   ASSERT_EQ(NotificationWindows(), 1);
-  PostMessageA(FindWindowA("KestraToVilnor", nullptr), kNewCaseReady, 4711, 0);
+  PostMessageA(NotificationWindowOf(GetCurrentThreadId()), kNewCaseReady, 4711, 0);
   EXPECT_TRUE(PumpUntil([] { return NotificationWindows() == 2; }));
   session = {};
   EndNotificationWindows();

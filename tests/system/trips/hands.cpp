@@ -8,6 +8,8 @@
 //       lets everybody only read KEY, a key of the local machine; gives all rights back
 //   TripHands listen CLASS READY RELEASE
 //       has a window of that class from the moment in which READY appears until RELEASE exists
+//   TripHands hide KEY
+//       as restrict, but nobody can read it, either
 //   TripHands clipboard
 //       prints the clipboard's text
 // Exit code: 0 done, 1 wrong command line, 2 what was waited for did not come.
@@ -114,6 +116,12 @@ int Listen(const std::vector<std::wstring>& words) {
   return WaitUntil([&] { return Exists(words[2]); }) ? kDone : kNotThere;
 }
 
+void Print(const std::string& bytes) {
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
+            &written, nullptr);
+}
+
 int PrintClipboard() {
   if (OpenClipboard(nullptr) == FALSE) {
     return kNotThere;
@@ -124,10 +132,7 @@ int PrintClipboard() {
   if (text == nullptr) {
     return kNotThere;
   }
-  const std::string bytes = automation::ToUtf8(com::FromWide(text));
-  DWORD written = 0;
-  WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
-            &written, nullptr);
+  Print(automation::ToUtf8(com::FromWide(text)));
   CloseClipboard();
   return kDone;
 }
@@ -146,6 +151,9 @@ int wmain(int count, wchar_t** words) {
   if (task == L"restrict" && arguments.size() == 2) {
     return Protect(arguments[1], L"D:P(A;;KR;;;WD)(A;;WD;;;WD)");
   }
+  if (task == L"hide" && arguments.size() == 2) {
+    return Protect(arguments[1], L"D:P(A;;WD;;;WD)");
+  }
   if (task == L"release" && arguments.size() == 2) {
     return Protect(arguments[1], L"D:(A;;KA;;;WD)");
   }
@@ -155,5 +163,10 @@ int wmain(int count, wchar_t** words) {
   if (task == L"clipboard" && arguments.size() == 1) {
     return PrintClipboard();
   }
+  std::wstring told = L"not understood:";
+  for (const auto& word : arguments) {
+    told.append(L" ").append(word);
+  }
+  Print(automation::ToUtf8(com::FromWide(told + L"\n")));
   return kUsage;
 }

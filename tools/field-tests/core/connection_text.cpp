@@ -13,9 +13,18 @@ struct Part {
   std::string value;  // without braces or quotation marks
 };
 
-constexpr auto kShown = std::to_array<std::string_view>({"driver", "provider", "dsn", "filedsn"});
-constexpr auto kSecret = std::to_array<std::string_view>(
-    {"pwd", "password", "jet oledb:database password", "uid", "user", "user id", "username"});
+constexpr auto kShown = std::to_array<std::string_view>({"driver", "provider"});
+// Values that say nothing about anyone, and are in many texts.
+constexpr auto kCommon =
+    std::to_array<std::string_view>({"yes", "no", "true", "false", "sspi", "localhost", "(local)"});
+// Shorter texts are in many words, so they are hidden as whole words only.
+constexpr std::size_t kShort = 5;
+
+// Bytes of letters that are not ASCII are.
+bool IsOfAWord(char letter) {
+  return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
+         (letter >= 'a' && letter <= 'z') || letter < 0;
+}
 
 template <class List>
 bool Has(const List& list, std::string_view key) {
@@ -66,6 +75,28 @@ std::vector<Part> PartsOf(std::string_view connection) {
   return parts;
 }
 
+bool IsCommon(std::string_view text) {
+  constexpr std::size_t kFewDigits = 3;
+  const bool isNumber = std::all_of(text.begin(), text.end(),
+                                    [](char letter) { return letter >= '0' && letter <= '9'; });
+  const bool isPunctuation = std::none_of(text.begin(), text.end(), IsOfAWord);
+  return Has(kCommon, Lower(text)) || isPunctuation || (isNumber && text.size() < kFewDigits);
+}
+
+// A path's file name; the parts of a server's name such as tcp:server\instance,1433.
+std::vector<std::string> PiecesOf(const std::string& value) {
+  std::vector<std::string> pieces(1);
+  for (const char letter : value) {
+    if (letter == '\\' || letter == '/' || letter == ',' || letter == ':') {
+      pieces.emplace_back();
+    } else {
+      pieces.back() += letter;
+    }
+  }
+  const bool isOnADrive = value.size() > 1 && value[1] == ':';
+  return isOnADrive ? std::vector{pieces.back()} : pieces;
+}
+
 }  // namespace
 
 std::string Presentable(std::string_view connection) {
@@ -80,16 +111,40 @@ std::string Presentable(std::string_view connection) {
 std::vector<std::string> SecretsIn(std::string_view connection) {
   std::vector<std::string> secrets;
   for (const auto& part : PartsOf(connection)) {
-    if (Has(kSecret, Lower(part.key)) && !part.value.empty()) {
-      secrets.push_back(part.value);
+    if (Has(kShown, Lower(part.key))) {
+      continue;
+    }
+    auto texts = PiecesOf(part.value);
+    texts.push_back(part.value);
+    for (const auto& text : texts) {
+      if (!IsCommon(text) && !Has(secrets, text)) {
+        secrets.push_back(text);
+      }
     }
   }
   return secrets;
 }
 
+namespace {
+
+bool IsWholeWord(std::string_view text, std::size_t from, std::size_t to) {
+  return (from == 0 || !IsOfAWord(text[from - 1])) && (to == text.size() || !IsOfAWord(text[to]));
+}
+
+void Replace(std::string& text, const std::string& lower, const std::string& replacement) {
+  for (auto at = Lower(text).find(lower); at != std::string::npos;) {
+    const bool isIt = lower.size() >= kShort || IsWholeWord(text, at, at + lower.size());
+    if (isIt) {
+      text.replace(at, lower.size(), replacement);
+    }
+    at = Lower(text).find(lower, at + (isIt ? replacement.size() : 1));
+  }
+}
+
+}  // namespace
+
 void Scrubber::Hide(const std::string& text, const std::string& replacement) {
-  constexpr std::size_t kShortest = 3;
-  if (text.size() < kShortest) {
+  if (text.empty()) {
     return;
   }
   hidden_.push_back({.text = text, .replacement = replacement});
@@ -100,7 +155,7 @@ void Scrubber::Hide(const std::string& text, const std::string& replacement) {
 
 std::string Scrubber::operator()(std::string text) const {
   for (const auto& each : hidden_) {
-    ReplaceAll(text, each.text, each.replacement);
+    Replace(text, Lower(each.text), each.replacement);
   }
   return text;
 }

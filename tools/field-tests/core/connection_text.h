@@ -7,16 +7,16 @@
 
 namespace field_tests {
 
-// Its driver, provider or data source; every other value as "...".
+// Its driver or provider; every other value as "...".
 std::string Presentable(std::string_view connection);
 
-// The values that must not be seen: passwords and user names.
+// What must not be seen: every other value, and the parts of it that a message may name alone.
 std::vector<std::string> SecretsIn(std::string_view connection);
 
-// Takes texts out of everything that is shown or written.
+// Takes texts out of everything that is shown or written, in upper and lower case (of ASCII).
 class Scrubber {
  public:
-  // A text of fewer than three characters is ignored: it would be found in every word.
+  // A text of fewer than five characters is hidden where it is a whole word.
   void Hide(const std::string& text, const std::string& replacement);
   std::string operator()(std::string text) const;
 

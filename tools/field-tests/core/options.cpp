@@ -11,7 +11,7 @@ const char* const kUsage =
     "                     tables are removed at the end.\n"
     "  access             creates an empty Access database with the parts of Windows itself\n"
     "  /quick             a sample of the tests, in about a minute\n"
-    "  /user              nothing that needs administrator rights\n"
+    "  /user              without the tests that need administrator rights\n"
     "  /restore           only puts back what a run that was ended left behind\n"
     "\n"
     "Exit code: 0 all passed, 1 something failed, 2 could not begin.\n";

@@ -10,7 +10,7 @@ namespace field_tests {
 struct Options {
   bool help = false;
   bool quick = false;
-  // Nothing that needs administrator rights, although they are there.
+  // Without the tests that need administrator rights, although they are there.
   bool asUser = false;
   bool restoreOnly = false;
   // The database: a connection string, or empty.
