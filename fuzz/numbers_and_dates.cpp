@@ -24,7 +24,8 @@ void ThereAndBack(const std::u16string& text, const Regional& regional) {
   if (number && std::isfinite(*number)) {
     const auto again = automation::ParseNumber(automation::NumberText(*number, regional), regional);
     fuzz::Require(again && std::abs(*again - *number) <= 1e-14 * std::abs(*number));
-    automation::FixedText(*number, regional);
+    std::u16string fixed;
+    automation::AppendFixed(fixed, *number, regional);
   }
 }
 

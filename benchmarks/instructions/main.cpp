@@ -80,7 +80,7 @@ void CallAnUntracedProcedure() {
         try {
           return util::Attempt<std::size_t>(Work());
         } catch (...) {
-          return util::Attempt<std::size_t>(util::Failure{automation::CurrentErrorNumber()});
+          return util::Attempt<std::size_t>(util::Failure());
         }
       }()
           .OrEmpty();

@@ -30,7 +30,9 @@ using platform::ToText;
 using Text = std::u16string;
 
 Text Fixed(double amount) {
-  return automation::FixedText(amount, platform::Current().locale.Regional());
+  Text text;
+  automation::AppendFixed(text, amount, platform::Current().locale.Regional());
+  return text;
 }
 
 Text TextOrEmpty(const Value& value) {

@@ -244,12 +244,6 @@ std::u16string NumberText(double number, const Regional& regional) {
                                                  : ExponentText(parts, regional.decimalSeparator));
 }
 
-std::u16string FixedText(double number, const Regional& regional) {
-  std::u16string text;
-  AppendFixed(text, number, regional);
-  return text;
-}
-
 void AppendFixed(std::u16string& text, double number, const Regional& regional) {
   // Halves are rounded on the 15 digits that people see: 0.145 rounds up although its binary value
   // is lower.

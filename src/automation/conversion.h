@@ -39,10 +39,8 @@ double WidenSingle(float number);
 // if there is none, infinite beyond a double's range.
 std::optional<double> ParseNumber(std::u16string_view text, const Regional& regional);
 std::u16string NumberText(double number, const Regional& regional);
-// The "Fixed" format: at least one digit before and exactly two after the decimal separator, halves
-// rounded away from zero, no grouping.
-std::u16string FixedText(double number, const Regional& regional);
-// The same, appended to a text.
+// Appends the number in the "Fixed" format: at least one digit before and exactly two after the
+// decimal separator, halves rounded away from zero, no grouping.
 void AppendFixed(std::u16string& text, double number, const Regional& regional);
 
 }  // namespace automation

@@ -21,7 +21,8 @@ automation::Value ReadScalarValue(const std::u16string& statement) {
 }
 
 void ShowScalarError(const automation::AutomationError& error) {
-  util::ShowError(error, kProcedure, util::kModBVilnorIcon);
+  util::UnderTrap(kProcedure, util::kModBVilnorIcon,
+                  [&] { throw automation::AutomationError(error); });
 }
 
 }  // namespace db

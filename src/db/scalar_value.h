@@ -13,7 +13,7 @@ namespace db {
 automation::Value GetScalarValue(const std::u16string& statement);
 
 // The same in two steps, for transactions, which must not stay open while a box is shown: one reads
-// without the error trap, the other shows what the trap would have shown.
+// without the error trap, the other shows and traces what the trap would have.
 automation::Value ReadScalarValue(const std::u16string& statement);
 void ShowScalarError(const automation::AutomationError& error);
 

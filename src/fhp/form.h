@@ -8,6 +8,7 @@
 
 #include "exchange/request_document.h"
 #include "fhp/application_records.h"
+#include "fhp/record_columns.h"
 
 namespace fhp {
 
@@ -41,10 +42,20 @@ enum class Writing {
   PerTooth,
 };
 
+// A field of a form's table. If its column is not among those that are read, the table does not
+// compile.
 struct FormField {
+  consteval FormField(std::u16string_view fieldKey, Record ApplicationRecords::*record,
+                      std::u16string_view recordColumn, Condition when, Writing how)
+      : key(fieldKey), source(record), column(recordColumn), condition(when), writing(how) {
+    if (!column.empty() && !IsRead(source, column)) {
+      throw "Add the column to record_columns.h.";
+    }
+  }
+
   std::u16string_view key;
   Record ApplicationRecords::*source;
-  // One of those that ApplicationRecords reads. Empty for fields that are always written and have
+  // Empty for fields that are always written and have
   // no column: City, CityAndToday, PersonNumber.
   std::u16string_view column;
   Condition condition;

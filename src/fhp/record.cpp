@@ -6,10 +6,20 @@
 #include "platform/conversions.h"
 
 namespace fhp {
+namespace {
 
 using automation::AutomationError;
 using automation::RuntimeError;
 using automation::Value;
+
+// As ADO raises it, which is no longer asked once the rows have been read.
+AutomationError NoCurrentRecord() {
+  return {3021, u"ADODB.Recordset",
+          u"Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+          u"requires a current record."};
+}
+
+}  // namespace
 
 ColumnText::ColumnText(const Value& value) {
   if (value.Is<std::u16string>()) {
@@ -60,7 +70,10 @@ const Value& Record::operator[](std::u16string_view column) const {
       throw AutomationError(failure.error);
     }
   }
-  return fields_.at(field);
+  if (AtEnd()) {
+    throw NoCurrentRecord();
+  }
+  return fields_[field];
 }
 
 ColumnText Record::TextOrEmpty(std::u16string_view column) const {

@@ -15,7 +15,8 @@
 
 namespace fhp {
 
-// A value as text, without a copy of one that is a text. Valid as long as its record.
+// A value as text, without a copy of one that is a text. A view of it is valid as long as both it
+// and its record.
 class ColumnText {
  public:
   ColumnText() = default;
@@ -38,7 +39,8 @@ class Record {
   Record(const std::unique_ptr<platform::Recordset>& rows,
          std::span<const std::u16string_view> columns);
 
-  // A column of the current row; ADO's error if it could not be read (3265 for an unknown column).
+  // A column of the current row. ADO's error if it could not be read (3265 for an unknown column),
+  // and 3021 past the last row.
   const automation::Value& operator[](std::u16string_view column) const;
   // The column as text; error 94 for Null.
   ColumnText Text(std::u16string_view column) const { return ColumnText((*this)[column]); }
@@ -51,7 +53,7 @@ class Record {
 
  private:
   struct Failure {
-    std::size_t field;
+    std::size_t field = 0;
     automation::AutomationError error;
   };
 

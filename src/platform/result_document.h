@@ -15,7 +15,7 @@ struct ParseError {
   // Character position in the file.
   std::int32_t filePosition = 0;
   std::u16string reason;
-  // The same for the trace.
+  // Why, in the trace's words.
   Reason refusal = Reason::Malformed;
 };
 

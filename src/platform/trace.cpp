@@ -11,6 +11,11 @@ namespace {
 // Of the calls being traced. Not a ThreadState: nothing of it is kept between two calls.
 thread_local std::uint8_t depth = 0;
 
+// A file's line is no call around others: it begins inside one and may end inside a later one.
+std::uint8_t LevelsOf(TracedFile file) {
+  return file == TracedFile::None ? 1 : 0;
+}
+
 }  // namespace
 
 const char* NameOf(TracedFile file) {
@@ -130,11 +135,12 @@ TraceLevel LevelOf(const TraceLine& line) {
 
 void Traced::Begin() noexcept {
   since_ = std::max<std::int64_t>(Current().trace.Now(), 0);
-  depth_ = depth++;
+  depth_ = depth;
+  depth += LevelsOf(file_);
 }
 
 void Traced::Write(Ending ending, Reason reason, std::int32_t error) noexcept {
-  --depth;
+  depth -= LevelsOf(file_);
   if (procedure_.isTracedIfItFails() && (ending == Ending::Done || ending == Ending::Empty)) {
     return;
   }

@@ -68,7 +68,8 @@ struct TraceLine {
   // The number in the message box, a parser's code or an HRESULT; 0 without an error.
   std::int32_t error = 0;
   std::uint32_t microseconds = 0;
-  // 0 for what the host or a message called, 1 for what that called, and so on.
+  // 0 for what the host or a message called, 1 for what that called, and so on. A line about a file
+  // has the depth of where it began, and adds none.
   std::uint8_t depth = 0;
 };
 
@@ -84,8 +85,8 @@ class Trace {
   virtual void Write(const TraceLine& line) noexcept = 0;
 };
 
-// Whether anybody listens, in the whole process; the trace sets it. Testing it is all that a call
-// costs while nobody does.
+// Whether anybody listens, in the whole process; the trace sets it. While nobody does, a call tests
+// it and does nothing else for the trace but fill in a Traced.
 inline std::atomic<bool> traceIsOn = false;
 
 // A call to be traced, from its construction until End(), which must follow.

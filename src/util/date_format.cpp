@@ -21,7 +21,13 @@ std::u16string SystemShortDate() {
 }
 
 bool HasFourDigitYear(std::u16string_view picture) {
-  return automation::UCase(picture).find(u"YYYY") != std::u16string::npos;
+  constexpr std::u16string_view kYear = u"YYYY";
+  for (; picture.size() >= kYear.size(); picture.remove_prefix(1)) {
+    if (automation::EqualsNoCase(picture.substr(0, kYear.size()), kYear)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 std::u16string FormatOfLanguage(std::int16_t language) {
@@ -65,6 +71,10 @@ automation::Date DateFromParts(std::u16string_view year, std::u16string_view mon
     inThatFormat.shortDate = CurrentSettings().gDateFormat;
     return automation::ParseDate(text, inThatFormat).value_or(automation::Date{});
   });
+}
+
+bool SessionFormatHasYear() {
+  return HasFourDigitYear(CurrentSettings().gDateFormat);
 }
 
 }  // namespace util

@@ -17,4 +17,8 @@ std::u16string GetLanguageDateFormat();
 automation::Date DateFromParts(std::u16string_view year, std::u16string_view month,
                                std::u16string_view day);
 
+// Whether the session's gDateFormat has a year. If so, the year above is the date's, if the three
+// form one. Takes no memory.
+bool SessionFormatHasYear();
+
 }  // namespace util

@@ -40,13 +40,13 @@ void IgnoreErrors(Action&& action) {
 class ActionRef {
  public:
   template <class Action>
-  explicit ActionRef(Action& action)
-      : action_(&action), run_([](void* run) { (*static_cast<Action*>(run))(); }) {}
+  explicit ActionRef(const Action& action)
+      : action_(&action), run_([](const void* run) { (*static_cast<const Action*>(run))(); }) {}
   void operator()() const { run_(action_); }
 
  private:
-  void* action_;
-  void (*run_)(void*);
+  const void* action_;
+  void (*run_)(const void*);
 };
 
 // Reports the exception in flight: runs `beforeBox`, shows the box, ends the trace's line. Call it

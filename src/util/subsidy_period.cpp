@@ -52,10 +52,10 @@ bool Fits(const SubsidyLine& line, std::int32_t rateNo, std::u16string_view debi
 }  // namespace
 
 bool IsInSubsidyPeriod(std::int32_t rateNo, automation::Date regDate, std::u16string_view debit) {
-  // Whatever the session's date format makes of the boundary, its year is at most 2002. Reading the
-  // boundary takes longer than all else that a row needs.
-  constexpr automation::Date kAfterAnyBoundary{37622};  // 2003-01-01
-  if (regDate.days >= kAfterAnyBoundary.days) {
+  // Reading the boundary takes longer than all else that a row needs. In a format with a year, the
+  // boundary is a day of 2002 or no date.
+  constexpr automation::Date kAfter2002{37622};  // 2003-01-01
+  if (regDate.days >= kAfter2002.days && SessionFormatHasYear()) {
     return false;
   }
   return UnderTrap(u" in IsInSubsidyPeriod", kModBVilnorIcon, [&] {

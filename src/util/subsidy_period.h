@@ -13,7 +13,7 @@ namespace util {
 inline constexpr std::u16string_view kElderlyDebit = u"Ä";
 
 // True when the row falls under the older rules. Never true for a row registered on or after
-// 2002-07-01.
+// 2002-07-01, if the session's date format has a year.
 bool IsInSubsidyPeriod(std::int32_t rateNo, automation::Date regDate, std::u16string_view debit);
 
 }  // namespace util

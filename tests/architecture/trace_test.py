@@ -3,6 +3,7 @@
 import hashlib
 import re
 import unittest
+from xml.etree import ElementTree
 import uuid
 
 from includes import CHECKOUT
@@ -50,6 +51,13 @@ class TraceDocument(unittest.TestCase):
             named = re.findall(r"\w{8}(?:-\w{4}){3}-\w{12}", read(file))
             self.assertTrue(named, file)
             self.assertEqual({str(id_in_source())}, {name.lower() for name in named}, file)
+
+    def test_the_recorders_profile_records_this_provider_alone(self):
+        profile = ElementTree.parse(CHECKOUT / "docs/vilnor.wprp").getroot()
+        recorded = {element.tag for element in profile.iter()
+                    if element.tag.endswith(("Collector", "Provider"))}
+        self.assertEqual({"EventCollector", "EventProvider"}, recorded)
+        self.assertEqual(1, len(profile.findall(".//EventProvider")))
 
     def test_every_word_is_explained(self):
         for enumeration, heading in (("TracedFile", "File"), ("Ending", "Ending"),

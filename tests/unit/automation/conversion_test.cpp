@@ -20,6 +20,12 @@ const Regional kSwedish{.shortDate = u"yyyy-MM-dd",
                         .groupSeparator = u'\u00A0',
                         .twelveHourClock = false};
 
+std::u16string FixedText(double number, const Regional& regional) {
+  std::u16string text;
+  AppendFixed(text, number, regional);
+  return text;
+}
+
 TEST(WholeNumbers, WholeNumbersRoundHalfToEven) {
   EXPECT_EQ(ToInt32(2.5, kUs), 2);
   EXPECT_EQ(ToInt32(3.5, kUs), 4);

@@ -129,6 +129,18 @@ TEST_F(NewCase, NewCaseIsRolledBackWhenTheIdentityIsMissingOrNull) {
   EXPECT_FALSE(database.InTransaction());
 }
 
+TEST_F(NewCase, FailedIdentityIsInTheTraceAsInItsBox) {
+  trace.TurnOn();
+  database.FailStatement(fakes::kIdentityStatement, kScriptedFailure);
+  Add(9);
+  EXPECT_EQ(Boxes().at(0), BoxIn(u"GetScalarValue"));
+  EXPECT_EQ(trace.Texts().at(0), "GetScalarValue Failed 1001");
+  dialogs.answers = {platform::Answer::None};
+  trace.lines.clear();
+  Add(9);
+  EXPECT_EQ(trace.Texts().at(0), "GetScalarValue Unshown 1001");
+}
+
 TEST_F(NewCase, NewCaseWorksWhileTheSharedRecordsetStaysOpen) {
   database.AnswerIdentities({5, 40});
   operations.CaseExistsPID(4711, 9, u"VL-1");

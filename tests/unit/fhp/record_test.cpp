@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "fakes/printing.h"
+#include "fhp/record_columns.h"
 #include "unit/fhp/fixture.h"
 
 namespace fhp {
@@ -23,6 +24,17 @@ class Records : public FhpFixture {
  protected:
   // The application without a column. Only the whole call or a name finds out.
   void DropColumn(const std::u16string& column) { application.erase(column); }
+
+  static void ExpectNoCurrentRecord(const Record& row, std::u16string_view column) {
+    const auto expected = fakes::AdoError(3021);
+    try {
+      row[column];
+      ADD_FAILURE() << "no error";
+    } catch (const automation::AutomationError& error) {
+      EXPECT_EQ(error.number(), expected.number());
+      EXPECT_EQ(error.description(), expected.description());
+    }
+  }
 
   void UseEstimate() {
     UseOlderPatient();
@@ -96,9 +108,30 @@ TEST_F(Records, RowsCanBeReadAgain) {
   EXPECT_EQ(ErrorNumberOf([&] { row.Text(u"B"); }), 94);
   row.MoveNext();
   EXPECT_TRUE(row.AtEnd());
+  ExpectNoCurrentRecord(row, u"A");
   row.MoveFirst();
   EXPECT_FALSE(row.AtEnd());
   EXPECT_EQ(row[u"A"], Value(1));
+}
+
+TEST_F(Records, RecordWithoutRowsRaisesAdosErrorAtItsUse) {
+  constexpr auto kColumns = std::to_array<std::u16string_view>({u"A"});
+  database.Answer(u"q", {{u"a"}, {}});
+  auto connection = database.NewConnection();
+  connection->Open(u"", u"", u"", -1);
+  const Record row(connection->Execute(u"q", -1), kColumns);
+  EXPECT_TRUE(row.AtEnd());
+  ExpectNoCurrentRecord(row, u"A");
+}
+
+TEST_F(Records, ColumnsThatAFormMayUseAreThoseThatAreRead) {
+  EXPECT_TRUE(IsRead(&ApplicationRecords::application, u"Notes"));
+  EXPECT_TRUE(IsRead(&ApplicationRecords::clinician, u"fornavn"));
+  EXPECT_TRUE(IsRead(&ApplicationRecords::provider, u"LevNo"));
+  EXPECT_TRUE(IsRead(&ApplicationRecords::patient, u"PersNr"));
+  EXPECT_FALSE(IsRead(&ApplicationRecords::clinician, u"Notes"));
+  EXPECT_FALSE(IsRead(&ApplicationRecords::provider, u"fornavn"));
+  EXPECT_FALSE(IsRead(&ApplicationRecords::patient, u"LevNo"));
 }
 
 TEST_F(Records, EveryUseOfNoRecordRaises91) {

@@ -44,6 +44,17 @@ TEST_F(TracedOperations, TripIsToldInThreeLines) {
   EXPECT_TRUE(Has("WriteNewCase Done"));
 }
 
+TEST_F(TracedOperations, ReadingThatTheHostCallsIsToldInItsRegions) {
+  Put(u"OutNewCase4711.xml",
+      "<a><Status>5</Status><Id>L-9</Id><UserDefData>4711&amp;12&amp;3</UserDefData></a>");
+  database.AnswerIdentities({std::int32_t{501}, std::int32_t{502}});
+  vilnor.ReadNewCase(4711);
+  EXPECT_EQ(trace.Texts(), (Lines{"GetVilnorOutputPath Done", "XMLReadNewCase Done",
+                                  "ReadNewCase Done", "ReadNewCase NewCase Deleted Entered"}));
+  EXPECT_EQ(trace.lines.at(trace.lines.size() - 2).depth, 0);
+  EXPECT_TRUE(Has("AddNewCase Done"));
+}
+
 TEST_F(TracedOperations, AnswerWithoutItsFileIsTold) {
   Notify(10001);
   Notify(10002);

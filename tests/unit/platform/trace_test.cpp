@@ -50,20 +50,39 @@ TEST_F(TraceTest, NothingIsDoneWhileNobodyListens) {
 
 TEST_F(TraceTest, LineHasItsDurationAndDepth) {
   trace.TurnOn();
-  Traced outer(kOuter, TracedFile::NewCase);
+  Traced outer(kOuter);
   Traced inner(kInner);
   inner.End(Ending::Failed, Reason::None, 70);
   Note(kInner, Reason::NoWindow);
-  outer.End(Ending::Deleted, Reason::Entered);
+  outer.End(Ending::Done);
   ASSERT_EQ(trace.lines.size(), 3U);
   const std::vector<int> depths = {trace.lines[0].depth, trace.lines[1].depth,
                                    trace.lines[2].depth};
   EXPECT_EQ(depths, (std::vector{1, 1, 0}));
   EXPECT_EQ(fakes::Trace::TextOf(trace.lines[0]), "WriteNewCase Failed 70");
   EXPECT_EQ(fakes::Trace::TextOf(trace.lines[1]), "WriteNewCase Noted NoWindow");
-  EXPECT_EQ(fakes::Trace::TextOf(trace.lines[2]), "OpenWithNewCase NewCase Deleted Entered");
+  EXPECT_EQ(fakes::Trace::TextOf(trace.lines[2]), "OpenWithNewCase Done");
   EXPECT_EQ(trace.lines[0].microseconds, 100U);
   EXPECT_EQ(trace.lines[2].microseconds, 500U);
+  Traced(kOuter).End(Ending::Done);
+  EXPECT_EQ(trace.lines.back().depth, 0);
+}
+
+TEST_F(TraceTest, FilesLineAddsNoDepth) {
+  trace.TurnOn();
+  Traced first(kOuter);
+  Traced file(kInner, TracedFile::NewCase);
+  first.End(Ending::Done);
+  Traced second(kOuter);
+  Note(kInner, Reason::NoWindow);
+  second.End(Ending::Done);
+  file.End(Ending::Deleted, Reason::Entered);
+  ASSERT_EQ(trace.lines.size(), 4U);
+  EXPECT_EQ(trace.lines[0].depth, 0);
+  EXPECT_EQ(trace.lines[1].depth, 1);
+  EXPECT_EQ(trace.lines[2].depth, 0);
+  EXPECT_EQ(trace.lines[3].depth, 1);
+  EXPECT_EQ(fakes::Trace::TextOf(trace.lines[3]), "WriteNewCase NewCase Deleted Entered");
   Traced(kOuter).End(Ending::Done);
   EXPECT_EQ(trace.lines.back().depth, 0);
 }

@@ -130,6 +130,16 @@ TEST_F(SubsidyPeriod, DateFormatWithNamesEndsTheOlderRules) {
   EXPECT_TRUE(dialogs.shown.empty());
 }
 
+// Kept: in a format without a year, the last part of the boundary is taken for one: 01.07.07.
+TEST_F(SubsidyPeriod, DateFormatWithoutAYearMovesTheBoundary) {
+  CurrentSettings().gDateFormat = u"dd.MM.M";
+  locale.regional.shortDate = u"dd.MM.M";
+  EXPECT_TRUE(IsInSubsidyPeriod(11, Day(2007, 6, 30), u""));
+  EXPECT_FALSE(IsInSubsidyPeriod(11, Day(2007, 7, 1), u""));
+  EXPECT_TRUE(IsInSubsidyPeriod(61, Day(2004, 3, 31), kElderlyDebit));
+  EXPECT_FALSE(IsInSubsidyPeriod(61, Day(2004, 4, 1), kElderlyDebit));
+}
+
 TEST_F(SubsidyPeriod, SubsidyPeriodIsKnownForEveryRegistrationDate) {
   EXPECT_FALSE(IsInSubsidyPeriod(11, kNoDate, u""));
   EXPECT_TRUE(IsInSubsidyPeriod(11, {-1e9}, u""));
