@@ -10,6 +10,7 @@ namespace platform {
 // taken for one.
 class Procedure {
  public:
+  // NOLINTBEGIN(modernize-avoid-c-arrays): what a literal is
   // As the box ends, " in OpenWithNewCase". The trace shows its last word.
   template <std::size_t Size>
   consteval Procedure(const char16_t (&inBox)[Size])
@@ -18,6 +19,7 @@ class Procedure {
   template <std::size_t Size, std::size_t NameSize>
   consteval Procedure(const char16_t (&inBox)[Size], const char16_t (&name)[NameSize])
       : inBox_(inBox), length_(Size - 1), name_(name) {}
+  // NOLINTEND(modernize-avoid-c-arrays)
 
   // The same for a call that is worth a line only if it fails.
   constexpr Procedure TracedIfItFails() const {
