@@ -177,7 +177,7 @@ class FieldRun {
       return work();
     } catch (const CannotWork& obstacle) {
       obstacle_ = obstacle.what();
-      PrintLine(obstacle_);
+      PrintLine("\r\n" + obstacle_);
       return {{.program = program, .name = "run", .outcome = Outcome::Failed, .text = obstacle_}};
     } catch (const std::exception& error) {
       return {
