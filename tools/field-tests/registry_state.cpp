@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
-#include <ranges>
 #include <sstream>
 
 #include "com/win32.h"
@@ -194,10 +193,11 @@ RegistryState RegistryState::Now() {
 }
 
 bool RegistryState::PutBack() const {
-  const RegistryState now = Now();
+  std::vector<KeyState> deepestFirst = Now().keys_;
+  std::reverse(deepestFirst.begin(), deepestFirst.end());
   bool done = true;
-  // Keys that are new, the deepest first.
-  for (const auto& is : std::ranges::reverse_view(now.keys_)) {
+  // Keys that are new.
+  for (const auto& is : deepestFirst) {
     const auto wanted = std::find_if(keys_.begin(), keys_.end(),
                                      [&](const KeyState& state) { return state.key == is.key; });
     if (is.exists && (wanted == keys_.end() || !wanted->exists)) {
