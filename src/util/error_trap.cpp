@@ -29,7 +29,7 @@ Failure ReportError(Procedure procedure, platform::Icon icon, ActionRef beforeBo
   IgnoreErrors(beforeBox);
   IgnoreErrors([&] { seen = ShowError(error.value(), procedure, icon); });
   traced.End(seen ? Ending::Failed : Ending::Unshown, platform::Reason::None, number);
-  return Failure();
+  return {};
 }
 
 }  // namespace util
