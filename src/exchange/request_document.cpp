@@ -9,7 +9,7 @@ constexpr std::string_view kStart =
     "<?xml version='1.0' encoding='ISO-8859-1'?>\n<Envelope LIFFVersion=\"2.0\">";
 constexpr std::string_view kEnd = "</Envelope>\n";
 // Of most applications; a longer document makes the buffer grow.
-constexpr std::size_t kUsualSize = 16 * 1024;
+constexpr std::size_t kUsualSize = std::size_t{16} * 1024;
 
 }  // namespace
 
