@@ -15,6 +15,7 @@ constexpr GUID kProvider = {
 
 // A description as the system wants it: its size in two bytes, then the contents.
 template <std::size_t Size>
+// NOLINTNEXTLINE(modernize-avoid-c-arrays): what a literal is
 consteval std::array<char, Size + 1> Described(const char (&contents)[Size]) {
   static_assert(Size + 1 < 256);
   std::array<char, Size + 1> block{};
