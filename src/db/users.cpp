@@ -27,7 +27,7 @@ void DBVilnor::AddNewVilnorUser(std::int32_t pid, const std::u16string& userName
 
 // Kept: a failure names AddNewVilnorUser, and the user name is not quoted here either.
 void DBVilnor::UpdateVilnorUser(std::int32_t pid, const std::u16string& userName) {
-  UnderTrap({u" in AddNewVilnorUser", u"UpdateVilnorUser"}, kDBVilnorIcon, [&] {
+  UnderTrap(u" in AddNewVilnorUser\0UpdateVilnorUser", kDBVilnorIcon, [&] {
     const bool mapped = !GetVilnorUserByPID(pid).empty();
     if (mapped && !userName.empty()) {
       Execute(u"Update VilnorPasient SET PID = " + Decimal10(pid) + u", UserName = " + userName +

@@ -98,7 +98,7 @@ void BVilnor::OpenExistCase(std::int32_t vilnorId) {
 
 void BVilnor::OpenExistFHP(std::int32_t fhpId) {
   // Kept: reports errors under the name of the operation that it calls.
-  UnderTrap({u" in OpenExistCase", u"OpenExistFHP"}, kBVilnorIcon, [&] {
+  UnderTrap(u" in OpenExistCase\0OpenExistFHP", kBVilnorIcon, [&] {
     const std::int32_t vilnorId =
         db::WithGDB([&](auto& gDB) { return gDB.GetVilnorIdByFHPId(fhpId); });
     OpenExistCase(vilnorId);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace platform {
@@ -10,16 +11,14 @@ namespace platform {
 // taken for one.
 class Procedure {
  public:
-  // NOLINTBEGIN(modernize-avoid-c-arrays): what a literal is
-  // As the box ends, " in OpenWithNewCase". The trace shows its last word.
+  // As the box ends, " in OpenWithNewCase". The trace shows the last word, which a zero divides
+  // from a box that names another procedure.
   template <std::size_t Size>
-  consteval Procedure(const char16_t (&inBox)[Size])
-      : inBox_(inBox), length_(Size - 1), name_(inBox + LastWord(inBox)) {}
-  // For a procedure whose box names another one.
-  template <std::size_t Size, std::size_t NameSize>
-  consteval Procedure(const char16_t (&inBox)[Size], const char16_t (&name)[NameSize])
-      : inBox_(inBox), length_(Size - 1), name_(name) {}
-  // NOLINTEND(modernize-avoid-c-arrays)
+  consteval Procedure(
+      const char16_t (&text)[Size])  // NOLINT(modernize-avoid-c-arrays): what a literal is
+      : text_(text),
+        boxLength_(static_cast<std::uint16_t>(std::u16string_view(text).size())),
+        nameAt_(static_cast<std::uint16_t>(LastWord({text, Size - 1}))) {}
 
   // The same for a call that is worth a line only if it fails.
   constexpr Procedure TracedIfItFails() const {
@@ -28,17 +27,20 @@ class Procedure {
     return quiet;
   }
 
-  constexpr std::u16string_view inBox() const { return {inBox_, length_}; }
+  constexpr std::u16string_view inBox() const { return {text_, boxLength_}; }
   // Ends with a zero.
-  constexpr const char16_t* name() const { return name_; }
+  constexpr const char16_t* name() const { return text_ + nameAt_; }
   constexpr bool isTracedIfItFails() const { return isTracedIfItFails_; }
 
  private:
-  static consteval std::size_t LastWord(std::u16string_view text) { return text.rfind(u' ') + 1; }
+  static consteval std::size_t LastWord(std::u16string_view text) {
+    return text.find_last_of(std::u16string_view(u" \0", 2)) + 1;
+  }
 
-  const char16_t* inBox_;
-  std::size_t length_;
-  const char16_t* name_;
+  const char16_t* text_;
+  // Small, so that a procedure is passed in registers and costs nothing until it is shown.
+  std::uint16_t boxLength_;
+  std::uint16_t nameAt_;
   bool isTracedIfItFails_ = false;
 };
 

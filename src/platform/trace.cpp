@@ -133,27 +133,27 @@ TraceLevel LevelOf(const TraceLine& line) {
   return line.depth == 0 ? TraceLevel::Information : TraceLevel::Verbose;
 }
 
-void Traced::Begin() noexcept {
-  since_ = std::max<std::int64_t>(Current().trace.Now(), 0);
-  depth_ = depth;
-  depth += LevelsOf(file_);
+void Traced::Begin(Procedure procedure, TracedFile file) noexcept {
+  begun_ = {.procedure = procedure, .file = file, .depth = depth, .since = Current().trace.Now()};
+  depth += LevelsOf(file);
 }
 
 void Traced::Write(Ending ending, Reason reason, std::int32_t error) noexcept {
-  depth -= LevelsOf(file_);
-  if (procedure_.isTracedIfItFails() && (ending == Ending::Done || ending == Ending::Empty)) {
+  depth -= LevelsOf(begun_->file);
+  if (begun_->procedure.isTracedIfItFails() &&
+      (ending == Ending::Done || ending == Ending::Empty)) {
     return;
   }
   auto& trace = Current().trace;
   const std::int64_t longest = std::numeric_limits<std::uint32_t>::max();
-  trace.Write({.procedure = procedure_,
-               .file = file_,
+  trace.Write({.procedure = begun_->procedure,
+               .file = begun_->file,
                .ending = ending,
                .reason = reason,
                .error = error,
                .microseconds = static_cast<std::uint32_t>(
-                   std::clamp<std::int64_t>(trace.Now() - since_, 0, longest)),
-               .depth = depth_});
+                   std::clamp<std::int64_t>(trace.Now() - begun_->since, 0, longest)),
+               .depth = begun_->depth});
 }
 
 void Note(Procedure procedure, Reason reason, std::int32_t error) noexcept {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <optional>
 
 #include "platform/procedure.h"
 
@@ -86,23 +87,22 @@ class Trace {
 };
 
 // Whether anybody listens, in the whole process; the trace sets it. While nobody does, a call tests
-// it and does nothing else for the trace but fill in a Traced.
+// it and does nothing else for the trace.
 inline std::atomic<bool> traceIsOn = false;
 
 // A call to be traced, from its construction until End(), which must follow.
 class Traced {
  public:
-  explicit Traced(Procedure procedure, TracedFile file = TracedFile::None)
-      : procedure_(procedure), file_(file) {
+  explicit Traced(Procedure procedure, TracedFile file = TracedFile::None) {
     if (traceIsOn.load(std::memory_order_relaxed)) {
-      Begin();
+      Begin(procedure, file);
     }
   }
   Traced(const Traced&) = delete;
   Traced& operator=(const Traced&) = delete;
 
   // Whether there is a line to write.
-  bool IsOn() const { return since_ != kOff; }
+  bool IsOn() const { return begun_.has_value(); }
   void End(Ending ending, Reason reason = Reason::None, std::int32_t error = 0) {
     if (IsOn()) {
       Write(ending, reason, error);
@@ -110,15 +110,17 @@ class Traced {
   }
 
  private:
-  static constexpr std::int64_t kOff = -1;
+  struct Begun {
+    Procedure procedure;
+    TracedFile file;
+    std::uint8_t depth;
+    std::int64_t since;
+  };
 
-  void Begin() noexcept;
+  void Begin(Procedure procedure, TracedFile file) noexcept;
   void Write(Ending ending, Reason reason, std::int32_t error) noexcept;
 
-  Procedure procedure_;
-  TracedFile file_;
-  std::uint8_t depth_ = 0;
-  std::int64_t since_ = kOff;
+  std::optional<Begun> begun_;
 };
 
 // A line of its own in the middle of a procedure.

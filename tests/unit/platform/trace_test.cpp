@@ -36,7 +36,7 @@ TEST_F(TraceTest, ProcedureIsShownByItsLastWord) {
   EXPECT_EQ(std::u16string(kOuter.name()), u"OpenWithNewCase");
   EXPECT_EQ(std::u16string(Procedure(u" frmPreDefPrice: RoundOffAmount").name()),
             u"RoundOffAmount");
-  const Procedure misnamed = {u" in OpenExistCase", u"OpenExistFHP"};
+  const Procedure misnamed = u" in OpenExistCase\0OpenExistFHP";
   EXPECT_EQ(std::u16string(misnamed.name()), u"OpenExistFHP");
   EXPECT_EQ(misnamed.inBox(), u" in OpenExistCase");
 }
