@@ -13,16 +13,16 @@ def _signed(number):
 # --- Object Pascal: Delphi and Free Pascal.
 
 def _pascal_parameters(operation):
-    texts = [("const " if one.direction == "in" else "var ") + f"{one.name}: {PASCAL[one.type]}"
+    texts = [("var " if one.by_reference else "const ") + f"{one.name}: {PASCAL[one.type]}"
              for one in operation.parameters]
     return f"({'; '.join(texts)})" if texts else ""
 
 
-def _pascal_operation(operation):
+def pascal_operation(operation):
     head = f"{operation.name}{_pascal_parameters(operation)}"
     if operation.result:
-        return f"    function {head}: {PASCAL[operation.result]}; safecall;"
-    return f"    procedure {head}; safecall;"
+        return f"function {head}: {PASCAL[operation.result]}; safecall;"
+    return f"procedure {head}; safecall;"
 
 
 def _pascal_interface(interface):
@@ -35,7 +35,7 @@ def _pascal_interface(interface):
     else:
         yield f"  {interface.name} = interface(IDispatch)"
         yield f"    ['{interface.identifier}']"
-        yield from map(_pascal_operation, interface.operations)
+        yield from (f"    {pascal_operation(one)}" for one in interface.operations)
     yield "  end;"
 
 
@@ -75,7 +75,7 @@ def _csharp_value(kind):
 
 
 def _csharp_parameter(parameter):
-    by_reference = "" if parameter.direction == "in" else "ref "
+    by_reference = "ref " if parameter.by_reference else ""
     return _csharp_value(parameter.type).format("") + \
         f"{by_reference}{CSHARP[parameter.type]} {parameter.name}"
 

@@ -18,6 +18,14 @@ class Parameter:
     type: str       # "I2", "I4", "BSTR", "BOOL", "IDispatch*"
     name: str
 
+    @property
+    def by_reference(self):
+        return self.direction != "in"
+
+    @property
+    def optional(self):
+        return self.direction.endswith("opt")
+
 
 @dataclass
 class Operation:

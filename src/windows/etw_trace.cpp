@@ -8,11 +8,6 @@
 namespace windows {
 namespace {
 
-// Computed from the provider's name as tracing tools do it, so that they need only the name
-// (tests/architecture/trace_test.py).
-constexpr GUID kProvider = {
-    0xB9F703D5, 0xCC0D, 0x51D4, {0x59, 0x53, 0xC3, 0x3B, 0x68, 0x9D, 0xD1, 0x81}};
-
 // A description as the system wants it: its size in two bytes, then the contents.
 template <std::size_t Size>
 // NOLINTNEXTLINE(modernize-avoid-c-arrays): what a literal is
@@ -109,7 +104,7 @@ EtwCalls& SystemEtwCalls() {
 }
 
 EtwTrace::EtwTrace(EtwCalls& calls) : calls_(calls) {
-  if (calls_.Register(kProvider, SessionsChanged, nullptr, registration_) != ERROR_SUCCESS) {
+  if (calls_.Register(kTraceProvider, SessionsChanged, nullptr, registration_) != ERROR_SUCCESS) {
     registration_ = 0;
     return;
   }

@@ -9,6 +9,11 @@
 
 namespace windows {
 
+// Computed from the provider's name as tracing tools do it, so that they need only the name
+// (tests/architecture/trace_test.py).
+inline constexpr GUID kTraceProvider = {
+    0xB9F703D5, 0xCC0D, 0x51D4, {0x59, 0x53, 0xC3, 0x3B, 0x68, 0x9D, 0xD1, 0x81}};
+
 // The system's calls. A test can take the system's part. Results are the system's.
 class EtwCalls {
  public:

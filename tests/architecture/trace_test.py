@@ -23,7 +23,7 @@ def id_by_name(name):
 
 
 def id_in_source():
-    text = re.search(r"GUID kProvider = \{(.*?)\};", read("src/windows/etw_trace.cpp"), re.DOTALL)[1]
+    text = re.search(r"GUID kTraceProvider = \{(.*?)\};", read("src/windows/etw_trace.h"), re.DOTALL)[1]
     first, second, third, *rest = (int(number, 16) for number in re.findall(r"0x(\w+)", text))
     return uuid.UUID(fields=(first, second, third, rest[0], rest[1],
                              int.from_bytes(bytes(rest[2:]), "big")))

@@ -1,5 +1,6 @@
 """What the field tests refuse, and that nothing has changed then."""
 
+import os
 import shutil
 import sqlite3
 from contextlib import contextmanager
@@ -93,15 +94,19 @@ class Refusals:
         note = folder / "registry before.txt"
         values = f"value 1 x50617468 x{'E:'.encode('utf-16-le').hex()}0000"
         real = HOST_FIRST.replace("HKEY_LOCAL_MACHINE", "HKLM")
-        for name, first, key, words in (
-                ("another user's note", "user S-1-5-21-1-2-3-1001", f"key {real}",
+        me, stranger = os.getuid(), 65534
+        for name, owner, first, key, words in (
+                ("another user's note", me, "user S-1-5-21-1-2-3-1001", f"key {real}",
                  "Start run.cmd as the user who started it first"),
-                ("a note of other keys", self.user_line, r"key HKLM\SOFTWARE\Classes",
+                ("a note that another user forged", stranger, self.user_line, f"key {real}",
+                 "Start run.cmd as the user who started it first"),
+                ("a note of other keys", me, self.user_line, r"key HKLM\SOFTWARE\Classes",
                  r"names the key HKLM\SOFTWARE\Classes,"),
-                ("a note of a key above", self.user_line, r"key HKLM\SOFTWARE",
+                ("a note of a key above", me, self.user_line, r"key HKLM\SOFTWARE",
                  r"names the key HKLM\SOFTWARE,")):
             folder.mkdir()
             note.write_text(f"{first}\n{key}\n{values}\nend\n", "ascii")
+            os.chown(note, owner, owner)
             before = kit.registry()
             run = kit.run("/restore")
             self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)

@@ -146,7 +146,7 @@ class FieldRun {
       circumstances_.tripProblem = installation.problem();
       return PlayTrips(folders_, circumstances_, installation, database_.get());
     });
-    Timed("trace", [] { return Cases{CheckTrace()}; });
+    Timed("trace", [&] { return Cases{CheckTrace(folders_)}; });
   }
 
   template <class Work>

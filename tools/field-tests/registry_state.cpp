@@ -6,22 +6,44 @@
 #include <memory>
 #include <sstream>
 
+#include "com/server_registration.h"
 #include "com/win32.h"
 #include "field-tests/cannot_work.h"
 #include "field-tests/core/text.h"
 #include "field-tests/wide.h"
+// Needs win32.h in front of it.
+#include "typelib/Vilnor.h"
 
 namespace field_tests {
 namespace {
 
-constexpr auto kPlaces = std::to_array<const wchar_t*>(
-    {L"HKLM\\SOFTWARE\\Kestra",
-     L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe",
-     L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
-     L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe",
-     L"HKCU\\Software\\VB and VBA Program Settings\\KESTRA",
-     L"HKCU\\Software\\VB and VBA Program Settings\\VILNORTEST",
-     L"HKCU\\Software\\Vilnor contract"});
+// In calls between apartments, Wine registers the type library that the manifest names, for this
+// computer or for the user. Nobody knows whether a Windows does so.
+void AddTypeLibrary(const std::wstring& classes, std::vector<std::wstring>& places) {
+  places.push_back(classes + L"TypeLib\\" + com::GuidText(LIBID_Vilnor));
+  for (const IID& id : {IID__BVilnor, DIID___BVilnor, IID__DBVilnor}) {
+    places.push_back(classes + L"Interface\\" + com::GuidText(id));
+  }
+}
+
+std::vector<std::wstring> AllPlaces() {
+  std::vector<std::wstring> places = {
+      L"HKLM\\SOFTWARE\\Kestra",
+      L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Link.exe",
+      L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra.Main.exe",
+      L"HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Kestra32.exe",
+      L"HKCU\\Software\\VB and VBA Program Settings\\KESTRA",
+      L"HKCU\\Software\\VB and VBA Program Settings\\VILNORTEST",
+      L"HKCU\\Software\\Vilnor contract"};
+  AddTypeLibrary(L"HKLM\\SOFTWARE\\Classes\\", places);
+  AddTypeLibrary(L"HKCU\\Software\\Classes\\", places);
+  return places;
+}
+
+const std::vector<std::wstring>& Places() {
+  static const std::vector<std::wstring> places = AllPlaces();
+  return places;
+}
 
 constexpr DWORD kLongestName = 16384;
 
@@ -173,8 +195,8 @@ std::string FromHex(const std::string& text) {
 
 // At one of the places or below it; or above one, which is only ever noted as missing.
 bool IsOfTheTests(const KeyState& state) {
-  return std::any_of(kPlaces.begin(), kPlaces.end(), [&](std::wstring_view place) {
-    return state.key == place || state.key.starts_with(std::wstring(place) + L"\\") ||
+  return std::any_of(Places().begin(), Places().end(), [&](const std::wstring& place) {
+    return state.key == place || state.key.starts_with(place + L"\\") ||
            (!state.exists && state.values.empty() && place.starts_with(state.key + L"\\"));
   });
 }
@@ -183,7 +205,7 @@ bool IsOfTheTests(const KeyState& state) {
 
 RegistryState RegistryState::Now() {
   RegistryState state;
-  for (const wchar_t* const place : kPlaces) {
+  for (const auto& place : Places()) {
     Collect(place, state.keys_);
     if (!Open(place)) {
       CollectMissingAbove(place, state.keys_);

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "field-tests/core/case.h"
+#include "field-tests/test_programs.h"
 
 namespace field_tests {
 
-Case CheckTrace();
+// Records a test's calls in a session of its own, and reads its file.
+Case CheckTrace(const Folders& folders);
 
 }  // namespace field_tests

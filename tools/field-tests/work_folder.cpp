@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <iterator>
+#include <optional>
 
 #include "field-tests/console.h"
 #include "field-tests/core/text.h"
 #include "field-tests/wide.h"
-// Needs win32.h in front of it.
+// Need win32.h in front of them.
+#include <aclapi.h>
 #include <sddl.h>
 
 namespace field_tests {
@@ -49,37 +50,69 @@ Handle TheOnlyRun() {
   return mutex;
 }
 
-// "user S-1-5-...", the note's first line: its keys are this user's.
-std::string UserLine() {
+using Sid = std::array<std::byte, SECURITY_MAX_SID_SIZE>;
+
+Sid ThisUser() {
   HANDLE opened = nullptr;
   OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened);
   const Handle token(opened);
   alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
   DWORD size = 0;
-  wchar_t* text = nullptr;
+  Sid sid{};
   if (GetTokenInformation(token.get(), TokenUser, user.data(), user.size(), &size) == FALSE ||
-      ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text) ==
+      CopySid(sid.size(), sid.data(), reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid) ==
           FALSE) {
     throw CannotWork("Windows does not tell which user this is.");
   }
-  std::string line = "user " + Utf8(text);
+  return sid;
+}
+
+// "user S-1-5-...", the note's first line: its keys are this user's.
+std::string UserLine() {
+  wchar_t* text = nullptr;
+  ConvertSidToStringSidW(ThisUser().data(), &text);
+  std::string line = "user " + (text == nullptr ? "" : Utf8(text));
   LocalFree(text);
   return line;
 }
 
+// By this user or an administrator: every user can write into the folder.
+bool IsWrittenByATrustedUser(HANDLE file) {
+  PSID owner = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const bool isKnown = GetSecurityInfo(file, SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION, &owner,
+                                       nullptr, nullptr, nullptr, &descriptor) == ERROR_SUCCESS;
+  const bool isTrusted = isKnown && (EqualSid(owner, ThisUser().data()) != FALSE ||
+                                     IsWellKnownSid(owner, WinBuiltinAdministratorsSid) != FALSE);
+  LocalFree(descriptor);
+  return isTrusted;
+}
+
+// None if it cannot be read or is somebody else's.
+std::optional<std::string> TrustedText(const fs::path& note) {
+  const Handle file = Owned(CreateFileW(note.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file || !IsWrittenByATrustedUser(file.get())) {
+    return std::nullopt;
+  }
+  std::string text(GetFileSize(file.get(), nullptr), '\0');
+  DWORD read = 0;
+  ReadFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
+  text.resize(read);
+  return text;
+}
+
 RegistryState Remembered(const fs::path& note) {
-  std::ifstream file(note, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  const auto lines = LinesOf(text);
-  // Every user's tests use this folder.
+  const auto text = TrustedText(note);
+  const auto lines = LinesOf(text.value_or(""));
   const bool isAnothers =
-      !file || (!lines.empty() && lines.back() == "end" && lines.front() != UserLine());
+      !text || (!lines.empty() && lines.back() == "end" && lines.front() != UserLine());
   if (isAnothers) {
     throw CannotWork(
         "An earlier run was ended. Start run.cmd as the user who started it first: only that user "
         "can put the registry back.");
   }
-  return RegistryState::FromText(text);
+  return RegistryState::FromText(*text);
 }
 
 void Write(const fs::path& note, const RegistryState& before) {

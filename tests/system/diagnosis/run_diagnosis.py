@@ -5,7 +5,7 @@ import argparse
 import json
 import sqlite3
 import sys
-from contextlib import nullcontext
+from contextlib import contextmanager, nullcontext
 from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parents[3]
@@ -141,12 +141,25 @@ class Examination:
     def broken(self):
         for each in COMPUTERS:
             self.clinic.place(each.places)
-            with each.breaking(self.clinic) if each.breaking else nullcontext():
+            with each.breaking(self.clinic) if each.breaking else nullcontext(), \
+                    self.unchanged(each.name):
                 self.check(each.name, each.expected, each.says)
         self.clinic.place(USUAL_PLACES)
         self.check("everything is mended", {}, lines=LINES)
 
-    def unchanged(self):
+    @contextmanager
+    def unchanged(self, name):
+        before = self.clinic.state()
+        yield
+        after = self.clinic.state()
+        self.report.hold(f"{name}: there is a registry to compare", len(before[0]) > 1000,
+                         f"{len(before[0])} entries")
+        self.report.check(f"{name}: the registry is as before", [],
+                          difference(before[0], after[0])[:10])
+        self.report.check(f"{name}: files and folders are as before", [],
+                          difference(before[1], after[1])[:10])
+
+    def changes_nothing(self):
         """Where the component would create a key and the folder, and clear the setting."""
         self.clinic.place({(PER_USER_SETTINGS, "Vilnor"): r"C:\Gone\Link.exe",
                            (HOST_FIRST.replace("Kestra.Main", "Other"), "x"): "y"})
@@ -154,15 +167,8 @@ class Examination:
         for name, places in (("nothing registered", {}), ("no folder", {
                 (HOST_FIRST, "Path"): "C:\\Kestra\\"})):
             self.clinic.write(places)
-            before = self.clinic.state()
-            self.run("/json", "/databas", typed=self.clinic.database.connection)
-            after = self.clinic.state()
-            self.report.hold(f"{name}: there is a registry to compare", len(before[0]) > 1000,
-                             f"{len(before[0])} entries")
-            self.report.check(f"{name}: the registry is as before", [],
-                              difference(before[0], after[0])[:10])
-            self.report.check(f"{name}: files and folders are as before", [],
-                              difference(before[1], after[1])[:10])
+            with self.unchanged(name):
+                self.run("/json", "/databas", typed=self.clinic.database.connection)
         self.computer.exchange.mkdir()
         self.clinic.place(USUAL_PLACES)
 
@@ -247,7 +253,7 @@ def main():
     examination = Examination(options)
     examination.healthy()
     if not options.healthy:
-        examination.unchanged()
+        examination.changes_nothing()
         examination.broken()
         examination.windows()
         examination.database()

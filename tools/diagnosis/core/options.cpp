@@ -7,7 +7,7 @@ namespace diagnosis {
 const char16_t* const kHelp =
     u"VilnorCheck.exe undersöker om Vilnor kan fungera på den här datorn, för den användare som "
     u"kör "
-    u"det. Det ändrar inget.\r\n\r\n"
+    u"det. Det ändrar inget; med /databas kan drivrutinen skriva i databasens fil.\r\n\r\n"
     u"VilnorCheck            visar ett fönster\r\n"
     u"VilnorCheck /text      skriver rapporten som text\r\n"
     u"VilnorCheck /json      skriver rapporten som JSON\r\n"

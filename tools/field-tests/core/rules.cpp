@@ -68,6 +68,7 @@ constexpr auto kDatabase = std::to_array<Pattern>({
 
 // A sample that takes seconds, of each kind.
 constexpr auto kQuick = std::to_array<Pattern>({
+    {"com_tests", "Apartments.*"},
     {"com_tests", "Creation.*"},
     {"com_tests", "Binding.*"},
     {"com_tests", "Events.*"},

@@ -1,13 +1,9 @@
 """Each operation as the host's languages write it."""
 
-# By the IDL's type.
-_CPP = {"long": "LONG", "short": "SHORT"}
-_PASCAL = {"long": "Integer", "short": "SmallInt", "BSTR": "WideString", "VARIANT_BOOL": "WordBool",
-           "IDispatch*": "IDispatch"}
-_BASIC = {"long": "Long", "short": "Integer", "BSTR": "String", "VARIANT_BOOL": "Boolean",
-          "IDispatch*": "Object"}
-_SHARP = {"long": "int", "short": "short", "BSTR": "string", "VARIANT_BOOL": "bool",
-          "IDispatch*": "object"}
+from declarations import CSHARP, pascal_operation
+
+_CPP = {"I2": "SHORT", "I4": "LONG", "BOOL": "VARIANT_BOOL"}
+_BASIC = {"I2": "Integer", "I4": "Long", "BSTR": "String", "BOOL": "Boolean", "IDispatch*": "Object"}
 # Arguments into which an operation writes.
 WRITTEN = {"ErrCode", "ErrMsg"}
 # $PID is the shell's own variable.
@@ -16,31 +12,26 @@ _SHELL_NAMES = {"PID": "patientId"}
 
 def cpp(operation, _object):
     parts = [f"{_CPP.get(one.type, one.type)}{'*' if one.by_reference else ''} {one.name}"
-             for one in operation.arguments]
+             for one in operation.parameters]
     if operation.result:
         parts.append(f"{_CPP.get(operation.result, operation.result)}* result")
     return f"HRESULT {operation.name}({', '.join(parts)});"
 
 
 def pascal(operation, _object):
-    parts = [f"{'var' if one.by_reference else 'const'} {one.name}: {_PASCAL[one.type]}"
-             for one in operation.arguments]
-    arguments = f"({'; '.join(parts)})" if parts else ""
-    if operation.result:
-        return f"function {operation.name}{arguments}: {_PASCAL[operation.result]}; safecall;"
-    return f"procedure {operation.name}{arguments}; safecall;"
+    return pascal_operation(operation)
 
 
 def basic(operation, _object):
     parts = [("Optional " if one.optional else "") + ("" if one.by_reference else "ByVal ")
-             + f"{one.name} As {_BASIC[one.type]}" for one in operation.arguments]
+             + f"{one.name} As {_BASIC[one.type]}" for one in operation.parameters]
     if operation.result:
         return f"Function {operation.name}({', '.join(parts)}) As {_BASIC[operation.result]}"
     return f"Sub {operation.name}({', '.join(parts)})"
 
 
 def vbscript(operation, object_):
-    names = ", ".join(one.name for one in operation.arguments)
+    names = ", ".join(one.name for one in operation.parameters)
     if not operation.result:
         return f"{object_}.{operation.name} {names}".rstrip()
     assigned = "Set rows" if operation.result == "IDispatch*" else "result"
@@ -48,14 +39,14 @@ def vbscript(operation, object_):
 
 
 def sharp(operation, _object):
-    parts = [f"{'ref ' if one.by_reference else ''}{_SHARP[one.type]} {one.name}"
-             for one in operation.arguments]
-    return f"{_SHARP.get(operation.result, 'void')} {operation.name}({', '.join(parts)});"
+    parts = [f"{'ref ' if one.by_reference else ''}{CSHARP[one.type]} {one.name}"
+             for one in operation.parameters]
+    return f"{CSHARP.get(operation.result, 'void')} {operation.name}({', '.join(parts)});"
 
 
 def powershell(operation, object_):
     names = [f"{'[ref]' if one.by_reference else ''}${_SHELL_NAMES.get(one.name, one.name)}"
-             for one in operation.arguments]
+             for one in operation.parameters]
     assigned = {"": "", "IDispatch*": "$rows = "}.get(operation.result, "$result = ")
     return f"{assigned}${object_}.{operation.name}({', '.join(names)})"
 

@@ -10,8 +10,8 @@ TITLE = "Vilnor Link connection"
 _VERBS = {"+": "added", "~": "changed", "-": "deleted"}
 _ICONS = {"exclamation": ("!", "exclamation mark"), "critical": ("×", "critical stop"),
           "question": ("?", "question mark"), "none": ("", "no icon")}
-_TYPE_NAMES = {"long": "32-bit integer", "short": "16-bit integer", "BSTR": "text",
-               "VARIANT_BOOL": "Boolean", "IDispatch*": "recordset"}
+_TYPE_NAMES = {"I4": "32-bit integer", "I2": "16-bit integer", "BSTR": "text", "BOOL": "Boolean",
+               "IDispatch*": "recordset"}
 _OWNERSHIP = {
     "BSTR": "The text is the caller's: free it with `SysFreeString` in C++; the other languages do so "
             "themselves.",
@@ -36,18 +36,18 @@ def operation_section(sources, class_, operation, texts, object_name):
              _fact("Worth knowing", text.blocks(texts["notes"])) if "notes" in texts else None]
     return element(
         "section", _heading(class_, operation, f"slot {operation.slot}"),
-        element("p", text.sentence(operation.help), class_="lead"),
+        element("p", text.sentence(sources.help[class_, operation.name]), class_="lead"),
         _signatures((id_, name, write(operation, object_name)) for id_, name, write in LANGUAGES),
         element("dl", *facts, class_="facts"), class_="operation", id=f"{class_}-{operation.name}",
         data_operation=f"{class_}.{operation.name}")
 
 
-def event_section(operation, texts):
+def event_section(sources, operation, texts):
     written = ((id_, name, EVENTS[id_].format(name=operation.name, id=operation.id))
                for id_, name, _ in LANGUAGES)
     return element(
         "section", _heading("BVilnor", operation, "event"),
-        element("p", text.sentence(operation.help), class_="lead"), _signatures(written),
+        element("p", text.sentence(sources.help["BVilnor", operation.name]), class_="lead"), _signatures(written),
         text.blocks(texts["does"]), class_="operation", id=f"BVilnor-{operation.name}",
         data_operation=f"BVilnor.{operation.name}")
 
@@ -77,12 +77,12 @@ def _before(class_, texts):
 
 
 def _arguments(operation, texts):
-    if not operation.arguments:
+    if not operation.parameters:
         return None
     meanings = texts["arguments"]
     rows = [element("tr", element("td", element("code", one.name), data_argument=one.name),
                     element("td", _kind(one), class_="quiet"),
-                    element("td", text.sentence(meanings[one.name]))) for one in operation.arguments]
+                    element("td", text.sentence(meanings[one.name]))) for one in operation.parameters]
     return _fact("Arguments", element("div", element("table", *rows, class_="arguments"), class_="scroll"))
 
 
@@ -184,14 +184,14 @@ def _errors(class_, operation):
     if operation.name == "InitConnection":
         return ("Returns the provider's error, or 3705 (0x800A0E79) if the connection is open, without a "
                 "box. `RPC_E_WRONG_THREAD` from another thread.")
-    pointer = "`E_POINTER` for a null pointer, " if operation.arguments else ""
-    if any(one.optional for one in operation.arguments):
+    pointer = "`E_POINTER` for a null pointer, " if operation.parameters else ""
+    if any(one.optional for one in operation.parameters):
         pointer = "`E_POINTER` for a null pointer, except for the optional argument, "
     return f"`S_OK`, also after a box; {pointer}`RPC_E_WRONG_THREAD` from another thread."
 
 
 def _lifetime(operation):
     ownership = _OWNERSHIP.get(operation.result, "")
-    if any(one.name in WRITTEN for one in operation.arguments):
+    if any(one.name in WRITTEN for one in operation.parameters):
         ownership += " The text in `ErrMsg` is replaced; the old one is freed."
     return "Only the thread that created the object. The arguments stay the caller's. " + ownership

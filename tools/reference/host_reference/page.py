@@ -70,7 +70,7 @@ def _class(sources, class_, interface, texts, object_name):
 
 
 def _events(sources):
-    sections = [event_section(operation, sources.texts["events"][operation.name])
+    sections = [event_section(sources, operation, sources.texts["events"][operation.name])
                 for operation in sources.interfaces[EVENTS].operations]
     return element("section", element("h2", "Events of BVilnor"), *sections, class_="class", id="events")
 

@@ -5,8 +5,10 @@ import tomllib
 from dataclasses import dataclass
 from pathlib import Path
 
+from interfaces import read_interfaces
+
 from .facts import Effects, read_effects, read_statements
-from .idl import read_interfaces
+from .idl import read_help
 
 CONTENT = Path(__file__).resolve().parents[1] / "content"
 # Each class, its interface, its file of texts; the name of its object in the examples.
@@ -28,7 +30,8 @@ class RequestKind:
 
 @dataclass
 class Sources:
-    interfaces: dict   # of the IDL
+    interfaces: dict   # {name: packaging's Interface}
+    help: dict         # {(class, operation): help string}
     texts: dict        # {"session", "database", "events": {operation: its texts}}
     boxes: dict
     guide: str         # Markdown
@@ -50,10 +53,11 @@ def _toml(name):
 
 def read_sources(checkout):
     documents = checkout / "docs/edge-cases"
-    interfaces = read_interfaces((checkout / "typelib/Vilnor.idl").read_text("utf-8"))
+    interfaces = {one.name: one for one in read_interfaces().interfaces}
     names = [operation.name for operation in interfaces["_DBVilnor"].operations]
     return Sources(
         interfaces=interfaces,
+        help=read_help((checkout / "typelib/Vilnor.idl").read_text("utf-8")),
         texts={name: _toml(name) for name in ("session", "database", "events")},
         boxes=_toml("boxes"),
         guide=(CONTENT / "before-you-start.md").read_text("utf-8"),
