@@ -7,7 +7,6 @@
 namespace fhp {
 namespace {
 
-constexpr std::u16string_view kClosingTag = u"</";
 // "<" and ">" around the tooth.
 constexpr std::size_t kTagMarks = 2;
 
@@ -17,12 +16,16 @@ ToothScanner::ToothScanner(std::u16string_view column, ScanRules rules)
     : column_(column),
       rules_(rules),
       lastTagEnd_(column.rfind(u'>')),
-      lastScanned_(column.empty() || rules.scansLastPosition ? column.size() : column.size() - 1) {}
+      lastScanned_(column.empty() || rules.scansLastPosition ? column.size() : column.size() - 1),
+      mark_(column.find(u'<')) {}
 
 std::optional<ToothText> ToothScanner::Next() {
   while (!ended_) {
-    // On to the next "<", or past the end.
-    MoveBy(std::min(column_.find(u'<', position_), lastScanned_) + 1 - position_);
+    if (mark_ < position_) {
+      mark_ = column_.find(u'<', position_);
+    }
+    // Onto it, or past the end.
+    MoveBy(std::min(mark_, lastScanned_) + 1 - position_);
     if (position_ > lastScanned_) {
       ended_ = true;
     } else if (AtTag()) {
@@ -32,9 +35,12 @@ std::optional<ToothText> ToothScanner::Next() {
   return std::nullopt;
 }
 
+bool ToothScanner::IsClosing(std::size_t mark) const {
+  return mark + 1 < column_.size() && column_[mark + 1] == u'/';
+}
+
 bool ToothScanner::AtTag() const {
-  const std::u16string_view rest = column_.substr(position_ - 1);
-  return rest.front() == u'<' && !rest.starts_with(kClosingTag) &&
+  return !IsClosing(mark_) &&
          IsClosed(lastTagEnd_ != std::u16string_view::npos && lastTagEnd_ >= position_);
 }
 
@@ -49,10 +55,14 @@ ToothText ToothScanner::TakeRun() {
   const std::u16string_view rest = column_.substr(position_);
   const std::u16string_view tooth = rest.substr(0, rest.find(u'>'));
   MoveBy(tooth.size() + kTagMarks);
-  const std::u16string_view text = column_.substr(position_ - 1);
-  const std::size_t end = text.find(kClosingTag);
+  const std::size_t begin = position_ - 1;
+  mark_ = column_.find(u'<', begin);
+  std::size_t end = mark_;
+  while (end != std::u16string_view::npos && !IsClosing(end)) {
+    end = column_.find(u'<', end + 1);
+  }
   ended_ = !IsClosed(end != std::u16string_view::npos);
-  return {tooth, text.substr(0, end)};
+  return {tooth, column_.substr(begin, end - begin)};
 }
 
 void ToothScanner::MoveBy(std::size_t units) {

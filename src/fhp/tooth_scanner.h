@@ -45,6 +45,8 @@ class ToothScanner {
   std::optional<ToothText> Next();
 
  private:
+  // Whether the "<" at an index begins a closing tag.
+  bool IsClosing(std::size_t mark) const;
   bool AtTag() const;
   bool IsClosed(bool closed) const;
   ToothText TakeRun();
@@ -56,6 +58,8 @@ class ToothScanner {
   std::size_t lastTagEnd_;
   std::size_t lastScanned_;
   std::size_t position_ = 0;
+  // The next "<" from the position on, unless the scan has passed it.
+  std::size_t mark_;
   bool ended_ = false;
 };
 

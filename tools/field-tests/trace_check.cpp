@@ -1,6 +1,7 @@
 #include "field-tests/trace_check.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <set>
 
@@ -127,7 +128,10 @@ Case CheckTrace(const Folders& folders) {
   const Operations operations = OperationsIn(file);
   result.text = Recorded(operations) + "; the session's start was answered with " +
                 std::to_string(session.status());
-  if (ended && operations.contains(kItsOperation)) {
+  if (!ended) {
+    result.outcome = Outcome::Failed;
+    result.text += "; the test whose calls are traced failed";
+  } else if (operations.contains(kItsOperation)) {
     result.outcome = Outcome::Passed;
   } else if (IsWine() && operations.empty()) {
     result.text = "Wine has no event tracing: " + result.text;
