@@ -11,8 +11,8 @@ namespace platform {
 // taken for one.
 class Procedure {
  public:
-  // As the box ends, " in OpenWithNewCase". The trace shows the last word, which a zero divides
-  // from a box that names another procedure.
+  // As the box ends, " in OpenWithNewCase". The trace shows the last word, which follows a zero if
+  // the box names another procedure.
   template <std::size_t Size>
   consteval Procedure(
       const char16_t (&text)[Size])  // NOLINT(modernize-avoid-c-arrays): what a literal is
@@ -38,7 +38,7 @@ class Procedure {
   }
 
   const char16_t* text_;
-  // Small, so that a procedure is passed in registers and costs nothing until it is shown.
+  // Small, so that a compiler can do without it in memory until it is shown.
   std::uint16_t boxLength_;
   std::uint16_t nameAt_;
   bool isTracedIfItFails_ = false;

@@ -47,7 +47,7 @@ class TraceDocument(unittest.TestCase):
         self.assertIn('Described("Vilnor\\0")', read("src/windows/etw_trace.cpp"))
 
     def test_the_documents_name_this_provider_and_no_other(self):
-        for file in ("docs/trace.md", "docs/vilnor.wprp"):
+        for file in ("docs/trace.md", "docs/rollout.md", "docs/vilnor.wprp"):
             named = re.findall(r"\w{8}(?:-\w{4}){3}-\w{12}", read(file))
             self.assertTrue(named, file)
             self.assertEqual({str(id_in_source())}, {name.lower() for name in named}, file)

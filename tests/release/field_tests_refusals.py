@@ -6,7 +6,7 @@ import sqlite3
 from contextlib import contextmanager
 
 from computer import HOST_FIRST, wait_until
-from field_tests_kit import CANARY, FAILED, NOT_BEGUN, REAL_PLACES
+from field_tests_kit import CANARY, FAILED, NOT_BEGUN, PASSED, REAL_PLACES
 from installed import difference
 
 RUNNING = "A practice program is running. Close it and Vilnor Link on this desktop first."
@@ -41,6 +41,8 @@ class Refusals:
         self.beside_a_practice_program()
         self.practice_program_started_meanwhile()
         self.notes_of_others()
+        self.folders_of_others()
+        self.note_of_an_earlier_version()
         self.unreadable_key()
         self.test_program_alone()
         self.unusable_databases()
@@ -94,19 +96,15 @@ class Refusals:
         note = folder / "registry before.txt"
         values = f"value 1 x50617468 x{'E:'.encode('utf-16-le').hex()}0000"
         real = HOST_FIRST.replace("HKEY_LOCAL_MACHINE", "HKLM")
-        me, stranger = os.getuid(), 65534
-        for name, owner, first, key, words in (
-                ("another user's note", me, "user S-1-5-21-1-2-3-1001", f"key {real}",
+        for name, first, key, words in (
+                ("another user's note", "user S-1-5-21-1-2-3-1001", f"key {real}",
                  "Start run.cmd as the user who started it first"),
-                ("a note that another user forged", stranger, self.user_line, f"key {real}",
-                 "Start run.cmd as the user who started it first"),
-                ("a note of other keys", me, self.user_line, r"key HKLM\SOFTWARE\Classes",
+                ("a note of other keys", self.user_line, r"key HKLM\SOFTWARE\Classes",
                  r"names the key HKLM\SOFTWARE\Classes,"),
-                ("a note of a key above", me, self.user_line, r"key HKLM\SOFTWARE",
+                ("a note of a key above", self.user_line, r"key HKLM\SOFTWARE",
                  r"names the key HKLM\SOFTWARE,")):
             folder.mkdir()
             note.write_text(f"{first}\n{key}\n{values}\nend\n", "ascii")
-            os.chown(note, owner, owner)
             before = kit.registry()
             run = kit.run("/restore")
             self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)
@@ -115,6 +113,43 @@ class Refusals:
                               difference(before.items(), kit.registry().items())[:20])
             self.report.hold(f"{name}: it is still there", note.is_file(), "it is not")
             shutil.rmtree(folder)
+
+    def folders_of_others(self):
+        """With a note that would change the host's key, if it were believed."""
+        kit, nobody = self.kit, 65534
+        self.computer.set_registry(REAL_PLACES)
+        folder = self.computer.drive / "users/Public/VilnorFieldTests"
+        real = HOST_FIRST.replace("HKEY_LOCAL_MACHINE", "HKLM")
+        for name, owner, mode in (("a folder of another user", nobody, 0o755),
+                                  ("a folder that everyone can write", os.getuid(), 0o777)):
+            folder.mkdir()
+            (folder / "registry before.txt").write_text(
+                f"{self.user_line}\nmissing {real}\nend\n", "ascii")
+            folder.chmod(mode)
+            os.chown(folder, owner, -1)
+            before = kit.registry()
+            run = kit.run("/restore")
+            self.report.check(f"{name}: exit code", NOT_BEGUN, run.status)
+            self.report.hold(f"{name}: it is said", "is not this user's alone" in last_line(run.lines),
+                             repr(run.lines))
+            self.report.check(f"{name}: the registry is as before", [],
+                              difference(before.items(), kit.registry().items())[:20])
+            shutil.rmtree(folder)
+
+    def note_of_an_earlier_version(self):
+        """What it does not mention is left alone."""
+        name, kit = "a note without the host's key", self.kit
+        self.computer.set_registry(REAL_PLACES)
+        folder = self.computer.drive / "users/Public/VilnorFieldTests"
+        folder.mkdir()
+        (folder / "registry before.txt").write_text(
+            f"{self.user_line}\nmissing HKCU\\Software\\Vilnor contract\nend\n", "ascii")
+        before = kit.registry()
+        run = kit.run("/restore")
+        self.report.check(f"{name}: exit code", PASSED, run.status)
+        self.report.check(f"{name}: the registry is as before", [],
+                          difference(before.items(), kit.registry().items())[:20])
+        self.report.check(f"{name}: the folder is gone", False, folder.exists())
 
     def unreadable_key(self):
         name, kit = "a key that may not be read", self.kit

@@ -65,6 +65,11 @@ class Checks:
         self.report.hold(f"{name}: Wine is no Windows", "This is Wine, not Windows." in html, "")
         self.report.hold(f"{name}: nothing differed from Wine",
                          "every test that was run ended as it does in Wine" in html, "see the page")
+        self.report.hold(f"{name}: the trace was tried in vain",
+                         "Wine has no event tracing: 0 events arrived" in html, "see the page")
+        self.report.hold(f"{name}: Wine registers the type library",
+                         "whether the system itself registered the type library: yes" in html,
+                         "see the page")
         facts = {row["text"] for table in page.of("table", "computer")
                  for row in page.of("tr", within=table)}
         for fact, value in {"ANSI code page": "1252", "Short date": "yyyy-MM-dd", "ADO": "AdoOdbc.dll",

@@ -83,6 +83,11 @@ class FieldRun {
   }
 
   void PutBack() {
+    if (!hadTypeLibrary_) {
+      report_.notes.push_back(
+          std::string("whether the system itself registered the type library: ") +
+          (IsTypeLibraryRegistered() ? "yes" : "no"));
+    }
     Note("registry keys of the practice program, the link program and the tests",
          work_.PutBackRegistry());
     if (database_) {
@@ -146,7 +151,7 @@ class FieldRun {
       circumstances_.tripProblem = installation.problem();
       return PlayTrips(folders_, circumstances_, installation, database_.get());
     });
-    Timed("trace", [&] { return Cases{CheckTrace(folders_)}; });
+    Timed("trace", [&] { return Cases{CheckTrace(folders_, circumstances_)}; });
   }
 
   template <class Work>
@@ -211,6 +216,7 @@ class FieldRun {
   }
 
   Options options_;
+  const bool hadTypeLibrary_ = IsTypeLibraryRegistered();
   WorkFolder work_;
   Folders folders_;
   Scrubber scrub_;

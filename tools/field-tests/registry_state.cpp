@@ -220,9 +220,13 @@ bool RegistryState::PutBack() const {
   bool done = true;
   // Keys that are new.
   for (const auto& is : deepestFirst) {
+    // A note of an earlier version may not know all places.
+    const bool isNoted = std::any_of(keys_.begin(), keys_.end(), [&](const KeyState& state) {
+      return state.key == is.key || is.key.starts_with(state.key + L"\\");
+    });
     const auto wanted = std::find_if(keys_.begin(), keys_.end(),
                                      [&](const KeyState& state) { return state.key == is.key; });
-    if (is.exists && (wanted == keys_.end() || !wanted->exists)) {
+    if (is.exists && isNoted && (wanted == keys_.end() || !wanted->exists)) {
       done &= Remove(is.key);
     }
   }
@@ -283,6 +287,12 @@ RegistryState RegistryState::FromText(std::string_view text) {
     }
   }
   return state;
+}
+
+bool IsTypeLibraryRegistered() {
+  return std::any_of(Places().begin(), Places().end(), [](const std::wstring& place) {
+    return place.find(L"\\TypeLib\\") != std::wstring::npos && Open(place);
+  });
 }
 
 bool MayWrite(const std::wstring& key) {

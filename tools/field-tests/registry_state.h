@@ -39,6 +39,9 @@ class RegistryState {
   std::vector<KeyState> keys_;
 };
 
+// Whether anybody has registered the component's type library.
+bool IsTypeLibraryRegistered();
+
 // Whether the key can be written; creates it.
 bool MayWrite(const std::wstring& key);
 

@@ -2,11 +2,12 @@
 
 #include <array>
 #include <cstddef>
-#include <cstring>
-#include <set>
+#include <string>
 
 #include "field-tests/child.h"
 #include "field-tests/computer.h"
+#include "field-tests/core/gtest_output.h"
+#include "field-tests/core/text.h"
 #include "field-tests/wide.h"
 #include "windows/etw_trace.h"
 // Need win32.h in front of them.
@@ -19,8 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const wchar_t* kSession = L"VilnorFieldTests";
-constexpr const wchar_t* kTest = L"Binding.EarlyBoundCallWritesANewCase";
-constexpr const wchar_t* kItsOperation = L"WriteNewCase";
+constexpr const char* kProgram = "com_tests";
+constexpr const char* kTest = "Binding.EarlyBoundCallWritesANewCase";
+constexpr auto kItsOperation = u"WriteNewCase";
 constexpr std::chrono::minutes kLimit(2);
 
 struct Properties {
@@ -39,106 +41,108 @@ struct Properties {
   std::array<wchar_t, MAX_PATH> fileName{};
 };
 
-// Ends with this object, or with Stop().
+// Ends with this object, or with EndTraceSession().
 class Session {
  public:
-  explicit Session(const fs::path& file) : file_(file) {
-    // An earlier run that was ended can have left one.
-    Stop();
-    Properties properties(file_);
-    status_ = StartTraceW(&handle_, kSession, &properties.base);
+  explicit Session(const fs::path& file) {
+    Properties properties(file);
+    TRACEHANDLE handle = 0;
+    status_ = StartTraceW(&handle, kSession, &properties.base);
     if (status_ == ERROR_SUCCESS) {
-      status_ =
-          EnableTraceEx2(handle_, &windows::kTraceProvider, EVENT_CONTROL_CODE_ENABLE_PROVIDER,
-                         TRACE_LEVEL_VERBOSE, 0, 0, 0, nullptr);
+      status_ = EnableTraceEx2(handle, &windows::kTraceProvider, EVENT_CONTROL_CODE_ENABLE_PROVIDER,
+                               TRACE_LEVEL_VERBOSE, 0, 0, 0, nullptr);
     }
   }
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
-  ~Session() { Stop(); }
+  ~Session() { EndTraceSession(); }
 
-  // The system's answer to its start.
+  // What the system said to its start.
   ULONG status() const { return status_; }
-  void Stop() {
-    Properties properties(file_);
-    ControlTraceW(0, kSession, &properties.base, EVENT_TRACE_CONTROL_STOP);
-  }
 
  private:
-  fs::path file_;
-  TRACEHANDLE handle_ = 0;
-  ULONG status_ = ERROR_SUCCESS;
+  ULONG status_;
 };
 
-using Operations = std::multiset<std::wstring>;
+struct Events {
+  int number = 0;
+  bool tellOfTheOperation = false;
+};
 
 void WINAPI Collect(EVENT_RECORD* event) {
   if (IsEqualGUID(event->EventHeader.ProviderId, windows::kTraceProvider)) {
-    // Its first field, a text that ends with a zero.
-    std::wstring data(event->UserDataLength / sizeof(wchar_t), L'\0');
-    std::memcpy(data.data(), event->UserData, data.size() * sizeof(wchar_t));
-    static_cast<Operations*>(event->UserContext)->insert(data.c_str());
+    auto& events = *static_cast<Events*>(event->UserContext);
+    ++events.number;
+    // On a Windows that knows no self-describing events, their description comes first.
+    events.tellOfTheOperation |= HoldsUtf16(
+        {static_cast<const char*>(event->UserData), event->UserDataLength}, kItsOperation);
   }
 }
 
-// The operations that the session's file tells.
-Operations OperationsIn(fs::path file) {
-  Operations operations;
+Events EventsIn(const fs::path& file) {
+  Events events;
   std::wstring name = file.wstring();
   EVENT_TRACE_LOGFILEW log{};
   log.LogFileName = name.data();
   log.ProcessTraceMode = PROCESS_TRACE_MODE_EVENT_RECORD;
   log.EventRecordCallback = Collect;
-  log.Context = &operations;
+  log.Context = &events;
   TRACEHANDLE trace = OpenTraceW(&log);
   if (trace != INVALID_PROCESSTRACE_HANDLE) {
     ProcessTrace(&trace, 1, nullptr, nullptr);
     CloseTrace(trace);
   }
-  return operations;
+  return events;
 }
 
-std::string Recorded(const Operations& operations) {
-  std::string text = std::to_string(operations.size()) + " events arrived";
-  for (const auto& operation : operations) {
-    text += ", " + Utf8(operation);
+// Whether it ran and passed. A filter that matches no test passes, too.
+bool TestPasses(const Folders& folders) {
+  Child child(Quoted((folders.programs / kProgram).wstring() + L".exe") +
+                  L" --registration-free --gtest_filter=" + WideOf(kTest),
+              folders.work / "output.txt");
+  if (!child.started() || !child.WaitFor(kLimit)) {
+    return false;
   }
-  return text;
+  const auto ended = ReadTestLog(kProgram, child.Output()).ended;
+  return ended.size() == 1 && ended.front().outcome == Outcome::Passed;
 }
 
 }  // namespace
 
-Case CheckTrace(const Folders& folders) {
+Case CheckTrace(const Folders& folders, const Circumstances& circumstances) {
   Case result{.program = "trace",
               .name = "the events of the component's provider arrive",
               .outcome = Outcome::NotRun,
-              .text = ""};
-  const fs::path file = folders.work / "trace.etl";
-  Session session(file);
-  if (session.status() == ERROR_ACCESS_DENIED) {
-    result.text =
-        "it needs the right to start a session of event tracing: start run.cmd as administrator";
+              .text = WhyNotRun(kProgram, kTest, circumstances)};
+  if (result.text.empty() && !circumstances.machineKeys) {
+    result.text = "only an administrator may record a trace: start run.cmd as administrator";
+  }
+  if (!result.text.empty()) {
     return result;
   }
-  Child child(Quoted((folders.programs / "com_tests.exe").wstring()) +
-                  L" --registration-free --gtest_filter=" + kTest,
-              folders.work / "output.txt");
-  const bool ended = child.started() && child.WaitFor(kLimit) && child.ExitCode() == 0;
-  session.Stop();
-  const Operations operations = OperationsIn(file);
-  result.text = Recorded(operations) + "; the session's start was answered with " +
-                std::to_string(session.status());
-  if (!ended) {
-    result.outcome = Outcome::Failed;
-    result.text += "; the test whose calls are traced failed";
-  } else if (operations.contains(kItsOperation)) {
-    result.outcome = Outcome::Passed;
-  } else if (IsWine() && operations.empty()) {
-    result.text = "Wine has no event tracing: " + result.text;
-  } else {
-    result.outcome = Outcome::Failed;
+  const fs::path file = folders.work / "trace.etl";
+  ULONG status = ERROR_SUCCESS;
+  bool passes = false;
+  {
+    const Session session(file);
+    status = session.status();
+    passes = TestPasses(folders);
   }
+  const Events events = EventsIn(file);
+  result.text = std::to_string(events.number) + " events arrived; StartTrace or EnableTraceEx2 " +
+                "returned " + std::to_string(status) +
+                (passes ? "" : "; the test whose calls are traced does not pass");
+  if (passes && IsWine() && events.number == 0) {
+    result.text = "Wine has no event tracing: " + result.text;
+    return result;
+  }
+  result.outcome = passes && events.tellOfTheOperation ? Outcome::Passed : Outcome::Failed;
   return result;
+}
+
+void EndTraceSession() {
+  Properties properties({});
+  ControlTraceW(0, kSession, &properties.base, EVENT_TRACE_CONTROL_STOP);
 }
 
 }  // namespace field_tests

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <optional>
+#include <sstream>
 
 #include "field-tests/console.h"
 #include "field-tests/core/text.h"
+#include "field-tests/private_folder.h"
+#include "field-tests/trace_check.h"
 #include "field-tests/wide.h"
-// Need win32.h in front of them.
-#include <aclapi.h>
-#include <sddl.h>
 
 namespace field_tests {
 namespace {
@@ -33,7 +32,8 @@ fs::path NewFolder() {
     GetEnvironmentVariableW(variable, text.data(), text.size());
     std::error_code error;
     fs::path folder = fs::path(text.data()) / kName;
-    if (IsPlain(text.data()) && (fs::create_directories(folder / "temp", error), !error)) {
+    if (IsPlain(text.data()) && MakePrivateFolder(folder) &&
+        (fs::create_directories(folder / "temp", error), !error)) {
       return folder;
     }
   }
@@ -50,76 +50,43 @@ Handle TheOnlyRun() {
   return mutex;
 }
 
-using Sid = std::array<std::byte, SECURITY_MAX_SID_SIZE>;
-
-Sid ThisUser() {
-  HANDLE opened = nullptr;
-  OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened);
-  const Handle token(opened);
-  alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
-  DWORD size = 0;
-  Sid sid{};
-  if (GetTokenInformation(token.get(), TokenUser, user.data(), user.size(), &size) == FALSE ||
-      CopySid(sid.size(), sid.data(), reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid) ==
-          FALSE) {
-    throw CannotWork("Windows does not tell which user this is.");
-  }
-  return sid;
-}
-
 // "user S-1-5-...", the note's first line: its keys are this user's.
 std::string UserLine() {
-  wchar_t* text = nullptr;
-  ConvertSidToStringSidW(ThisUser().data(), &text);
-  std::string line = "user " + (text == nullptr ? "" : Utf8(text));
-  LocalFree(text);
-  return line;
+  return "user " + Utf8(ThisUser());
 }
 
-// By this user or an administrator: every user can write into the folder.
-bool IsWrittenByATrustedUser(HANDLE file) {
-  PSID owner = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  const bool isKnown = GetSecurityInfo(file, SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION, &owner,
-                                       nullptr, nullptr, nullptr, &descriptor) == ERROR_SUCCESS;
-  const bool isTrusted = isKnown && (EqualSid(owner, ThisUser().data()) != FALSE ||
-                                     IsWellKnownSid(owner, WinBuiltinAdministratorsSid) != FALSE);
-  LocalFree(descriptor);
-  return isTrusted;
-}
-
-// None if it cannot be read or is somebody else's.
-std::optional<std::string> TrustedText(const fs::path& note) {
-  const Handle file = Owned(CreateFileW(note.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file || !IsWrittenByATrustedUser(file.get())) {
-    return std::nullopt;
+std::string TextOf(const fs::path& note) {
+  const std::ifstream file(note, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  if (!file.is_open() || text.bad()) {
+    throw CannotWork("An earlier run was ended, and its note of the registry, " +
+                     Utf8(note.wstring()) + ", cannot be read. Nothing was changed.");
   }
-  std::string text(GetFileSize(file.get(), nullptr), '\0');
-  DWORD read = 0;
-  ReadFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
-  text.resize(read);
-  return text;
+  return text.str();
 }
 
 RegistryState Remembered(const fs::path& note) {
-  const auto text = TrustedText(note);
-  const auto lines = LinesOf(text.value_or(""));
-  const bool isAnothers =
-      !text || (!lines.empty() && lines.back() == "end" && lines.front() != UserLine());
-  if (isAnothers) {
+  const std::string text = TextOf(note);
+  const auto lines = LinesOf(text);
+  if (!lines.empty() && lines.back() == "end" && lines.front() != UserLine()) {
     throw CannotWork(
         "An earlier run was ended. Start run.cmd as the user who started it first: only that user "
         "can put the registry back.");
   }
-  return RegistryState::FromText(*text);
+  return RegistryState::FromText(text);
 }
 
+// On the disk before anything is changed: the computer may be switched off.
 void Write(const fs::path& note, const RegistryState& before) {
-  std::ofstream file(note, std::ios::binary);
-  file << UserLine() << "\n" << before.Text();
-  file.close();
-  if (!file) {
+  const std::string text = UserLine() + "\n" + before.Text();
+  const Handle file = Owned(CreateFileW(note.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+  DWORD written = 0;
+  if (!file ||
+      WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr) ==
+          FALSE ||
+      written != text.size() || FlushFileBuffers(file.get()) == FALSE) {
     throw CannotWork("The file " + Utf8(note.wstring()) + " cannot be written.");
   }
 }
@@ -140,6 +107,7 @@ std::set<fs::path> RequestsInRoot(const fs::path& path) {
 
 WorkFolder::WorkFolder()
     : onlyOne_(TheOnlyRun()), before_(RegistryState::Now()), path_(NewFolder()) {
+  EndTraceSession();
   if (fs::exists(path_ / kNote)) {
     const bool done = Remembered(path_ / kNote).PutBack();
     PrintLine(done ? "An earlier run was ended. What it left in the registry has been put back."

@@ -58,6 +58,15 @@ bool Matches(std::string_view pattern, std::string_view text) {
   return false;
 }
 
+bool HoldsUtf16(std::string_view bytes, std::u16string_view text) {
+  std::string wanted;
+  for (const char16_t unit : std::u16string(text) + u'\0') {
+    wanted += static_cast<char>(unit & 0xFF);
+    wanted += static_cast<char>(unit >> 8);
+  }
+  return bytes.find(wanted) != std::string_view::npos;
+}
+
 std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
   std::string all;
   for (const auto& text : texts) {

@@ -20,6 +20,9 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to);
 // "*" stands for any characters.
 bool Matches(std::string_view pattern, std::string_view text);
 
+// Whether the bytes contain the text in UTF-16, low bytes first, with a zero behind it.
+bool HoldsUtf16(std::string_view bytes, std::u16string_view text);
+
 // "a, b"
 std::string Joined(const std::vector<std::string>& texts, std::string_view separator);
 

@@ -1,0 +1,24 @@
+#include "field-tests/core/text.h"
+
+#include <gtest/gtest.h>
+
+namespace field_tests {
+namespace {
+
+using std::string_view_literals::operator""sv;
+
+// As in the data of an event, behind a description of odd length.
+constexpr auto kBytes = "\x05\0\0AbO\0p\0\0\0D\0o\0n\0e\0"sv;
+
+TEST(Utf16InBytes, IsFoundAtAnyPlace) {
+  EXPECT_TRUE(HoldsUtf16(kBytes, u"Op"));
+}
+
+TEST(Utf16InBytes, IsFoundWithItsZeroOnly) {
+  EXPECT_FALSE(HoldsUtf16(kBytes, u"O"));
+  EXPECT_FALSE(HoldsUtf16(kBytes, u"Done"));
+  EXPECT_FALSE(HoldsUtf16("", u"Op"));
+}
+
+}  // namespace
+}  // namespace field_tests
