@@ -30,8 +30,8 @@ class RegistryState {
   bool PutBack() const;
   bool operator==(const RegistryState&) const = default;
 
-  // For a file, which a run that is killed leaves behind. Every user can write it: FromText()
-  // raises CannotWork if it is damaged or names a key that is not the tests'.
+  // For a file, which a run that is killed leaves behind. FromText() raises CannotWork if it names
+  // a key that is not the tests'; an unfinished file is the state as it is now.
   std::string Text() const;
   static RegistryState FromText(std::string_view text);
 
